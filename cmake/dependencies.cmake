@@ -1,0 +1,35 @@
+# Everything that is installed and called, found once.
+find_package(Threads REQUIRED)
+
+# The script engine: the distribution's library keeps its names in a namespace
+# (AS_DEBIAN_LIB opens it); an engine built from source has none.
+add_library(korvant_angelscript INTERFACE)
+if(KORVANT_ANGELSCRIPT_SOURCE)
+  include(cmake/angelscript_from_source.cmake)
+else()
+  find_path(ANGELSCRIPT_INCLUDE angelscript.h REQUIRED)
+  find_library(ANGELSCRIPT_LIBRARY angelscript REQUIRED)
+  find_library(ANGELSCRIPT_ADDON_LIBRARY angelscript-addon REQUIRED)
+  target_compile_definitions(korvant_angelscript INTERFACE AS_DEBIAN_LIB)
+  target_include_directories(korvant_angelscript SYSTEM INTERFACE ${ANGELSCRIPT_INCLUDE})
+  target_link_libraries(korvant_angelscript
+    INTERFACE ${ANGELSCRIPT_ADDON_LIBRARY} ${ANGELSCRIPT_LIBRARY} Threads::Threads)
+endif()
+
+find_path(CLI11_INCLUDE CLI/CLI.hpp REQUIRED)
+add_library(korvant_cli11 INTERFACE)
+target_include_directories(korvant_cli11 SYSTEM INTERFACE ${CLI11_INCLUDE})
+find_package(nlohmann_json REQUIRED)
+
+if(KORVANT_WINDOWS_UI)
+  find_package(wxWidgets 3.2 REQUIRED COMPONENTS stc propgrid html core base)
+  # The property grid of 3.2.7 crashes on a change of resolution with nothing selected.
+  if(wxWidgets_VERSION_STRING VERSION_EQUAL "3.2.7")
+    message(FATAL_ERROR "wxWidgets 3.2.7 has a crash in its property grid; use another 3.2 release")
+  endif()
+  add_library(korvant_wx INTERFACE)
+  target_include_directories(korvant_wx SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS})
+  target_compile_definitions(korvant_wx INTERFACE ${wxWidgets_DEFINITIONS})
+  target_compile_options(korvant_wx INTERFACE ${wxWidgets_CXX_FLAGS})
+  target_link_libraries(korvant_wx INTERFACE ${wxWidgets_LIBRARIES})
+endif()

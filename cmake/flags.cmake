@@ -1,0 +1,17 @@
+# Compiler settings that every target of ours shares.
+add_library(korvant_flags INTERFACE)
+if(NOT MSVC)
+  target_compile_options(korvant_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+  if(KORVANT_WERROR)
+    target_compile_options(korvant_flags INTERFACE -Werror)
+  endif()
+endif()
+if(KORVANT_SANITIZE)
+  add_compile_options(-fsanitize=${KORVANT_SANITIZE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KORVANT_SANITIZE})
+endif()
+
+find_program(KORVANT_CCACHE ccache)
+if(KORVANT_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KORVANT_CCACHE})
+endif()
