@@ -1,0 +1,28 @@
+// Bytes that scripts exchange, and text as people see it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace korvant {
+
+bool isValidUtf8(std::string_view bytes) noexcept;
+
+/// UTF-8 to show: `bytes` as they stand where they are valid UTF-8, otherwise read as Windows
+/// Western, whose undefined bytes (0x81 0x8D 0x8F 0x90 0x9D) map to the code points of their own
+/// numbers, so that encodeWestern(decodeForDisplay(b)) == b for every b that is not UTF-8.
+std::string decodeForDisplay(std::string_view bytes);
+
+/// Windows Western bytes read as such, whatever they look like. Source: Windows code page 1252.
+std::string decodeWestern(std::string_view bytes);
+
+/// Windows Western bytes of a UTF-8 text; characters that it lacks become '?'.
+std::string encodeWestern(std::string_view utf8);
+
+/// True when every character of a UTF-8 text has a Windows Western byte.
+bool fitsWestern(std::string_view utf8) noexcept;
+
+/// What a user typed (UTF-8), as bytes for the script: Windows Western where it fits, else UTF-8.
+std::string encodeTyped(std::string_view utf8);
+
+}  // namespace korvant
