@@ -24,10 +24,14 @@ namespace box_button {
 constexpr int kOk = 1, kCancel = 2, kAbort = 3, kRetry = 4, kIgnore = 5, kYes = 6, kNo = 7,
               kClose = 8, kHelp = 9, kTryAgain = 10, kContinue = 11, kSkip = 14, kSkipAll = 15,
               kIgnoreAll = 16, kYesToAll = 19, kNoToAll = 20, kReport = 21, kMore = 30, kLess = 31;
+constexpr int kStopScript = 32;
 constexpr unsigned long kDoNotShowAgain = 0x1000000;
 }  // namespace box_button
 
-/// All texts are bytes as scripts give them; HTML subset in `text` and `details`.
+/// The caption of the module's own boxes.
+inline constexpr char kModuleCaption[] = "KorvantIDE";
+
+/// All texts are bytes as scripts give them; HTML subset in `text` and `details` unless `plain`.
 struct MessageBoxRequest {
     std::string caption;
     std::string text;
@@ -38,6 +42,9 @@ struct MessageBoxRequest {
     std::string company;
     std::string module;
     unsigned countdownSeconds = 0;  ///< 0: none; else the default button is chosen at the end
+    bool plain = false;             ///< the texts hold no markup and are shown as they stand
+    bool offerStop = false;         ///< one more button, box_button::kStopScript
+    bool runReport = false;  ///< says how a run ended; whoever reports that already may answer 0
 };
 
 /// The small window that shows a script's progress. Made, used and destroyed on the progress

@@ -11,7 +11,7 @@ namespace korvant {
 
 class InputFile;
 class OutputFile;
-class ProgressText;
+class CThreadedProgressText;
 
 /// Written by the script's thread, read by the progress thread: bounded atomic characters, each
 /// write followed by a terminator, so that a reader sees a terminated text at any moment.
@@ -34,7 +34,7 @@ struct RunState {
     std::atomic<bool> stopRequest{false};        ///< set by interrupt handlers, lock-free
     std::unique_ptr<InputFile> inputFile;
     std::unique_ptr<OutputFile> outputFile;
-    std::shared_ptr<ProgressText> progress;
+    std::shared_ptr<CThreadedProgressText> progress;
     ProgressBuffer progressCaption;
     ProgressBuffer progressText;
     bool consoleReady = false;  ///< lazy set-up done in this configuration

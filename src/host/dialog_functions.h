@@ -1,0 +1,37 @@
+// What scripts call to talk to the user, to show progress, and to measure time.
+#pragma once
+
+#include <span>
+
+#include "host/frontend.h"
+#include "host/registration.h"
+
+namespace korvant {
+
+/// Dialogs and progress: Prompt, Question, Information, Warning, Error, Progress.
+int registerDialogFunctions(asIScriptEngine* engine);
+std::span<const FunctionRow> dialogFunctionRows();
+
+/// Run time: SetMaxRunTime, GetSystemTime.
+int registerTimingFunctions(asIScriptEngine* engine);
+std::span<const FunctionRow> timingFunctionRows();
+
+/// Shows a box for the running script with the framework switched to the module and the console's
+/// text handed over first, and counts it: after Limits::boxesBeforeStopButton boxes in a run it
+/// offers one more button that stops the script, and answers 0 when that is chosen. Whether
+/// waiting counts against the run time is the caller's business (InteractionScope).
+int showScriptBox(MessageBoxRequest request);
+
+/// For as long as it lives the framework is switched to the module's resources.
+class UiScopeGuard {
+  public:
+    UiScopeGuard();
+    ~UiScopeGuard();
+    UiScopeGuard(const UiScopeGuard&) = delete;
+    UiScopeGuard& operator=(const UiScopeGuard&) = delete;
+
+  private:
+    void (*scope_)(bool enter);
+};
+
+}  // namespace korvant

@@ -1,0 +1,75 @@
+// One plain function, bound for both calling conventions of the engine.
+#pragma once
+
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "host/registration.h"
+
+namespace korvant {
+
+/// Sets a script exception on the context that runs; nothing outside a script.
+void raiseInScript(const char* description) noexcept;
+
+/// `call` is the function with every C++ exception turned into a script exception; `generic` is
+/// the same behind the engine's generic interface. Parameters: primitives by value, and pointers
+/// or references for everything that the declaration passes by reference. Results: nothing, a
+/// primitive, or a pointer for a handle whose reference belongs to the caller.
+template <auto Function>
+struct NativeCall;
+
+template <class Result, class... Arguments, Result (*Function)(Arguments...)>
+struct NativeCall<Function> {
+    static Result call(Arguments... arguments) noexcept {
+        try {
+            return Function(std::forward<Arguments>(arguments)...);
+        } catch (const std::bad_alloc&) {
+            raiseInScript("Out of memory");
+        } catch (...) {
+            raiseInScript("Internal error");
+        }
+        return Result();
+    }
+
+    static void generic(asIScriptGeneric* engineCall) noexcept {
+        invoke(engineCall, std::index_sequence_for<Arguments...>{});
+    }
+
+  private:
+    template <class Argument>
+    static Argument argument(asIScriptGeneric* engineCall, asUINT index) {
+        using Plain = std::remove_reference_t<Argument>;
+        if constexpr (std::is_reference_v<Argument>)
+            return *static_cast<Plain*>(engineCall->GetArgAddress(index));
+        else if constexpr (std::is_pointer_v<Argument>)
+            return static_cast<Argument>(engineCall->GetArgAddress(index));
+        else
+            return *static_cast<Plain*>(engineCall->GetAddressOfArg(index));
+    }
+
+    template <std::size_t... Index>
+    static void invoke([[maybe_unused]] asIScriptGeneric* engineCall,
+                       std::index_sequence<Index...>) {
+        if constexpr (std::is_void_v<Result>)
+            call(argument<Arguments>(engineCall, Index)...);
+        else if constexpr (std::is_pointer_v<Result>)
+            engineCall->SetReturnAddress(const_cast<void*>(
+                static_cast<const void*>(call(argument<Arguments>(engineCall, Index)...))));
+        else
+            *static_cast<Result*>(engineCall->GetAddressOfReturnLocation()) =
+                call(argument<Arguments>(engineCall, Index)...);
+    }
+};
+
+/// A row for a plain function.
+template <auto Function>
+FunctionRow functionRow(const char* declaration, const char* help, const char* example = "",
+                        const char* failure = "") {
+    return {declaration,  asFUNCTION(NativeCall<Function>::call),
+            asCALL_CDECL, NativeCall<Function>::generic,
+            help,         example,
+            failure};
+}
+
+}  // namespace korvant
