@@ -76,17 +76,28 @@ class ScriptSession {
     const RunFailure& lastFailure() const noexcept;
     bool running() const noexcept;  ///< a compile or an execution is under way
 
-    /// Safe from any thread and from a signal handler.
+    /// Safe from any thread and from a signal handler. The run ends before its next statement, and
+    /// natives that ask shouldStop() end early.
     void requestStop() noexcept;
     /// True when a native function that takes long should end: stop request, time-out while not
-    /// interacting, or the hard ceiling. The line callback then ends the run.
+    /// interacting, or the hard ceiling. The line callback then ends the run. Looks at the clock
+    /// (some 20 ns), so a tight loop asks every few thousand steps.
     bool shouldStop();
     /// Deadline := now + maximum run time.
     void restartDeadline();
+    /// The maximum as an unsigned number; -1 is 2^32 - 1. Restarts the deadline.
     void setMaxRunTime(std::int32_t milliseconds);
-    /// Deeper than 0 while a built-in waits for the user; the flag follows it.
+    /// Deeper than 0 while a built-in waits for the user; the flag follows it. Whoever must leave
+    /// the flag set writes state().interacting instead.
     void beginInteraction();
     void endInteraction();  ///< restarts the deadline, clears the flag at depth 0
+
+    /// Memory that strings and objects of scripts hold, counted against limits().runBytes. False,
+    /// and nothing is counted, when that would be exceeded; the caller then raises
+    /// "Out of memory" and leaves its object as it was.
+    bool chargeBytes(std::size_t bytes) noexcept;
+    /// What chargeBytes() counted goes back.
+    void releaseBytes(std::size_t bytes) noexcept;
 
     /// Sets a script exception on the context that runs; nothing outside a script.
     void raise(const char* description);
