@@ -2,3 +2,56 @@
 #pragma once
 
 #include <angelscript.h>
+
+#include <cstdint>
+
+namespace korvant {
+
+/// The function with this declaration in `module`, or null. Generations before 2.23 answered with
+/// an identifier; the result's life is the module's.
+inline asIScriptFunction* findFunction(asIScriptModule& module, const char* declaration) {
+    return module.GetFunctionByDecl(declaration);
+}
+
+/// 1-based line that `context` is about to execute; 0 or less in code that has no line.
+inline std::int32_t currentLine(asIScriptContext& context) {
+    return context.GetLineNumber(0);
+}
+
+/// The function that runs in `context`; null when none does.
+inline asIScriptFunction* currentFunction(asIScriptContext& context) {
+    return context.GetFunction(0);
+}
+
+/// How the index operator of a type is registered: a method since 2.20.
+inline constexpr char kIndexDeclaration[] = "uint8 &opIndex(uint)";
+inline constexpr char kConstIndexDeclaration[] = "const uint8 &opIndex(uint) const";
+
+/// Makes string literals of scripts objects of the registered type "string".
+int registerStringLiterals(asIScriptEngine* engine);
+
+/// Gives an engine without a default array type the array of the engine's own add-ons, which
+/// declares itself as "int[]". Returns a negative engine result on failure.
+int ensureDefaultArray(asIScriptEngine* engine);
+
+/// True when objects of `type` are arrays of the engine's own add-on, so that they can be read as
+/// such.
+bool isAddonArray(const asITypeInfo* type);
+
+/// While it lives, Build leaves global variables uninitialised; then the host's setting is back.
+class DeferredGlobals {
+  public:
+    explicit DeferredGlobals(asIScriptEngine* engine);
+    ~DeferredGlobals();
+    DeferredGlobals(const DeferredGlobals&) = delete;
+    DeferredGlobals& operator=(const DeferredGlobals&) = delete;
+
+  private:
+    asIScriptEngine* engine_;
+    asPWORD previous_;
+};
+
+/// Bounds the depth of calls where the host left it open.
+void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth);
+
+}  // namespace korvant

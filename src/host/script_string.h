@@ -1,6 +1,7 @@
 // The script type `string`.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,25 +11,54 @@ namespace korvant {
 /// A reference-counted byte string. The text stands first, so that a pointer to the object is a
 /// pointer to its text as well: the script type's methods and every `string &in` argument rely on
 /// it. A new object has the count 1, which belongs to whoever made it.
+///
+/// What lives is counted against the memory budget. Operations that may grow answer false, with
+/// the text as it was, when the budget or the longest string allowed would be exceeded. C++ code
+/// may write `text` itself; that is counted with the next operation.
 class ScriptString {
   public:
     std::string text;
 
     /// New object, from a free list; null when memory is exhausted.
     static ScriptString* create(std::string_view bytes = {}) noexcept;
+    /// New object with both texts, one after the other; null when memory is exhausted.
+    static ScriptString* join(std::string_view first, std::string_view second) noexcept;
+    /// New object that scripts cannot change and whose handles are not counted; for a literal.
+    static ScriptString* createConstant(std::string_view bytes) noexcept;
+    static void destroyConstant(const ScriptString* string) noexcept { delete string; }
     void addRef() noexcept;
     void release() noexcept;
     std::int32_t count() const noexcept { return count_; }
+    bool constant() const noexcept { return constant_; }
+
+    /// `bytes` may lie inside this text.
+    bool assign(std::string_view bytes) noexcept;
+    bool append(std::string_view bytes) noexcept;
+    /// Cuts, or adds zero bytes.
+    bool resize(std::size_t bytes) noexcept;
+    /// Takes the text over.
+    bool adopt(std::string&& bytes) noexcept;
 
   private:
     ScriptString() = default;
     ~ScriptString() = default;
+    friend class StringPool;
+
+    bool makeRoom(std::size_t bytes) noexcept;
+    bool grow(std::size_t bytes) noexcept;
+    void settle() noexcept;
+
     std::int32_t count_ = 1;
+    bool constant_ = false;
+    std::size_t charged_ = 0;  ///< bytes on the heap that the budget knows of
 };
 
 /// Overwrites the module-wide result string and returns it with one reference added for the
 /// caller. Functions that are declared to return `string@` return this. `bytes` may lie inside
-/// the result string itself.
+/// the result string itself. A text that is too long raises "Out of memory" and changes nothing.
 ScriptString* returnResultString(std::string bytes) noexcept;
+
+/// Empties the result string when it holds much and no script holds it; for the end of a run.
+void trimResultString() noexcept;
 
 }  // namespace korvant

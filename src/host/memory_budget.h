@@ -1,0 +1,25 @@
+// What scripts may hold in memory, all strings and objects together.
+#pragma once
+
+#include <cstddef>
+
+namespace korvant {
+
+/// Bytes that live strings and objects take. One for the module, because strings are made by the
+/// engine without a word about the run they belong to. Script's thread only.
+struct MemoryBudget {
+    std::size_t used = 0;
+    std::size_t limit = std::size_t{512} << 20;        ///< all together
+    std::size_t stringLimit = std::size_t{256} << 20;  ///< one string
+
+    bool charge(std::size_t bytes) noexcept {
+        if (bytes > limit || used > limit - bytes) return false;
+        used += bytes;
+        return true;
+    }
+    void release(std::size_t bytes) noexcept { used -= bytes < used ? bytes : used; }
+};
+
+inline MemoryBudget memoryBudget;
+
+}  // namespace korvant

@@ -1,0 +1,103 @@
+#include "host/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace korvant {
+
+namespace {
+
+/// Longest texts: "-1.79769e+308" with six digits, "-2.2250738585072014e-308" in shortest form.
+constexpr std::size_t kNumberBytes = 40;
+
+/// Deliberate: exponents have three digits ("1e+008") whatever the platform's printing does;
+/// texts that scripts wrote and compare rely on it.
+std::string withWideExponent(const char* first, const char* last) {
+    const char* mark = std::find(first, last, 'e');
+    if (last - mark != 4) return std::string(first, last);
+    std::string text(first, mark + 2);
+    text += '0';
+    text.append(mark + 2, last);
+    return text;
+}
+
+template <class Integer>
+std::string decimal(Integer value) {
+    char buffer[kNumberBytes];
+    return std::string(buffer, std::to_chars(buffer, buffer + kNumberBytes, value).ptr);
+}
+
+template <class Real>
+std::string shortest(Real value) {
+    char buffer[kNumberBytes];
+    return std::string(buffer, std::to_chars(buffer, buffer + kNumberBytes, value).ptr);
+}
+
+std::string_view withoutBlanks(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    const auto first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// "+5" is a number, "+-5" is not.
+std::string_view withoutPlus(std::string_view text) {
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    return text;
+}
+
+/// A number too large or too small for a double, as the nearest that there is.
+double outOfRange(std::string_view text) {
+    const double sign = text.front() == '-' ? -1.0 : 1.0;
+    const auto exponent = text.find_first_of("eE");
+    const bool small = exponent != std::string_view::npos && text.substr(exponent + 1, 1) == "-";
+    return sign * (small ? 0.0 : HUGE_VAL);
+}
+
+}  // namespace
+
+std::string formatGeneral(double value) {
+    char buffer[kNumberBytes];
+    const auto end =
+        std::to_chars(buffer, buffer + kNumberBytes, value, std::chars_format::general, 6).ptr;
+    return withWideExponent(buffer, end);
+}
+
+std::string formatInt(std::int32_t value) {
+    return decimal(value);
+}
+std::string formatUint(std::uint32_t value) {
+    return decimal(value);
+}
+std::string formatShortest(double value) {
+    return shortest(value);
+}
+std::string formatShortest(float value) {
+    return shortest(value);
+}
+
+std::optional<double> parseNumber(std::string_view text) {
+    std::string number(withoutPlus(withoutBlanks(text)));
+    std::replace(number.begin(), number.end(), ',', '.');
+    const bool digits = number.find_first_of("0123456789") != std::string::npos;
+    if (!digits || number.find_first_of("nNiI") != std::string::npos) return std::nullopt;
+    double value = 0.0;
+    const char* const end = number.data() + number.size();
+    const auto read = std::from_chars(number.data(), end, value);
+    if (read.ptr != end) return std::nullopt;
+    if (read.ec == std::errc::result_out_of_range) return outOfRange(number);
+    return read.ec == std::errc() ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::int32_t> parseInt(std::string_view text) {
+    const std::string_view number = withoutPlus(withoutBlanks(text));
+    std::int32_t value = 0;
+    const char* const end = number.data() + number.size();
+    const auto read = std::from_chars(number.data(), end, value);
+    if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return value;
+}
+
+}  // namespace korvant

@@ -1,0 +1,56 @@
+// A thread that looks at the clock so that the script's thread need not.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <thread>
+
+namespace korvant {
+
+/// What is watched. Called on the watch thread, and never after disarm() has returned.
+class WatchTarget {
+  public:
+    virtual ~WatchTarget() = default;
+    /// How long nothing needs to be done if nothing changes, at most `longest`; 0: alert now.
+    virtual std::uint32_t millisecondsLeft(std::uint32_t longest) = 0;
+    /// Makes the script's thread look at the limit before its next statement.
+    virtual void alert() = 0;
+    /// Called again and again until the script's thread has looked.
+    virtual void insist() = 0;
+};
+
+/// Sleeps while nothing is armed. All functions but the thread's own are for the script's thread.
+class RunWatch {
+  public:
+    ~RunWatch() { stop(); }
+    /// False when there can be no thread; the caller then looks at the limit itself.
+    bool start();
+    /// Ends the thread and waits for it, some milliseconds at most.
+    void stop();
+
+    /// Watches `target`, which must live until disarm().
+    void arm(WatchTarget& target);
+    void disarm();
+    /// The script's thread has looked, and the run goes on.
+    void rearm();
+    /// The limit may have moved closer.
+    void lookAgain();
+
+  private:
+    /// Stops and new deadlines are seen within this time.
+    static constexpr std::uint32_t kSlice = 20;
+    static constexpr std::uint32_t kInsist = 10;
+
+    void work();
+    void step(std::unique_lock<std::mutex>& lock);
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::thread thread_;
+    WatchTarget* target_ = nullptr;
+    bool alerted_ = false;
+    bool quit_ = false;
+};
+
+}  // namespace korvant
