@@ -26,6 +26,13 @@ class KORVANTIDE_API CThreadEvent {
     CThreadWaitHandle event_;
 };
 
+// Deliberate: the destructor is not virtual; hosts were built against that order of the virtual
+// operations.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
 /// Derive, override Main, Start. The destructor is not virtual: never delete an object through a
 /// pointer to CThread, and let the destructor of the class that overrides Main call Stop(1), so
 /// that Main has ended before its members go.
@@ -79,5 +86,9 @@ class KORVANTIDE_API CThread {
     struct Impl;
     std::shared_ptr<Impl> impl_;
 };
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 #endif

@@ -32,6 +32,8 @@ class Console : public ByteSource {
     /// says why.
     virtual bool write(std::string_view bytes) = 0;
     virtual bool flush() = 0;
+    /// Forgets what was typed ahead on a line that was read in part; before a question is asked.
+    virtual void dropTyped() {}
     /// One key without echo: its character code, kEndOfInput or kStopped. A key without a
     /// character gives 0 or 224 and then, at the next call, its scan code.
     virtual int readKey(StopQuery shouldStop) = 0;

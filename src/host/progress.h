@@ -13,6 +13,11 @@
 
 namespace korvant {
 
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
 /// Owns and refreshes the progress window. The object lives by shared ownership: the run holds
 /// one reference and the thread another, so that whoever ends last destroys it and nobody joins
 /// the thread from inside.
@@ -42,8 +47,9 @@ class CThreadedProgressText : public CThread {
 
   private:
     CThreadedProgressText(const ProgressBuffer& caption, const ProgressBuffer& text);
-    void refresh(ProgressWindow& window);
-    void pass(ProgressWindow* window, int& passes);
+    void refreshUntilEnd(ProgressWindow& window);
+    void applyVisibility(ProgressWindow& window);
+    void showNewText(ProgressWindow& window);
 
     const ProgressBuffer& caption_;
     const ProgressBuffer& text_;
@@ -54,9 +60,12 @@ class CThreadedProgressText : public CThread {
     std::atomic<bool> running_{true};
     std::atomic<bool> escapePressed_{false};
     std::atomic<bool> visible_{false};
-    std::atomic<bool> ended_{false};
     std::shared_ptr<CThreadedProgressText> self_;  ///< the thread's own reference
 };
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 /// Copies at most 99 bytes, each followed by a terminator. An empty text copies nothing, so the
 /// buffer keeps what it held: scripts hide the window that way.
@@ -65,8 +74,6 @@ void writeProgress(ProgressBuffer& buffer, std::string_view text) noexcept;
 void clearProgress(ProgressBuffer& buffer) noexcept;
 std::string readProgress(const ProgressBuffer& buffer);
 
-/// The function that scripts call.
-void showProgress(std::string_view caption, std::string_view text);
 /// Tells the progress display of the run, if any, to end, and forgets it.
 void endProgress(RunState& state);
 

@@ -39,6 +39,7 @@ struct RunState {
     std::shared_ptr<CThreadedProgressText> progress;
     ProgressBuffer progressCaption;
     ProgressBuffer progressText;
+    bool inputEnded = false;    ///< the end of the console's input was met and reported
     bool consoleReady = false;  ///< lazy set-up done in this configuration
 };
 

@@ -33,7 +33,7 @@ class ScriptConsole {
     void write(std::string_view bytes);
     /// Hands over what was printed, before anything else is shown or asked.
     void flush();
-    bool allocated() const noexcept { return allocated_ != nullptr; }
+    bool allocated() const;
     const ConsoleRecord& record() const noexcept { return record_; }
 
     /// 0 when no console is allocated.
@@ -43,7 +43,7 @@ class ScriptConsole {
     void moveCursor(std::int16_t column, std::int16_t row);
 
   private:
-    Console& current();
+    static Console& current();
     void allocate();
     void setUp();
     void noteFailure(bool written);

@@ -7,23 +7,16 @@
 #include <vector>
 
 #include "host/byte_source.h"
-#include "host/limits.h"
+#include "host/os_file.h"
 
 namespace korvant {
 
-/// Which files scripts may open.
-struct FileRules {
-    FileAccess access = FileAccess::all;
-    std::string folder;  ///< with FileAccess::oneFolder
-};
-
 /// A file that is read byte by byte through a buffer of its own. Pipes and devices are waited for
-/// only as long as the stop query says.
+/// until the stop query ends it.
 class InputFile final : public ByteSource {
   public:
     /// Null when it cannot be opened, is a folder, or the rules forbid it.
-    static std::unique_ptr<InputFile> open(std::string_view name, const FileRules& rules,
-                                           StopQuery shouldStop);
+    static std::unique_ptr<InputFile> open(std::string_view name, const FileRules& rules);
     ~InputFile() override;
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
@@ -51,14 +44,15 @@ class OutputFile {
     /// Null when it cannot be opened or the rules forbid it.
     static std::unique_ptr<OutputFile> open(std::string_view name, Mode mode,
                                             const FileRules& rules, StopQuery shouldStop);
-    /// Closes without a report.
+    /// Writes out and closes, waiting for nothing and without a report.
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
     void write(std::string_view bytes, StopQuery shouldStop);
-    /// Writes out and closes; the system error of the first failure, 0 for none.
-    int close(StopQuery shouldStop);
+    /// Writes out and closes; failure() afterwards.
+    void close(StopQuery shouldStop);
+    /// The system error of the first failure, ECANCELED for a wait that was stopped, 0 for none.
     int failure() const noexcept { return failure_; }
     const std::string& name() const noexcept { return name_; }
 

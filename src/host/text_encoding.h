@@ -8,6 +8,14 @@ namespace korvant {
 
 bool isValidUtf8(std::string_view bytes) noexcept;
 
+/// Length of the UTF-8 sequence that `bytes` begins with: 1 to 4, 0 when it begins with none, -1
+/// when it is one that breaks off at the end of `bytes`.
+int utf8SequenceLength(std::string_view bytes) noexcept;
+
+/// The code point of a Windows Western byte, and its UTF-8 form appended to `text`.
+char32_t westernCodePoint(unsigned char byte) noexcept;
+void appendUtf8(std::string& text, char32_t codePoint);
+
 /// UTF-8 to show: `bytes` as they stand where they are valid UTF-8, otherwise read as Windows
 /// Western, whose undefined bytes (0x81 0x8D 0x8F 0x90 0x9D) map to the code points of their own
 /// numbers, so that encodeWestern(decodeForDisplay(b)) == b for every b that is not UTF-8.
@@ -22,7 +30,8 @@ std::string encodeWestern(std::string_view utf8);
 /// True when every character of a UTF-8 text has a Windows Western byte.
 bool fitsWestern(std::string_view utf8) noexcept;
 
-/// What a user typed (UTF-8), as bytes for the script: Windows Western where it fits, else UTF-8.
+/// What a user typed (UTF-8), as bytes for the script: Windows Western where it fits and is shown
+/// as what was typed, else UTF-8. decodeForDisplay gives back what was typed.
 std::string encodeTyped(std::string_view utf8);
 
 }  // namespace korvant

@@ -1,0 +1,114 @@
+#include <sys/ioctl.h>
+
+#include <algorithm>
+#include <string>
+
+#include "host/posix_terminal.h"
+#include "host/terminal_state.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr std::uint16_t kForeground = 0x07, kForegroundBright = 0x08;
+constexpr std::uint16_t kBackground = 0x70, kBackgroundBright = 0x80;
+constexpr char kOwnColours[] = "\x1b[0m";
+
+/// Blue, green, red as the console counts them; red, green, blue as the terminal does.
+int terminalColour(int console) {
+    return (console & 1) << 2 | (console & 2) | (console & 4) >> 2;
+}
+
+std::string colourNumber(int colour, bool bright, int base, int own, int ownColour) {
+    if (colour == ownColour && !bright) return std::to_string(own);
+    return std::to_string(base + (bright ? 60 : 0) + terminalColour(colour));
+}
+
+}  // namespace
+
+std::string colourSequence(std::uint16_t attributes) {
+    const std::string foreground =
+        colourNumber(attributes & kForeground, (attributes & kForegroundBright) != 0, 30, 39, 7);
+    const std::string background = colourNumber((attributes & kBackground) >> 4,
+                                                (attributes & kBackgroundBright) != 0, 40, 49, 0);
+    return "\x1b[" + foreground + ";" + background + "m";
+}
+
+PosixTerminal::PosixTerminal(StreamInput& input, GatheredOutput& output, StopQuery shouldStop,
+                             const Options& options)
+    : PipeConsole(input, output, shouldStop), options_(options) {}
+
+PosixTerminal::~PosixTerminal() {
+    finishText();
+    ownColours();
+    output_.flushWithin(kPatience);
+}
+
+std::uint32_t PosixTerminal::allocate(ConsoleInfo& info) {
+    winsize size{};
+    const bool known = ::ioctl(options_.outputHandle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    info.columns = known ? size.ws_col : 80;
+    info.rows = known ? size.ws_row : 25;
+    info.attributes = kGreyOnBlack;
+    info.windowRows = info.rows;
+    return 0;
+}
+
+std::uint32_t PosixTerminal::release() {
+    ownColours();
+    return PipeConsole::release();
+}
+
+bool PosixTerminal::write(std::string_view bytes) {
+    if (options_.allowEscapes) return writePlain(bytes);
+    if (isPlainText(bytes) && !display_.waiting()) return writePlain(bytes);
+    shown_.clear();
+    display_.append(bytes, shown_);
+    return writePlain(shown_);
+}
+
+void PosixTerminal::finishText() {
+    shown_.clear();
+    display_.finish(shown_);
+    if (!shown_.empty()) writePlain(shown_);
+}
+
+bool PosixTerminal::flush() {
+    finishText();
+    return PipeConsole::flush();
+}
+
+void PosixTerminal::control(std::string_view sequence) {
+    finishText();
+    if (!options_.plain) writePlain(sequence);
+}
+
+void PosixTerminal::clear() {
+    control("\x1b[2J\x1b[H");
+}
+
+void PosixTerminal::setAttributes(std::uint16_t attributes) {
+    if (attributes == attributes_) return;
+    attributes_ = attributes;
+    noteColours(!options_.plain);
+    control(colourSequence(attributes));
+}
+
+void PosixTerminal::moveCursor(std::int16_t column, std::int16_t row) {
+    if (column < 0 || row < 0) return;
+    control("\x1b[" + std::to_string(row + 1) + ";" + std::to_string(column + 1) + "H");
+}
+
+void PosixTerminal::hide() {
+    finishText();
+    PipeConsole::hide();
+}
+
+void PosixTerminal::ownColours() {
+    if (attributes_ == kGreyOnBlack) return;
+    control(kOwnColours);
+    noteColours(false);
+    attributes_ = kGreyOnBlack;
+}
+
+}  // namespace korvant

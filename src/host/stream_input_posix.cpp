@@ -1,0 +1,88 @@
+#include <poll.h>
+#include <unistd.h>
+
+#include "host/key_codes.h"
+#include "host/os_file.h"
+#include "host/stream_input.h"
+#include "host/terminal_state.h"
+#include "host/text_encoding.h"
+
+namespace korvant {
+
+namespace {
+
+/// How long the rest of a key may be on its way; a lone escape byte is the Escape key after that.
+constexpr int kKeyGapMilliseconds = 30;
+
+bool moreIsComing(int handle) {
+    pollfd entry{handle, POLLIN, 0};
+    return ::poll(&entry, 1, kKeyGapMilliseconds) > 0;
+}
+
+}  // namespace
+
+StreamInput::StreamInput(int handle) : handle_(handle), terminal_(isTerminal(handle)) {}
+
+int StreamInput::bufferedChar() {
+    return next_ < bytes_.size() ? static_cast<unsigned char>(bytes_[next_++]) : -1;
+}
+
+int StreamInput::readChar(StopQuery shouldStop) {
+    const int state = next_ < bytes_.size() ? 0 : fill(shouldStop);
+    return state == 0 ? bufferedChar() : state;
+}
+
+int StreamInput::fill(StopQuery shouldStop) {
+    char piece[8192];
+    std::size_t got = 0;
+    const ReadState state = readSome(handle_, piece, sizeof piece, got, shouldStop);
+    if (state == ReadState::stopped) return kStopped;
+    if (state == ReadState::end) return kEndOfInput;
+    const std::string_view read(piece, got);
+    bytes_ = terminal_ ? encodeTyped(read) : std::string(read);
+    next_ = 0;
+    return 0;
+}
+
+void StreamInput::unreadChar(int byte) {
+    if (byte < 0) return;
+    if (next_ == 0)
+        bytes_.insert(bytes_.begin(), static_cast<char>(byte));
+    else
+        bytes_[--next_] = static_cast<char>(byte);
+}
+
+int StreamInput::readKey(StopQuery shouldStop) {
+    return terminal_ ? keyFromTerminal(shouldStop) : readChar(shouldStop);
+}
+
+int StreamInput::keyFromTerminal(StopQuery shouldStop) {
+    if (keys_.empty()) {
+        int state = 0;
+        const std::string bytes = readKeyBytes(shouldStop, state);
+        if (bytes.empty()) return state;
+        for (const int code : keyCodes(bytes)) keys_.push_back(code);
+    }
+    const int code = keys_.front();
+    keys_.pop_front();
+    return code;
+}
+
+std::string StreamInput::readKeyBytes(StopQuery shouldStop, int& state) {
+    const SingleKeyMode mode;
+    std::string bytes;
+    while (keyGoesOn(bytes)) {
+        if (!bytes.empty() && !moreIsComing(handle_)) break;
+        char byte = 0;
+        std::size_t got = 0;
+        const ReadState read = readSome(handle_, &byte, 1, got, shouldStop);
+        if (read != ReadState::bytes) {
+            state = read == ReadState::stopped ? kStopped : kEndOfInput;
+            break;
+        }
+        bytes.push_back(byte);
+    }
+    return bytes;
+}
+
+}  // namespace korvant

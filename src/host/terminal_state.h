@@ -1,0 +1,32 @@
+// The settings of the user's terminal, which are given back whatever happens.
+#pragma once
+
+namespace korvant {
+
+/// Remembers the settings of the terminal and gives them back at the program's exit and before
+/// any signal that ends or stops it. For a program of our own: it installs signal handlers where
+/// the system's own stand. `input`, `output`: its handles; they stay open for the process. Once in
+/// a process; further calls do nothing.
+void guardTerminal(int input, int output);
+
+/// While it lives, keys come one by one and without echo. Nothing without guardTerminal.
+class SingleKeyMode {
+  public:
+    SingleKeyMode();
+    ~SingleKeyMode();
+    SingleKeyMode(const SingleKeyMode&) = delete;
+    SingleKeyMode& operator=(const SingleKeyMode&) = delete;
+};
+
+/// Text attributes are to be put back in the end.
+void noteColours(bool inUse);
+
+/// `handler` is called for Ctrl+C and for the requests of the system to end (SIGTERM, SIGHUP);
+/// waits end early. The third one in a row, which nobody has answered, ends the program.
+void handleInterrupts(void (*handler)() noexcept);
+/// True when there was one since forgetInterrupts.
+bool interrupted() noexcept;
+/// The interrupts so far were answered.
+void forgetInterrupts();
+
+}  // namespace korvant
