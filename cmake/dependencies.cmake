@@ -32,4 +32,11 @@ if(KORVANT_WINDOWS_UI)
   target_compile_definitions(korvant_wx INTERFACE ${wxWidgets_DEFINITIONS})
   target_compile_options(korvant_wx INTERFACE ${wxWidgets_CXX_FLAGS})
   target_link_libraries(korvant_wx INTERFACE ${wxWidgets_LIBRARIES})
+  if(NOT WIN32)
+    # A host's own event loop is asked for at GTK itself, and the progress window is drawn over a
+    # display connection of its own.
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(KORVANT_NATIVE REQUIRED IMPORTED_TARGET gtk+-3.0 x11 xft)
+    target_link_libraries(korvant_wx INTERFACE PkgConfig::KORVANT_NATIVE)
+  endif()
 endif()

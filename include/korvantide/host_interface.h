@@ -1,0 +1,100 @@
+/* Plain C functions beside the entry points of korvantide.h: limits, and what became of a build or
+   a run. For hosts in any language, and for those that ask nobody through windows. Call them on the
+   thread of the entry points unless it says otherwise. Nothing is thrown and no memory changes
+   hands: a text belongs to the module and stays until the next call of an entry point. */
+#ifndef KORVANTIDE_HOST_INTERFACE_H
+#define KORVANTIDE_HOST_INTERFACE_H
+
+#include <stdint.h>
+
+#include "korvantide/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* What scripts may open. */
+enum KorvantFileAccess {
+    KORVANT_FILES_ALL = 0,
+    KORVANT_FILES_READ_ONLY = 1,
+    KORVANT_FILES_ONE_FOLDER = 2, /* read and write inside `fileFolder` */
+    KORVANT_FILES_NONE = 3
+};
+
+/* Bounds of all scripts of the process. Fill it with GetScriptLimits, change what should differ and
+   hand it to SetScriptLimits; fields that a later version adds keep their defaults that way. */
+typedef struct KorvantLimits {
+    uint32_t size;                  /* sizeof(KorvantLimits), set by the caller */
+    uint32_t callDepth;             /* calls inside each other; only where the engine has none */
+    uint64_t stringBytes;           /* one string */
+    uint64_t runBytes;              /* all strings and objects of a run */
+    uint64_t scriptBytes;           /* a script's text */
+    uint64_t scriptTokens;          /* tokens of a script's text */
+    uint64_t nameBytes;             /* one name in a script */
+    uint64_t hardCeilingMs;         /* a whole run, waiting for the user included; 0: none */
+    uint32_t nesting;               /* brackets inside each other */
+    uint32_t boxesBeforeStopButton; /* message boxes in a run before "Stop the script"; 0: never */
+    int32_t endOfInputEndsRun;      /* non-zero: reading past the end of the input stops the run */
+    int32_t restoreLocaleAfterRun;  /* non-zero: setLocale of a script ends with its run */
+    int32_t fileAccess;             /* KorvantFileAccess */
+    const char* fileFolder;         /* with KORVANT_FILES_ONE_FOLDER; copied; null: none */
+} KorvantLimits;
+
+/* Fills what `limits->size` has room for with the limits in force. */
+KORVANTIDE_API void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits);
+/* In force from the next compile or run. Null brings the defaults back. 1, or 0 when `size` or
+   `fileAccess` makes no sense: nothing changes then. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits);
+
+/* How the last run ended. */
+enum KorvantRunEnd {
+    KORVANT_RUN_FINISHED = 0, /* or is suspended at a line */
+    KORVANT_RUN_NOT_BUILT = 1,
+    KORVANT_RUN_NO_MAIN = 2,
+    KORVANT_RUN_NOT_PREPARED = 3,
+    KORVANT_RUN_TIMED_OUT = 4,
+    KORVANT_RUN_STOPPED = 5, /* by RequestScriptStop, Ctrl+C, Escape, or a button */
+    KORVANT_RUN_EXCEPTION = 6,
+    KORVANT_RUN_FAILED_OTHERWISE = 7
+};
+
+typedef struct KorvantRunResult {
+    uint32_t size;       /* sizeof(KorvantRunResult), set by the caller */
+    int32_t end;         /* KorvantRunEnd */
+    int32_t line;        /* 1-based line of the failure; 0: unknown */
+    uint32_t unwritten;  /* how many files could not be written; see GetUnwrittenFile */
+    const char* message; /* as the user was told it; empty, never null */
+} KorvantRunResult;
+
+KORVANTIDE_API void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result);
+/* "could not write FILE: reason"; null beyond the last one. */
+KORVANTIDE_API const char* KORVANTIDE_CALL GetUnwrittenFile(uint32_t index);
+
+enum KorvantMessageKind {
+    KORVANT_MESSAGE_ERROR = 0,
+    KORVANT_MESSAGE_WARNING = 1,
+    KORVANT_MESSAGE_INFORMATION = 2
+};
+
+typedef struct KorvantBuildMessage {
+    uint32_t size;    /* sizeof(KorvantBuildMessage), set by the caller */
+    int32_t kind;     /* KorvantMessageKind */
+    int32_t row;      /* 1-based; 0 or less: no line */
+    int32_t column;   /* 1-based */
+    const char* text; /* the compiler's words */
+} KorvantBuildMessage;
+
+/* Messages of the last build, at most 1,000. */
+KORVANTIDE_API uint32_t KORVANTIDE_CALL CountBuildMessages(void);
+/* 1, or 0 beyond the last one. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index, KorvantBuildMessage* message);
+
+/* Ends the run that is under way as soon as it can be ended. Safe from any thread and from a signal
+   handler. */
+KORVANTIDE_API void KORVANTIDE_CALL RequestScriptStop(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,125 @@
+// The plain C functions of the module: translations between its records and the host's.
+#include "korvantide/host_interface.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string>
+
+#include "host/script_session.h"
+
+using namespace korvant;
+
+namespace {
+
+static_assert(KORVANT_FILES_NONE == static_cast<int>(FileAccess::none));
+static_assert(KORVANT_RUN_FAILED_OTHERWISE == static_cast<int>(RunFailure::Kind::other));
+static_assert(KORVANT_RUN_NOT_BUILT == static_cast<int>(RunFailure::Kind::build));
+static_assert(KORVANT_MESSAGE_INFORMATION == static_cast<int>(BuildMessage::Kind::information));
+
+/// A caller of an older version has a shorter record: no more than that is touched.
+template <class Record>
+void handOver(const Record& full, Record* record) {
+    if (!record || record->size < sizeof record->size) return;
+    const std::uint32_t size = std::min<std::uint32_t>(record->size, sizeof full);
+    std::memcpy(record, &full, size);
+    record->size = size;
+}
+
+KorvantLimits toRecord(const Limits& limits) {
+    KorvantLimits record{};
+    record.size = sizeof record;
+    record.callDepth = limits.callDepth;
+    record.stringBytes = limits.stringBytes;
+    record.runBytes = limits.runBytes;
+    record.scriptBytes = limits.scriptBytes;
+    record.scriptTokens = limits.scriptTokens;
+    record.nameBytes = limits.nameBytes;
+    record.hardCeilingMs = limits.hardCeilingMs;
+    record.nesting = limits.nesting;
+    record.boxesBeforeStopButton = limits.boxesBeforeStopButton;
+    record.endOfInputEndsRun = limits.endOfInputEndsRun;
+    record.restoreLocaleAfterRun = limits.restoreLocaleAfterRun;
+    record.fileAccess = static_cast<std::int32_t>(limits.fileAccess);
+    record.fileFolder = limits.fileFolder.c_str();
+    return record;
+}
+
+std::size_t bounded(std::uint64_t bytes) {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(bytes, SIZE_MAX));
+}
+
+void takeOver(const KorvantLimits& record, Limits& limits) {
+    limits.callDepth = record.callDepth;
+    limits.stringBytes = bounded(record.stringBytes);
+    limits.runBytes = bounded(record.runBytes);
+    limits.scriptBytes = bounded(record.scriptBytes);
+    limits.scriptTokens = bounded(record.scriptTokens);
+    limits.nameBytes = bounded(record.nameBytes);
+    limits.hardCeilingMs = record.hardCeilingMs;
+    limits.nesting = record.nesting;
+    limits.boxesBeforeStopButton = record.boxesBeforeStopButton;
+    limits.endOfInputEndsRun = record.endOfInputEndsRun != 0;
+    limits.restoreLocaleAfterRun = record.restoreLocaleAfterRun != 0;
+    limits.fileAccess = static_cast<FileAccess>(record.fileAccess);
+    limits.fileFolder = record.fileFolder ? record.fileFolder : "";
+}
+
+}  // namespace
+
+void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits) {
+    handOver(toRecord(moduleSession().limits()), limits);
+}
+
+std::int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits) {
+    if (!limits) {
+        moduleSession().setLimits(Limits{});
+        return 1;
+    }
+    if (limits->size < sizeof limits->size || limits->size > sizeof *limits) return 0;
+    Limits changed = moduleSession().limits();
+    KorvantLimits record = toRecord(changed);
+    std::memcpy(&record, limits, limits->size);
+    if (record.fileAccess < KORVANT_FILES_ALL || record.fileAccess > KORVANT_FILES_NONE) return 0;
+    const std::string folder = record.fileFolder ? record.fileFolder : "";
+    record.fileFolder = folder.c_str();
+    takeOver(record, changed);
+    moduleSession().setLimits(changed);
+    return 1;
+}
+
+void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result) {
+    const RunFailure& failure = moduleSession().lastFailure();
+    KorvantRunResult full{};
+    full.size = sizeof full;
+    full.end = static_cast<std::int32_t>(failure.kind);
+    full.line = failure.line;
+    full.unwritten = static_cast<std::uint32_t>(failure.unwritten.size());
+    full.message = failure.text.c_str();
+    handOver(full, result);
+}
+
+const char* KORVANTIDE_CALL GetUnwrittenFile(std::uint32_t index) {
+    const auto& files = moduleSession().lastFailure().unwritten;
+    return index < files.size() ? files[index].c_str() : nullptr;
+}
+
+std::uint32_t KORVANTIDE_CALL CountBuildMessages(void) {
+    return static_cast<std::uint32_t>(moduleSession().buildMessages().count());
+}
+
+std::int32_t KORVANTIDE_CALL GetBuildMessage(std::uint32_t index, KorvantBuildMessage* message) {
+    const auto& messages = moduleSession().buildMessages().all();
+    if (index >= messages.size()) return 0;
+    const BuildMessage& found = messages[index];
+    KorvantBuildMessage full{};
+    full.size = sizeof full;
+    full.kind = static_cast<std::int32_t>(found.kind);
+    full.row = found.row;
+    full.column = found.column;
+    full.text = found.plain.c_str();
+    handOver(full, message);
+    return 1;
+}
+
+void KORVANTIDE_CALL RequestScriptStop(void) { moduleSession().requestStop(); }

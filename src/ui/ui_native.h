@@ -1,0 +1,46 @@
+// What the toolkit cannot say itself about the desktop and about the program it runs in. One
+// implementation for each platform.
+#pragma once
+
+#include <functional>
+
+class wxWindow;
+
+namespace korvant::ui::native {
+
+/// A display can be reached; cheap enough to ask before every start.
+bool displayReachable();
+/// Runs `start` so that the process stays as it was: its locale remains the host's.
+void keepingProcess(const std::function<void()>& start);
+/// From now on the process outlives its display. `lost` is called once from the event loop when
+/// the display has gone away. Only for an application object that is the module's own: a host
+/// decides this for its own windows.
+void surviveDisplay(void (*lost)());
+bool displayLost();
+
+/// An event loop runs that the toolkit does not know.
+bool foreignLoopRuns();
+/// Runs `call` from inside a loop that stands between the host's loop and those that `call` runs.
+void runInOwnLoop(const std::function<void()>& call);
+/// Takes what the display has sent so far, so that windows that were closed leave the screen.
+/// Runs no timer and no idle work.
+void drainEvents();
+
+/// Handles what waits for `window` and its children; everything else stays queued in its order.
+/// Runs no timer and no idle work, so that nothing of a host gets a turn inside a script.
+void pumpWindow(wxWindow& window);
+
+/// No window but this one gets input while the grab lives, those of a host with another toolkit
+/// included.
+class InputGrab {
+  public:
+    explicit InputGrab(wxWindow& window);
+    ~InputGrab();
+    InputGrab(const InputGrab&) = delete;
+    InputGrab& operator=(const InputGrab&) = delete;
+
+  private:
+    wxWindow& window_;
+};
+
+}  // namespace korvant::ui::native

@@ -1,0 +1,142 @@
+#include "ui/ui_runtime.h"
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/init.h>
+#include <wx/log.h>
+#include <wx/toplevel.h>
+
+#include <cstdio>
+
+#include "ui/ui_native.h"
+
+namespace korvant::ui {
+
+const char kModuleName[] = "KorvantIDE";
+const char kCompanyName[] = "ZVK-Korvant";
+
+namespace {
+
+struct Runtime {
+    ApplicationFactory factory = nullptr;
+    bool owned = false;
+    bool told = false;
+    int depth = 0;
+    LoopGuard* innermost = nullptr;
+};
+
+/// Never destroyed, so that nothing of it runs at exit.
+Runtime& runtime() {
+    static Runtime* const instance = new Runtime;
+    return *instance;
+}
+
+wxApp* makeApplication() {
+    const auto factory = runtime().factory;
+    return factory ? factory() : new wxApp;
+}
+
+/// The toolkit takes its program's name from the first argument and keeps the pointers.
+bool enterToolkit() {
+    static wxChar name[] = wxT("KorvantIDE");
+    static wxChar* arguments[] = {name, nullptr};
+    static int count = 1;
+    count = 1;
+    return wxEntryStart(count, arguments);
+}
+
+/// An application that ends with its last window would end with the first dialog here.
+bool startOwnApplication() {
+    wxApp::SetInstance(makeApplication());
+    bool started = false;
+    native::keepingProcess([&] {
+        const wxLogNull silence;
+        started = enterToolkit() && wxTheApp->CallOnInit();
+    });
+    if (!started) return false;
+    if (wxApp* application = dynamic_cast<wxApp*>(wxTheApp)) {
+        application->SetExitOnFrameDelete(false);
+        application->SetAppName(kModuleName);
+        application->SetVendorName(kCompanyName);
+    }
+    return true;
+}
+
+/// A host without a loop of the toolkit's would not take closed windows down.
+void settle() {
+    if (!ownsApplication() || !toolkitUsable() || wxEventLoopBase::GetActive()) return;
+    wxTheApp->ProcessPendingEvents();
+    wxTheApp->ProcessIdle();
+    native::drainEvents();
+}
+
+bool isShown(wxWindow* window) {
+    return window && window->IsShownOnScreen();
+}
+
+}  // namespace
+
+void endLoops() {
+    for (LoopGuard* guard = runtime().innermost; guard; guard = guard->previous_) guard->end_();
+}
+
+void setApplicationFactory(ApplicationFactory factory) {
+    runtime().factory = factory;
+}
+
+bool startToolkit() {
+    Runtime& self = runtime();
+    if (wxTheApp) return toolkitUsable();
+    if (!native::displayReachable() || !startOwnApplication()) return false;
+    self.owned = true;
+    native::surviveDisplay([] { endLoops(); });
+    return true;
+}
+
+bool toolkitUsable() {
+    return wxTheApp && wxTheApp->IsGUI() && !native::displayLost();
+}
+
+bool ownsApplication() {
+    return runtime().owned;
+}
+
+void runModal(const std::function<void()>& modalCall) {
+    if (native::foreignLoopRuns())
+        native::runInOwnLoop(modalCall);
+    else
+        modalCall();
+    settle();
+}
+
+wxWindow* dialogParent() {
+    wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
+    if (isShown(active)) return active;
+    wxWindow* main = wxTheApp ? wxTheApp->GetTopWindow() : nullptr;
+    return isShown(main) ? main : nullptr;
+}
+
+LoopGuard::LoopGuard(std::function<void()> end)
+    : end_(std::move(end)), previous_(runtime().innermost) {
+    runtime().innermost = this;
+}
+
+LoopGuard::~LoopGuard() {
+    runtime().innermost = previous_;
+}
+
+void sayNoDisplay() {
+    if (runtime().told) return;
+    runtime().told = true;
+    std::fputs("korvantide: no display; dialogs are answered as if they had been closed\n", stderr);
+}
+
+void switchUi(bool enter) {
+    Runtime& self = runtime();
+    if (enter)
+        ++self.depth;
+    else if (self.depth > 0 && --self.depth == 0)
+        settle();
+}
+
+}  // namespace korvant::ui

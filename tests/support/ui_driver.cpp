@@ -1,0 +1,189 @@
+#include "support/ui_driver.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+#include <wx/app.h>
+#include <wx/dialog.h>
+#include <wx/evtloop.h>
+#include <wx/toplevel.h>
+
+#include <cstdlib>
+
+#include "ui/ui_runtime.h"
+
+namespace korvant::test {
+namespace {
+
+constexpr int kTickMs = 4;
+
+class Ticker : public wxTimer {
+  public:
+    explicit Ticker(std::function<void()> tick) : tick_(std::move(tick)) { Start(kTickMs); }
+    void Notify() override { tick_(); }
+
+  private:
+    std::function<void()> tick_;
+};
+
+std::string openWindows() {
+    std::string list;
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* top = dynamic_cast<wxTopLevelWindow*>(window);
+        if (!top || !top->IsShown()) continue;
+        list += " \"" + std::string(top->GetTitle().utf8_str()) + "\"";
+        if (top->IsActive()) list += "*";
+    }
+    return list.empty() ? " none" : list;
+}
+
+void closeEverything() {
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* dialog = dynamic_cast<wxDialog*>(window);
+        if (dialog && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
+    }
+    if (auto* loop = wxEventLoopBase::GetActive(); loop && loop->IsRunning()) loop->ScheduleExit();
+}
+
+}  // namespace
+
+wxTopLevelWindow* findWindow(const wxString& title) {
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* top = dynamic_cast<wxTopLevelWindow*>(window);
+        if (top && top->IsShownOnScreen() && top->GetTitle() == title) return top;
+    }
+    return nullptr;
+}
+
+wxTopLevelWindow* findActive(const wxString& title) {
+    wxTopLevelWindow* top = findWindow(title);
+    return top && top->IsActive() ? top : nullptr;
+}
+
+UiDriver::UiDriver() {
+    if (!ui::startToolkit()) {
+        ADD_FAILURE() << "no display";
+        failed_ = true;
+        return;
+    }
+    waitingSince_ = std::chrono::steady_clock::now();
+    timer_ = std::make_unique<Ticker>([this] { step(); });
+}
+
+UiDriver::~UiDriver() = default;
+
+UiDriver& UiDriver::when(const std::string& what, Condition ready, Action act) {
+    steps_.push_back({what, std::move(ready), std::move(act)});
+    return *this;
+}
+
+UiDriver& UiDriver::run(Action act) {
+    return when(
+        "its turn", [] { return true; }, std::move(act));
+}
+
+UiDriver& UiDriver::window(const wxString& title) {
+    return when("window \"" + std::string(title.utf8_str()) + "\"",
+                [title] { return findActive(title) != nullptr && wxWindow::FindFocus(); });
+}
+
+UiDriver& UiDriver::gone(const wxString& title) {
+    return when("end of window \"" + std::string(title.utf8_str()) + "\"",
+                [title] { return findWindow(title) == nullptr; });
+}
+
+UiDriver& UiDriver::key(int code, int modifiers) {
+    return run([code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
+}
+
+UiDriver& UiDriver::type(const std::string& text) {
+    return run([text] { wxUIActionSimulator().Text(text.c_str()); });
+}
+
+UiDriver& UiDriver::click(std::function<wxWindow*()> target, int button) {
+    return when(
+        "something to click", [target] { return target() != nullptr; },
+        [target, button] {
+            const wxRect place = target()->GetScreenRect();
+            wxUIActionSimulator simulator;
+            simulator.MouseMove(place.x + place.width / 2, place.y + place.height / 2);
+            simulator.MouseClick(button);
+        });
+}
+
+UiDriver& UiDriver::dragIn(std::function<wxWindow*()> target, wxPoint from, wxPoint to) {
+    return when(
+        "something to drag in", [target] { return target() != nullptr; },
+        [target, from, to] {
+            wxUIActionSimulator simulator;
+            simulator.MouseMove(target()->ClientToScreen(from));
+            simulator.MouseDown();
+            simulator.MouseMove(target()->ClientToScreen((from + to) / 2));
+            simulator.MouseMove(target()->ClientToScreen(to));
+            simulator.MouseUp();
+        });
+}
+
+UiDriver& UiDriver::close(const wxString& title) {
+    return when(
+        "window to close", [title] { return findWindow(title) != nullptr; },
+        [title] { findWindow(title)->Close(); });
+}
+
+UiDriver& UiDriver::picture(const std::string& name) {
+    const char* folder = std::getenv("KORVANT_SCREENSHOTS");
+    if (!folder) return *this;
+    return run([path = std::string(folder) + "/" + name + ".png"] { saveScreen(path); });
+}
+
+bool UiDriver::finish() {
+    wxEventLoop loop;
+    when(
+        "the end", [] { return true; }, [&loop] { loop.ScheduleExit(); });
+    loop.Run();
+    return done();
+}
+
+void UiDriver::step() {
+    if (acting_ || failed_ || steps_.empty()) return;
+    if (!steps_.front().ready()) {
+        if (std::chrono::steady_clock::now() - waitingSince_ > kPatience) fail(steps_.front().what);
+        return;
+    }
+    const Step next = std::move(steps_.front());
+    steps_.pop_front();
+    acting_ = true;  // the simulator lets events pass, and with them this timer
+    if (next.act) next.act();
+    acting_ = false;
+    waitingSince_ = std::chrono::steady_clock::now();
+}
+
+void UiDriver::fail(const std::string& what) {
+    failed_ = true;
+    ADD_FAILURE() << "waited too long for " << what << "; open windows:" << openWindows();
+    if (const char* folder = std::getenv("KORVANT_SCREENSHOTS"))
+        saveScreen(std::string(folder) + "/timeout.png");
+    if (onTimeout) onTimeout();
+    closeEverything();
+}
+
+void saveScreen(const std::string& path) {
+    GdkWindow* root = gdk_get_default_root_window();
+    GdkPixbuf* picture = gdk_pixbuf_get_from_window(root, 0, 0, gdk_window_get_width(root),
+                                                    gdk_window_get_height(root));
+    if (!picture) return;
+    gdk_pixbuf_save(picture, path.c_str(), "png", nullptr, "compression", "9", nullptr);
+    g_object_unref(picture);
+}
+
+namespace detail {
+
+wxWindow* nthChild(const wxWindow* parent, int& index, const std::function<bool(wxWindow*)>& test) {
+    for (wxWindow* child : parent->GetChildren()) {
+        if (test(child) && index-- == 0) return child;
+        if (wxWindow* found = nthChild(child, index, test)) return found;
+    }
+    return nullptr;
+}
+
+}  // namespace detail
+}  // namespace korvant::test

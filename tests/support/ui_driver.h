@@ -1,0 +1,103 @@
+// Presses real keys in real windows while a call under test shows them.
+#pragma once
+
+#include <wx/timer.h>
+#include <wx/uiaction.h>
+#include <wx/window.h>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+class wxTopLevelWindow;
+
+namespace korvant::test {
+
+/// The visible top-level window with this title; null for none.
+wxTopLevelWindow* findWindow(const wxString& title);
+/// The same, and it is the one that gets the keys.
+wxTopLevelWindow* findActive(const wxString& title);
+
+/// A visible descendant of `parent` of this class, the `index`-th in creation order; null for none.
+template <class Control>
+Control* findChild(const wxWindow* parent, int index = 0);
+
+/// A script of steps that runs inside the event loops of the call under test. A step waits for its
+/// condition and then acts; nothing ever sleeps. A step that waits too long fails the test and
+/// closes whatever is open, so that the call under test returns.
+///
+///     UiDriver driver;
+///     driver.window("Question").key(WXK_RETURN);
+///     EXPECT_EQ(ask(), box_button::kYes);
+///     EXPECT_TRUE(driver.done());
+class UiDriver {
+  public:
+    using Condition = std::function<bool()>;
+    using Action = std::function<void()>;
+
+    /// Starts the toolkit; without a display the test fails.
+    UiDriver();
+    ~UiDriver();
+    UiDriver(const UiDriver&) = delete;
+    UiDriver& operator=(const UiDriver&) = delete;
+
+    UiDriver& when(const std::string& what, Condition ready, Action act = {});
+    UiDriver& run(Action act);
+    /// Waits until the window with this title has the keyboard.
+    UiDriver& window(const wxString& title);
+    UiDriver& gone(const wxString& title);
+    UiDriver& key(int code, int modifiers = wxMOD_NONE);
+    /// Letters, digits and the signs of numbers.
+    UiDriver& type(const std::string& text);
+    /// Clicks into the middle of a window that the step finds when its turn comes.
+    UiDriver& click(std::function<wxWindow*()> target, int button = wxMOUSE_BTN_LEFT);
+    UiDriver& dragIn(std::function<wxWindow*()> target, wxPoint from, wxPoint to);
+    /// Sends the close request of a window manager.
+    UiDriver& close(const wxString& title);
+    /// Keeps a picture of the whole screen as NAME.png, if KORVANT_SCREENSHOTS names a folder.
+    UiDriver& picture(const std::string& name);
+
+    /// All steps have been taken.
+    bool done() const { return steps_.empty() && !failed_; }
+    /// Runs a loop of its own until all steps have been taken; for windows that are not modal.
+    bool finish();
+    /// Called when a step has waited too long, before windows are closed.
+    Action onTimeout;
+
+    static constexpr std::chrono::seconds kPatience{20};
+
+  private:
+    struct Step {
+        std::string what;
+        Condition ready;
+        Action act;
+    };
+
+    void step();
+    void fail(const std::string& what);
+
+    std::unique_ptr<wxTimer> timer_;  ///< made once the toolkit runs
+    std::deque<Step> steps_;
+    std::chrono::steady_clock::time_point waitingSince_;
+    bool acting_ = false;
+    bool failed_ = false;
+};
+
+/// Writes a picture of the screen, or of one window of ours.
+void saveScreen(const std::string& path);
+
+namespace detail {
+wxWindow* nthChild(const wxWindow* parent, int& index, const std::function<bool(wxWindow*)>& test);
+}
+
+template <class Control>
+Control* findChild(const wxWindow* parent, int index) {
+    if (!parent) return nullptr;
+    return dynamic_cast<Control*>(detail::nthChild(parent, index, [](wxWindow* window) {
+        return dynamic_cast<Control*>(window) != nullptr && window->IsShown();
+    }));
+}
+
+}  // namespace korvant::test

@@ -1,0 +1,87 @@
+// The message box, answered with real keys.
+#include <gtest/gtest.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/toplevel.h>
+
+#include <string>
+#include <vector>
+
+#include "host/frontend.h"
+#include "korvantide/script_object.h"
+#include "support/ui_driver.h"
+#include "ui/clipboard.h"
+#include "ui/html_view.h"
+#include "ui/message_box_dialog.h"
+#include "ui/remembered_answers.h"
+
+using namespace korvant;
+using korvant::test::findActive;
+using korvant::test::findChild;
+using korvant::test::findWindow;
+using korvant::test::UiDriver;
+
+namespace {
+
+MessageBoxRequest box(std::uint32_t style, const std::string& text = "Carry on?") {
+    MessageBoxRequest request;
+    request.caption = "Box";
+    request.text = text;
+    request.style = style;
+    return request;
+}
+
+int ask(UiDriver& driver, const MessageBoxRequest& request) {
+    const int answer = ui::showMessageBox(request);
+    EXPECT_TRUE(driver.done());
+    return answer;
+}
+
+int answerTo(const MessageBoxRequest& request, const std::vector<int>& keys) {
+    UiDriver driver;
+    driver.window("Box");
+    for (const int key : keys) driver.key(key);
+    return ask(driver, request);
+}
+
+TEST(MessageBox, KeysAnswer) {
+    using namespace box_style;
+    using namespace box_button;
+    struct Case {
+        std::uint32_t style;
+        std::vector<int> keys;
+        int answer;
+    };
+    const Case cases[] = {
+        {box_style::kOk, {WXK_RETURN}, box_button::kOk},
+        {box_style::kOk, {WXK_ESCAPE}, box_button::kOk},
+        {kOkCancel, {WXK_RETURN}, box_button::kOk},
+        {kOkCancel | kIconWarning, {WXK_RETURN}, kCancel},
+        {kOkCancel | kIconError, {WXK_LEFT, WXK_RETURN}, box_button::kOk},
+        {box_style::kYesNo, {'Y'}, kYes},
+        {box_style::kYesNo | kIconQuestion, {'N'}, kNo},
+        {box_style::kYesNo, {WXK_ESCAPE}, kNo},
+        {kYesNoCancel, {WXK_ESCAPE}, kCancel},
+        {kYesNoCancel, {WXK_RIGHT, WXK_RETURN}, kNo},
+        {kYesNoCancel, {WXK_TAB, WXK_TAB, WXK_SPACE}, kCancel},
+        {kAbortRetryIgnore, {WXK_ESCAPE}, 0},
+        {kAbortRetryIgnore, {'R'}, kRetry},
+        {kContinueAbort, {WXK_LEFT, WXK_RETURN}, kAbort},
+        {box_style::kYesNo | box_style::kYesToAll, {WXK_RIGHT, WXK_RETURN}, box_button::kYesToAll},
+        {kYesNoCancel | box_style::kYesToAll | box_style::kNoToAll,
+         {WXK_RIGHT, WXK_RIGHT, WXK_RIGHT, WXK_RETURN},
+         box_button::kNoToAll},
+    };
+    for (const Case& c : cases) EXPECT_EQ(answerTo(box(c.style), c.keys), c.answer) << c.style;
+}
+
+TEST(MessageBox, ClosingAnswersLikeEscape) {
+    for (const auto& [style, answer] :
+         {std::pair{box_style::kYesNo, box_button::kNo}, {box_style::kAbortRetryIgnore, 0}}) {
+        UiDriver driver;
+        driver.window("Box").close("Box");
+        EXPECT_EQ(ask(driver, box(style)), answer);
+    }
+}
+
+}  // namespace
