@@ -90,18 +90,15 @@ struct RealText {
     bool negative = false;
     bool hexadecimal = false;
     bool complete = false;  ///< reads as a value
-    bool tooLong = false;
+    std::size_t limit = kWordBytes;
+    bool tooLong() const { return digits.size() > limit; }
 };
 
 /// Digits; how many there were.
 std::size_t takeDigits(Reader& reader, RealText& text) {
     const int base = text.hexadecimal ? 16 : 10;
     std::size_t count = 0;
-    for (; digitValue(reader.ahead()) < base; ++count) {
-        text.tooLong = text.digits.size() >= kWordBytes;
-        if (text.tooLong) break;
-        reader.take(text.digits);
-    }
+    for (; digitValue(reader.ahead()) < base && !text.tooLong(); ++count) reader.take(text.digits);
     return count;
 }
 
@@ -115,7 +112,7 @@ void takeExponent(Reader& reader, RealText& text) {
     else if (reader.next('+'))
         reader.skip();
     text.complete = isDigit(reader.ahead());
-    while (isDigit(reader.ahead()) && text.digits.size() < kWordBytes) reader.take(text.digits);
+    while (isDigit(reader.ahead()) && !text.tooLong()) reader.take(text.digits);
 }
 
 void takeNumber(Reader& reader, RealText& text) {
@@ -141,8 +138,9 @@ void takeNamed(Reader& reader, RealText& text, std::string_view name) {
     text.complete = text.digits == name || text.digits == "inf";
 }
 
-RealText takeReal(Reader& reader) {
+RealText takeReal(Reader& reader, std::size_t limit) {
     RealText text;
+    text.limit = limit;
     text.negative = takeSign(reader);
     if (reader.next('i'))
         takeNamed(reader, text, "infinity");
@@ -188,14 +186,14 @@ Real realOf(const RealText& text) {
 }
 
 template <class Real>
-ScanState scanReal(ByteSource& source, StopQuery shouldStop, Real& value) {
+ScanState scanReal(ByteSource& source, StopQuery shouldStop, Real& value, std::size_t limit) {
     value = 0;
     Reader reader(source, shouldStop);
     reader.skipBlanks();
     if (reader.ahead() < 0) return reader.trouble();
-    const RealText text = takeReal(reader);
+    const RealText text = takeReal(reader, limit);
     if (reader.stopped()) return ScanState::stopped;
-    if (text.tooLong) return ScanState::tooLong;
+    if (text.tooLong()) return ScanState::tooLong;
     if (!text.complete) return ScanState::failed;
     value = realOf<Real>(text);
     return ScanState::converted;
@@ -220,13 +218,13 @@ std::int32_t saturated(std::int64_t value) {
 
 }  // namespace
 
-ScanState scanWord(ByteSource& source, StopQuery shouldStop, std::string& word) {
+ScanState scanWord(ByteSource& source, StopQuery shouldStop, std::string& word, std::size_t limit) {
     word.clear();
     Reader reader(source, shouldStop);
     reader.skipBlanks();
     if (reader.ahead() < 0) return reader.trouble();
     while (reader.ahead() >= 0 && !isBlank(reader.ahead())) {
-        if (word.size() == kWordBytes) {
+        if (word.size() == limit) {
             word.clear();
             return ScanState::tooLong;
         }
@@ -251,12 +249,12 @@ ScanState scanInt(ByteSource& source, StopQuery shouldStop, std::int32_t& value)
     return ScanState::converted;
 }
 
-ScanState scanDouble(ByteSource& source, StopQuery shouldStop, double& value) {
-    return scanReal(source, shouldStop, value);
+ScanState scanDouble(ByteSource& source, StopQuery shouldStop, double& value, std::size_t limit) {
+    return scanReal(source, shouldStop, value, limit);
 }
 
 ScanState scanFloat(ByteSource& source, StopQuery shouldStop, float& value) {
-    return scanReal(source, shouldStop, value);
+    return scanReal(source, shouldStop, value, kWordBytes);
 }
 
 }  // namespace korvant

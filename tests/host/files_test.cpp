@@ -1,0 +1,225 @@
+// The files of a run: rules, buffers, pipes, devices, and what could not be written.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+#include "host/script_files.h"
+#include "support/temporary_folder.h"
+
+namespace korvant {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using Mode = OutputFile::Mode;
+using test::readFile;
+using test::TemporaryFolder;
+using test::writeFile;
+
+const FileRules kAll;
+
+bool stopAtOnce() {
+    return true;
+}
+
+std::string readAll(InputFile& file) {
+    std::string bytes;
+    for (int byte; (byte = file.readChar(nullptr)) >= 0;) bytes.push_back(static_cast<char>(byte));
+    return bytes;
+}
+
+void put(const std::string& name, Mode mode, std::string_view text) {
+    const auto file = OutputFile::open(name, mode, kAll, nullptr);
+    ASSERT_TRUE(file);
+    file->write(text, nullptr);
+    file->close(nullptr);
+    EXPECT_EQ(0, file->failure());
+}
+
+TEST(Files, EveryByteIsWrittenAndReadBack) {
+    const TemporaryFolder folder;
+    std::string bytes;
+    for (int i = 0; i < 300'000; ++i) bytes.push_back(static_cast<char>(i * 7 % 256));
+    put(folder.file("data"), Mode::truncate, bytes);
+    EXPECT_EQ(bytes, readFile(folder.file("data")));
+    const auto file = InputFile::open(folder.file("data"), kAll);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(bytes, readAll(*file));
+}
+
+TEST(Files, TruncatingAndAppendingAreDifferentThings) {
+    const TemporaryFolder folder;
+    const std::string name = folder.file("log");
+    put(name, Mode::append, "a");
+    put(name, Mode::append, "b");
+    EXPECT_EQ("ab", readFile(name));
+    put(name, Mode::truncate, "c");
+    EXPECT_EQ("c", readFile(name));
+}
+
+TEST(Files, TheBufferHoldsItsSizeAndLosesNothingAroundIt) {
+    const TemporaryFolder folder;
+    for (const std::size_t first : {std::size_t{0}, OutputFile::kBufferBytes - 1,
+                                    OutputFile::kBufferBytes, OutputFile::kBufferBytes + 1}) {
+        const auto file = OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr);
+        const std::string a(first, 'a'), b(OutputFile::kBufferBytes * 2, 'b');
+        for (const std::string& text : {a, "x"s, b, "y"s}) file->write(text, nullptr);
+        file->close(nullptr);
+        EXPECT_EQ(a + "x" + b + "y", readFile(folder.file("out"))) << first;
+    }
+}
+
+TEST(Files, AByteGoesBackEvenAtTheEdgeOfTheBuffer) {
+    const TemporaryFolder folder;
+    writeFile(folder.file("in"), std::string((64 << 10) - 1, 'a') + "bc");
+    const auto file = InputFile::open(folder.file("in"), kAll);
+    for (int i = 0; i < (64 << 10) - 1; ++i) ASSERT_EQ('a', file->readChar(nullptr));
+    ASSERT_EQ('b', file->readChar(nullptr));
+    file->unreadChar('b');
+    EXPECT_EQ("bc", readAll(*file));
+    EXPECT_EQ(ByteSource::kEndOfInput, file->readChar(nullptr));
+    file->unreadChar(ByteSource::kEndOfInput);
+    EXPECT_EQ(ByteSource::kEndOfInput, file->readChar(nullptr));
+}
+
+TEST(Files, WhatCannotBeOpenedIsNotOpened) {
+    const TemporaryFolder folder;
+    writeFile(folder.file("data.txt"), "x");
+    for (const std::string& name : {""s, folder.file("missing"), folder.path().string(),
+                                    folder.file("data.txt") + "\0.txt"s, "/no/such/folder/file"s})
+        EXPECT_FALSE(InputFile::open(name, kAll)) << name;
+    for (const std::string& name : {""s, folder.path().string(), folder.file("x") + "\0y"s,
+                                    "/no/such/folder/file"s, folder.file("data.txt") + "/x"})
+        EXPECT_FALSE(OutputFile::open(name, Mode::truncate, kAll, nullptr)) << name;
+    EXPECT_FALSE(fs::exists(folder.file("x")));
+}
+
+TEST(Files, TheRulesAreKept) {
+    const TemporaryFolder folder, other;
+    writeFile(folder.file("in"), "i");
+    writeFile(other.file("secret"), "s");
+    struct Case {
+        FileAccess access;
+        bool readInside, readOutside, writeInside, writeOutside;
+    };
+    const Case cases[] = {
+        {FileAccess::all, true, true, true, true},
+        {FileAccess::readOnly, true, true, false, false},
+        {FileAccess::oneFolder, true, false, true, false},
+        {FileAccess::none, false, false, false, false},
+    };
+    for (const Case& each : cases) {
+        const FileRules rules{each.access, folder.path().string()};
+        const auto mayWrite = [&](const std::string& name) {
+            return OutputFile::open(name, Mode::append, rules, nullptr) != nullptr;
+        };
+        EXPECT_EQ(each.readInside, !!InputFile::open(folder.file("in"), rules));
+        EXPECT_EQ(each.readOutside, !!InputFile::open(other.file("secret"), rules));
+        EXPECT_EQ(each.writeInside, mayWrite(folder.file("out")));
+        EXPECT_EQ(each.writeOutside, mayWrite(other.file("new")));
+        fs::remove(folder.file("out"));
+        EXPECT_EQ(each.writeOutside, fs::remove(other.file("new")));
+    }
+}
+
+TEST(Files, NoWayLeadsOutOfTheOneFolder) {
+    const TemporaryFolder folder, other;
+    writeFile(other.file("secret"), "keep me");
+    fs::create_symlink(other.file("secret"), folder.file("link"));
+    fs::create_symlink(other.file("new"), folder.file("dangling"));
+    fs::create_directory_symlink(other.path(), folder.path() / "way");
+    const FileRules rules{FileAccess::oneFolder, folder.path().string()};
+    const std::string up = folder.path().string() + "/../" + other.path().filename().string();
+    const std::string sibling = folder.path().string() + "-sibling";
+    for (const std::string& name :
+         {folder.file("link"), folder.file("way/secret"), up + "/secret", other.file("secret")}) {
+        EXPECT_FALSE(InputFile::open(name, rules)) << name;
+        EXPECT_FALSE(OutputFile::open(name, Mode::truncate, rules, nullptr)) << name;
+    }
+    for (const std::string& name :
+         {folder.file("dangling"), folder.file("way/new"), up + "/new", sibling})
+        EXPECT_FALSE(OutputFile::open(name, Mode::truncate, rules, nullptr)) << name;
+    EXPECT_EQ("keep me", readFile(other.file("secret")));
+    EXPECT_FALSE(fs::exists(other.file("new")));
+    EXPECT_FALSE(fs::exists(sibling));
+}
+
+TEST(Files, AFullDiskIsToldOnceAndStopsNothing) {
+    const auto file = OutputFile::open("/dev/full", Mode::truncate, kAll, nullptr);
+    ASSERT_TRUE(file);
+    for (int i = 0; i < 4; ++i) file->write(std::string(50'000, 'x'), nullptr);
+    EXPECT_EQ(ENOSPC, file->failure());
+    file->close(nullptr);
+    EXPECT_EQ(ENOSPC, file->failure());
+}
+
+TEST(Files, AClosedPipeEndsTheWriteAndNotTheProcess) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(0, ::mkfifo(folder.file("pipe").c_str(), 0600));
+    const int reader = ::open(folder.file("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    const auto file = OutputFile::open(folder.file("pipe"), Mode::truncate, kAll, nullptr);
+    ASSERT_TRUE(file);
+    ::close(reader);
+    file->write("text", nullptr);
+    file->close(nullptr);
+    EXPECT_EQ(EPIPE, file->failure());
+    struct sigaction action {};
+    sigaction(SIGPIPE, nullptr, &action);
+    EXPECT_EQ(SIG_DFL, action.sa_handler);  // the host's handling is as it was
+}
+
+TEST(Files, APipeIsWaitedForUntilTheStop) {
+    const TemporaryFolder folder;
+    const std::string name = folder.file("pipe");
+    ASSERT_EQ(0, ::mkfifo(name.c_str(), 0600));
+    EXPECT_FALSE(OutputFile::open(name, Mode::truncate, kAll, stopAtOnce));
+    const auto input = InputFile::open(name, kAll);
+    ASSERT_TRUE(input);
+    EXPECT_EQ(ByteSource::kStopped, input->readChar(stopAtOnce));
+    std::thread writer([&] { writeFile(name, "late"); });
+    EXPECT_EQ("late", readAll(*input));
+    writer.join();
+}
+
+TEST(Files, AReaderThatDoesNotReadIsWaitedForUntilTheStop) {
+    const TemporaryFolder folder;
+    const std::string name = folder.file("pipe");
+    ASSERT_EQ(0, ::mkfifo(name.c_str(), 0600));
+    const int reader = ::open(name.c_str(), O_RDONLY | O_NONBLOCK);
+    const auto file = OutputFile::open(name, Mode::truncate, kAll, nullptr);
+    ASSERT_TRUE(file);
+    for (int i = 0; i < 4; ++i) file->write(std::string(60'000, 'x'), stopAtOnce);
+    file->close(stopAtOnce);
+    EXPECT_EQ(ECANCELED, file->failure());
+    ::close(reader);
+}
+
+TEST(Files, NoOpenFileIsInheritedOrLeftOver) {
+    const TemporaryFolder folder;
+    const auto handles = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = handles();
+    for (int i = 0; i < 2000; ++i) {
+        ASSERT_TRUE(OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr));
+        ASSERT_TRUE(InputFile::open(folder.file("out"), kAll));
+    }
+    EXPECT_EQ(before, handles());
+    const auto file = OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr);
+    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        if (fs::read_symlink(entry.path(), gone) != folder.file("out")) continue;
+        const int handle = std::stoi(entry.path().filename().string());
+        EXPECT_TRUE(::fcntl(handle, F_GETFD) & FD_CLOEXEC);
+    }
+}
+
+}  // namespace
+}  // namespace korvant
