@@ -25,20 +25,25 @@ bool isAddonArray(const asITypeInfo* type) {
            std::strcmp(type->GetName(), "array") == 0;
 }
 
-DeferredGlobals::DeferredGlobals(asIScriptEngine* engine)
-    : engine_(engine), previous_(engine->GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD)) {
+BuildSettings::BuildSettings(asIScriptEngine* engine)
+    : engine_(engine),
+      globalsAfterBuild_(engine->GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD)),
+      withoutLines_(engine->GetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES)) {
     engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
+    engine_->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, 0);
 }
 
-DeferredGlobals::~DeferredGlobals() {
-    engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, previous_);
+BuildSettings::~BuildSettings() {
+    engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, globalsAfterBuild_);
+    engine_->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, withoutLines_);
 }
 
 void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth) {
-    if (engine->GetEngineProperty(asEP_MAX_CALL_STACK_SIZE) != 0 ||
-        engine->GetEngineProperty(asEP_MAX_STACK_SIZE) != 0)
-        return;
-    engine->SetEngineProperty(asEP_MAX_CALL_STACK_SIZE, depth);
+    constexpr asPWORD kStackBytes = asPWORD{128} << 20;
+    if (engine->GetEngineProperty(asEP_MAX_CALL_STACK_SIZE) == 0)
+        engine->SetEngineProperty(asEP_MAX_CALL_STACK_SIZE, depth);
+    if (engine->GetEngineProperty(asEP_MAX_STACK_SIZE) == 0)
+        engine->SetEngineProperty(asEP_MAX_STACK_SIZE, kStackBytes);
 }
 
 }  // namespace korvant

@@ -38,20 +38,22 @@ int ensureDefaultArray(asIScriptEngine* engine);
 /// such.
 bool isAddonArray(const asITypeInfo* type);
 
-/// While it lives, Build leaves global variables uninitialised; then the host's setting is back.
-class DeferredGlobals {
+/// While it lives, Build leaves global variables uninitialised and marks every statement, so that
+/// a loop can be ended; then the host's settings are back.
+class BuildSettings {
   public:
-    explicit DeferredGlobals(asIScriptEngine* engine);
-    ~DeferredGlobals();
-    DeferredGlobals(const DeferredGlobals&) = delete;
-    DeferredGlobals& operator=(const DeferredGlobals&) = delete;
+    explicit BuildSettings(asIScriptEngine* engine);
+    ~BuildSettings();
+    BuildSettings(const BuildSettings&) = delete;
+    BuildSettings& operator=(const BuildSettings&) = delete;
 
   private:
     asIScriptEngine* engine_;
-    asPWORD previous_;
+    asPWORD globalsAfterBuild_;
+    asPWORD withoutLines_;
 };
 
-/// Bounds the depth of calls where the host left it open.
+/// Bounds the depth of calls, and what they may take of memory, where the host left it open.
 void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth);
 
 }  // namespace korvant

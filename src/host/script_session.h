@@ -108,6 +108,7 @@ class ScriptSession {
 
   private:
     struct Impl;
+    int show(const MessageBoxRequest& request);
     Impl* impl_;
 };
 

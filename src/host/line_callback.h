@@ -1,0 +1,86 @@
+// What happens before each statement of a script.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include "host/breakpoint_table.h"
+#include "host/engine_compat.h"
+#include "host/run_limit.h"
+#include "host/run_watch.h"
+
+namespace korvant {
+
+/// What tells the user how a run is ended. Called on the script's thread.
+class RunEndReport {
+  public:
+    virtual ~RunEndReport() = default;
+    virtual void onStopped() = 0;   ///< the stop request was seen
+    virtual void onTimedOut() = 0;  ///< the limit has passed
+};
+
+/// Suspends a run at breakpoints and steps, and aborts it on a stop request or when its limit has
+/// passed. While a run has neither breakpoints nor a step mode the callback is taken off its
+/// context and a watch thread puts it back when something is due.
+///
+/// A callback costs a few nanoseconds and is called for every statement, so all but the rare is
+/// decided by one flag and the function that runs.
+class LineCallback final : public WatchTarget {
+  public:
+    LineCallback(RunState& state, const RunLimit& limit, RunEndReport& report)
+        : state_(state), limit_(limit), report_(report) {}
+
+    BreakpointTable& breakpoints() noexcept { return breakpoints_; }
+    RunWatch& watch() noexcept { return watch_; }
+
+    /// Negative when the engine refuses.
+    int install(asIScriptContext& context);
+    /// For contexts that initialise global variables: ends them, and never suspends.
+    int installEndOnly(asIScriptContext& context);
+
+    /// Executes and gives the engine's result. `ours`: the context bears this callback.
+    int execute(asIScriptContext& context, bool ours);
+
+    enum class Ending { none, stopped, timedOut };
+    /// How the last execution was ended. Latched, because the engine swallows the end of a nested
+    /// execution: the outer one is then ended at its next statement.
+    Ending ending() const noexcept { return ending_; }
+    void forgetEnding() noexcept { ending_ = Ending::none; }
+
+    /// Ends `context` when the run must end; false when it goes on.
+    bool checkEnd(asIScriptContext& context);
+    /// Makes the next statement look at everything. Safe from any thread and signal handler.
+    void attend() noexcept { attention_.store(true); }
+    /// The limit has moved; the watch thread should look again.
+    void limitChanged();
+
+  private:
+    static void entry(asIScriptContext* context, void* self) noexcept;
+    static void endOnlyEntry(asIScriptContext* context, void* self) noexcept;
+
+    void begin(asIScriptContext& context, bool ours);
+    void end();
+    void decideSlowly(asIScriptContext& context);
+    void lookAtEnd(asIScriptContext& context);
+    void decide(asIScriptContext& context, std::int32_t line);
+    void stopAt(asIScriptContext& context, std::int32_t line);
+    bool mayBeOff() const noexcept;
+
+    std::uint32_t millisecondsLeft(std::uint32_t longest) override;
+    void alert() override;
+    void insist() override;
+
+    RunState& state_;
+    const RunLimit& limit_;
+    RunEndReport& report_;
+    BreakpointTable breakpoints_;
+    RunWatch watch_;
+    Ending ending_ = Ending::none;
+    asIScriptContext* off_ = nullptr;  ///< the context whose callback is taken off during its run
+    bool outsideLately_ = false;       ///< watch thread only: between statements when last seen
+    bool executing_ = false;
+    bool watched_ = false;  ///< a watch thread tells when something is due
+    std::atomic<bool> attention_{true};
+};
+
+}  // namespace korvant

@@ -1,0 +1,103 @@
+// Building a script as the module "main".
+#include "host/session_impl.h"
+#include "host/source_scan.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr char kModule[] = "main";
+constexpr char kSection[] = "script";
+/// Destructors of the module that is replaced may take this long altogether.
+constexpr std::uint32_t kReplaceMs = 10000;
+
+BuildMessage::Kind kindOf(asEMsgType type) {
+    if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;
+    if (type == asMSGTYPE_INFORMATION) return BuildMessage::Kind::information;
+    return BuildMessage::Kind::error;
+}
+
+}  // namespace
+
+std::int32_t ScriptSession::compile(asIScriptEngine* engine, const std::string& text) {
+    if (engine == nullptr || impl_->busy) return 0;
+    const BusyScope scope(impl_->busy);
+    impl_->failure = {};
+    const bool built = impl_->build(engine, text);
+    if (!built) impl_->failure.kind = RunFailure::Kind::build;
+    return built ? 1 : 0;
+}
+
+bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text) {
+    limit.begin(limits.hardCeilingMs);
+    messages.clear();
+    state.lastStoppedLine = 0;
+    endSuspended(*engine);
+    beginCleanup(kReplaceMs);
+    if (const auto refusal = scanSource(text, limits)) {
+        engine->DiscardModule(kModule);
+        messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
+        return false;
+    }
+    asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
+    if (module == nullptr || module->AddScriptSection(kSection, text.data(), text.size(), 0) < 0)
+        return false;
+    const int result = buildModule(*module);
+    if (result == asINVALID_CONFIGURATION) addComplaints(engine);
+    return result >= 0;
+}
+
+int ScriptSession::Impl::buildModule(asIScriptModule& module) {
+    asIScriptEngine& engine = *module.GetEngine();
+    int result = 0;
+    {
+        const BuildSettings settings(&engine);
+        result = module.Build();
+    }
+    if (result < 0 || engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)
+        return result;
+    return initialiseGlobals(module);
+}
+
+/// On a context of ours, which the limit and the stop request end like any other run.
+int ScriptSession::Impl::initialiseGlobals(asIScriptModule& module) {
+    asIScriptContext* context = module.GetEngine()->CreateContext();
+    if (context == nullptr) return asOUT_OF_MEMORY;
+    lineCallback.installEndOnly(*context);
+    lineCallback.forgetEnding();
+    running = true;
+    const QuietArithmetic quiet;
+    limit.beginExecution();
+    const int result = module.ResetGlobalVars(context);
+    limit.endExecution();
+    running = false;
+    if (lineCallback.ending() != LineCallback::Ending::none) addAbortMessage();
+    beginCleanup(kReplaceMs);
+    context->Release();
+    return result;
+}
+
+void ScriptSession::Impl::addAbortMessage() {
+    std::string text = kAbortedText;
+    text.pop_back();
+    const BuildMessage last = messages.count() != 0 ? messages.all().back() : BuildMessage{};
+    messages.add(text, last.row, last.column, BuildMessage::Kind::error);
+}
+
+void ScriptSession::Impl::addComplaints(asIScriptEngine* engine) {
+    const EngineRecord* record = find(engine);
+    if (record == nullptr) return;
+    for (const std::string& complaint : record->complaints)
+        messages.add(complaint, 0, 0, BuildMessage::Kind::error);
+}
+
+void ScriptSession::Impl::compilerMessage(const asSMessageInfo* message, void* self) noexcept {
+    auto& messages = static_cast<Impl*>(self)->messages;
+    try {
+        messages.add(message->message, message->row, message->col, kindOf(message->type));
+    } catch (...) {
+        // Without memory for a message there is none; the build fails all the same.
+    }
+}
+
+}  // namespace korvant

@@ -1,0 +1,33 @@
+#include "module/families.h"
+
+#include "host/console_functions.h"
+#include "host/dialog_functions.h"
+#include "host/math_functions.h"
+#include "host/string_functions.h"
+#include "host/string_type.h"
+
+namespace korvant {
+
+std::span<const RegisterFamily> registrationOrder() {
+    static const RegisterFamily kOrder[] = {
+        registerStringType,      registerFileFunctions,   registerConsoleFunctions,
+        registerDialogFunctions, registerTimingFunctions, registerMathFunctions,
+        registerStringFunctions,
+    };
+    return kOrder;
+}
+
+std::span<const FunctionFamily> allFamilies() {
+    static const FunctionFamily kFamilies[] = {
+        {"The type string", "string", stringTypeRows()},
+        {"Files", nullptr, fileFunctionRows()},
+        {"Console", nullptr, consoleFunctionRows()},
+        {"Dialogs and progress", nullptr, dialogFunctionRows()},
+        {"Run time", nullptr, timingFunctionRows()},
+        {"Mathematics", nullptr, mathFunctionRows()},
+        {"Texts", nullptr, stringFunctionRows()},
+    };
+    return kFamilies;
+}
+
+}  // namespace korvant

@@ -1,0 +1,91 @@
+#include "support/script_fixture.h"
+
+#include "host/script_console.h"
+#include "module/families.h"
+
+namespace korvant::test {
+
+ScriptFixture::ScriptFixture() {
+    useClock(nullptr);
+    configureAgain();
+}
+
+ScriptFixture::~ScriptFixture() {
+    discardEngine();
+    scriptConsole().release();
+    moduleSession().setServices({});
+    moduleSession().setLimits({});
+}
+
+void ScriptFixture::useClock(Clock* clock) {
+    clock_ = clock;
+    moduleSession().setServices({&console, &frontend, clock_, nullptr});
+}
+
+void ScriptFixture::configureAgain() {
+    discardEngine();
+    engine_ = asCreateScriptEngine();
+    context_ = moduleSession().configure(engine_, registrationOrder());
+    EXPECT_NE(context_, nullptr);
+}
+
+void ScriptFixture::discardEngine() {
+    if (engine_ == nullptr) return;
+    moduleSession().release(engine_);
+    if (context_ != nullptr) context_->Release();
+    engine_->ShutDownAndRelease();
+    engine_ = nullptr;
+}
+
+bool ScriptFixture::run(const std::string& text, const std::vector<std::int32_t>* breakpoints) {
+    return moduleSession().runApplication(engine_, context_, text, breakpoints);
+}
+
+bool ScriptFixture::resume(std::int32_t stepMode, const std::vector<std::int32_t>* breakpoints) {
+    return moduleSession().continueApplication(engine_, context_, breakpoints, stepMode);
+}
+
+std::string ScriptFixture::output(std::string_view body) {
+    console.output.clear();
+    const std::string text = "int main() {\n" + std::string(body) + "\nreturn 0;\n}\n";
+    EXPECT_TRUE(run(text)) << body << "\n" << messages() << session().lastFailure().text;
+    return console.output;
+}
+
+std::string ScriptFixture::value(std::string_view expression) {
+    return output("Print(\"\" + (" + std::string(expression) + "));");
+}
+
+std::string ScriptFixture::exceptionOf(std::string_view body) {
+    if (run("int main() {\n" + std::string(body) + "\nreturn 0;\n}\n")) return {};
+    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::exception) << body << messages();
+    const char* description = context_->GetExceptionString();
+    return description != nullptr ? description : "";
+}
+
+std::string ScriptFixture::messages() {
+    std::string all;
+    for (const BuildMessage& message : session().buildMessages().all()) all += message.text;
+    return all;
+}
+
+std::string ScriptFixture::boxes() {
+    std::string all;
+    for (const MessageBoxRequest& box : frontend.boxes) all += box.text + "\n";
+    return all;
+}
+
+ScriptInBothConventions::ScriptInBothConventions() {
+    forcePortableConventions(GetParam());
+    configureAgain();
+}
+
+ScriptInBothConventions::~ScriptInBothConventions() {
+    forcePortableConventions(false);
+}
+
+std::string conventionName(const ::testing::TestParamInfo<bool>& info) {
+    return info.param ? "portable" : "native";
+}
+
+}  // namespace korvant::test
