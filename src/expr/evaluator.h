@@ -25,8 +25,6 @@ struct ExpressionResult {
     std::string error;
 };
 
-class ExpressionProgram;
-
 /// Evaluates expression texts over a table of named double values. Not safe for
 /// use from two threads at once. Copying copies names and values; the kept
 /// readings are not copied.
@@ -73,10 +71,10 @@ class ExpressionEvaluator {
 
       private:
         friend class ExpressionEvaluator;
+        struct Reading;
         std::string text_;
-        std::shared_ptr<const ExpressionProgram> program_;
-        std::uint64_t namesVersion_ = 0;
-        const ExpressionEvaluator* reader_ = nullptr;
+        std::unique_ptr<Reading> reading_;
+        std::uint64_t namesVersion_;  ///< of the names that reading_ was made for
     };
 
     /// The same result as evaluate(rule.text()).
