@@ -18,6 +18,8 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kMargin = 2;
+constexpr int kFieldMargin = 8;
+constexpr int kSlack = 8;  ///< lines wrap a little earlier than their widths say
 
 /// The toolkit draws its rules in fixed greys; this one follows the theme.
 class RuleCell : public wxHtmlCell {
@@ -67,11 +69,12 @@ std::string hex(const wxColour& colour) {
 }  // namespace
 
 HtmlView::HtmlView(wxWindow* parent, Surface surface)
-    : wxHtmlWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                   wxHW_SCROLLBAR_AUTO | wxBORDER_NONE),
+    : wxHtmlWindow(
+          parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+          wxHW_SCROLLBAR_AUTO | (surface == Surface::field ? wxBORDER_THEME : wxBORDER_NONE)),
       surface_(surface) {
     GetParser()->AddTagHandler(new RuleHandler);
-    SetBorders(FromDIP(kMargin));
+    SetBorders(FromDIP(surface == Surface::field ? kFieldMargin : kMargin));
     setSizes();
     Bind(wxEVT_CONTEXT_MENU, &HtmlView::onContextMenu, this);
     Bind(wxEVT_KEY_DOWN, &HtmlView::onKey, this);
@@ -96,7 +99,7 @@ void HtmlView::setPlain(std::string_view bytes) {
 void HtmlView::show(const std::string& markup) {
     const Theme theme = currentTheme();
     const bool field = surface_ == Surface::field;
-    const wxColour back = field ? theme.field : theme.window;
+    const wxColour back = field ? theme.field : GetParent()->GetBackgroundColour();
     SetBackgroundColour(back);
     SetPage(fromUtf8("<html><body bgcolor=\"" + hex(back) + "\" text=\"" +
                      hex(field ? theme.fieldText : theme.text) + "\" link=\"" + hex(theme.link) +
@@ -105,7 +108,7 @@ void HtmlView::show(const std::string& markup) {
 
 int HtmlView::naturalWidth() const {
     const wxHtmlContainerCell* cell = GetInternalRepresentation();
-    return cell ? cell->GetMaxTotalWidth() + 2 * m_Borders : 0;
+    return cell ? cell->GetMaxTotalWidth() + 2 * m_Borders + FromDIP(kSlack) : 0;
 }
 
 int HtmlView::heightAt(int width) {
@@ -115,6 +118,10 @@ int HtmlView::heightAt(int width) {
     const int height = cell->GetHeight();
     CreateLayout();
     return height;
+}
+
+void HtmlView::hideScrollBars() {
+    ShowScrollbars(wxSHOW_SB_NEVER, wxSHOW_SB_NEVER);
 }
 
 bool HtmlView::needsScrolling() const {

@@ -26,6 +26,8 @@ class HtmlView : public wxHtmlWindow {
     int naturalWidth() const;
     /// Height of the text when wrapped to `width` pixels.
     int heightAt(int width);
+    /// Without scroll bars until there is more text than room.
+    void hideScrollBars();
     /// A text that fits needs no scroll bars and takes no focus by Tab.
     bool needsScrolling() const;
 

@@ -2,6 +2,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/settings.h>
+#include <wx/sizer.h>
 
 #include <algorithm>
 
@@ -11,6 +12,7 @@
 #include "ui/mnemonics.h"
 #include "ui/remembered_answers.h"
 #include "ui/text_conversion.h"
+#include "ui/ui_native.h"
 #include "ui/ui_runtime.h"
 #include "ui/ui_texts.h"
 #include "ui/window_place.h"
@@ -50,20 +52,35 @@ void MessageBoxDialog::connect() {
             });
 }
 
+/// Width that the other parts of the box leave for the text anyway.
+int MessageBoxDialog::roomBesideButtons() {
+    message_->SetMinSize(wxSize(1, 1));
+    return GetSizer()->ComputeFittingClientSize(this).x - messageRow_->GetMinSize().x;
+}
+
 /// Short texts get a small window. Long ones get wider lines before they get a scroll bar.
 void MessageBoxDialog::fitToText() {
     const wxRect area = workArea(GetParent());
     const int tallest = area.height / 2;
     const int widest = std::min(FromDIP(kWidestText), area.width * 3 / 4);
-    int width = std::clamp(message_->naturalWidth(), FromDIP(kNarrowText),
-                           std::max(FromDIP(kNarrowText), std::min(FromDIP(kWideText), widest)));
+    const int narrow = std::min(std::max(FromDIP(kNarrowText), roomBesideButtons()), widest);
+    const int natural = message_->naturalWidth();
+    int width = std::clamp(natural, narrow, std::max(narrow, std::min(FromDIP(kWideText), widest)));
     int height = message_->heightAt(width);
     if (height > width) {
-        width = std::max(width, std::min(widest, message_->naturalWidth()));
+        width = std::max(width, std::min(widest, natural));
         height = message_->heightAt(width);
     }
-    if (height > tallest) width += wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+    if (height > tallest) {
+        width += wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+        native::keepScrollBarsVisible(*message_);
+    } else {
+        message_->hideScrollBars();
+    }
     message_->SetMinSize(wxSize(width, std::min(height, tallest)));
+    // beside a taller icon a line or two look lost at the top
+    wxSizerItem* item = messageRow_->GetItem(message_);
+    if (height < messageRow_->GetMinSize().y) item->SetFlag(wxALIGN_CENTER_VERTICAL);
     placeDialog(*this);
 }
 
@@ -203,8 +220,8 @@ int showMessageBox(const MessageBoxRequest& request) {
     if (request.offerDoNotShow) {
         const int kept = rememberedAnswer(request);
         const BoxButtons set = boxButtons(request.style, false);
-        const bool stillThere = std::find(set.ids.begin(), set.ids.end(), kept) != set.ids.end();
-        if (stillThere && mayBeRemembered(kept)) return kept;
+        const bool known = std::find(set.ids.begin(), set.ids.end(), kept) != set.ids.end();
+        if (known && mayBeRemembered(kept)) return kept;
     }
     MessageBoxDialog box(dialogParent(), request);
     const int answer = box.ask();

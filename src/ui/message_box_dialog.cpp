@@ -9,6 +9,7 @@
 #include "ui/html_view.h"
 #include "ui/mnemonics.h"
 #include "ui/text_conversion.h"
+#include "ui/ui_native.h"
 #include "ui/ui_runtime.h"
 #include "ui/ui_texts.h"
 
@@ -21,7 +22,8 @@ constexpr std::size_t kLongestCaption = 200;
 
 long styleOf(const MessageBoxRequest& request) {
     const long topMost = request.style & box_style::kTopMost ? wxSTAY_ON_TOP : 0;
-    return wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | topMost;
+    const long sizable = request.details.empty() ? 0 : wxRESIZE_BORDER;
+    return wxDEFAULT_DIALOG_STYLE | sizable | topMost;
 }
 
 wxString captionOf(const MessageBoxRequest& request) {
@@ -57,7 +59,10 @@ MessageBoxDialog::MessageBoxDialog(wxWindow* parent, const MessageBoxRequest& re
       set_(boxButtons(request.style, request.offerStop)),
       timer_(this) {
     auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(makeMessage(), wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kGap)));
+    messageRow_ = makeMessage();
+    column->Add(
+        messageRow_,
+        wxSizerFlags(request.details.empty() ? 1 : 0).Expand().Border(wxALL, FromDIP(kGap)));
     if (!request.details.empty()) makeDetails(column);
     if (request.offerDoNotShow) {
         dontShow_ = new wxCheckBox(
@@ -91,6 +96,7 @@ void MessageBoxDialog::makeDetails(wxSizer* column) {
     details_ = new HtmlView(this, HtmlView::Surface::field);
     setText(*details_, request_.details, request_.plain);
     details_->SetMinSize(wxSize(-1, FromDIP(kDetailsHeight)));
+    native::keepScrollBarsVisible(*details_);
     column->Add(details_,
                 wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap)));
     details_->Hide();

@@ -6,8 +6,8 @@
 
 #include <vector>
 
+#include "host/box_buttons.h"
 #include "host/frontend.h"
-#include "ui/message_box_buttons.h"
 
 class wxButton;
 class wxCheckBox;
@@ -43,6 +43,7 @@ class MessageBoxDialog : public wxDialog {
     void addChoices(wxSizer* row);
     void connect();
 
+    int roomBesideButtons();
     void fitToText();
     void toggleDetails();
     void copyAll();
@@ -63,6 +64,7 @@ class MessageBoxDialog : public wxDialog {
     const MessageBoxRequest& request_;
     const BoxButtons set_;
     std::vector<Choice> choices_;
+    wxSizer* messageRow_ = nullptr;
     HtmlView* message_ = nullptr;
     HtmlView* details_ = nullptr;
     wxButton* more_ = nullptr;

@@ -40,6 +40,10 @@ int rememberedAnswer(const MessageBoxRequest& request) {
     return store ? static_cast<int>(store->ReadLong(wxT("/DoNotShow/") + keyOf(request), 0)) : 0;
 }
 
+bool mayBeRemembered(int button) {
+    return button > 0 && button != box_button::kCancel && button != box_button::kStopScript;
+}
+
 bool rememberAnswer(const MessageBoxRequest& request, int button) {
     const wxLogNull silence;
     const auto store = openSettings(request.company, request.module);

@@ -12,6 +12,9 @@ namespace korvant::ui {
 /// user (COMPANY/MODULE.conf). Nothing is kept without both names.
 int rememberedAnswer(const MessageBoxRequest& request);
 
+/// Cancel is no answer to be kept, nor is a box that was closed or that stopped the script.
+bool mayBeRemembered(int button);
+
 /// False when it could not be stored.
 bool rememberAnswer(const MessageBoxRequest& request, int button);
 

@@ -30,6 +30,9 @@ void drainEvents();
 /// Runs no timer and no idle work, so that nothing of a host gets a turn inside a script.
 void pumpWindow(wxWindow& window);
 
+/// Scroll bars of this window do not wait for the pointer to show themselves.
+void keepScrollBarsVisible(wxWindow& window);
+
 /// No window but this one gets input while the grab lives, those of a host with another toolkit
 /// included.
 class InputGrab {

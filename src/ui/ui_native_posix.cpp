@@ -126,6 +126,11 @@ void pumpWindow(wxWindow& window) {
     }
 }
 
+void keepScrollBarsVisible(wxWindow& window) {
+    if (GTK_IS_SCROLLED_WINDOW(window.GetHandle()))
+        gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
+}
+
 InputGrab::InputGrab(wxWindow& window) : window_(window) {
     gtk_grab_add(window_.GetHandle());
 }

@@ -62,7 +62,8 @@ wxString buttonCaption(unsigned long button) {
 
 wxString buttonCaption(unsigned long button, const std::map<unsigned long, std::string>& given) {
     const auto found = given.find(button);
-    return found == given.end() ? builtInCaption(button) : toDisplay(found->second);
+    return found == given.end() || found->second.empty() ? builtInCaption(button)
+                                                         : toDisplay(found->second);
 }
 
 }  // namespace korvant::ui

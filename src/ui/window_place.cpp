@@ -1,6 +1,7 @@
 #include "ui/window_place.h"
 
 #include <wx/display.h>
+#include <wx/sizer.h>
 #include <wx/toplevel.h>
 #include <wx/utils.h>
 
@@ -20,23 +21,29 @@ wxSize bounded(const wxSize& wanted, const wxRect& area) {
     return {std::min(wanted.x, area.width), std::min(wanted.y, area.height)};
 }
 
+wxSize fittingClientSize(wxTopLevelWindow& dialog) {
+    wxSizer* sizer = dialog.GetSizer();
+    return sizer ? sizer->ComputeFittingClientSize(&dialog) : dialog.GetBestSize();
+}
+
 }  // namespace
 
 wxRect workArea(const wxWindow* window) {
     return wxDisplay(displayOf(window)).GetClientArea();
 }
 
+/// Sized by its inside: what the frame adds is known only after the first showing.
 void placeDialog(wxTopLevelWindow& dialog) {
     const wxRect area = workArea(dialog.GetParent());
-    const wxSize wanted = dialog.GetBestSize();
-    dialog.SetMinSize(bounded(dialog.GetMinSize(), area));
-    dialog.SetSize(bounded(wanted, area));
+    dialog.SetClientSize(bounded(fittingClientSize(dialog), area));
+    dialog.SetSize(bounded(dialog.GetSize(), area));
     dialog.GetParent() ? dialog.CentreOnParent() : dialog.CentreOnScreen();
 }
 
 void refitInPlace(wxTopLevelWindow& dialog) {
     const wxRect area = workArea(&dialog);
-    const wxSize size = bounded(dialog.GetBestSize(), area);
+    dialog.SetClientSize(bounded(fittingClientSize(dialog), area));
+    const wxSize size = bounded(dialog.GetSize(), area);
     const wxPoint corner = dialog.GetPosition();
     dialog.SetSize(std::clamp(corner.x, area.x, area.GetRight() + 1 - size.x),
                    std::clamp(corner.y, area.y, area.GetBottom() + 1 - size.y), size.x, size.y);
