@@ -1,0 +1,91 @@
+#include "ui/ui_native.h"
+
+#include <wx/msw/wrapwin.h>
+#include <wx/window.h>
+
+#include <clocale>
+#include <string>
+#include <vector>
+
+namespace korvant::ui::native {
+namespace {
+
+bool takeMessage(HWND window, MSG& message) {
+    return PeekMessageW(&message, window, 0, 0, PM_REMOVE) && message.message != WM_QUIT;
+}
+
+void handle(MSG& message) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+BOOL CALLBACK pumpChild(HWND child, LPARAM) {
+    for (MSG message; takeMessage(child, message);) handle(message);
+    return TRUE;
+}
+
+/// Disabled for the life of a grab; properties mark those that were enabled before.
+constexpr wchar_t kHeld[] = L"KorvantIDE.HeldBack";
+
+BOOL CALLBACK holdBack(HWND window, LPARAM kept) {
+    if (window == reinterpret_cast<HWND>(kept) || !IsWindowVisible(window)) return TRUE;
+    if (!IsWindowEnabled(window)) return TRUE;
+    SetPropW(window, kHeld, window);
+    EnableWindow(window, FALSE);
+    return TRUE;
+}
+
+BOOL CALLBACK letGo(HWND window, LPARAM) {
+    if (RemovePropW(window, kHeld)) EnableWindow(window, TRUE);
+    return TRUE;
+}
+
+}  // namespace
+
+bool displayReachable() {
+    return true;
+}
+
+void keepingProcess(const std::function<void()>& start) {
+    const char* current = std::setlocale(LC_ALL, nullptr);
+    const std::string kept = current ? current : "C";
+    start();
+    std::setlocale(LC_ALL, kept.c_str());
+}
+
+void surviveDisplay(void (*)()) {}
+
+bool displayLost() {
+    return false;
+}
+
+/// Every loop of the thread serves every window of the thread here.
+bool foreignLoopRuns() {
+    return false;
+}
+
+void runInOwnLoop(const std::function<void()>& call) {
+    call();
+}
+
+void drainEvents() {
+    for (MSG message; PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);)
+        handle(message);
+}
+
+void pumpWindow(wxWindow& window) {
+    const HWND handleOfWindow = static_cast<HWND>(window.GetHandle());
+    for (MSG message; takeMessage(handleOfWindow, message);) handle(message);
+    EnumChildWindows(handleOfWindow, pumpChild, 0);
+}
+
+InputGrab::InputGrab(wxWindow& window) : window_(window) {
+    EnumThreadWindows(GetCurrentThreadId(), holdBack,
+                      reinterpret_cast<LPARAM>(window_.GetHandle()));
+}
+
+InputGrab::~InputGrab() {
+    EnumThreadWindows(GetCurrentThreadId(), letGo, 0);
+}
+
+}  // namespace korvant::ui::native
