@@ -6,19 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "object/file_filter.h"
 #include "object/form_memory.h"
 
 namespace korvant {
 
 struct ObjectModel;
+struct EditState;
 
 /// How bad a row or a page is.
 enum class Severity : std::uint8_t { none, warning, error };
-
-struct FileFilter {
-    std::string description;
-    std::string patterns;  ///< "*.txt;*.csv"
-};
 
 /// What a row is; never changes while the session lives. Texts are translated and are bytes as
 /// scripts give them: decodeForDisplay() makes them UTF-8.
@@ -189,8 +186,7 @@ class EditSession {
 
   private:
     friend struct ObjectAccess;
-    struct Impl;
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<EditState> state_;
 };
 
 }  // namespace korvant

@@ -35,6 +35,12 @@ struct ObjectAccess {
     /// What assigning an object with this content does. Throws std::bad_alloc.
     static void assign(ScriptObject& object, const ObjectModel& content);
 
+    /// Edits the object; true when the user confirmed. Throws std::bad_alloc.
+    static bool runEditor(ScriptObject& object);
+
+    /// The title as the script string that holds it, with a reference for the caller. Throws
+    /// std::bad_alloc.
+    static ScriptString* title(ScriptObject& object);
     /// The answer of _promptString() as the script string that holds it, with a reference for
     /// the caller. Throws std::bad_alloc.
     static ScriptString* promptString(ScriptObject& object, std::string& label,
@@ -62,7 +68,7 @@ class ObjectHold {
 /// Runs `body`; what it throws becomes an exception of the running script, and `fallback` the
 /// answer.
 template <class Result, class Body>
-Result guarded(Result fallback, Body body) noexcept {
+Result orRaise(Result fallback, Body body) noexcept {
     try {
         return body();
     } catch (const std::bad_alloc&) {
@@ -78,8 +84,8 @@ Result guarded(Result fallback, Body body) noexcept {
 }
 
 template <class Body>
-void guarded(Body body) noexcept {
-    guarded(0, [&body] {
+void orRaise(Body body) noexcept {
+    orRaise(0, [&body] {
         body();
         return 0;
     });

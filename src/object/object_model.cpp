@@ -49,7 +49,7 @@ std::string_view ObjectModel::nameOf(std::uint32_t number) const {
 
 std::int32_t ObjectModel::find(std::string_view name) const {
     const std::uint32_t number = names_.find(name, [this](std::uint32_t n) { return nameOf(n); });
-    if (number == NameTable::kNone || properties.empty()) return kUnknown;
+    if (number == NameIndex::kNone || properties.empty()) return kUnknown;
     return (number & kAlias) != 0 ? 0 : static_cast<std::int32_t>(number);
 }
 
@@ -63,7 +63,7 @@ void ObjectModel::growForOne() {
 
 bool ObjectModel::insert(PropertyRecord&& property) {
     const auto nameAt = [this](std::uint32_t number) { return nameOf(number); };
-    if (names_.find(property.name, nameAt) != NameTable::kNone) return false;
+    if (names_.find(property.name, nameAt) != NameIndex::kNone) return false;
     growForOne();
     charged.add(bytesOf(property));
     const std::int32_t index = count();
@@ -135,7 +135,7 @@ std::int32_t ObjectModel::findClass(std::string_view name) const {
         return classes[number].name;
     };
     const std::uint32_t number = classNames_.find(name, nameAt);
-    return number == NameTable::kNone ? kUnknown : static_cast<std::int32_t>(number);
+    return number == NameIndex::kNone ? kUnknown : static_cast<std::int32_t>(number);
 }
 
 void ObjectModel::addClass(std::string_view name, bool value) {

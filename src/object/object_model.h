@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "object/charged_bytes.h"
-#include "object/name_table.h"
+#include "object/name_index.h"
 #include "object/object_title.h"
 
 class KorStampListener;
@@ -206,8 +206,8 @@ struct ObjectModel {
     void checkDepth(int inner) const;
     void refillNames() noexcept;
 
-    NameTable names_;
-    NameTable classNames_;
+    NameIndex names_;
+    NameIndex classNames_;
     std::vector<std::string> aliases_;
 };
 

@@ -3,11 +3,12 @@
 
 #include <cassert>
 
+#include "host/script_string.h"
 #include "object/object_access.h"
 
-using korvant::guarded;
 using korvant::ObjectAccess;
 using korvant::ObjectModel;
+using korvant::orRaise;
 
 const std::int32_t ScriptObject::BU_ABORT_RETRY_IGNORE;
 const std::int32_t ScriptObject::BU_CANCEL_TRY_CONTINUE;
@@ -58,7 +59,7 @@ ScriptObject::ScriptObject(const ScriptObject& other) : KorStamp(other), impl_(n
 }
 
 ScriptObject& ScriptObject::operator=(const ScriptObject& other) {
-    if (this != &other) guarded([&] { ObjectAccess::assign(*this, other.impl_->model); });
+    if (this != &other) orRaise([&] { ObjectAccess::assign(*this, other.impl_->model); });
     return *this;
 }
 
@@ -93,7 +94,7 @@ std::int32_t ScriptObject::referenceCount() const {
 }
 
 ScriptObject* ObjectAccess::makeForScript() noexcept {
-    return guarded<ScriptObject*>(nullptr, [] {
+    return orRaise<ScriptObject*>(nullptr, [] {
         auto* object = new ScriptObject;
         giveToScript(*object);
         return object;
@@ -101,7 +102,7 @@ ScriptObject* ObjectAccess::makeForScript() noexcept {
 }
 
 ScriptObject* ObjectAccess::copyForScript(const ScriptObject& other) noexcept {
-    return guarded<ScriptObject*>(nullptr, [&other] {
+    return orRaise<ScriptObject*>(nullptr, [&other] {
         auto* object = new ScriptObject(other);
         giveToScript(*object);
         return object;
@@ -123,15 +124,21 @@ void ScriptObject::setTitle(std::string title) {
 }
 
 void ScriptObject::_setTitle(std::string& title) {
-    guarded([&] { impl_->model.title.set(title); });
+    orRaise([&] { impl_->model.title.set(title); });
 }
 
 std::string ScriptObject::getTitle() {
-    return guarded(std::string(), [&] { return impl_->model.title.text(); });
+    return orRaise(std::string(), [&] { return impl_->model.title.text(); });
 }
 
 std::string* ScriptObject::_getTitle() {
-    return guarded<std::string*>(nullptr, [&] { return impl_->model.title.own(); });
+    return orRaise<std::string*>(nullptr, [&] { return impl_->model.title.own(); });
+}
+
+korvant::ScriptString* ObjectAccess::title(ScriptObject& object) {
+    ScriptString* const title = object.impl_->model.title.string();
+    title->addRef();
+    return title;
 }
 
 bool ScriptObject::addListener(std::string name, KorStampListener* listener) {

@@ -1,7 +1,7 @@
 // Declaring properties, categories and classes.
 #include "object/object_access.h"
 
-using korvant::guarded;
+using korvant::orRaise;
 using korvant::PropertyRecord;
 using korvant::saturated;
 
@@ -14,7 +14,7 @@ std::string_view orEmpty(const char* text) {
 }  // namespace
 
 long ScriptObject::createProperty(std::string& name, std::string label, bool& flag) {
-    return guarded(-1L, [&] {
+    return orRaise(-1L, [&] {
         PropertyRecord made;
         made.name = name;
         made.label = std::move(label);
@@ -31,14 +31,14 @@ bool ScriptObject::addProperty(std::string name, std::string label, bool value, 
 
 bool ScriptObject::addProperty(std::string name, std::string label, float value, std::string unit,
                                bool flag) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         return impl_->model.addReal(name, label, static_cast<double>(value), unit, flag);
     });
 }
 
 bool ScriptObject::addProperty(std::string name, std::string label, double value, std::string unit,
                                bool flag) {
-    return guarded(false, [&] { return impl_->model.addReal(name, label, value, unit, flag); });
+    return orRaise(false, [&] { return impl_->model.addReal(name, label, value, unit, flag); });
 }
 
 bool ScriptObject::addProperty(std::string name, std::string label, int value, std::string unit,
@@ -55,7 +55,7 @@ bool ScriptObject::addProperty(std::string name, std::string label, long value, 
 
 bool ScriptObject::addProperty(std::string name, std::string label, const char* value,
                                const char* filter, bool fileFlag, bool flag) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         const char letter = fileFlag ? 'F' : 'f';
         return impl_->model.addText(name, label, orEmpty(value), flag, letter, orEmpty(filter));
     });
@@ -63,7 +63,7 @@ bool ScriptObject::addProperty(std::string name, std::string label, const char* 
 
 bool ScriptObject::addProperty(std::string name, std::string label, const char* value, bool flag,
                                bool alternate) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         const char letter = alternate ? 'e' : 's';
         return impl_->model.addText(name, label, orEmpty(value), flag, letter);
     });
@@ -85,19 +85,19 @@ bool ScriptObject::addOptionProperty(std::string name, std::string label, long v
 
 bool ScriptObject::_addStringProperty(std::string& name, std::string& label, std::string& value,
                                       bool& flag) {
-    return guarded(false, [&] { return impl_->model.addText(name, label, value, flag, 's'); });
+    return orRaise(false, [&] { return impl_->model.addText(name, label, value, flag, 's'); });
 }
 
 bool ScriptObject::_addStringFileProperty(std::string& name, std::string& label, std::string& value,
                                           std::string& filter, bool& fileFlag, bool& flag) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         return impl_->model.addText(name, label, value, flag, fileFlag ? 'F' : 'f', filter);
     });
 }
 
 bool ScriptObject::_addIntProperty(std::string& name, std::string& label, std::int32_t& value,
                                    std::string& unit, bool& flag) {
-    return guarded(false, [&] { return impl_->model.addInteger(name, label, value, unit, flag); });
+    return orRaise(false, [&] { return impl_->model.addInteger(name, label, value, unit, flag); });
 }
 
 bool ScriptObject::_addLongProperty(std::string& name, std::string& label, std::int32_t& value,
@@ -107,7 +107,7 @@ bool ScriptObject::_addLongProperty(std::string& name, std::string& label, std::
 
 bool ScriptObject::_addIntOptionProperty(std::string& name, std::string& label, std::int32_t& value,
                                          bool& flag) {
-    return guarded(false, [&] { return impl_->model.addOptions(name, label, value, flag); });
+    return orRaise(false, [&] { return impl_->model.addOptions(name, label, value, flag); });
 }
 
 bool ScriptObject::_addLongOptionProperty(std::string& name, std::string& label,
@@ -117,7 +117,7 @@ bool ScriptObject::_addLongOptionProperty(std::string& name, std::string& label,
 
 bool ScriptObject::_addDoubleProperty(std::string& name, std::string& label, double& value,
                                       std::string& unit, bool& flag) {
-    return guarded(false, [&] { return impl_->model.addReal(name, label, value, unit, flag); });
+    return orRaise(false, [&] { return impl_->model.addReal(name, label, value, unit, flag); });
 }
 
 bool ScriptObject::_addFloatProperty(std::string& name, std::string& label, float& value,
@@ -134,12 +134,12 @@ bool ScriptObject::_addBoolProperty(std::string& name, std::string& label, bool&
 
 bool ScriptObject::_addBoolRadioProperty(std::string& name, std::string& label, bool& value,
                                          bool& flag, std::int32_t& radioGroup) {
-    return guarded(false,
+    return orRaise(false,
                    [&] { return impl_->model.addBoolean(name, label, value, flag, radioGroup); });
 }
 
 void ScriptObject::_addOption(std::string& option) {
-    guarded([&] { impl_->model.addOption(option); });
+    orRaise([&] { impl_->model.addOption(option); });
 }
 
 void ScriptObject::addCategory(std::string name) {
@@ -147,7 +147,7 @@ void ScriptObject::addCategory(std::string name) {
 }
 
 void ScriptObject::_addCategory(std::string& name) {
-    guarded([&] { impl_->model.addCategory(name); });
+    orRaise([&] { impl_->model.addCategory(name); });
 }
 
 void ScriptObject::addClass(std::string name, bool value) {
@@ -155,5 +155,5 @@ void ScriptObject::addClass(std::string name, bool value) {
 }
 
 void ScriptObject::_addClass(std::string& name, bool& value) {
-    guarded([&] { impl_->model.addClass(name, value); });
+    orRaise([&] { impl_->model.addClass(name, value); });
 }

@@ -1,12 +1,13 @@
 // Questions that a property object asks the user.
 #include "host/dialog_functions.h"
+#include "host/script_console.h"
 #include "host/script_session.h"
 #include "host/script_string.h"
 #include "object/box_codes.h"
 #include "object/object_access.h"
 #include "object/rich_text.h"
 
-using korvant::guarded;
+using korvant::orRaise;
 
 namespace {
 
@@ -22,9 +23,16 @@ korvant::ScriptString& promptAnswer() {
     return *answer;
 }
 
-korvant::Frontend& frontend() {
-    return *korvant::moduleSession().services().frontend;
-}
+/// What every prompt needs around it. Waiting does not count against the run time.
+class PromptScope {
+  public:
+    PromptScope() { korvant::scriptConsole().flush(); }
+    korvant::Frontend& frontend() { return *korvant::moduleSession().services().frontend; }
+
+  private:
+    korvant::InteractionScope waiting_;
+    korvant::UiScopeGuard resources_;
+};
 
 }  // namespace
 
@@ -34,7 +42,7 @@ std::int32_t ScriptObject::VAL(std::string& name) {
 
 std::int32_t ScriptObject::messageBox(std::string caption, std::string text, std::int32_t buttons,
                                       std::int32_t icon, std::string extra) {
-    return guarded(ID_CANCEL, [&] {
+    return orRaise(ID_CANCEL, [&] {
         const korvant::UiScopeGuard scope;
         const Hook after = m_after;
         if (m_before != nullptr) m_before();
@@ -50,8 +58,8 @@ std::int32_t ScriptObject::messageBox(std::string caption, std::string text, std
         request.captions.insert(captions.begin(), captions.end());
         const std::int32_t answer = korvant::boxAnswer(korvant::showScriptBox(std::move(request)));
         if (answer != 0) return answer;
-        // Deliberate: only an answer without a button of its own ends the waiting; after any other
-        // the time limit stays off until the run or the next question ends it.
+        // Deliberate: only an answer without a button of its own ends the waiting. After any other
+        // the time limit stays off; scripts that ask first and then compute for long rely on it.
         if (after != nullptr) after();
         return ID_CANCEL;
     });
@@ -66,7 +74,7 @@ std::int32_t ScriptObject::_messageBoxStr(std::string& caption, std::string& tex
 std::int32_t ScriptObject::_messageBoxStrEx(std::string& caption, std::string& text,
                                             std::string& buttonsName, std::string& iconName,
                                             std::string& extra) {
-    return guarded(ID_CANCEL, [&] {
+    return orRaise(ID_CANCEL, [&] {
         return messageBox(caption, text, VAL(buttonsName), VAL(iconName), extra);
     });
 }
@@ -76,11 +84,8 @@ std::int32_t ScriptObject::prompt(std::string label, std::int32_t value) {
 }
 
 std::int32_t ScriptObject::_promptInteger(std::string& label, std::int32_t& value) {
-    return guarded(value, [&] {
-        const korvant::UiScopeGuard scope;
-        const korvant::InteractionScope waiting;
-        return frontend().promptInt(translate(label), value);
-    });
+    return orRaise(value,
+                   [&] { return PromptScope().frontend().promptInt(translate(label), value); });
 }
 
 double ScriptObject::prompt(std::string label, double value) {
@@ -88,23 +93,18 @@ double ScriptObject::prompt(std::string label, double value) {
 }
 
 double ScriptObject::_promptDouble(std::string& label, double& value) {
-    return guarded(value, [&] {
-        const korvant::UiScopeGuard scope;
-        const korvant::InteractionScope waiting;
-        return frontend().promptDouble(translate(label), value);
-    });
+    return orRaise(value,
+                   [&] { return PromptScope().frontend().promptDouble(translate(label), value); });
 }
 
 std::string ScriptObject::prompt(std::string label, std::string value) {
-    return guarded(std::string(), [&] { return _promptString(label, value); });
+    return orRaise(std::string(), [&] { return _promptString(label, value); });
 }
 
 const std::string& ScriptObject::_promptString(std::string& label, const std::string& value) {
     static const std::string kEmpty;
-    return *guarded(&kEmpty, [&]() -> const std::string* {
-        const korvant::UiScopeGuard scope;
-        const korvant::InteractionScope waiting;
-        std::string answer = frontend().promptString(translate(label), value);
+    return *orRaise(&kEmpty, [&]() -> const std::string* {
+        std::string answer = PromptScope().frontend().promptString(translate(label), value);
         if (!promptAnswer().adopt(std::move(answer))) throw std::bad_alloc();
         return &promptAnswer().text;
     });
@@ -119,7 +119,7 @@ korvant::ScriptString* korvant::ObjectAccess::promptString(ScriptObject& object,
 }
 
 void ScriptObject::showRtfDialog(std::string caption, std::string text) {
-    guarded([&] {
+    orRaise([&] {
         const korvant::UiScopeGuard scope;
         korvant::MessageBoxRequest request;
         request.caption = translate(caption);

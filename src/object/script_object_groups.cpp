@@ -3,9 +3,9 @@
 
 using korvant::GroupFlags;
 using korvant::GroupRecord;
-using korvant::guarded;
 using korvant::ObjectAccess;
 using korvant::ObjectModel;
+using korvant::orRaise;
 
 namespace {
 
@@ -82,7 +82,7 @@ ObjectModel modelOf(KorStamp& other) {
 
 bool ScriptObject::append(KorStamp& other) {
     if (&other == this) return true;
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         auto* object = dynamic_cast<ScriptObject*>(&other);
         impl_->model.append(object != nullptr ? object->impl_->model : modelOf(other));
         if (object != nullptr) walkToTheEnd(object->impl_->model);
@@ -103,7 +103,7 @@ void ScriptObject::addGroup(std::string name, ScriptObject& templ, bool add, boo
 
 void ScriptObject::_addGroup(std::string& name, ScriptObject& templ, bool& add, bool& copy,
                              bool& remove, bool& order) {
-    guarded([&] {
+    orRaise([&] {
         const auto layout = std::make_shared<const ObjectModel>(templ.impl_->model);
         impl_->model.addGroup(name, layout, {add, copy, remove, order});
         if (&templ != this) walkToTheEnd(templ.impl_->model);
@@ -111,7 +111,7 @@ void ScriptObject::_addGroup(std::string& name, ScriptObject& templ, bool& add, 
 }
 
 void ScriptObject::addGroupElement(ScriptObject& element) {
-    guarded([&] { impl_->model.addElement(element.impl_->model); });
+    orRaise([&] { impl_->model.addElement(element.impl_->model); });
 }
 
 bool ScriptObject::getGroup(std::string name, std::int32_t index, ScriptObject* element) {
@@ -122,7 +122,7 @@ bool ScriptObject::_getGroup(std::string& name, std::int32_t& index, ScriptObjec
     const GroupRecord* group = impl_->model.findGroup(name);
     if (group == nullptr || !group->hasElements || index < 0) return false;
     if (static_cast<std::size_t>(index) >= group->elements.size()) return false;
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         ObjectAccess::assign(element, *group->elements[static_cast<std::size_t>(index)]);
         return true;
     });
@@ -151,5 +151,5 @@ void ScriptObject::setGroupElement(std::string name, std::int32_t index) {
 }
 
 void ScriptObject::_setGroupElement(std::string& name, std::int32_t& index) {
-    guarded([&] { impl_->model.setCurrentElement(name, index); });
+    orRaise([&] { impl_->model.setCurrentElement(name, index); });
 }

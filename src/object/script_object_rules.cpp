@@ -2,7 +2,7 @@
 #include "object/form_texts.h"
 #include "object/object_access.h"
 
-using korvant::guarded;
+using korvant::orRaise;
 using korvant::saturated;
 
 void ScriptObject::addErrorConstraint(std::string name, std::string expression,
@@ -12,7 +12,7 @@ void ScriptObject::addErrorConstraint(std::string name, std::string expression,
 
 void ScriptObject::_addErrorConstraint(std::string& name, std::string& expression,
                                        std::string& message) {
-    guarded([&] { impl_->model.addError(name, expression, message); });
+    orRaise([&] { impl_->model.addError(name, expression, message); });
 }
 
 void ScriptObject::addWarningConstraint(std::string name, std::string expression,
@@ -22,7 +22,7 @@ void ScriptObject::addWarningConstraint(std::string name, std::string expression
 
 void ScriptObject::_addWarningConstraint(std::string& name, std::string& expression,
                                          std::string& message) {
-    guarded([&] { impl_->model.addWarning(name, expression, message); });
+    orRaise([&] { impl_->model.addWarning(name, expression, message); });
 }
 
 void ScriptObject::addEnableConstraint(std::string name, std::string expression) {
@@ -30,7 +30,7 @@ void ScriptObject::addEnableConstraint(std::string name, std::string expression)
 }
 
 void ScriptObject::_addEnableConstraint(std::string& name, std::string& expression) {
-    guarded([&] { impl_->model.addEnable(name, expression); });
+    orRaise([&] { impl_->model.addEnable(name, expression); });
 }
 
 void ScriptObject::addHint(std::string name, std::string text) {
@@ -38,7 +38,7 @@ void ScriptObject::addHint(std::string name, std::string text) {
 }
 
 void ScriptObject::_addHint(std::string& name, std::string& text) {
-    guarded([&] { impl_->model.addHint(name, text); });
+    orRaise([&] { impl_->model.addHint(name, text); });
 }
 
 void ScriptObject::addComputation(std::string name, std::string expression) {
@@ -46,7 +46,7 @@ void ScriptObject::addComputation(std::string name, std::string expression) {
 }
 
 void ScriptObject::_addComputation(std::string& name, std::string& expression) {
-    guarded([&] { impl_->model.setComputation(name, expression); });
+    orRaise([&] { impl_->model.setComputation(name, expression); });
 }
 
 void ScriptObject::setLocale(std::int32_t locale) {
@@ -71,15 +71,15 @@ void ScriptObject::addTranslation(long locale, std::string source, std::string t
 }
 
 void ScriptObject::_addTranslation(std::int32_t& locale, std::string& source, std::string& text) {
-    guarded([&] { impl_->model.addTranslation(locale, source, text); });
+    orRaise([&] { impl_->model.addTranslation(locale, source, text); });
 }
 
 std::string ScriptObject::translate(const std::string& text) {
-    return guarded(std::string(), [&] { return impl_->model.translate(text, m_locale); });
+    return orRaise(std::string(), [&] { return impl_->model.translate(text, m_locale); });
 }
 
 std::vector<std::string> ScriptObject::translate(const std::vector<std::string>& texts) {
-    return guarded(std::vector<std::string>(), [&] {
+    return orRaise(std::vector<std::string>(), [&] {
         std::vector<std::string> translated = texts;
         for (std::string& text : translated) text = impl_->model.translate(text, m_locale);
         return translated;
@@ -87,7 +87,7 @@ std::vector<std::string> ScriptObject::translate(const std::vector<std::string>&
 }
 
 std::map<long, std::string> ScriptObject::translate(const std::map<long, std::string>& texts) {
-    return guarded(std::map<long, std::string>(), [&] {
+    return orRaise(std::map<long, std::string>(), [&] {
         std::map<long, std::string> translated = texts;
         for (auto& [key, text] : translated) text = impl_->model.translate(text, m_locale);
         return translated;
@@ -96,7 +96,7 @@ std::map<long, std::string> ScriptObject::translate(const std::map<long, std::st
 
 std::map<long, std::vector<std::string>> ScriptObject::translate(
     const std::map<long, std::vector<std::string>>& texts) {
-    return guarded(std::map<long, std::vector<std::string>>(), [&] {
+    return orRaise(std::map<long, std::vector<std::string>>(), [&] {
         std::map<long, std::vector<std::string>> translated;
         for (const auto& [key, list] : texts) translated.emplace(key, translate(list));
         return translated;
@@ -105,5 +105,5 @@ std::map<long, std::vector<std::string>> ScriptObject::translate(
 
 void ScriptObject::translate(std::map<unsigned long, const char*>* captions) {
     if (captions == nullptr) return;
-    guarded([&] { korvant::addButtonCaptions(*captions, m_locale); });
+    orRaise([&] { korvant::addButtonCaptions(*captions, m_locale); });
 }

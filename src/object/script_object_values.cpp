@@ -1,8 +1,8 @@
 // Reading and writing values, and walking through an object.
 #include "object/object_access.h"
 
-using korvant::guarded;
 using korvant::ObjectModel;
+using korvant::orRaise;
 using korvant::PropertyRecord;
 using korvant::saturated;
 
@@ -13,7 +13,7 @@ static_assert(sizeof(std::int32_t) == 4, "a script's int has 32 bits");
 /// The slot is read whatever the property's type letter is.
 template <class Read>
 bool readSlot(const ObjectModel& model, const std::string& name, Read read) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         const std::int32_t index = model.find(name);
         if (index == ObjectModel::kUnknown) return false;
         read(model.properties[static_cast<std::size_t>(index)]);
@@ -23,7 +23,7 @@ bool readSlot(const ObjectModel& model, const std::string& name, Read read) {
 
 template <class Write>
 bool writeSlot(ObjectModel& model, const std::string& name, Write write) {
-    return guarded(false, [&] {
+    return orRaise(false, [&] {
         const std::int32_t index = model.find(name);
         if (index == ObjectModel::kUnknown) return false;
         write(model.properties[static_cast<std::size_t>(index)]);
@@ -45,7 +45,7 @@ std::string ScriptObject::getPropertyName(int index) {
 }
 
 void ScriptObject::_getPropertyName(std::int32_t& index, std::string& name) {
-    guarded([&] {
+    orRaise([&] {
         if (impl_->model.holds(index))
             name = impl_->model.properties[static_cast<std::size_t>(index)].name;
         else
@@ -197,7 +197,7 @@ bool ScriptObject::getNextClass(std::string* name, bool* value) {
 }
 
 bool ScriptObject::_getNextClass(std::string& name, bool& value) {
-    return guarded(false, [&] { return impl_->model.nextClass(name, value); });
+    return orRaise(false, [&] { return impl_->model.nextClass(name, value); });
 }
 
 bool ScriptObject::getNextCategory(std::string* name) {
@@ -205,7 +205,7 @@ bool ScriptObject::getNextCategory(std::string* name) {
 }
 
 bool ScriptObject::_getNextCategory(std::string& name) {
-    return guarded(false, [&] { return impl_->model.nextCategory(name); });
+    return orRaise(false, [&] { return impl_->model.nextCategory(name); });
 }
 
 bool ScriptObject::getNextProperty(std::string* name, int* index) {
@@ -216,5 +216,5 @@ bool ScriptObject::getNextProperty(std::string* name, int* index) {
 }
 
 bool ScriptObject::_getNextProperty(std::string& name, std::int32_t& index) {
-    return guarded(false, [&] { return impl_->model.nextProperty(name, index); });
+    return orRaise(false, [&] { return impl_->model.nextProperty(name, index); });
 }

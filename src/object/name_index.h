@@ -10,7 +10,7 @@ namespace korvant {
 
 /// An open-addressed table of 8-byte cells: part of the name's hash, and a number. The names
 /// themselves stay with the owner, who tells by number which name is meant. Copies copy the cells.
-class NameTable {
+class NameIndex {
   public:
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
