@@ -1,7 +1,38 @@
 // The reference host and command line.
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
 #include "commands.h"
+#include "host/os_file.h"
+#include "source_report.h"
+
+namespace {
+
+/// Ends the process without tearing the engine down; what was printed must have arrived.
+[[noreturn]] void leave(int exitCode) {
+    errno = 0;
+    if (std::fflush(stdout) != 0 && exitCode == korvant_app::kFinished) {
+        korvant_app::complain("could not write standard output: " +
+                              korvant::systemErrorText(errno));
+        exitCode = korvant_app::kRunFailed;
+    }
+    std::_Exit(exitCode);
+}
+
+int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? korvant_app::kFinished : korvant_app::kWrongUsage;
+    }
+    if (app.get_subcommands().empty()) std::fputs(app.help().c_str(), stdout);
+    return exitCode;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"KorvantIDE: run, check and edit AngelScript scripts", "korvant"};
@@ -10,12 +41,5 @@ int main(int argc, char** argv) {
     int exitCode = korvant_app::kFinished;
     korvant_app::addRunCommand(app, exitCode);
     korvant_app::addCheckCommand(app, exitCode);
-    korvant_app::addEvalCommand(app, exitCode);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? korvant_app::kFinished : korvant_app::kWrongUsage;
-    }
-    if (app.get_subcommands().empty()) std::fputs(app.help().c_str(), stdout);
-    return exitCode;
+    leave(parse(app, argc, argv, exitCode));
 }

@@ -17,8 +17,17 @@ namespace {
 bool runShouldStop() {
     return moduleSession().shouldStop();
 }
-bool stopRequested() {
-    return moduleSession().state().stopRequest.load();
+
+/// What the script has printed is written out even when its time is up; but then a pipe whose
+/// reader does not read holds the host up no longer than this.
+constexpr std::uint64_t kClosingMilliseconds = 3000;
+std::uint64_t closingBegan = 0;
+
+bool closingMustEnd() {
+    ScriptSession& session = moduleSession();
+    if (session.state().stopRequest.load()) return true;
+    const std::uint64_t now = session.services().clock->monotonic();
+    return session.shouldStop() && now - closingBegan > kClosingMilliseconds;
 }
 
 // Files
@@ -31,8 +40,8 @@ FileRules fileRules() {
 void closeOutput(ScriptSession& session) {
     const std::unique_ptr<OutputFile> file = std::move(session.state().outputFile);
     if (!file) return;
-    // What the script has printed is written out even when its time is up.
-    file->close(stopRequested);
+    closingBegan = session.services().clock->monotonic();
+    file->close(closingMustEnd);
     if (file->failure() != 0) session.noteWriteFailure(file->name(), file->failure());
 }
 

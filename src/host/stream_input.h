@@ -17,7 +17,9 @@ class StreamInput final : public ByteSource {
     explicit StreamInput(int handle);
 
     bool terminal() const noexcept { return terminal_; }
-    /// A byte that was read already, taken; -1 for none.
+    /// A line that is read before anything of the stream.
+    void feed(std::string line);
+    /// A byte of the line or piece that was read last, taken; -1 for none.
     int bufferedChar();
     int readChar(StopQuery shouldStop) override;
     void unreadChar(int byte) override;
@@ -32,6 +34,7 @@ class StreamInput final : public ByteSource {
 
     int handle_;
     bool terminal_;
+    std::deque<std::string> fed_;
     std::string bytes_;
     std::size_t next_ = 0;
     std::deque<int> keys_;  ///< codes of a key that are still to be given

@@ -23,6 +23,10 @@ bool moreIsComing(int handle) {
 
 StreamInput::StreamInput(int handle) : handle_(handle), terminal_(isTerminal(handle)) {}
 
+void StreamInput::feed(std::string line) {
+    fed_.push_back(std::move(line) + "\n");
+}
+
 int StreamInput::bufferedChar() {
     return next_ < bytes_.size() ? static_cast<unsigned char>(bytes_[next_++]) : -1;
 }
@@ -33,6 +37,13 @@ int StreamInput::readChar(StopQuery shouldStop) {
 }
 
 int StreamInput::fill(StopQuery shouldStop) {
+    next_ = 0;
+    if (!fed_.empty()) {
+        bytes_ = std::move(fed_.front());
+        fed_.pop_front();
+        return 0;
+    }
+    bytes_.clear();
     char piece[8192];
     std::size_t got = 0;
     const ReadState state = readSome(handle_, piece, sizeof piece, got, shouldStop);
@@ -40,7 +51,6 @@ int StreamInput::fill(StopQuery shouldStop) {
     if (state == ReadState::end) return kEndOfInput;
     const std::string_view read(piece, got);
     bytes_ = terminal_ ? encodeTyped(read) : std::string(read);
-    next_ = 0;
     return 0;
 }
 

@@ -9,6 +9,9 @@ namespace korvant {
 /// a process; further calls do nothing.
 void guardTerminal(int input, int output);
 
+/// Width of a terminal in columns; 80 when it does not tell.
+int terminalColumns(int handle);
+
 /// While it lives, keys come one by one and without echo. Nothing without guardTerminal.
 class SingleKeyMode {
   public:

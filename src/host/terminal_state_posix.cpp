@@ -1,4 +1,5 @@
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -100,6 +101,11 @@ void guardTerminal(int input, int output) {
         replaceDefault(signal, onFatal);
     replaceDefault(SIGTSTP, onSuspend);
     std::atexit(giveBack);
+}
+
+int terminalColumns(int handle) {
+    winsize size{};
+    return ioctl(handle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
 SingleKeyMode::SingleKeyMode() {

@@ -1,0 +1,69 @@
+// korvant run FILE [ARGS]: builds a script and runs its int main().
+#include <memory>
+#include <vector>
+
+#include "commands.h"
+#include "korvantide/korvantide.h"
+#include "limit_options.h"
+#include "script_file.h"
+#include "source_report.h"
+#include "terminal_host.h"
+
+namespace korvant_app {
+
+namespace {
+
+struct Run {
+    std::string file;
+    TerminalHost::Options host;
+    korvant::Limits limits;
+};
+
+int exitCodeOf(const korvant::RunFailure& failure) {
+    using Kind = korvant::RunFailure::Kind;
+    switch (failure.kind) {
+        case Kind::none:
+            return failure.unwritten.empty() ? kFinished : kRunFailed;
+        case Kind::build:
+            return kBuildFailed;
+        case Kind::noMain:
+        case Kind::prepare:
+            return kNoMain;
+        default:
+            return kRunFailed;
+    }
+}
+
+int runScript(const Run& run) {
+    const std::optional<Source> source = readScript(run.file, run.limits.scriptBytes);
+    if (!source) return kCannotRead;
+    const TerminalHost host(run.host);
+    korvant::ScriptSession& session = korvant::moduleSession();
+    session.setLimits(run.limits);
+    const ConfiguredEngine engine;
+    if (!engine.usable()) return kRunFailed;
+    RunApplication(engine.engine(), engine.context(), source->text, nullptr);
+    reportBuild(*source, session.buildMessages());
+    reportRun(*source, session.lastFailure());
+    for (const std::string& line : session.lastFailure().unwritten) complain(line);
+    return exitCodeOf(session.lastFailure());
+}
+
+}  // namespace
+
+void addRunCommand(CLI::App& app, int& exitCode) {
+    const auto run = std::make_shared<Run>();
+    CLI::App* const command = app.add_subcommand("run", "Builds a script and runs its int main()");
+    command->add_option("FILE", run->file, "script to run")->required();
+    command->add_option("ARGS", run->host.arguments,
+                        "lines that Input reads before standard input; after -- they may begin "
+                        "with a dash");
+    command->add_flag("--allow-escapes", run->host.allowEscapes,
+                      "what the script prints reaches a terminal as it stands, control bytes "
+                      "included");
+    addBuildLimitOptions(*command, run->limits);
+    addRunLimitOptions(*command, run->limits);
+    command->callback([run, &exitCode] { exitCode = runScript(*run); });
+}
+
+}  // namespace korvant_app

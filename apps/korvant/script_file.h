@@ -1,0 +1,15 @@
+// Script files on the way in.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "source_report.h"
+
+namespace korvant_app {
+
+/// Reads a script file, at most one byte more than `limit`: the build refuses longer ones. Without
+/// a value the reason was given on standard error.
+std::optional<Source> readScript(const std::string& name, std::size_t limit);
+
+}  // namespace korvant_app

@@ -1,0 +1,121 @@
+#include "source_report.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+
+#include "host/display_text.h"
+#include "host/text_encoding.h"
+
+namespace korvant_app {
+
+namespace {
+
+using korvant::BuildMessage;
+
+/// What is shown of a long line, around the place in question.
+constexpr std::size_t kShownBytes = 120;
+
+/// Bytes as they stand for a file; decoded and tamed for a terminal.
+std::string forStandardError(const std::string& text) {
+    if (isatty(STDERR_FILENO) == 0) return text;
+    korvant::DisplayText display;
+    std::string shown;
+    display.append(text, shown);
+    display.finish(shown);
+    return shown;
+}
+
+void say(const std::string& text) {
+    std::fputs(forStandardError(text).c_str(), stderr);
+}
+
+const char* kindOf(BuildMessage::Kind kind) {
+    switch (kind) {
+        case BuildMessage::Kind::warning:
+            return "warning";
+        case BuildMessage::Kind::information:
+            return "note";
+        default:
+            return "error";
+    }
+}
+
+/// Line `row` (from 1) without its end; empty for none.
+std::string_view lineOf(std::string_view text, std::int32_t row) {
+    for (; row > 1; --row) {
+        const auto end = text.find('\n');
+        if (end == std::string_view::npos) return {};
+        text.remove_prefix(end + 1);
+    }
+    text = text.substr(0, text.find('\n'));
+    return text.substr(0, text.find('\r'));
+}
+
+/// As wide as `before` is on the screen: tabs stay, every character counts once.
+std::string padding(std::string_view before) {
+    std::string blanks;
+    while (!before.empty()) {
+        const int length = korvant::utf8SequenceLength(before);
+        blanks.push_back(before.front() == '\t' ? '\t' : ' ');
+        before.remove_prefix(static_cast<std::size_t>(std::max(1, length)));
+    }
+    return blanks;
+}
+
+/// The line, or the part of it around `column`, and a caret below the column.
+std::string excerpt(std::string_view line, std::int32_t column) {
+    if (line.empty()) return {};
+    const std::size_t place =
+        std::min(static_cast<std::size_t>(std::max(column, 1)) - 1, line.size());
+    const std::size_t begin = place < kShownBytes ? 0 : place - kShownBytes / 2;
+    const std::string_view part = line.substr(begin, kShownBytes);
+    const std::string head = begin > 0 ? "..." : "";
+    const std::string tail = begin + part.size() < line.size() ? "..." : "";
+    const std::string shown = "    " + head + std::string(part) + tail + "\n";
+    if (column < 1) return shown;
+    return shown + "    " + std::string(head.size(), ' ') + padding(part.substr(0, place - begin)) +
+           "^\n";
+}
+
+std::string placeOf(const Source& source, const BuildMessage& message) {
+    if (message.row < 1) return source.name;
+    return source.name + ":" + std::to_string(message.row) + ":" +
+           std::to_string(std::max(message.column, 1));
+}
+
+std::string_view withoutLineEnd(std::string_view text) {
+    while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+    return text;
+}
+
+}  // namespace
+
+void reportBuild(const Source& source, const korvant::BuildMessages& messages) {
+    for (const BuildMessage& message : messages.all()) {
+        say(placeOf(source, message) + ": " + kindOf(message.kind) + ": " +
+            std::string(withoutLineEnd(message.plain)) + "\n");
+        if (message.kind != BuildMessage::Kind::information)
+            say(excerpt(lineOf(source.text, message.row), message.column));
+    }
+    if (messages.count() == korvant::BuildMessages::kCapacity)
+        complain("there may be more messages than these");
+}
+
+void reportRun(const Source& source, const korvant::RunFailure& failure) {
+    using Kind = korvant::RunFailure::Kind;
+    if (failure.kind == Kind::none || failure.kind == Kind::build) return;
+    if (failure.kind == Kind::stopped) say("The Script is stopped.\n");
+    say(std::string(withoutLineEnd(failure.text)) + "\n");
+    if (failure.line < 1) return;
+    say(source.name + ":" + std::to_string(failure.line) + "\n");
+    say(excerpt(lineOf(source.text, failure.line), 0));
+}
+
+void complain(const std::string& text) {
+    say("korvant: " + text + "\n");
+}
+
+}  // namespace korvant_app

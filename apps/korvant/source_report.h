@@ -1,0 +1,27 @@
+// What a compiler and a run say about a source file.
+#pragma once
+
+#include <string>
+
+#include "host/build_messages.h"
+#include "host/script_session.h"
+
+namespace korvant_app {
+
+/// A script file as it was read.
+struct Source {
+    std::string name;
+    std::string text;
+};
+
+/// "NAME:ROW:COLUMN: error: TEXT", the source line, and a caret below the place; one after the
+/// other, to standard error.
+void reportBuild(const Source& source, const korvant::BuildMessages& messages);
+
+/// The run's message, and "NAME:LINE" with the source line where it ended; nothing for none.
+void reportRun(const Source& source, const korvant::RunFailure& failure);
+
+/// "korvant: TEXT" to standard error. Texts of scripts cannot steer a terminal there.
+void complain(const std::string& text);
+
+}  // namespace korvant_app

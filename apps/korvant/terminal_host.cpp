@@ -1,0 +1,98 @@
+#include "terminal_host.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include "host/os_file.h"
+#include "host/posix_terminal.h"
+#include "host/script_console.h"
+#include "host/status_line.h"
+#include "host/terminal_state.h"
+#include "korvantide/korvantide.h"
+#include "source_report.h"
+
+namespace korvant_app {
+
+namespace {
+
+using korvant::moduleSession;
+
+bool runShouldStop() {
+    return moduleSession().shouldStop();
+}
+
+/// A terminal without control sequences: no colours, no progress line.
+bool terminalIsPlain() {
+    const char* const kind = std::getenv("TERM");
+    return kind == nullptr || *kind == '\0' || std::string_view(kind) == "dumb";
+}
+
+}  // namespace
+
+TerminalHost::TerminalHost(const Options& options)
+    : options_(options),
+      input_(STDIN_FILENO),
+      output_(STDOUT_FILENO),
+      errorOutput_(STDERR_FILENO),
+      console_(consoleOn(STDOUT_FILENO, output_)),
+      errorConsole_(consoleOn(STDERR_FILENO, errorOutput_)),
+      frontend_(std::make_unique<korvant::TerminalFrontend>(frontendOptions())) {
+    for (const std::string& argument : options.arguments) input_.feed(argument);
+    korvant::guardTerminal(STDIN_FILENO,
+                           korvant::isTerminal(STDOUT_FILENO) ? STDOUT_FILENO : STDERR_FILENO);
+    console_->onInterrupt([]() noexcept { moduleSession().requestStop(); });
+    moduleSession().setServices({console_.get(), frontend_.get(), nullptr, nullptr});
+}
+
+TerminalHost::~TerminalHost() {
+    korvant::scriptConsole().release();
+    moduleSession().setServices({});
+}
+
+std::unique_ptr<korvant::Console> TerminalHost::consoleOn(int handle,
+                                                          korvant::GatheredOutput& output) {
+    if (!korvant::isTerminal(handle))
+        return std::make_unique<korvant::PipeConsole>(input_, output, runShouldStop);
+    const korvant::PosixTerminal::Options terminal{handle, terminalIsPlain(),
+                                                   options_.allowEscapes};
+    return std::make_unique<korvant::PosixTerminal>(input_, output, runShouldStop, terminal);
+}
+
+/// Somebody must be able to type an answer and to see the question.
+korvant::Console* TerminalHost::whereToAsk() {
+    if (!input_.terminal()) return nullptr;
+    if (korvant::isTerminal(STDOUT_FILENO)) return console_.get();
+    return korvant::isTerminal(STDERR_FILENO) ? errorConsole_.get() : nullptr;
+}
+
+korvant::TerminalFrontend::Options TerminalHost::frontendOptions() {
+    korvant::TerminalFrontend::Options options;
+    options.terminal = whereToAsk();
+    options.shouldStop = runShouldStop;
+    options.notice = complain;
+    options.omitRunReports = true;
+    if (terminalIsPlain()) return options;
+    if (korvant::isTerminal(STDOUT_FILENO))
+        options.makeProgress = [this] {
+            return std::make_unique<korvant::StatusLine>(
+                output_, [] { return korvant::terminalColumns(STDOUT_FILENO); });
+        };
+    else if (korvant::isTerminal(STDERR_FILENO))
+        options.makeProgress = [this] {
+            return std::make_unique<korvant::StatusLine>(
+                errorOutput_, [] { return korvant::terminalColumns(STDERR_FILENO); });
+        };
+    return options;
+}
+
+ConfiguredEngine::ConfiguredEngine()
+    : engine_(asCreateScriptEngine()),
+      context_(engine_ != nullptr ? ConfigureScriptEngine(engine_) : nullptr) {}
+
+ConfiguredEngine::~ConfiguredEngine() {
+    if (engine_ != nullptr) ReleaseScriptEngine(engine_);
+}
+
+}  // namespace korvant_app
