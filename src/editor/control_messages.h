@@ -1,0 +1,163 @@
+// The messages, values and notifications of the editing control that the editor uses.
+// Source: Scintilla 3.7.2, Scintilla.iface. No headers of the control are installed with the
+// toolkit, so this is the one place that knows the numbers.
+#pragma once
+
+#include <cstdint>
+
+namespace korvant::sci {
+
+/// Messages.
+enum Message : unsigned {
+    kAddText = 2001,
+    kClearAll = 2004,
+    kGetLength = 2006,
+    kGetCharAt = 2007,
+    kGetCurrentPos = 2008,
+    kGetAnchor = 2009,
+    kGetStyleAt = 2010,
+    kRedo = 2011,
+    kSetUndoCollection = 2012,
+    kSelectAll = 2013,
+    kCanRedo = 2016,
+    kGotoLine = 2024,
+    kGotoPos = 2025,
+    kConvertEols = 2029,
+    kSetEolMode = 2031,
+    kSetTabWidth = 2036,
+    kMarkerDefine = 2040,
+    kMarkerSetFore = 2041,
+    kMarkerSetBack = 2042,
+    kMarkerAdd = 2043,
+    kMarkerDelete = 2044,
+    kMarkerDeleteAll = 2045,
+    kMarkerGet = 2046,
+    kMarkerNext = 2047,
+    kMarkerPrevious = 2048,
+    kStyleClearAll = 2050,
+    kStyleSetFore = 2051,
+    kStyleSetBack = 2052,
+    kStyleSetSize = 2055,
+    kStyleSetFont = 2056,
+    kSetSelFore = 2067,
+    kSetSelBack = 2068,
+    kSetCaretFore = 2069,
+    kBeginUndoAction = 2078,
+    kEndUndoAction = 2079,
+    kSetStyleBits = 2090,
+    kSetCaretLineVisible = 2096,
+    kSetCaretLineBack = 2098,
+    kAutoCShow = 2100,
+    kAutoCCancel = 2101,
+    kAutoCActive = 2102,
+    kAutoCSetIgnoreCase = 2115,
+    kSetIndentationGuides = 2132,
+    kGetLineEndPosition = 2136,
+    kGetSelectionStart = 2143,
+    kGetSelectionEnd = 2145,
+    kFindText = 2150,
+    kGetFirstVisibleLine = 2152,
+    kGetLineCount = 2154,
+    kSetSel = 2160,
+    kGetSelText = 2161,
+    kGetTextRange = 2162,
+    kLineFromPosition = 2166,
+    kPositionFromLine = 2167,
+    kLineScroll = 2168,
+    kCanPaste = 2173,
+    kCanUndo = 2174,
+    kEmptyUndoBuffer = 2175,
+    kUndo = 2176,
+    kCut = 2177,
+    kCopy = 2178,
+    kPaste = 2179,
+    kSetText = 2181,
+    kGetText = 2182,
+    kGetTextLength = 2183,
+    kSetTargetStart = 2190,
+    kGetTargetStart = 2191,
+    kSetTargetEnd = 2192,
+    kGetTargetEnd = 2193,
+    kReplaceTarget = 2194,
+    kReplaceTargetRe = 2195,
+    kSearchInTarget = 2197,
+    kCallTipShow = 2200,
+    kCallTipCancel = 2201,
+    kCallTipActive = 2202,
+    kCallTipSetHlt = 2204,
+    kToggleFold = 2231,
+    kEnsureVisible = 2232,
+    kSetFoldFlags = 2233,
+    kSetMarginWidthN = 2242,
+    kGetMarginWidthN = 2243,
+    kSetMarginMaskN = 2244,
+    kSetMarginSensitiveN = 2246,
+    kSetMouseDwellTime = 2264,
+    kWordStartPosition = 2266,
+    kWordEndPosition = 2267,
+    kTextWidth = 2276,
+    kTargetFromSelection = 2287,
+    kZoomIn = 2333,
+    kZoomOut = 2334,
+    kBraceHighlight = 2351,
+    kBraceMatch = 2353,
+    kSetModEventMask = 2359,
+    kUsePopUp = 2371,
+    kSetZoom = 2373,
+    kSetStatus = 2382,
+    kGetStatus = 2383,
+    kAutoCSetOrder = 2660,
+    kPositionRelative = 2670,
+    kSetLexer = 4001,
+    kSetProperty = 4004,
+    kSetKeywords = 4005,
+};
+
+/// Notifications.
+enum Notification : unsigned {
+    kCharAdded = 2001,
+    kDoubleClick = 2006,
+    kUpdateUi = 2007,
+    kModified = 2008,
+    kMarginClick = 2010,
+    kDwellStart = 2016,
+    kDwellEnd = 2017,
+    kCallTipClick = 2021,
+};
+
+inline constexpr int kModInsertText = 1, kModDeleteText = 2;
+inline constexpr std::uint32_t kFindWholeWord = 2, kFindMatchCase = 4, kFindRegExp = 0x200000;
+inline constexpr int kMarkCircle = 0, kMarkArrow = 2, kMarkShortArrow = 4, kMarkEmpty = 5,
+                     kMarkMinus = 7, kMarkPlus = 8;
+inline constexpr int kMarkNumFolderEnd = 25, kMarkNumFolderOpenMid = 26, kMarkNumFolderMidTail = 27,
+                     kMarkNumFolderTail = 28, kMarkNumFolderSub = 29, kMarkNumFolder = 30,
+                     kMarkNumFolderOpen = 31;
+inline constexpr int kStyleDefault = 32, kStyleLineNumber = 33, kStyleBraceLight = 34;
+inline constexpr int kEolLf = 2;
+inline constexpr int kLexerCpp = 3;
+/// From here on a status is a warning (a regular expression that does not read).
+inline constexpr int kStatusWarnStart = 1000;
+inline constexpr int kOrderPerformSort = 1;
+
+/// A colour as the control takes it.
+constexpr std::intptr_t rgb(int red, int green, int blue) {
+    return red | green << 8 | blue << 16;
+}
+
+/// What kFindText reads and writes. Source: Sci_TextToFind; positions are C longs there.
+struct TextToFind {
+    long from = 0;
+    long to = 0;
+    const char* text = nullptr;
+    long foundStart = 0;
+    long foundEnd = 0;
+};
+
+/// What kGetTextRange reads. Source: Sci_TextRange.
+struct TextRange {
+    long from = 0;
+    long to = 0;
+    char* text = nullptr;  ///< room for to - from + 1 bytes
+};
+
+}  // namespace korvant::sci
