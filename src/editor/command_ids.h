@@ -1,0 +1,26 @@
+// The numbers of the editor's commands: those of the menu are the resource's.
+#pragma once
+
+namespace korvant::command_id {
+
+inline constexpr int kNew = 57600, kOpen = 57601, kSave = 57603, kSaveAs = 32773, kExit = 32774;
+inline constexpr int kFind = 32784, kReplace = 57641, kGotoLine = 32785, kCrypt = 32801;
+inline constexpr int kLineNumbers = 32776, kBookmarks = 32777, kFolding = 32778,
+                     kBlackBackground = 32787;
+inline constexpr int kToggleBreakpoint = 32779, kRemoveBreakpoint = 32780, kAddCondition = 32800,
+                     kNextBreakpoint = 32781, kPreviousBreakpoint = 32782,
+                     kDeleteBreakpoints = 32783;
+inline constexpr int kDisplayVariable = 32798, kExecute = 32775, kBuild = 32786, kStepOver = 32793,
+                     kStepInto = 32794, kStop = 32796;
+inline constexpr int kHelp = 32789, kAbout = 32790;
+/// The system menu's about item.
+inline constexpr int kSystemAbout = 16;
+
+/// Beyond the menu bar: the context menu, and the files under File.
+inline constexpr int kUndo = 57643, kRedo = 57644, kCut = 57635, kCopy = 57634, kPaste = 57637,
+                     kSelectAll = 57642;
+inline constexpr int kComplete = 33001, kZoomIn = 33002, kZoomOut = 33003, kZoomReset = 33004,
+                     kRecoveryCopies = 33005;
+inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;
+
+}  // namespace korvant::command_id
