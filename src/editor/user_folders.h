@@ -1,0 +1,21 @@
+// Folders of this user and of this program.
+#pragma once
+
+#include <string>
+
+namespace korvant {
+
+/// Where this user's data of the product is kept; empty when the system names no such folder.
+std::string userDataFolder();
+
+/// The folder of the program that this process runs; empty when it cannot be told.
+std::string programFolder();
+
+/// The scripting manual's first page, which stands beside the program.
+std::string manualPage(const std::string& programFolder);
+
+/// Opens a file with the desktop's program for it, without a shell. False when the file is not
+/// there or nothing could be started.
+bool openWithDesktop(const std::string& path);
+
+}  // namespace korvant

@@ -1,0 +1,82 @@
+#include <fcntl.h>
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <thread>
+
+#include "editor/file_io.h"
+#include "editor/user_folders.h"
+
+extern char** environ;
+
+namespace korvant {
+
+namespace {
+
+constexpr char kProduct[] = "korvantide";
+constexpr int kWaitStep = 10'000, kLongestWait = 500'000;  // microseconds
+
+/// An environment variable that holds an absolute path; others are to be ignored.
+std::string folderVariable(const char* name) {
+    const char* value = std::getenv(name);
+    return value && value[0] == '/' ? value : "";
+}
+
+std::string homeFolder() {
+    const std::string home = folderVariable("HOME");
+    if (!home.empty()) return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user && user->pw_dir ? user->pw_dir : "";
+}
+
+/// Some desktops hand the file over and end at once, others stay for as long as it is shown.
+bool failsSoon(pid_t child) {
+    for (int waited = 0; waited < kLongestWait; waited += kWaitStep) {
+        int status = 0;
+        if (::waitpid(child, &status, WNOHANG) == child)
+            return !WIFEXITED(status) || WEXITSTATUS(status) != 0;
+        ::usleep(kWaitStep);
+    }
+    std::thread([child] {
+        while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }).detach();
+    return false;
+}
+
+}  // namespace
+
+std::string userDataFolder() {
+    // Source: the XDG base directories (freedesktop.org).
+    std::string data = folderVariable("XDG_DATA_HOME");
+    if (data.empty() && !homeFolder().empty()) data = homeFolder() + "/.local/share";
+    return data.empty() ? data : joinPath(data, kProduct);
+}
+
+std::string programFolder() {
+    char path[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
+    return length <= 0 ? std::string() : folderOf({path, static_cast<std::size_t>(length)});
+}
+
+std::string manualPage(const std::string& programFolder) {
+    return programFolder + "/scripting_manual/index.html";
+}
+
+bool openWithDesktop(const std::string& path) {
+    if (::access(path.c_str(), R_OK) != 0) return false;
+    std::string program = "xdg-open";
+    std::string argument = path;
+    char* arguments[] = {program.data(), argument.data(), nullptr};
+    pid_t child = 0;
+    if (::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+        return false;
+    return !failsSoon(child);
+}
+
+}  // namespace korvant
