@@ -1,0 +1,144 @@
+#include "editor/recovery_keeper.h"
+
+#include <ctime>
+
+#include "editor/file_io.h"
+#include "host/text_encoding.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
+constexpr char kUnnamed[] = "script";
+
+std::string nameFor(const RecoveryRecord& record) {
+    return record.path.empty() ? kUnnamed : nameOf(record.path);
+}
+
+std::uint64_t hashOf(const RecoveryRecord& record) {
+    DocumentEncoding encoding = record.encoding;
+    return contentHash(encodeDocument(record.text, encoding));
+}
+
+std::string dateOf(std::int64_t seconds) {
+    const std::time_t time = static_cast<std::time_t>(seconds);
+    char text[32] = "";
+    if (const std::tm* parts = std::localtime(&time))
+        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", parts);
+    return text;
+}
+
+std::string questionFor(const RecoveryRecord& record) {
+    return "Unsaved text of \"" + decodeForDisplay(nameFor(record)) + "\" from " +
+           dateOf(record.time) +
+           " was found.\nDo you want to put it into the editor?\n\n\"No\" discards it, \"Cancel\" "
+           "asks again the next time.";
+}
+
+}  // namespace
+
+RecoveryKeeper::RecoveryKeeper(const RecoveryParts& parts, const std::string& folder)
+    : document_(parts.document),
+      window_(parts.window),
+      files_(parts.files),
+      backups_(parts.backups),
+      clock_(parts.clock),
+      store_(parts.files, folder) {}
+
+void RecoveryKeeper::changed() {
+    timer_.changed(clock_.monotonic());
+}
+
+void RecoveryKeeper::keepIfDue() {
+    if (document_.modified() && timer_.due(clock_.monotonic())) keepNow(false);
+}
+
+void RecoveryKeeper::keepNow(bool delivered) {
+    timer_.done();
+    if (!enabled_) return;
+    RecoveryRecord record = document_.snapshot();
+    record.delivered = delivered;
+    store_.keepCurrent(record);
+}
+
+void RecoveryKeeper::saved() {
+    timer_.done();
+    store_.removeCurrent();
+}
+
+void RecoveryKeeper::begin() {
+    saved();
+    enabled_ = true;
+}
+
+void RecoveryKeeper::dropping() {
+    if (!enabled_ || !document_.modified()) return;
+    const RecoveryRecord record = document_.snapshot();
+    if (!record.text.empty()) store_.keepDropped(record);
+}
+
+void RecoveryKeeper::givenUp() {
+    if (!enabled_ || !document_.modified()) return;
+    RecoveryRecord record = document_.snapshot();
+    const std::string bytes = encodeDocument(record.text, record.encoding);
+    if (!bytes.empty()) backups_.keepText(nameFor(record), bytes);
+}
+
+void RecoveryKeeper::closing(bool delivered) {
+    if (document_.modified())
+        keepNow(delivered);
+    else
+        saved();
+}
+
+void RecoveryKeeper::setEnabled(bool enabled) {
+    enabled_ = enabled;
+    if (!enabled) store_.removeCurrent();
+}
+
+/// True when the text is safe: the host or its file holds it.
+bool RecoveryKeeper::elsewhere(const RecoveryRecord& record, std::uint64_t hostHash) {
+    const std::uint64_t hash = hashOf(record);
+    if (record.text.empty() || hash == hostHash) return true;
+    std::string content;
+    return !record.path.empty() && readFile(files_, record.path, kLargestCompared, content) == 0 &&
+           contentHash(content) == hash;
+}
+
+/// A text that the host has received is its own; only when it brings the text from before again,
+/// it has evidently lost the newer one. A new script begins empty and tells nothing.
+bool RecoveryKeeper::concerns(const RecoveryRecord& record, const RecoveryRecord& now) const {
+    return !record.delivered || (record.hostHash == now.hostHash && !now.text.empty());
+}
+
+bool RecoveryKeeper::restore(const FoundRecord& found) {
+    document_.adopt(found.record);
+    keepNow(false);
+    store_.remove(found);
+    return true;
+}
+
+void RecoveryKeeper::giveUp(const FoundRecord& found) {
+    DocumentEncoding encoding = found.record.encoding;
+    const std::string bytes = encodeDocument(found.record.text, encoding);
+    if (backups_.keepText(nameFor(found.record), bytes) == 0) store_.remove(found);
+}
+
+bool RecoveryKeeper::offer() {
+    const RecoveryRecord now = document_.snapshot();
+    for (const FoundRecord& found : store_.find()) {
+        if (elsewhere(found.record, now.hostHash)) {
+            store_.remove(found);
+            continue;
+        }
+        if (!concerns(found.record, now)) continue;
+        const Answer answer = window_.ask(questionFor(found.record), true);
+        if (answer == Answer::yes) return restore(found);
+        if (answer == Answer::cancel) return false;
+        giveUp(found);
+    }
+    return false;
+}
+
+}  // namespace korvant
