@@ -1,0 +1,59 @@
+// Completion, call tips and values under the mouse.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "editor/completion.h"
+#include "editor/debugger.h"
+#include "editor/text_control.h"
+
+namespace korvant {
+
+class Assistant {
+  public:
+    Assistant(const TextControl& editor, const Debugger& debugger)
+        : editor_(editor), debugger_(debugger) {}
+
+    void setEngine(asIScriptEngine* engine);
+    void textChanged() { current_ = false; }
+
+    /// A list of names that fit, whatever has been written.
+    void complete();
+    /// A character was typed: a list after three letters or a ".", a tip after "(" or ",".
+    void characterAdded(int character);
+    /// The mouse rests over a position; negative: over no text.
+    void restedAt(int position);
+    void movedOn();
+    /// One of the arrows of a tip: 1 up, 2 down.
+    void tipClicked(int arrow);
+
+  private:
+    /// The text around the caret that is looked at, and where it begins.
+    struct Window {
+        std::string text;
+        int begin = 0;
+    };
+    Window windowAround(int caret) const;
+    std::string_view beforeCaret(const Window& window, int caret) const;
+    bool beginsInComment(const Window& window) const;
+    SymbolTable table(int caret);
+    void showNames(const WordBefore& before);
+    void updateCallTip();
+    void showOverload();
+
+    const TextControl& editor_;
+    const Debugger& debugger_;
+    asIScriptEngine* engine_ = nullptr;
+    std::vector<Symbol> general_;  ///< of the engine and the language
+    std::vector<Symbol> inScript_;
+    bool current_ = false;  ///< inScript_ is of the present text
+    std::vector<std::string> overloads_;
+    std::size_t overload_ = 0;
+    int tipBracket_ = -1;
+    int argument_ = 0;
+    bool hovering_ = false;
+};
+
+}  // namespace korvant
