@@ -1,0 +1,150 @@
+// New, Open, Save and scrambling: the commands that change which text is in the editor.
+#include "editor/file_io.h"
+#include "editor/scramble.h"
+#include "editor/script_editor.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr char kSaveChanges[] = "Do You Want to Save Your Changes?";
+constexpr char kUntitled[] = "Untitled";
+constexpr char kNoMemory[] = "Memory allocation error";
+constexpr char kScrambled[] =
+    "The text was scrambled or restored with the key. This is no encryption. No recovery copies "
+    "are kept of it unless they are turned on again in the context menu.";
+/// The dialog's buffer of 1284 characters, less the terminator.
+constexpr std::size_t kLongestPath = 1283;
+
+FileDialogRequest fileRequest(bool saving) {
+    FileDialogRequest request;
+    request.saving = saving;
+    request.title = "Open Source File";
+    request.filters = {{"Source Files (*.as)", "*.as"}, {"All Files (*.*)", "*.*"}};
+    request.fileMustExist = true;
+    request.pathMustExist = true;
+    request.longestPath = kLongestPath;
+    return request;
+}
+
+}  // namespace
+
+void ScriptEditor::newDocument() {
+    debugger_.stop();
+    const bool saveFirst = document_.modified() && window_.ask(kSaveChanges, false) == Answer::yes;
+    if (saveFirst) save();
+    if (document_.modified()) recovery_.givenUp();
+    emptyEditor();
+    document_.setModified(false);
+    recovery_.begin();
+    // Deliberate: a later Save writes a file of this name in the current folder.
+    document_.setPath(kUntitled);
+    refreshTitle();
+}
+
+void ScriptEditor::emptyEditor() {
+    const OwnText own(*this);
+    breakpoints_.reset();
+    document_.makeEmpty();
+    recovery_.begin();
+    window_.setMenuChecked(command_id::kRecoveryCopies, recovery_.enabled());
+}
+
+void ScriptEditor::openDocument() {
+    debugger_.stop();
+    if (const auto path = askPath(false)) openPath(*path);
+}
+
+/// The dialogs that come with some desktops do not enforce these limits themselves.
+std::optional<std::string> ScriptEditor::askPath(bool saving) {
+    for (;;) {
+        auto path = window_.askFile(fileRequest(saving));
+        if (!path || path->empty() || path->size() > kLongestPath) return std::nullopt;
+        FileStatus status;
+        if (!saving || files_.status(*path, status) != 0 || status.kind != FileStatus::Kind::none)
+            return path;
+        window_.errorBox(*path + "\nFile not found.\nCheck the file name and try again.");
+    }
+}
+
+void ScriptEditor::openPath(const std::string& path) {
+    recovery_.dropping();
+    // Deliberate: the text goes before the file is tried. It can be undone, and is kept.
+    emptyEditor();
+    const OwnText own(*this);
+    if (document_.load(path)) {
+        recovery_.saved();
+        noteRecent(path);
+    }
+    refreshTitle();
+}
+
+void ScriptEditor::openRecent(int index) {
+    if (index >= static_cast<int>(recentFiles_.paths().size())) return;
+    debugger_.stop();
+    openPath(std::string(recentFiles_.paths()[static_cast<std::size_t>(index)]));
+}
+
+void ScriptEditor::noteRecent(const std::string& path) {
+    recentFiles_.add(path);
+    window_.setRecentFiles(recentFiles_.paths());
+}
+
+void ScriptEditor::saveAs() {
+    if (const auto path = askPath(true)) saveTo(*path);
+}
+
+void ScriptEditor::save() {
+    if (document_.path().empty())
+        saveAs();
+    else
+        saveTo(document_.path());
+}
+
+void ScriptEditor::saveTo(const std::string& path) {
+    // A copy of its own: saving sets the document's path.
+    const std::string target = path;
+    if (!document_.saveTo(target)) return;
+    recovery_.saved();
+    noteRecent(target);
+    refreshTitle();
+}
+
+void ScriptEditor::crypt() {
+    std::int32_t& key = rememberedScrambleKey();
+    // Deliberate: Cancel scrambles too, with the key as it was.
+    key = session_.services().frontend->promptInt("Key:", key);
+    if (editor_.length() == 0) return;
+    std::optional<std::string> text = editor_.text();
+    if (!text) return output_.show(kNoMemory);
+    scramble(*text, key);
+    // A text that somebody hides is not to lie readable in the user's folder.
+    recovery_.setEnabled(false);
+    window_.setMenuChecked(command_id::kRecoveryCopies, false);
+    const OwnText own(*this);
+    if (!putScrambled(*text)) return output_.show(kNoMemory);
+    output_.show(kScrambled);
+}
+
+/// One step of undo. The control forgets its markers with the whole text, so where there are any
+/// the text is replaced line by line.
+bool ScriptEditor::putScrambled(const std::string& text) {
+    if (!editor_.nextMarker(0, ~0)) return editor_.replaceText(text);
+    editor_.takeStatus();
+    {
+        const UndoStep step(editor_);
+        for (ControlLine line; line.index < editor_.lineCount(); ++line.index) {
+            const TextSpan span{editor_.lineStart(line), editor_.lineEnd(line)};
+            if (span.empty()) continue;
+            editor_.setTarget(span);
+            editor_.replaceTarget(
+                std::string_view(text).substr(static_cast<std::size_t>(span.start),
+                                              static_cast<std::size_t>(span.end - span.start)),
+                false);
+        }
+    }
+    editor_.select(0, 0);
+    return editor_.takeStatus();
+}
+
+}  // namespace korvant

@@ -1,0 +1,85 @@
+// What the editor does when its controls tell it something.
+#include "editor/control_setup.h"
+#include "editor/line_shift.h"
+#include "editor/script_editor.h"
+
+namespace korvant {
+
+void ScriptEditor::editorNotified(const ControlNotification& notification) {
+    if (left_) return;
+    switch (notification.code) {
+        case sci::kDoubleClick:
+            return command(command_id::kDisplayVariable);
+        case sci::kUpdateUi:
+            highlightBraces();
+            return tick();
+        case sci::kModified:
+            return textModified(notification);
+        case sci::kMarginClick:
+            return marginClicked(notification);
+        case sci::kCharAdded:
+            return assistant_.characterAdded(notification.character);
+        case sci::kDwellStart:
+            return assistant_.restedAt(notification.position);
+        case sci::kDwellEnd:
+            return assistant_.movedOn();
+        case sci::kCallTipClick:
+            return assistant_.tipClicked(notification.position);
+        default:
+            return;
+    }
+}
+
+void ScriptEditor::outputNotified(const ControlNotification& notification) {
+    if (left_ || notification.code != sci::kDoubleClick) return;
+    if (const auto place = output_.placeAt(notification.position)) gotoPlace(*place);
+}
+
+void ScriptEditor::textModified(const ControlNotification& notification) {
+    if ((notification.modificationType & (sci::kModInsertText | sci::kModDeleteText)) == 0) return;
+    const bool wasModified = document_.modified();
+    document_.setModified(true);
+    if (!wasModified) refreshTitle();
+    recovery_.changed();
+    assistant_.textChanged();
+    if (!followLines_) return;
+    if (const auto shift = lineShiftOf(editor_, notification)) debugger_.follow(*shift);
+}
+
+/// Deliberate: a brace without a partner is not shown as bad.
+void ScriptEditor::highlightBraces() {
+    const int position = editor_.caret() - 1;
+    const auto word = [](int value) {
+        return static_cast<std::uintptr_t>(static_cast<std::intptr_t>(value));
+    };
+    const auto match = static_cast<int>(editor_.send(sci::kBraceMatch, word(position)));
+    if (match < 0)
+        editor_.send(sci::kBraceHighlight, word(-1), -1);
+    else
+        editor_.send(sci::kBraceHighlight, word(position), match);
+}
+
+void ScriptEditor::marginClicked(const ControlNotification& notification) {
+    const ControlLine line = editor_.lineOf(notification.position);
+    if (notification.margin == kFoldMargin)
+        editor_.send(sci::kToggleFold, static_cast<std::uintptr_t>(line.index));
+    else if (notification.margin == kBookmarkMargin && !debugger_.busy())
+        breakpoints_.toggle(line);
+}
+
+/// Columns count bytes of the compiled text: one for each character of Windows Western.
+void ScriptEditor::gotoPlace(const ReportedPlace& place) {
+    const ControlLine line = toControl(place.line);
+    const int start = editor_.lineStart(line);
+    const int offset = place.column - 1;
+    int position = start + offset;
+    if (document_.western())
+        position = static_cast<int>(
+            editor_.send(sci::kPositionRelative, static_cast<std::uintptr_t>(start), offset));
+    window_.activate();
+    window_.focusEditor();
+    editor_.send(sci::kEnsureVisible, static_cast<std::uintptr_t>(line.index));
+    editor_.gotoPosition(position > start ? std::min(position, editor_.lineEnd(line)) : start);
+}
+
+}  // namespace korvant

@@ -1,0 +1,198 @@
+#include "editor/script_editor.h"
+
+#include "editor/control_setup.h"
+#include "editor/file_io.h"
+#include "editor/user_folders.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr char kNoEditor[] = "Unable to create editor window";
+constexpr char kNoOutput[] = "Unable to create output window";
+constexpr char kNoManual[] = "Documentation files not found.";
+constexpr char kNoMemory[] = "Memory allocation error";
+
+std::string dataPath(const std::string& folder, const char* name) {
+    return folder.empty() ? folder : joinPath(folder, name);
+}
+
+}  // namespace
+
+ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
+    : window_(surroundings.window),
+      files_(surroundings.files),
+      session_(surroundings.session),
+      programFolder_(surroundings.programFolder),
+      output_(outputControl_),
+      backups_(files_, dataPath(surroundings.dataFolder, "backups")),
+      document_({editor_, output_, files_, backups_}),
+      breakpoints_(editor_),
+      debugger_({session_, window_, editor_, output_, breakpoints_},
+                [this] { return document_.scriptBytes(); }),
+      view_(editor_, outputControl_, window_),
+      search_(std::make_shared<Search>(editor_, window_)),
+      assistant_(editor_, debugger_),
+      recovery_({document_, window_, files_, backups_, *session_.services().clock},
+                dataPath(surroundings.dataFolder, "recovery")),
+      recentFiles_(files_, dataPath(surroundings.dataFolder, "recent_files")) {}
+
+ScriptEditor::~ScriptEditor() = default;
+
+void ScriptEditor::setHost(asIScriptEngine* engine, asIScriptContext* context) {
+    debugger_.setHost(engine, context);
+    assistant_.setEngine(engine);
+}
+
+void ScriptEditor::initialise() {
+    editor_ = TextControl(window_.createControl(ControlKind::editor));
+    if (editor_.exists())
+        setUpEditorControl(editor_);
+    else
+        window_.errorBox(kNoEditor);
+    outputControl_ = TextControl(window_.createControl(ControlKind::output));
+    if (outputControl_.exists())
+        setUpOutputControl(outputControl_);
+    else
+        window_.errorBox(kNoOutput);
+    view_.setUp();
+    setUpConveniences(editor_);
+    debugger_.setUp();
+    {
+        const OwnText own(*this);
+        document_.begin(hostText_);
+    }
+    recovery_.begin();
+    window_.setRecentFiles(recentFiles_.paths());
+    refreshTitle();
+}
+
+void ScriptEditor::shown() {
+    const OwnText own(*this);
+    run([this] {
+        if (recovery_.offer()) refreshTitle();
+    });
+}
+
+void ScriptEditor::closed() {
+    search_.reset();
+    editor_ = {};
+    outputControl_ = {};
+}
+
+/// Nothing that goes wrong in a handler may reach the toolkit.
+void ScriptEditor::run(const std::function<void()>& action) {
+    try {
+        action();
+        recovery_.keepIfDue();
+    } catch (...) {
+        output_.show(kNoMemory);
+    }
+    if (!closeWanted_ || debugger_.busy() || left_) return;
+    takeTextForHost();
+    leave(document_.path().empty());
+    window_.endModal();
+}
+
+void ScriptEditor::command(int id) {
+    if (left_) return;
+    if (debugger_.busy()) {
+        if (id == command_id::kStop) debugger_.stop();
+        return;
+    }
+    const int recent = id - command_id::kRecentFileFirst;
+    if (recent >= 0 && recent < command_id::kRecentFiles)
+        return run([this, recent] { openRecent(recent); });
+    const EditorCommand* command = findCommand(id);
+    if (command && enabled(*command)) run([this, command] { (this->*command->handler)(); });
+}
+
+bool ScriptEditor::enabled(const EditorCommand& command) const {
+    switch (command.enabledWhen) {
+        case EnabledWhen::debugging:
+            return debugger_.debugging();
+        case EnabledWhen::canUndo:
+            return editor_.send(sci::kCanUndo) != 0;
+        case EnabledWhen::canRedo:
+            return editor_.send(sci::kCanRedo) != 0;
+        case EnabledWhen::canPaste:
+            return editor_.send(sci::kCanPaste) != 0;
+        case EnabledWhen::selection:
+            return editor_.selectionStart() != editor_.selectionEnd();
+        default:
+            return true;
+    }
+}
+
+void ScriptEditor::functionKey(int number) {
+    for (const EditorCommand& record : editorCommands())
+        if (number != 0 && record.functionKey == number) return command(record.id);
+}
+
+void ScriptEditor::tick() {
+    if (!left_) run([] {});
+}
+
+bool ScriptEditor::closeBox() {
+    if (left_) return true;
+    if (debugger_.busy()) {
+        closeWanted_ = true;
+        debugger_.stop();
+        return false;
+    }
+    if (!takeTextForHost()) {
+        output_.show(kNoMemory);
+        return false;
+    }
+    leave(document_.path().empty());
+    return true;
+}
+
+/// Without the whole text the host keeps the one that it gave.
+bool ScriptEditor::takeTextForHost() {
+    if (!editor_.exists() || document_.incomplete()) return true;
+    std::optional<std::string> bytes = document_.bytes();
+    if (bytes) hostText_ = std::move(*bytes);
+    return bytes.has_value();
+}
+
+void ScriptEditor::leave(bool delivered) {
+    left_ = true;
+    recovery_.closing(delivered);
+    debugger_.close();
+}
+
+void ScriptEditor::exit() {
+    debugger_.stop();
+    // Deliberate: the host gets back the text that it gave.
+    leave(false);
+    window_.endModal();
+}
+
+void ScriptEditor::refreshTitle() {
+    window_.setTitle(document_.title());
+}
+
+void ScriptEditor::openFind() {
+    window_.openFind(std::make_unique<FindDialog>(search_, window_));
+}
+
+void ScriptEditor::openReplace() {
+    window_.openReplace(std::make_unique<ReplaceDialog>(search_, window_));
+}
+
+void ScriptEditor::gotoLine() {
+    if (const auto line = window_.askLine(toScript(editor_.caretLine()).number))
+        search_->gotoLine(*line);
+}
+
+void ScriptEditor::help() {
+    if (!window_.openDocument(manualPage(programFolder_))) window_.errorBox(kNoManual);
+}
+
+void ScriptEditor::toggleRecoveryCopies() {
+    recovery_.setEnabled(!recovery_.enabled());
+    window_.setMenuChecked(command_id::kRecoveryCopies, recovery_.enabled());
+}
+
+}  // namespace korvant

@@ -1,0 +1,171 @@
+// The script editor without its window.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "editor/assistant.h"
+#include "editor/backup_store.h"
+#include "editor/breakpoints.h"
+#include "editor/debugger.h"
+#include "editor/editor_commands.h"
+#include "editor/editor_document.h"
+#include "editor/editor_window.h"
+#include "editor/output_pane.h"
+#include "editor/recent_files.h"
+#include "editor/recovery_keeper.h"
+#include "editor/search.h"
+#include "editor/search_dialogs.h"
+#include "editor/text_control.h"
+#include "editor/view_options.h"
+#include "host/script_session.h"
+
+namespace korvant {
+
+/// What surrounds an editor. Nothing is owned; everything must outlive it.
+struct EditorSurroundings {
+    ScriptSession& session;
+    EditorWindow& window;
+    FileOperations& files;
+    /// For backups, recovery copies and the list of recent files; empty keeps none of them.
+    std::string dataFolder;
+    /// The folder of the host's program, beside which the manual is.
+    std::string programFolder;
+};
+
+/// One opening of the editor. Order of calls: constructor, setHost, setHostText, initialise,
+/// shown, then commands, keys and notifications in any order, closeBox or the command Exit, closed,
+/// hostText. Everything is called on the window's thread. No function throws.
+class ScriptEditor {
+  public:
+    explicit ScriptEditor(const EditorSurroundings& surroundings);
+    ~ScriptEditor();
+    ScriptEditor(const ScriptEditor&) = delete;
+    ScriptEditor& operator=(const ScriptEditor&) = delete;
+
+    void setHost(asIScriptEngine* engine, asIScriptContext* context);
+    void setHostText(std::string bytes) { hostText_ = std::move(bytes); }
+    /// Kept and not used.
+    void setHostTitle(std::string title) { hostTitle_ = std::move(title); }
+    /// What the host gets back: the edited text after the close box, otherwise what it gave.
+    const std::string& hostText() const noexcept { return hostText_; }
+
+    /// Creates and sets up the controls and puts the host's text into the editor. The window's
+    /// menu exists by then.
+    void initialise();
+    /// The window is visible: unsaved text of an earlier opening is offered.
+    void shown();
+
+    /// A command of the menu, by its number. While a script is driven only Stop does something.
+    void command(int id);
+    /// What `command(id)` would do something for, for the context menu.
+    bool enabled(const EditorCommand& command) const;
+    /// A key was pressed anywhere in the window: 1 for F1 and so on. The window then goes on as if
+    /// nothing had happened.
+    void functionKey(int number);
+    void editorNotified(const ControlNotification& notification);
+    void outputNotified(const ControlNotification& notification);
+    /// To be called about once a second.
+    void tick();
+    /// The close box or its key. True: the host's text is taken, the window may go. False: a
+    /// script is being driven; it is asked to stop, and the window gets endModal() afterwards.
+    bool closeBox();
+    /// The controls are gone. Everything does nothing from here on.
+    void closed();
+
+    // The commands' handlers; see editor_commands.cpp.
+    void newDocument();
+    void openDocument();
+    void save();
+    void saveAs();
+    void exit();
+    void openFind();
+    void openReplace();
+    void gotoLine();
+    void crypt();
+    void toggleLineNumbers() { view_.toggleLineNumbers(); }
+    void toggleBookmarks() { view_.toggleBookmarks(); }
+    void toggleFolding() { view_.toggleFolding(); }
+    void toggleBackground() { view_.toggleBackground(); }
+    void toggleBreakpoint() { breakpoints_.toggle(editor_.caretLine()); }
+    void removeBreakpoint() { breakpoints_.remove(editor_.caretLine()); }
+    void addCondition() { debugger_.addCondition(editor_.caretLine()); }
+    void nextBreakpoint() { breakpoints_.gotoNext(); }
+    void previousBreakpoint() { breakpoints_.gotoPrevious(); }
+    void deleteBreakpoints() { breakpoints_.deleteAll(); }
+    void displayVariable() { debugger_.displayVariable(); }
+    void execute() { debugger_.execute(); }
+    void build() { debugger_.build(); }
+    void stepOver() { debugger_.stepOver(); }
+    void stepInto() { debugger_.stepInto(); }
+    void stopDebugging() { debugger_.stop(); }
+    void help();
+    void about() { window_.showAbout(); }
+    void undo() { editor_.send(sci::kUndo); }
+    void redo() { editor_.send(sci::kRedo); }
+    void cut() { editor_.send(sci::kCut); }
+    void copy() { editor_.send(sci::kCopy); }
+    void paste() { editor_.send(sci::kPaste); }
+    void selectAll() { editor_.send(sci::kSelectAll); }
+    void complete() { assistant_.complete(); }
+    void zoomIn() { editor_.send(sci::kZoomIn); }
+    void zoomOut() { editor_.send(sci::kZoomOut); }
+    void zoomReset() { editor_.send(sci::kSetZoom, 0); }
+    void toggleRecoveryCopies();
+
+  private:
+    /// While one lives, changes of the text move no breakpoints.
+    class OwnText {
+      public:
+        explicit OwnText(ScriptEditor& editor) : editor_(editor) { editor_.followLines_ = false; }
+        ~OwnText() { editor_.followLines_ = true; }
+        OwnText(const OwnText&) = delete;
+        OwnText& operator=(const OwnText&) = delete;
+
+      private:
+        ScriptEditor& editor_;
+    };
+
+    void run(const std::function<void()>& action);
+    void openRecent(int index);
+    void openPath(const std::string& path);
+    std::optional<std::string> askPath(bool saving);
+    void noteRecent(const std::string& path);
+    void saveTo(const std::string& path);
+    void emptyEditor();
+    void refreshTitle();
+    bool putScrambled(const std::string& text);
+    void textModified(const ControlNotification& notification);
+    void highlightBraces();
+    void marginClicked(const ControlNotification& notification);
+    void gotoPlace(const ReportedPlace& place);
+    bool takeTextForHost();
+    void leave(bool delivered);
+
+    EditorWindow& window_;
+    FileOperations& files_;
+    ScriptSession& session_;
+    std::string programFolder_;
+    std::string hostText_;
+    std::string hostTitle_;
+    TextControl editor_;
+    TextControl outputControl_;
+    OutputPane output_;
+    BackupStore backups_;
+    EditorDocument document_;
+    Breakpoints breakpoints_;
+    Debugger debugger_;
+    ViewOptions view_;
+    std::shared_ptr<Search> search_;
+    Assistant assistant_;
+    RecoveryKeeper recovery_;
+    RecentFiles recentFiles_;
+    bool followLines_ = true;   ///< off while the editor itself puts a text in
+    bool closeWanted_ = false;  ///< as soon as no script is driven any more
+    bool left_ = false;
+};
+
+}  // namespace korvant
