@@ -5,14 +5,15 @@
 #include "host/math_functions.h"
 #include "host/string_functions.h"
 #include "host/string_type.h"
+#include "object/object_binding.h"
 
 namespace korvant {
 
 std::span<const RegisterFamily> registrationOrder() {
     static const RegisterFamily kOrder[] = {
         registerStringType,      registerFileFunctions,   registerConsoleFunctions,
-        registerDialogFunctions, registerTimingFunctions, registerMathFunctions,
-        registerStringFunctions,
+        registerDialogFunctions, registerObjectType,      registerTimingFunctions,
+        registerMathFunctions,   registerStringFunctions,
     };
     return kOrder;
 }
@@ -23,6 +24,7 @@ std::span<const FunctionFamily> allFamilies() {
         {"Files", nullptr, fileFunctionRows()},
         {"Console", nullptr, consoleFunctionRows()},
         {"Dialogs and progress", nullptr, dialogFunctionRows()},
+        {"Property objects", "Object", objectMethodRows()},
         {"Run time", nullptr, timingFunctionRows()},
         {"Mathematics", nullptr, mathFunctionRows()},
         {"Texts", nullptr, stringFunctionRows()},
