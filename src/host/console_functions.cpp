@@ -84,7 +84,7 @@ void writeText(std::string_view text, Write write) {
         write(text.substr(0, mark + 1));
         text.remove_prefix(mark + 2);
     }
-    if (!text.empty()) write(text);
+    write(text);
 }
 
 void print(const ScriptString* text) {

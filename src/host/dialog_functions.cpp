@@ -6,7 +6,6 @@
 #include "host/native_call.h"
 #include "host/progress.h"
 #include "host/script_console.h"
-#include "host/script_session.h"
 #include "host/script_string.h"
 
 namespace korvant {
@@ -39,31 +38,29 @@ bool question(const ScriptString* text) {
     return showBox(text, box_style::kYesNo | box_style::kIconQuestion) == box_button::kYes;
 }
 
-/// What every prompt needs around it.
-class PromptScope {
-  public:
-    PromptScope() { scriptConsole().flush(); }
-    Frontend& frontend() { return *moduleSession().services().frontend; }
-
-  private:
-    InteractionScope waiting_;
-    UiScopeGuard resources_;
-};
+/// `ask` on the front end; a script that is to end asks nothing more.
+template <class Value, class Ask>
+Value prompt(const Value& initial, Ask ask) {
+    if (moduleSession().state().stopRequest) return initial;
+    PromptScope scope;
+    return ask(scope.frontend());
+}
 
 int promptInt(const ScriptString* label, const int* initial) {
-    return PromptScope().frontend().promptInt(label->text, *initial);
+    return prompt(*initial, [&](Frontend& f) { return f.promptInt(label->text, *initial); });
 }
 
 float promptFloat(const ScriptString* label, const float* initial) {
-    return PromptScope().frontend().promptFloat(label->text, *initial);
+    return prompt(*initial, [&](Frontend& f) { return f.promptFloat(label->text, *initial); });
 }
 
 double promptDouble(const ScriptString* label, const double* initial) {
-    return PromptScope().frontend().promptDouble(label->text, *initial);
+    return prompt(*initial, [&](Frontend& f) { return f.promptDouble(label->text, *initial); });
 }
 
 ScriptString* promptString(const ScriptString* label, const ScriptString* initial) {
-    return returnResultString(PromptScope().frontend().promptString(label->text, initial->text));
+    return returnResultString(prompt(
+        initial->text, [&](Frontend& f) { return f.promptString(label->text, initial->text); }));
 }
 
 /// The display exists from the first call of a run to the run's end. One whose thread did not end
@@ -111,8 +108,17 @@ UiScopeGuard::~UiScopeGuard() {
     if (scope_) scope_(false);
 }
 
+PromptScope::PromptScope() {
+    scriptConsole().flush();
+}
+
+Frontend& PromptScope::frontend() {
+    return *moduleSession().services().frontend;
+}
+
 int showScriptBox(MessageBoxRequest request) {
     ScriptSession& session = moduleSession();
+    if (session.state().stopRequest) return 0;
     const std::uint32_t patience = session.limits().boxesBeforeStopButton;
     request.offerStop = patience != 0 && session.state().boxesShown++ >= patience;
     scriptConsole().flush();

@@ -5,6 +5,7 @@
 
 #include "host/frontend.h"
 #include "host/registration.h"
+#include "host/script_session.h"
 
 namespace korvant {
 
@@ -18,8 +19,9 @@ std::span<const FunctionRow> timingFunctionRows();
 
 /// Shows a box for the running script with the framework switched to the module and the console's
 /// text handed over first, and counts it: after Limits::boxesBeforeStopButton boxes in a run it
-/// offers one more button that stops the script, and answers 0 when that is chosen. Whether
-/// waiting counts against the run time is the caller's business (InteractionScope).
+/// offers one more button that stops the script. Answers 0 when that is chosen, and from then on
+/// without showing anything. Whether waiting counts against the run time is the caller's business
+/// (InteractionScope).
 int showScriptBox(MessageBoxRequest request);
 
 /// For as long as it lives the framework is switched to the module's resources.
@@ -32,6 +34,18 @@ class UiScopeGuard {
 
   private:
     void (*scope_)(bool enter);
+};
+
+/// What every prompt needs around it: what was printed is handed over, waiting does not count
+/// against the run time, the framework is switched to the module's resources.
+class PromptScope {
+  public:
+    PromptScope();
+    Frontend& frontend();
+
+  private:
+    InteractionScope waiting_;
+    UiScopeGuard resources_;
 };
 
 }  // namespace korvant
