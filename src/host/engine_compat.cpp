@@ -18,11 +18,58 @@ int ensureDefaultArray(asIScriptEngine* engine) {
     return engine->GetDefaultArrayTypeId() >= 0 ? 0 : asINVALID_TYPE;
 }
 
-/// The add-on registers its template under this name; its factory takes the type first, which
-/// nobody else's does. Only types that RegisterScriptArray made have been marked.
-bool isAddonArray(const asITypeInfo* type) {
-    return type != nullptr && (type->GetFlags() & asOBJ_TEMPLATE) != 0 &&
-           std::strcmp(type->GetName(), "array") == 0;
+namespace {
+
+constexpr asPWORD kOwnType = 0x4B4F5259;
+
+const void* tableOf(const void* object) {
+    return *static_cast<const void* const*>(object);
+}
+
+/// The virtual table of the add-on's arrays, from one that is made and dropped.
+const void* arrayTable(asIScriptEngine* engine) {
+    static const void* table = nullptr;
+    if (table != nullptr) return table;
+    asITypeInfo* const type = engine->GetTypeInfoByDecl("array<int>");
+    if (type == nullptr) return nullptr;
+    CScriptArray* const sample = CScriptArray::Create(type, asUINT{0});
+    if (sample == nullptr) return nullptr;
+    table = tableOf(sample);
+    sample->Release();
+    return table;
+}
+
+}  // namespace
+
+const asArray* addonArray(asIScriptEngine* engine, int typeId, const void* object) {
+    const asITypeInfo* const type = engine->GetTypeInfoById(typeId);
+    if (type == nullptr || object == nullptr || (type->GetFlags() & asOBJ_TEMPLATE) == 0 ||
+        type->GetSubTypeCount() != 1 || std::strcmp(type->GetName(), "array") != 0)
+        return nullptr;
+    return tableOf(object) == arrayTable(engine) ? static_cast<const CScriptArray*>(object)
+                                                 : nullptr;
+}
+
+std::uint32_t arraySize(const asArray& array) {
+    return array.GetSize();
+}
+
+int arrayElementType(const asArray& array) {
+    return array.GetElementTypeId();
+}
+
+const void* arrayElement(const asArray& array, std::uint32_t index) {
+    return index < array.GetSize() ? array.At(index) : nullptr;
+}
+
+void markOwnType(asIScriptEngine* engine, const char* name) {
+    static char mark;
+    asITypeInfo* const type = engine->GetTypeInfoByName(name);
+    if (type != nullptr) type->SetUserData(&mark, kOwnType);
+}
+
+bool isOwnType(const asITypeInfo* type) {
+    return type != nullptr && type->GetUserData(kOwnType) != nullptr;
 }
 
 BuildSettings::BuildSettings(asIScriptEngine* engine)

@@ -5,7 +5,13 @@
 
 #include <cstdint>
 
+BEGIN_AS_NAMESPACE
+class CScriptArray;
+END_AS_NAMESPACE
+
 namespace korvant {
+
+using asArray = CScriptArray;
 
 /// The function with this declaration in `module`, or null. Generations before 2.23 answered with
 /// an identifier; the result's life is the module's.
@@ -34,9 +40,18 @@ int registerStringLiterals(asIScriptEngine* engine);
 /// declares itself as "int[]". Returns a negative engine result on failure.
 int ensureDefaultArray(asIScriptEngine* engine);
 
-/// True when objects of `type` are arrays of the engine's own add-on, so that they can be read as
-/// such.
-bool isAddonArray(const asITypeInfo* type);
+/// The object as an array of the engine's own add-ons; null when it is anything else, also another
+/// type that calls itself "array".
+const asArray* addonArray(asIScriptEngine* engine, int typeId, const void* object);
+std::uint32_t arraySize(const asArray& array);
+int arrayElementType(const asArray& array);
+/// Where element `index` lies; null beyond the end.
+const void* arrayElement(const asArray& array, std::uint32_t index);
+
+/// Marks the type that was just registered as this module's own, so that its objects may be read
+/// as C++ objects: a host may have a type of the same name.
+void markOwnType(asIScriptEngine* engine, const char* name);
+bool isOwnType(const asITypeInfo* type);
 
 /// While it lives, Build leaves global variables uninitialised and marks every statement, so that
 /// a loop can be ended; then the host's settings are back.

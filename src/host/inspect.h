@@ -69,6 +69,8 @@ class StoppedScript {
     ValueView member(const ValueView& object, std::uint32_t index, std::string& name) const;
 
   private:
+    ValueView viewOther(ValueView value) const;
+
     asIScriptContext* context_;
     asIScriptEngine* engine_;
 };

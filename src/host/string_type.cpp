@@ -186,6 +186,7 @@ const FunctionRow kMethods[] = {
 
 int registerStringType(asIScriptEngine* engine) {
     int first = engine->RegisterObjectType("string", 0, asOBJ_REF);
+    if (first >= 0) markOwnType(engine, "string");
     const int results[] = {registerMethods(engine, "string", kLife), registerStringLiterals(engine),
                            registerMethods(engine, "string", kMethods)};
     for (const int result : results)
