@@ -41,5 +41,6 @@ int main(int argc, char** argv) {
     int exitCode = korvant_app::kFinished;
     korvant_app::addRunCommand(app, exitCode);
     korvant_app::addCheckCommand(app, exitCode);
+    korvant_app::addCryptCommand(app, exitCode);
     leave(parse(app, argc, argv, exitCode));
 }

@@ -103,6 +103,10 @@ std::string joinPath(const std::string& folder, const std::string& name) {
     return folder + pathSeparators()[0] + name;
 }
 
+std::string joinPathIn(const std::string& folder, const std::string& name) {
+    return folder.empty() ? folder : joinPath(folder, name);
+}
+
 std::string temporaryBeside(const std::string& path) {
     static std::random_device random;
     const std::uint64_t number = std::uint64_t{random()} << 32 | random();

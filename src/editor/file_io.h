@@ -43,6 +43,8 @@ std::string folderOf(const std::string& path);
 /// What follows the last slash or backslash; the whole path without one.
 std::string nameOf(const std::string& path);
 std::string joinPath(const std::string& folder, const std::string& name);
+/// The same, but nothing in no folder is nothing.
+std::string joinPathIn(const std::string& folder, const std::string& name);
 /// A name in the folder of `path` that no other process uses.
 std::string temporaryBeside(const std::string& path);
 

@@ -13,10 +13,6 @@ constexpr char kNoOutput[] = "Unable to create output window";
 constexpr char kNoManual[] = "Documentation files not found.";
 constexpr char kNoMemory[] = "Memory allocation error";
 
-std::string dataPath(const std::string& folder, const char* name) {
-    return folder.empty() ? folder : joinPath(folder, name);
-}
-
 }  // namespace
 
 ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
@@ -25,7 +21,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       session_(surroundings.session),
       programFolder_(surroundings.programFolder),
       output_(outputControl_),
-      backups_(files_, dataPath(surroundings.dataFolder, "backups")),
+      backups_(files_, joinPathIn(surroundings.dataFolder, "backups")),
       document_({editor_, output_, files_, backups_}),
       breakpoints_(editor_),
       debugger_({session_, window_, editor_, output_, breakpoints_},
@@ -34,8 +30,8 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       search_(std::make_shared<Search>(editor_, window_)),
       assistant_(editor_, debugger_),
       recovery_({document_, window_, files_, backups_, *session_.services().clock},
-                dataPath(surroundings.dataFolder, "recovery")),
-      recentFiles_(files_, dataPath(surroundings.dataFolder, "recent_files")) {}
+                joinPathIn(surroundings.dataFolder, "recovery")),
+      recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")) {}
 
 ScriptEditor::~ScriptEditor() = default;
 
