@@ -1,0 +1,50 @@
+#include "support/editor_fixture.h"
+
+#include <algorithm>
+
+namespace korvant::test {
+
+void EditorFixture::open(const std::string& hostText) {
+    editor_.reset();
+    window = std::make_unique<FakeEditorWindow>();
+    editor_ = std::make_unique<ScriptEditor>(
+        EditorSurroundings{session(), *window, *files, dataFolder(), "/programs"});
+    ScriptEditor* editor = editor_.get();
+    window->editor.notify = [editor](const ControlNotification& n) { editor->editorNotified(n); };
+    window->output.notify = [editor](const ControlNotification& n) { editor->outputNotified(n); };
+    editor->setHost(engine(), context());
+    editor->setHostText(hostText);
+    editor->initialise();
+}
+
+void EditorFixture::close() {
+    editor_->closed();
+    editor_.reset();
+}
+
+void EditorFixture::setText(const std::string& bytes) {
+    window->editor.anchor = 0;
+    window->editor.caret = static_cast<int>(text().size());
+    window->editor.press(bytes);
+    window->editor.idle();
+}
+
+void EditorFixture::caretToLine(int number) {
+    TextControl(window->editor.send()).gotoLine({number - 1});
+}
+
+void EditorFixture::selectText(const std::string& what) {
+    const auto at = text().find(what);
+    ASSERT_NE(at, std::string::npos) << what;
+    window->editor.anchor = static_cast<int>(at);
+    window->editor.caret = static_cast<int>(at + what.size());
+}
+
+std::vector<std::string> EditorFixture::kept(const std::string& name) const {
+    std::vector<std::string> names;
+    systemFiles().list(dataFolder() + "/" + name, names);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace korvant::test
