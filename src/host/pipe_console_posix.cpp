@@ -68,6 +68,7 @@ void PipeConsole::show() {
 }
 
 void PipeConsole::hide() {
+    leaveSingleKeyMode();
     const bool cutShort = interrupted() || (shouldStop_ && shouldStop_());
     if (!cutShort) output_.flush(interrupted);
     output_.flushWithin(kPatience);

@@ -27,18 +27,18 @@ class PosixTerminal final : public PipeConsole {
     bool write(std::string_view bytes) override;
     bool flush() override;
     void clear() override;
-    void setAttributes(std::uint16_t attributes) override;
     void moveCursor(std::int16_t column, std::int16_t row) override;
     void hide() override;
 
   private:
     void control(std::string_view sequence);
     void finishText();
-    void ownColours();
+    void applyColours();
 
     Options options_;
     DisplayText display_;
-    std::string shown_;  ///< kept so that its memory is
+    std::string shown_;                     ///< kept so that its memory is
+    std::uint16_t applied_ = kGreyOnBlack;  ///< the colours that the terminal was told last
 };
 
 /// The control sequence that selects the colours of `attributes`; grey and black are the

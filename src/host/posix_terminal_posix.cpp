@@ -39,8 +39,9 @@ PosixTerminal::PosixTerminal(StreamInput& input, GatheredOutput& output, StopQue
     : PipeConsole(input, output, shouldStop), options_(options) {}
 
 PosixTerminal::~PosixTerminal() {
+    attributes_ = kGreyOnBlack;
     finishText();
-    ownColours();
+    applyColours();
     output_.flushWithin(kPatience);
 }
 
@@ -55,13 +56,15 @@ std::uint32_t PosixTerminal::allocate(ConsoleInfo& info) {
 }
 
 std::uint32_t PosixTerminal::release() {
-    ownColours();
+    attributes_ = kGreyOnBlack;
+    applyColours();
     return PipeConsole::release();
 }
 
 bool PosixTerminal::write(std::string_view bytes) {
-    if (options_.allowEscapes) return writePlain(bytes);
-    if (isPlainText(bytes) && !display_.waiting()) return writePlain(bytes);
+    if (applied_ != attributes_) applyColours();
+    const bool asItStands = options_.allowEscapes || (isPlainText(bytes) && !display_.waiting());
+    if (asItStands) return writePlain(bytes);
     shown_.clear();
     display_.append(bytes, shown_);
     return writePlain(shown_);
@@ -84,14 +87,16 @@ void PosixTerminal::control(std::string_view sequence) {
 }
 
 void PosixTerminal::clear() {
+    applyColours();
     control("\x1b[2J\x1b[H");
 }
 
-void PosixTerminal::setAttributes(std::uint16_t attributes) {
-    if (attributes == attributes_) return;
-    attributes_ = attributes;
-    noteColours(!options_.plain);
-    control(colourSequence(attributes));
+/// Told with the next text, so that steps in between are not seen.
+void PosixTerminal::applyColours() {
+    if (applied_ == attributes_) return;
+    applied_ = attributes_;
+    noteColours(!options_.plain && applied_ != kGreyOnBlack);
+    control(applied_ == kGreyOnBlack ? kOwnColours : colourSequence(applied_));
 }
 
 void PosixTerminal::moveCursor(std::int16_t column, std::int16_t row) {
@@ -102,13 +107,6 @@ void PosixTerminal::moveCursor(std::int16_t column, std::int16_t row) {
 void PosixTerminal::hide() {
     finishText();
     PipeConsole::hide();
-}
-
-void PosixTerminal::ownColours() {
-    if (attributes_ == kGreyOnBlack) return;
-    control(kOwnColours);
-    noteColours(false);
-    attributes_ = kGreyOnBlack;
 }
 
 }  // namespace korvant

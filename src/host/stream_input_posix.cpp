@@ -44,6 +44,7 @@ int StreamInput::fill(StopQuery shouldStop) {
         return 0;
     }
     bytes_.clear();
+    leaveSingleKeyMode();
     char piece[8192];
     std::size_t got = 0;
     const ReadState state = readSome(handle_, piece, sizeof piece, got, shouldStop);
@@ -79,7 +80,7 @@ int StreamInput::keyFromTerminal(StopQuery shouldStop) {
 }
 
 std::string StreamInput::readKeyBytes(StopQuery shouldStop, int& state) {
-    const SingleKeyMode mode;
+    enterSingleKeyMode();
     std::string bytes;
     while (keyGoesOn(bytes)) {
         if (!bytes.empty() && !moreIsComing(handle_)) break;

@@ -12,14 +12,11 @@ void guardTerminal(int input, int output);
 /// Width of a terminal in columns; 80 when it does not tell.
 int terminalColumns(int handle);
 
-/// While it lives, keys come one by one and without echo. Nothing without guardTerminal.
-class SingleKeyMode {
-  public:
-    SingleKeyMode();
-    ~SingleKeyMode();
-    SingleKeyMode(const SingleKeyMode&) = delete;
-    SingleKeyMode& operator=(const SingleKeyMode&) = delete;
-};
+/// Keys come one by one and without echo from now on, so that a script that waits for keys shows
+/// none of them, not even those typed meanwhile. Nothing without guardTerminal.
+void enterSingleKeyMode();
+/// Whole lines again.
+void leaveSingleKeyMode();
 
 /// Text attributes are to be put back in the end.
 void noteColours(bool inUse);

@@ -108,14 +108,13 @@ int terminalColumns(int handle) {
     return ioctl(handle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
-SingleKeyMode::SingleKeyMode() {
-    if (!guarded.known) return;
-    guarded.inSingleKey.store(true);
+void enterSingleKeyMode() {
+    if (!guarded.known || guarded.inSingleKey.exchange(true)) return;
     tcsetattr(guarded.input, TCSANOW, &guarded.singleKey);
 }
 
-SingleKeyMode::~SingleKeyMode() {
-    if (!guarded.known) return;
+void leaveSingleKeyMode() {
+    if (!guarded.inSingleKey.load()) return;
     tcsetattr(guarded.input, TCSANOW, &guarded.atStart);
     guarded.inSingleKey.store(false);
 }
