@@ -149,7 +149,10 @@ int ScriptSession::Impl::execute(asIScriptContext& context) {
 }
 
 bool ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
-    const int result = execute(context);
+    int result = execute(context);
+    // A destructor that was ended after the last statement leaves a run that looks finished.
+    const bool cut = lineCallback.ending() != LineCallback::Ending::none;
+    if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
     if (result == asEXECUTION_FINISHED) state.lastStoppedLine = 0;
     if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return true;
     return failRun(context, result);
