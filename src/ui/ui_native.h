@@ -26,7 +26,8 @@ void runInOwnLoop(const std::function<void()>& call);
 /// Runs no timer and no idle work.
 void drainEvents();
 
-/// Handles what waits for `window` and its children; everything else stays queued in its order.
+/// Handles what waits for `window` and its children, and every change of focus; everything else
+/// stays queued in its order.
 /// Runs no timer and no idle work, so that nothing of a host gets a turn inside a script.
 void pumpWindow(wxWindow& window);
 

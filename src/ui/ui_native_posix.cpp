@@ -113,7 +113,8 @@ void pumpWindow(wxWindow& window) {
     GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
     std::deque<GdkEvent*> others;
     while (GdkEvent* event = gdk_event_get()) {
-        if (topLevelOf(event) != top) {
+        // a change of focus that is told late would take the focus from the wrong window
+        if (topLevelOf(event) != top && event->type != GDK_FOCUS_CHANGE) {
             others.push_back(event);
             continue;
         }

@@ -144,9 +144,11 @@ bool UiDriver::finish() {
 }
 
 void UiDriver::step() {
-    if (acting_ || failed_ || steps_.empty()) return;
-    if (!steps_.front().ready()) {
-        if (std::chrono::steady_clock::now() - waitingSince_ > kPatience) fail(steps_.front().what);
+    if (acting_ || failed_) return;
+    const bool waits = steps_.empty() || !steps_.front().ready();
+    if (waits) {
+        if (std::chrono::steady_clock::now() - waitingSince_ > kPatience)
+            fail(steps_.empty() ? "the call to return" : steps_.front().what);
         return;
     }
     const Step next = std::move(steps_.front());

@@ -1,0 +1,30 @@
+// The frame of the console window.
+#pragma once
+
+#include <wx/frame.h>
+
+#include <memory>
+
+#include "ui/console_canvas.h"
+#include "ui/console_native.h"
+
+namespace korvant::ui {
+
+/// 80 x 25 cells with a scroll bar, no close button. It does not keep a program alive.
+class ConsoleFrame : public wxFrame {
+  public:
+    explicit ConsoleFrame(const ConsoleGrid& grid);
+
+    ConsoleCanvas& canvas() { return *canvas_; }
+    /// On the screen when this returns, or a moment later where the desktop is slow. Hears the
+    /// interrupt keys from then on.
+    void appear(void (*interrupt)() noexcept);
+    void disappear();
+    bool ShouldPreventAppExit() const override { return false; }
+
+  private:
+    ConsoleCanvas* canvas_;
+    std::unique_ptr<native::InterruptKeys> interrupt_;
+};
+
+}  // namespace korvant::ui
