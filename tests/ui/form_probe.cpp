@@ -1,0 +1,127 @@
+#include "form_probe.h"
+
+#include <gtest/gtest.h>
+#include <wx/button.h>
+#include <wx/textctrl.h>
+#include <wx/toplevel.h>
+
+#include <cstdlib>
+
+#include "ui/form_group_bar.h"
+#include "ui/form_report.h"
+#include "ui/form_window.h"
+#include "ui/text_conversion.h"
+
+namespace korvant::test {
+namespace {
+
+ui::FormWindow* shownForm() {
+    for (wxWindow* window : wxTopLevelWindows)
+        if (auto* form = dynamic_cast<ui::FormWindow*>(window); form && form->IsShownOnScreen())
+            return form;
+    return nullptr;
+}
+
+}  // namespace
+
+ui::CListCtrlEx* shownList() {
+    wxWindow* form = shownForm();
+    ui::CListCtrlEx* found = nullptr;
+    for (int i = 0; form && !found; ++i) {
+        auto* list = findChild<ui::CListCtrlEx>(form, i);
+        if (!list) break;
+        if (list->IsShownOnScreen()) found = list;
+    }
+    return found;
+}
+
+std::string selectedLabel() {
+    const ui::CListCtrlEx* list = shownList();
+    if (!list || list->selectedProperty() < 0) return {};
+    return decodeForDisplay(list->session().row(list->selectedProperty()).label);
+}
+
+std::string selectedText() {
+    const ui::CListCtrlEx* list = shownList();
+    if (!list || list->selectedProperty() < 0) return {};
+    return decodeForDisplay(list->session().state(list->selectedProperty()).text);
+}
+
+std::string typedText() {
+    const ui::CListCtrlEx* list = shownList();
+    const auto* field = list ? dynamic_cast<wxTextCtrl*>(list->GetEditorControl()) : nullptr;
+    return field ? ui::toUtf8(field->GetValue()) : std::string();
+}
+
+wxWindow* groupButton(int index) {
+    const wxWindow* form = shownForm();
+    const auto* bar = form ? findChild<ui::FormGroupBar>(form) : nullptr;
+    return bar && bar->IsShownOnScreen() ? findChild<wxButton>(bar, index) : nullptr;
+}
+
+FormDriver& FormDriver::form(const wxString& title) {
+    when("form \"" + ui::toUtf8(title) + "\"", [title] {
+        const ui::CListCtrlEx* list = shownList();
+        return list && findActive(title) && list->IsDescendant(wxWindow::FindFocus());
+    });
+    return *this;
+}
+
+FormDriver& FormDriver::row(const std::string& label) {
+    when("row \"" + label + "\"", [label] { return selectedLabel() == label; });
+    return *this;
+}
+
+FormDriver& FormDriver::untilEditing() {
+    when("an open field", [] { return shownList() && shownList()->editing(); });
+    return *this;
+}
+
+FormDriver& FormDriver::untilIdle() {
+    when("an idle row", [] { return shownList() && !shownList()->editing(); });
+    return *this;
+}
+
+FormDriver& FormDriver::untilTyped(const std::string& text) {
+    when("typed \"" + text + "\"", [text] { return typedText() == text; });
+    return *this;
+}
+
+FormDriver& FormDriver::untilShows(const std::string& text) {
+    when("value \"" + text + "\"", [text] { return selectedText() == text; });
+    return *this;
+}
+
+FormDriver& FormDriver::untilRefused() {
+    when("a refusal", [] { return shownList() && !shownList()->refusal().empty(); });
+    return *this;
+}
+
+FormDriver& FormDriver::untilReport() {
+    when("a report", [] { return findChild<ui::FormReport>(shownForm()) != nullptr; });
+    return *this;
+}
+
+FormDriver& FormDriver::expect(const std::string& what, Condition holds) {
+    run([what, holds] { EXPECT_TRUE(holds()) << what; });
+    return *this;
+}
+
+FormDriver& FormDriver::press(int code, int modifiers) {
+    key(code, modifiers);
+    return *this;
+}
+
+FormDriver& FormDriver::enter(const std::string& text) {
+    type(text);
+    return *this;
+}
+
+FormDriver& FormDriver::shot(const std::string& name) {
+    if (!std::getenv("KORVANT_SCREENSHOTS")) return *this;
+    when("the paint", [turns = 0]() mutable { return ++turns > 60; });
+    picture(name);
+    return *this;
+}
+
+}  // namespace korvant::test
