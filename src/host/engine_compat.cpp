@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "host/array_memory.h"
 #include "host/string_literals.h"
 
 namespace korvant {
@@ -14,7 +15,10 @@ int registerStringLiterals(asIScriptEngine* engine) {
 
 int ensureDefaultArray(asIScriptEngine* engine) {
     if (engine->GetDefaultArrayTypeId() >= 0) return 0;
-    if (engine->GetTypeInfoByName("array") == nullptr) RegisterScriptArray(engine, true);
+    if (engine->GetTypeInfoByName("array") == nullptr) {
+        countArrayMemory();
+        RegisterScriptArray(engine, true);
+    }
     return engine->GetDefaultArrayTypeId() >= 0 ? 0 : asINVALID_TYPE;
 }
 

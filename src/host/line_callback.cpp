@@ -54,8 +54,12 @@ void LineCallback::end() {
     executing_ = false;
 }
 
-void LineCallback::limitChanged() {
-    if (watched_) watch_.lookAgain();
+void LineCallback::lookNow() {
+    if (!watched_) return;
+    if (state_.stopRequest || limit_.expired())
+        watch_.alertNow();
+    else
+        watch_.lookAgain();
 }
 
 // The first line is all that most statements cost. Without a run of ours nobody watches, and

@@ -51,8 +51,9 @@ class LineCallback final : public WatchTarget {
     bool checkEnd(asIScriptContext& context);
     /// Makes the next statement look at everything. Safe from any thread and signal handler.
     void attend() noexcept { attention_.store(true); }
-    /// The limit has moved; the watch thread should look again.
-    void limitChanged();
+    /// The limit has moved, or what it is about: the run ends before its next statement when it
+    /// must. Script's thread.
+    void lookNow();
 
   private:
     static void entry(asIScriptContext* context, void* self) noexcept;

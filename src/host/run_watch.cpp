@@ -52,6 +52,13 @@ void RunWatch::lookAgain() {
     wake_.notify_one();
 }
 
+void RunWatch::alertNow() {
+    const std::lock_guard lock(mutex_);
+    if (target_ == nullptr || alerted_) return;
+    alerted_ = true;
+    target_->alert();
+}
+
 void RunWatch::work() {
     std::unique_lock lock(mutex_);
     while (!quit_) step(lock);

@@ -36,6 +36,8 @@ class RunWatch {
     void rearm();
     /// The limit may have moved closer.
     void lookAgain();
+    /// Alerts at once, on the script's own thread.
+    void alertNow();
 
   private:
     /// Stops and new deadlines are seen within this time.

@@ -67,18 +67,20 @@ void ScriptSession::requestStop() noexcept {
 }
 
 bool ScriptSession::shouldStop() {
-    return impl_->state.stopRequest || impl_->lineCallback.ending() != LineCallback::Ending::none ||
-           impl_->limit.expired();
+    if (impl_->lineCallback.ending() != LineCallback::Ending::none) return true;
+    if (!impl_->state.stopRequest && !impl_->limit.expired()) return false;
+    impl_->lineCallback.lookNow();
+    return true;
 }
 
 void ScriptSession::restartDeadline() {
     impl_->limit.restart();
-    impl_->lineCallback.limitChanged();
+    impl_->lineCallback.lookNow();
 }
 
 void ScriptSession::setMaxRunTime(std::int32_t milliseconds) {
     impl_->limit.setMax(milliseconds);
-    impl_->lineCallback.limitChanged();
+    impl_->lineCallback.lookNow();
 }
 
 void ScriptSession::beginInteraction() {
@@ -90,6 +92,7 @@ void ScriptSession::endInteraction() {
     impl_->limit.restart();
     if (impl_->interactionDepth > 0) --impl_->interactionDepth;
     if (impl_->interactionDepth == 0) impl_->state.interacting = false;
+    impl_->lineCallback.lookNow();
 }
 
 bool ScriptSession::chargeBytes(std::size_t bytes) noexcept {

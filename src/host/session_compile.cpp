@@ -8,8 +8,9 @@ namespace {
 
 constexpr char kModule[] = "main";
 constexpr char kSection[] = "script";
-/// Destructors of the module that is replaced may take this long altogether.
-constexpr std::uint32_t kReplaceMs = 10000;
+/// Destructors of the module that is replaced may take this long altogether; it counts against the
+/// time of the run that follows.
+constexpr std::uint32_t kReplaceMs = 2000;
 
 BuildMessage::Kind kindOf(asEMsgType type) {
     if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;

@@ -11,6 +11,7 @@ ScriptFixture::ScriptFixture() {
 }
 
 ScriptFixture::~ScriptFixture() {
+    useClock(nullptr);
     discardEngine();
     scriptConsole().release();
     moduleSession().setServices({});
@@ -18,8 +19,7 @@ ScriptFixture::~ScriptFixture() {
 }
 
 void ScriptFixture::useClock(Clock* clock) {
-    clock_ = clock;
-    moduleSession().setServices({&console, &frontend, clock_, nullptr});
+    moduleSession().setServices({&console, &frontend, clock, nullptr});
 }
 
 void ScriptFixture::configureAgain() {

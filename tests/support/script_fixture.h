@@ -44,7 +44,8 @@ class ScriptFixture : public ::testing::Test {
     asIScriptEngine* engine() { return engine_; }
     asIScriptContext* context() { return context_; }
 
-    /// Services and limits from here on; null: the system's clock.
+    /// From here on the time is that of `clock`, which lives until the end of the test or the next
+    /// call; null: the system's.
     void useClock(Clock* clock);
     void useLimits(const Limits& limits) { moduleSession().setLimits(limits); }
     /// A new engine, for instance after forcePortableConventions().
@@ -66,13 +67,13 @@ class ScriptFixture : public ::testing::Test {
 
     FakeConsole console;
     FakeFrontend frontend;
+    FakeClock fakeClock;
 
   private:
     void discardEngine();
 
     asIScriptEngine* engine_ = nullptr;
     asIScriptContext* context_ = nullptr;
-    Clock* clock_ = nullptr;
 };
 
 /// The fixture under both calling conventions of the engine: true for the portable one.
