@@ -1,24 +1,31 @@
 // Groups of repeated elements, and merging.
 #include <algorithm>
+#include <utility>
 
 #include "object/model_merge.h"
 
 namespace korvant {
 
-const GroupRecord* ObjectModel::findGroup(std::string_view name) const noexcept {
-    const auto named = [name](const GroupRecord& group) { return group.name == name; };
-    const auto found = std::find_if(groups.begin(), groups.end(), named);
-    return found == groups.end() ? nullptr : &*found;
+const GroupRecord* ObjectModel::findGroup(std::string_view name) const {
+    const auto nameAt = [this](std::uint32_t number) -> std::string_view {
+        return groups[number].name;
+    };
+    const std::uint32_t number = groupNames_.find(name, nameAt);
+    return number == NameIndex::kNone ? nullptr : &groups[number];
 }
 
-GroupRecord* ObjectModel::findGroup(std::string_view name) noexcept {
+GroupRecord* ObjectModel::findGroup(std::string_view name) {
     return const_cast<GroupRecord*>(std::as_const(*this).findGroup(name));
 }
 
 GroupRecord& ObjectModel::groupFor(std::string_view name) {
     if (GroupRecord* known = findGroup(name)) return *known;
     charged.add(sizeof(GroupRecord) + name.size());
-    groups.emplace_back().name = name;
+    groupNames_.reserve(groups.size() + 1);
+    GroupRecord made;
+    made.name = name;
+    groups.push_back(std::move(made));
+    groupNames_.insert(name, static_cast<std::uint32_t>(groups.size() - 1));
     return groups.back();
 }
 
@@ -40,6 +47,8 @@ void ObjectModel::addGroup(std::string_view name, const SharedModel& layout,
     if (classes.empty()) addClass(name, true);
     classes.back().skip = true;
     GroupRecord& group = groupFor(name);
+    const auto declared = [](const GroupRecord& one) { return one.declared; };
+    group.order = static_cast<std::size_t>(std::count_if(groups.begin(), groups.end(), declared));
     group.declared = true;
     group.start = position();
     group.flags = flags;
@@ -81,6 +90,9 @@ void ObjectModel::refillNames() noexcept {
     classNames_.clear();
     for (std::size_t i = 0; i < classes.size(); ++i)
         classNames_.insert(classes[i].name, static_cast<std::uint32_t>(i));
+    groupNames_.clear();
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        groupNames_.insert(groups[i].name, static_cast<std::uint32_t>(i));
 }
 
 }  // namespace korvant

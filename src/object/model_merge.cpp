@@ -56,19 +56,20 @@ ModelMerge::ModelMerge(ObjectModel& target, const ObjectModel& other)
     for (const GroupRecord& group : other.groups)
         if (group.declared) declared_.push_back(&group);
     const auto before = [](const GroupRecord* a, const GroupRecord* b) {
-        if (a->start.properties != b->start.properties)
-            return a->start.properties < b->start.properties;
-        return a->end.properties > b->end.properties;
+        return a->order < b->order;
     };
-    std::stable_sort(declared_.begin(), declared_.end(), before);
+    std::sort(declared_.begin(), declared_.end(), before);
 }
 
 void ModelMerge::run() {
     for (std::int32_t index = 0; index < other_.count(); ++index) {
         addStructureAt(index);
-        addProperty(other_.properties[static_cast<std::size_t>(index)]);
+        const PropertyRecord& property = other_.properties[static_cast<std::size_t>(index)];
+        if (index < broughtTo_ || !addProperty(property)) notAdded_.push_back(&property);
     }
     addStructureAt(other_.count());
+    for (const PropertyRecord* property : notAdded_) takeOver(*property);
+    addElements();
     addTranslations();
 }
 
@@ -77,11 +78,19 @@ bool ModelMerge::wasDeclared(const std::string& group) const {
            declaredBefore_.end();
 }
 
+/// True for a group that came with the layout of the one that was handled last.
+bool ModelMerge::isHandled(const GroupRecord& group) const {
+    if (handled_ == nullptr || group.end.properties > handled_->end.properties) return false;
+    const GroupRecord* inner = handled_->layout->findGroup(group.name);
+    return inner != nullptr && inner->declared;
+}
+
 /// Everything that was added to the other object before its property `index`.
 void ModelMerge::addStructureAt(std::int32_t index) {
     for (; nextGroup_ < declared_.size(); ++nextGroup_) {
         const GroupRecord& group = *declared_[nextGroup_];
         if (group.start.properties > index) break;
+        if (isHandled(group)) continue;
         addClassesAndCategories(index, group.start);
         addGroup(group);
     }
@@ -111,43 +120,56 @@ void ModelMerge::addCategory(const std::string& name) {
     target_.addCategory(name);
 }
 
+/// A group that the target has is refused with everything that its layout brought.
 void ModelMerge::addGroup(const GroupRecord& group) {
     target_.addGroup(group.name, group.layout, group.flags);
-    if (wasDeclared(group.name)) return;
-    // The layout has brought its classes and categories itself.
+    handled_ = &group;
     nextClass_ = std::max(nextClass_, group.end.classes);
     nextCategory_ = std::max(nextCategory_, group.end.categories);
-    if (!group.hasElements) return;
-    GroupRecord& added = *target_.findGroup(group.name);
-    added.elements = group.elements;
-    added.hasElements = true;
-    added.current = group.current;
-    target_.depth = std::max(target_.depth, other_.depth);
+    broughtTo_ = group.end.properties;
 }
 
-void ModelMerge::addProperty(const PropertyRecord& property) {
+void ModelMerge::addElements() {
+    for (const GroupRecord* group : declared_) {
+        GroupRecord* added = target_.findGroup(group->name);
+        const bool fresh = added != nullptr && added->declared && !wasDeclared(group->name);
+        if (!fresh || !group->hasElements) continue;
+        added->elements = group->elements;
+        added->hasElements = true;
+        added->current = group->current;
+        target_.depth = std::max(target_.depth, other_.depth);
+    }
+}
+
+bool ModelMerge::addProperty(const PropertyRecord& property) {
     PropertyRecord made = property;
     made.rules = -1;
     made.options = -1;
-    if (target_.insert(std::move(made))) {
-        if (property.options >= 0) {
-            target_.properties.back().options =
-                static_cast<std::int32_t>(target_.optionLists.size());
-            target_.optionLists.push_back(
-                other_.optionLists[static_cast<std::size_t>(property.options)]);
-        }
-        addRules(property);
-        return;
-    }
-    // What the layout of a group brought in a moment ago takes this object's values and rules.
+    if (!target_.insert(std::move(made))) return false;
+    addRules(property);
+    addOptions(property, target_.properties.back());
+    return true;
+}
+
+/// What the layout of a group brought in becomes what it is in the other object. A
+/// property that the target had before stays as it is.
+void ModelMerge::takeOver(const PropertyRecord& property) {
     const std::int32_t index = target_.find(property.name);
     if (index < countBefore_) return;
     PropertyRecord& brought = target_.properties[static_cast<std::size_t>(index)];
+    PropertyRecord copy = property;
+    copy.rules = -1;
+    copy.options = -1;
     target_.setText(brought, property.text);
-    brought.integer = property.integer;
-    brought.real = property.real;
-    brought.boolean = property.boolean;
+    brought = std::move(copy);
     addRules(property);
+    addOptions(property, target_.properties[static_cast<std::size_t>(index)]);
+}
+
+void ModelMerge::addOptions(const PropertyRecord& from, PropertyRecord& to) {
+    if (from.options < 0) return;
+    target_.optionLists.push_back(other_.optionLists[static_cast<std::size_t>(from.options)]);
+    to.options = static_cast<std::int32_t>(target_.optionLists.size() - 1);
 }
 
 void ModelMerge::addRules(const PropertyRecord& property) {
@@ -156,7 +178,7 @@ void ModelMerge::addRules(const PropertyRecord& property) {
         target_.addError(property.name, one.expression, one.message);
     for (const Constraint& one : rules.warnings)
         target_.addWarning(property.name, one.expression, one.message);
-    for (const std::string& one : rules.enables) target_.addEnable(property.name, one);
+    for (const Constraint& one : rules.enables) target_.addEnable(property.name, one.expression);
     if (rules.computation) target_.setComputation(property.name, *rules.computation);
     if (rules.hint) target_.addHint(property.name, *rules.hint);
 }

@@ -37,12 +37,16 @@ class ModelMerge {
 
   private:
     bool wasDeclared(const std::string& group) const;
+    bool isHandled(const GroupRecord& group) const;
     void addStructureAt(std::int32_t index);
     void addClassesAndCategories(std::int32_t index, const ModelPosition& limit);
     void addCategory(const std::string& name);
     void addGroup(const GroupRecord& group);
-    void addProperty(const PropertyRecord& property);
+    bool addProperty(const PropertyRecord& property);
+    void takeOver(const PropertyRecord& property);
     void addRules(const PropertyRecord& property);
+    void addOptions(const PropertyRecord& from, PropertyRecord& to);
+    void addElements();
     void addTranslations();
 
     ObjectModel& target_;
@@ -51,8 +55,11 @@ class ModelMerge {
     std::size_t nextClass_ = 0;
     std::size_t nextCategory_ = 0;
     std::size_t nextGroup_ = 0;
-    std::vector<const GroupRecord*> declared_;  ///< groups of `other`, outer before inner
-    std::vector<std::string> declaredBefore_;   ///< names of groups that the target had
+    std::int32_t broughtTo_ = 0;  ///< properties below came, or were refused, with their group
+    std::vector<const PropertyRecord*> notAdded_;  ///< properties of `other`
+    const GroupRecord* handled_ = nullptr;         ///< the group that was added or refused last
+    std::vector<const GroupRecord*> declared_;     ///< groups of `other`, outer before inner
+    std::vector<std::string> declaredBefore_;      ///< names of groups that the target had
 };
 
 }  // namespace korvant

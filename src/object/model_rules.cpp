@@ -1,6 +1,4 @@
 // Rules and translations of an object.
-#include <algorithm>
-
 #include "object/object_model.h"
 
 namespace korvant {
@@ -20,15 +18,14 @@ PropertyRules& ObjectModel::rulesFor(std::int32_t index) {
     return rules[static_cast<std::size_t>(property.rules)];
 }
 
-void ObjectModel::addCondition(std::string_view name, std::vector<Constraint> PropertyRules::*list,
+void ObjectModel::addCondition(std::string_view name, ConstraintList PropertyRules::*list,
                                std::string_view expression, std::string_view message) {
     const std::int32_t index = find(name);
     if (index == kUnknown) return;
-    std::vector<Constraint>& constraints = rulesFor(index).*list;
-    const auto same = [expression](const Constraint& one) { return one.expression == expression; };
-    if (std::any_of(constraints.begin(), constraints.end(), same)) return;
+    ConstraintList& constraints = rulesFor(index).*list;
+    if (constraints.holds(expression)) return;
     charged.add(sizeof(Constraint) + expression.size() + message.size());
-    constraints.push_back({std::string(expression), std::string(message)});
+    constraints.add(expression, message);
 }
 
 void ObjectModel::addError(std::string_view name, std::string_view expression,
@@ -42,12 +39,7 @@ void ObjectModel::addWarning(std::string_view name, std::string_view expression,
 }
 
 void ObjectModel::addEnable(std::string_view name, std::string_view expression) {
-    const std::int32_t index = find(name);
-    if (index == kUnknown) return;
-    std::vector<std::string>& enables = rulesFor(index).enables;
-    if (std::find(enables.begin(), enables.end(), expression) != enables.end()) return;
-    charged.add(sizeof(std::string) + expression.size());
-    enables.emplace_back(expression);
+    addCondition(name, &PropertyRules::enables, expression, {});
 }
 
 void ObjectModel::setComputation(std::string_view name, std::string_view expression) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "object/charged_bytes.h"
+#include "object/constraint_list.h"
 #include "object/name_index.h"
 #include "object/object_title.h"
 
@@ -56,16 +57,11 @@ struct CategoryRecord {
     std::int32_t first = 0;  ///< properties that stood before the category was added
 };
 
-struct Constraint {
-    std::string expression;
-    std::string message;
-};
-
 /// What scripts attached to one property.
 struct PropertyRules {
-    std::vector<Constraint> errors;
-    std::vector<Constraint> warnings;
-    std::vector<std::string> enables;
+    ConstraintList errors;
+    ConstraintList warnings;
+    ConstraintList enables;
     std::optional<std::string> computation;
     std::optional<std::string> hint;
 };
@@ -93,6 +89,7 @@ struct ModelPosition {
 struct GroupRecord {
     std::string name;
     bool declared = false;  ///< else only elements or a current element were given
+    std::size_t order = 0;  ///< declared groups before it; an outer group comes before its inner
     ModelPosition start;    ///< where its layout joined the object, after the group's own class
     ModelPosition end;
     SharedModel layout;
@@ -185,8 +182,8 @@ struct ObjectModel {
     const std::string& translate(const std::string& source, std::int32_t locale) const;
 
     // Groups.
-    GroupRecord* findGroup(std::string_view name) noexcept;
-    const GroupRecord* findGroup(std::string_view name) const noexcept;
+    GroupRecord* findGroup(std::string_view name);
+    const GroupRecord* findGroup(std::string_view name) const;
     void addGroup(std::string_view name, const SharedModel& layout, const GroupFlags& flags);
     void addElement(const ObjectModel& element);
     void setCurrentElement(std::string_view name, std::int32_t index);
@@ -200,7 +197,7 @@ struct ObjectModel {
     std::string_view nameOf(std::uint32_t number) const;
     void growForOne();
     PropertyRules& rulesFor(std::int32_t index);
-    void addCondition(std::string_view name, std::vector<Constraint> PropertyRules::*list,
+    void addCondition(std::string_view name, ConstraintList PropertyRules::*list,
                       std::string_view expression, std::string_view message);
     GroupRecord& groupFor(std::string_view name);
     void checkDepth(int inner) const;
@@ -208,6 +205,7 @@ struct ObjectModel {
 
     NameIndex names_;
     NameIndex classNames_;
+    NameIndex groupNames_;
     std::vector<std::string> aliases_;
 };
 

@@ -57,10 +57,7 @@ void RuleBook::readRules(const ObjectModel& object, std::int32_t locale) {
         Row& target = rows_[static_cast<std::size_t>(index)];
         target.firstCondition = static_cast<std::uint32_t>(conditions_.size());
         const PropertyRules& rules = object.rulesOf(property);
-        for (const std::string& text : rules.enables) {
-            conditions_.push_back({ExpressionEvaluator::Rule(text), index, Kind::enable});
-            messages_.emplace_back();
-        }
+        addConditions(rules.enables, index, Kind::enable, object);
         addConditions(rules.errors, index, Kind::error, object);
         addConditions(rules.warnings, index, Kind::warning, object);
         target.endCondition = static_cast<std::uint32_t>(conditions_.size());
@@ -74,8 +71,8 @@ void RuleBook::readRules(const ObjectModel& object, std::int32_t locale) {
     locale_ = locale;
 }
 
-void RuleBook::addConditions(const std::vector<Constraint>& constraints, std::int32_t property,
-                             Kind kind, const ObjectModel& object) {
+void RuleBook::addConditions(const ConstraintList& constraints, std::int32_t property, Kind kind,
+                             const ObjectModel& object) {
     for (const Constraint& one : constraints) {
         conditions_.push_back({ExpressionEvaluator::Rule(one.expression), property, kind});
         messages_.push_back(object.translate(one.message, locale_));

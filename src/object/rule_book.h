@@ -99,7 +99,7 @@ class RuleBook {
 
     void bindNames(const ObjectModel& object);
     void readRules(const ObjectModel& object, std::int32_t locale);
-    void addConditions(const std::vector<Constraint>& constraints, std::int32_t property, Kind kind,
+    void addConditions(const ConstraintList& constraints, std::int32_t property, Kind kind,
                        const ObjectModel& object);
     void indexReaders();
 

@@ -40,6 +40,17 @@ bool sameWord(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
 }
 
+/// An expression would read "1.2.3" as 1.2.
+bool hasBrokenNumber(std::string_view text) {
+    int points = 0;
+    for (const char c : text) {
+        const bool inNumber = c == '.' || (c >= '0' && c <= '9');
+        points = inNumber ? points + (c == '.' ? 1 : 0) : 0;
+        if (points > 1) return true;
+    }
+    return false;
+}
+
 std::optional<std::int32_t> hexColour(std::string_view text) {
     std::uint32_t rgb = 0;
     const char* end = text.data() + text.size();
@@ -83,7 +94,8 @@ std::string colourText(std::int32_t colour) {
 
 TypedValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
     const std::string_view text = trimmed(typed);
-    if (text.empty()) return refused<double>(FormText::needsNumber, locale);
+    if (text.empty() || hasBrokenNumber(text))
+        return refused<double>(FormText::needsNumber, locale);
     double value = 0.0;
     if (const auto plain = parseNumber(text)) {
         value = *plain;
