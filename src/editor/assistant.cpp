@@ -32,7 +32,7 @@ std::string_view Assistant::beforeCaret(const Window& window, int caret) const {
 
 SymbolTable Assistant::table(int caret) {
     if (general_.empty()) {
-        general_ = engineSymbols(engine_);
+        general_ = engineSymbols(engine_, families_);
         general_.insert(general_.end(), languageWords().begin(), languageWords().end());
     }
     if (!current_) {
@@ -85,7 +85,7 @@ void Assistant::updateCallTip() {
     const Window window = windowAround(caret);
     const CallBefore call = callBefore(beforeCaret(window, caret), beginsInComment(window));
     overloads_.clear();
-    if (call.bracket >= 0) overloads_ = table(caret).declarations(call.function);
+    if (call.bracket >= 0) overloads_ = table(caret).overloads(call.function);
     if (overloads_.empty()) {
         if (tipBracket_ >= 0) editor_.cancelTip();
         tipBracket_ = -1;
@@ -103,8 +103,10 @@ void Assistant::showOverload() {
     if (overloads_.size() > 1)
         arrows = "\001 " + std::to_string(overload_ + 1) + " of " +
                  std::to_string(overloads_.size()) + " \002 ";
-    editor_.showTip(tipBracket_, arrows + overloads_[overload_]);
-    const ParameterPlace place = parameterPlace(overloads_[overload_], argument_);
+    const Symbol& function = overloads_[overload_];
+    editor_.showTip(tipBracket_, arrows + function.declaration +
+                                     (function.help.empty() ? "" : "\n" + function.help));
+    const ParameterPlace place = parameterPlace(function.declaration, argument_);
     const int shift = static_cast<int>(arrows.size());
     if (place.end > place.begin)
         editor_.send(sci::kCallTipSetHlt, static_cast<std::uintptr_t>(place.begin + shift),

@@ -1,6 +1,7 @@
 // Completion, call tips and values under the mouse.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +14,10 @@ namespace korvant {
 
 class Assistant {
   public:
-    Assistant(const TextControl& editor, const Debugger& debugger)
-        : editor_(editor), debugger_(debugger) {}
+    /// `families` gives the help in call tips; it must outlive the assistant.
+    Assistant(const TextControl& editor, const Debugger& debugger,
+              std::span<const FunctionFamily> families)
+        : editor_(editor), debugger_(debugger), families_(families) {}
 
     void setEngine(asIScriptEngine* engine);
     void textChanged() { current_ = false; }
@@ -45,11 +48,12 @@ class Assistant {
 
     const TextControl& editor_;
     const Debugger& debugger_;
+    std::span<const FunctionFamily> families_;
     asIScriptEngine* engine_ = nullptr;
     std::vector<Symbol> general_;  ///< of the engine and the language
     std::vector<Symbol> inScript_;
     bool current_ = false;  ///< inScript_ is of the present text
-    std::vector<std::string> overloads_;
+    std::vector<Symbol> overloads_;
     std::size_t overload_ = 0;
     int tipBracket_ = -1;
     int argument_ = 0;

@@ -86,18 +86,19 @@ std::vector<std::string> SymbolTable::completions(const WordBefore& before) cons
     return result;
 }
 
-std::vector<std::string> SymbolTable::declarations(const WordBefore& function) const {
-    std::vector<std::string> found;
+std::vector<Symbol> SymbolTable::overloads(const WordBefore& function) const {
+    std::vector<Symbol> found;
     const std::string owner = function.member ? memberOwner(typeOf(function.chain)) : std::string();
     if (function.member && owner.empty()) return found;
     const std::string around = classAround();
     forEach([&](const Symbol& symbol) {
+        if (symbol.kind != Symbol::Kind::function || symbol.name != function.word) return;
         const bool reachable =
             symbol.owner == owner || (!function.member && symbol.owner == around);
-        const bool known = std::find(found.begin(), found.end(), symbol.declaration) != found.end();
-        if (symbol.kind == Symbol::Kind::function && symbol.name == function.word && reachable &&
-            !known)
-            found.push_back(symbol.declaration);
+        const bool known = std::any_of(found.begin(), found.end(), [&](const Symbol& other) {
+            return other.declaration == symbol.declaration;
+        });
+        if (reachable && !known) found.push_back(symbol);
     });
     return found;
 }

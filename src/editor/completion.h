@@ -18,8 +18,8 @@ class SymbolTable {
 
     /// Names that begin like the word, in any case, each once; sorted without regard to case.
     std::vector<std::string> completions(const WordBefore& before) const;
-    /// The declarations of the function that is called, overloads included.
-    std::vector<std::string> declarations(const WordBefore& function) const;
+    /// The functions that a call may mean, overloads included.
+    std::vector<Symbol> overloads(const WordBefore& function) const;
     /// The type of a chain; empty when it cannot be told.
     std::string typeOf(const std::vector<ChainLink>& chain) const;
 

@@ -1,12 +1,34 @@
+#include <map>
+
 #include "editor/symbols.h"
 
 namespace korvant {
 
 namespace {
 
+/// Engines lay declarations out in their own way.
+std::string withoutBlanks(std::string_view text) {
+    std::string result;
+    for (const char byte : text)
+        if (byte != ' ') result += byte;
+    return result;
+}
+
+/// Help by type and declaration.
+std::map<std::string, const char*> helpTexts(std::span<const FunctionFamily> families) {
+    std::map<std::string, const char*> texts;
+    for (const FunctionFamily& family : families)
+        for (const FunctionRow& row : family.rows)
+            texts.emplace((family.objectType ? family.objectType : "") + std::string("::") +
+                              withoutBlanks(row.declaration),
+                          row.help);
+    return texts;
+}
+
 class EngineReader {
   public:
-    explicit EngineReader(asIScriptEngine& engine) : engine_(engine) {}
+    EngineReader(asIScriptEngine& engine, std::span<const FunctionFamily> families)
+        : engine_(engine), help_(helpTexts(families)) {}
 
     std::vector<Symbol> read() {
         for (asUINT i = 0; i < engine_.GetGlobalFunctionCount(); ++i)
@@ -29,14 +51,17 @@ class EngineReader {
         const std::string name = function->GetName();
         // Operators are not written by name.
         if (!owner.empty() && name.starts_with("op")) return;
+        std::string declaration = function->GetDeclaration(false, false, true);
+        const auto help = help_.find(owner + "::" + withoutBlanks(declaration));
         symbols_.push_back({Symbol::Kind::function, name, typeName(function->GetReturnTypeId()),
-                            owner, function->GetDeclaration(false, false, true), -1});
+                            owner, std::move(declaration), -1,
+                            help == help_.end() ? "" : help->second});
     }
 
     void addType(const asITypeInfo* type) {
         if (!type) return;
         const std::string name = type->GetName();
-        symbols_.push_back({Symbol::Kind::type, name, name, {}, {}, -1});
+        symbols_.push_back({Symbol::Kind::type, name, name, {}, {}, -1, {}});
         for (asUINT i = 0; i < type->GetMethodCount(); ++i)
             addFunction(type->GetMethodByIndex(i), name);
         for (asUINT i = 0; i < type->GetPropertyCount(); ++i) addProperty(*type, i);
@@ -47,16 +72,16 @@ class EngineReader {
         int typeId = 0;
         if (type.GetProperty(index, &name, &typeId) < 0 || !name) return;
         symbols_.push_back(
-            {Symbol::Kind::variable, name, typeName(typeId), type.GetName(), {}, -1});
+            {Symbol::Kind::variable, name, typeName(typeId), type.GetName(), {}, -1, {}});
     }
 
     void addEnum(const asITypeInfo* type) {
         if (!type) return;
-        symbols_.push_back({Symbol::Kind::type, type->GetName(), "int", {}, {}, -1});
+        symbols_.push_back({Symbol::Kind::type, type->GetName(), "int", {}, {}, -1, {}});
         for (asUINT i = 0; i < type->GetEnumValueCount(); ++i) {
             int value = 0;
             if (const char* name = type->GetEnumValueByIndex(i, &value))
-                symbols_.push_back({Symbol::Kind::value, name, type->GetName(), {}, {}, -1});
+                symbols_.push_back({Symbol::Kind::value, name, type->GetName(), {}, {}, -1, {}});
         }
     }
 
@@ -64,17 +89,19 @@ class EngineReader {
         const char* name = nullptr;
         int typeId = 0;
         if (engine_.GetGlobalPropertyByIndex(index, &name, nullptr, &typeId) < 0 || !name) return;
-        symbols_.push_back({Symbol::Kind::variable, name, typeName(typeId), {}, {}, -1});
+        symbols_.push_back({Symbol::Kind::variable, name, typeName(typeId), {}, {}, -1, {}});
     }
 
     asIScriptEngine& engine_;
+    std::map<std::string, const char*> help_;
     std::vector<Symbol> symbols_;
 };
 
 }  // namespace
 
-std::vector<Symbol> engineSymbols(asIScriptEngine* engine) {
-    return engine ? EngineReader(*engine).read() : std::vector<Symbol>();
+std::vector<Symbol> engineSymbols(asIScriptEngine* engine,
+                                  std::span<const FunctionFamily> families) {
+    return engine ? EngineReader(*engine, families).read() : std::vector<Symbol>();
 }
 
 }  // namespace korvant

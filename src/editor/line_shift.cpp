@@ -6,16 +6,16 @@ namespace korvant {
 
 std::optional<LineShift> lineShiftOf(const TextControl& editor,
                                      const ControlNotification& notification) {
-    if (notification.linesAdded == 0) return std::nullopt;
+    // A control that loses all its text forgets its markers, even those of its only line.
+    const bool everything = editor.length() == 0;
+    if (notification.linesAdded == 0 && !everything) return std::nullopt;
     const ControlLine line = editor.lineOf(notification.position);
     const bool atStart = editor.lineStart(line) == notification.position;
     // What is inserted at the very beginning of a line moves that line too. Removed lines join
     // the line where the removal begins.
     const bool movesLine = atStart && notification.linesAdded > 0;
-    return LineShift{{movesLine ? line.index : line.index + 1},
-                     notification.linesAdded,
-                     atStart,
-                     editor.length() == 0};
+    return LineShift{
+        {movesLine ? line.index : line.index + 1}, notification.linesAdded, atStart, everything};
 }
 
 std::int32_t shifted(std::int32_t line, const LineShift& shift) {

@@ -7,6 +7,8 @@ namespace korvant {
 
 namespace {
 
+constexpr std::size_t kLongestCharacter = 4;  // bytes of UTF-8
+
 /// The number that follows the last `label` in `line`; 0 for none.
 std::int32_t numberAfter(std::string_view line, std::string_view label) {
     const auto at = line.rfind(label);
@@ -45,8 +47,10 @@ std::optional<ReportedPlace> reportedPlace(const std::string& line) {
 
 std::string cutUtf8(std::string text, std::size_t limit) {
     if (text.size() <= limit) return text;
-    while (limit > 0 && (static_cast<unsigned char>(text[limit]) & 0xC0) == 0x80) --limit;
-    text.resize(limit);
+    std::size_t end = limit;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    // Only bytes that are no UTF-8 have more of these in a row.
+    text.resize(limit - end < kLongestCharacter ? end : limit);
     return text;
 }
 

@@ -28,7 +28,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
                 [this] { return document_.scriptBytes(); }),
       view_(editor_, outputControl_, window_),
       search_(std::make_shared<Search>(editor_, window_)),
-      assistant_(editor_, debugger_),
+      assistant_(editor_, debugger_, surroundings.families),
       recovery_({document_, window_, files_, backups_, *session_.services().clock},
                 joinPathIn(surroundings.dataFolder, "recovery")),
       recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")) {}

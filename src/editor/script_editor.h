@@ -34,6 +34,8 @@ struct EditorSurroundings {
     std::string dataFolder;
     /// The folder of the host's program, beside which the manual is.
     std::string programFolder;
+    /// The run-time library's functions, for the help in call tips; may be empty.
+    std::span<const FunctionFamily> families = {};
 };
 
 /// One opening of the editor. Order of calls: constructor, setHost, setHostText, initialise,
@@ -58,6 +60,9 @@ class ScriptEditor {
     void initialise();
     /// The window is visible: unsaved text of an earlier opening is offered.
     void shown();
+
+    /// A script is suspended and waits for the user.
+    bool debugging() const noexcept { return debugger_.debugging(); }
 
     /// A command of the menu, by its number. While a script is driven only Stop does something.
     void command(int id);

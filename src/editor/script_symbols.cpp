@@ -40,6 +40,8 @@ class DeclarationReader {
         const ScriptToken& token = at(i);
         if (token.is("{")) return open(i);
         if (token.is("}")) return close(i);
+        if (token.is("(")) ++brackets_;
+        if (token.is(")")) --brackets_;
         if ((token.is("class") || token.is("interface") || token.is("enum")) && at(i + 1).isWord())
             return declareType(i);
         const std::optional<TypeAt> type = typeAt(i);
@@ -48,12 +50,14 @@ class DeclarationReader {
     }
 
     std::size_t open(std::size_t i) {
+        brackets_ = 0;
         owners_.push_back(std::move(pendingOwner_));
         pendingOwner_.clear();
         return pendingEnum_ ? readValues(i + 1) : i + 1;
     }
 
     std::size_t close(std::size_t i) {
+        brackets_ = 0;
         if (!owners_.empty()) owners_.pop_back();
         return i + 1;
     }
@@ -164,10 +168,15 @@ class DeclarationReader {
 
     void add(Symbol::Kind kind, const ScriptToken& name, std::string type,
              std::string declaration) {
-        const std::string owner =
-            kind == Symbol::Kind::type || owners_.empty() ? "" : owners_.back();
-        symbols_.push_back({kind, std::string(name.text), std::move(type), owner,
-                            std::move(declaration), name.position + offset_});
+        const bool ownerless = kind == Symbol::Kind::type || owners_.empty() || brackets_ > 0;
+        const std::string owner = ownerless ? "" : owners_.back();
+        symbols_.push_back({kind,
+                            std::string(name.text),
+                            std::move(type),
+                            owner,
+                            std::move(declaration),
+                            name.position + offset_,
+                            {}});
     }
 
     std::string_view text_;
@@ -177,6 +186,7 @@ class DeclarationReader {
     std::vector<std::string> owners_;  ///< of every open brace: the class that it holds, or empty
     std::string pendingOwner_;
     bool pendingEnum_ = false;
+    int brackets_ = 0;  ///< round ones that are open
 };
 
 constexpr std::string_view kLanguageWords[] = {
@@ -196,7 +206,7 @@ const std::vector<Symbol>& languageWords() {
     static const auto* words = [] {
         auto* list = new std::vector<Symbol>;
         for (const std::string_view word : kLanguageWords)
-            list->push_back({Symbol::Kind::keyword, std::string(word), {}, {}, {}, -1});
+            list->push_back({Symbol::Kind::keyword, std::string(word), {}, {}, {}, -1, {}});
         return list;
     }();
     return *words;

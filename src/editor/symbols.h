@@ -1,11 +1,13 @@
 // Names that can be written in a script, for completion and call tips.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/engine_compat.h"
+#include "host/registration.h"
 
 namespace korvant {
 
@@ -16,10 +18,13 @@ struct Symbol {
     std::string owner;        ///< the type whose member it is; empty for none
     std::string declaration;  ///< of a function: "int f(int a, string b)"
     int position = -1;        ///< where the script declares it; negative: not in the script
+    std::string help;         ///< one sentence; may be empty
 };
 
-/// What `engine` offers to every script: functions, types with their members, values.
-std::vector<Symbol> engineSymbols(asIScriptEngine* engine);
+/// What `engine` offers to every script: functions, types with their members, values. `families`
+/// gives the help for those of the run-time library.
+std::vector<Symbol> engineSymbols(asIScriptEngine* engine,
+                                  std::span<const FunctionFamily> families = {});
 
 /// What a script declares itself, as far as it can be told from a text that may be half written.
 /// `offset` is added to the positions.

@@ -39,8 +39,10 @@ std::uint32_t lowWord(const StoppedScript& script, const ValueView& array, std::
     return static_cast<std::uint32_t>(word);
 }
 
+/// In double quotes; of a text longer than `limit` not much more than that.
 std::string quoted(std::string_view text, std::size_t limit) {
-    return "\"" + std::string(text.substr(0, limit)) + "\"";
+    const std::string part(text.substr(0, limit + 8));
+    return "\"" + decodeForDisplay(cutUtf8(part, limit + 4)) + "\"";
 }
 
 bool isInteger(const ValueView& value) {
@@ -83,7 +85,7 @@ class Formatter {
             case ValueKind::doubleReal:
                 return formatGeneral(realOf(value));
             case ValueKind::string:
-                return decodeForDisplay(quoted(textOf(value), limits_.bytes + 1));
+                return quoted(textOf(value), limits_.bytes);
             default:
                 return kUnknown;
         }
