@@ -75,6 +75,11 @@ TEST_F(Document, WesternBytesThatWouldReadAsUtf8AreNotWritten) {
     EXPECT_EQ(text(), "\xC3\x83\xC2\xA9");
 }
 
+TEST_F(Document, CompilerGetsTheFilesBytesWithoutAMark) {
+    EXPECT_EQ(encodeScript("caf\xC3\xA9", {true, false}), "caf\xE9");
+    EXPECT_EQ(encodeScript("caf\xC3\xA9", {false, true}), "caf\xC3\xA9");
+}
+
 TEST_F(Document, OpenReportsWhatItCannotReadOverAnEmptyEditor) {
     const std::string empty = make("empty.as", "");
     const std::string big = make("big.as", "x");

@@ -30,7 +30,7 @@ TEST(RecoveryRecords, ReadBackWhatWasWrittenAndNothingElse) {
 
 class Recovery : public EditorFixture {
   protected:
-    Recovery() { useClock(&clock); }
+    Recovery() { useClock(&fakeClock); }
     std::string currentCopy() {
         for (const std::string& name : kept("recovery"))
             if (name.ends_with(".current"))
@@ -42,8 +42,6 @@ class Recovery : public EditorFixture {
         open(hostText);
         editor().shown();
     }
-
-    FakeClock clock;
 };
 
 TEST_F(Recovery, CopyIsAtMostTenSecondsOld) {
@@ -51,12 +49,12 @@ TEST_F(Recovery, CopyIsAtMostTenSecondsOld) {
     window->editor.type("abc");
     EXPECT_EQ(currentCopy(), "none");
     for (int second = 0; second < 10; ++second) {
-        clock.advance(1000);
+        fakeClock.advance(1000);
         editor().tick();
     }
     EXPECT_EQ(currentCopy(), "abc");
     window->editor.type("d");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     window->editor.type("e");
     EXPECT_EQ(currentCopy(), "abcde");
 }
@@ -76,7 +74,7 @@ TEST_F(Recovery, SaveRemovesTheCopy) {
     window->files.push_back(path);
     editor().command(command_id::kOpen);
     window->editor.type("b");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     EXPECT_EQ(currentCopy(), "ba");
     editor().command(command_id::kSave);
@@ -90,7 +88,7 @@ TEST_F(Recovery, CopyOfACrashIsOfferedAndRestored) {
     window->files.push_back(path);
     editor().command(command_id::kOpen);
     window->editor.type("new ");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     open();
     window->answers.push_back(Answer::yes);
@@ -195,7 +193,7 @@ TEST_F(Recovery, RecoveredTextDoesNotOverwriteANewerFileWithoutABackup) {
 TEST_F(Recovery, CopiesOfAnEditorThatIsStillOpenAreNotOffered) {
     open();
     window->editor.type("in the first");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     RecoveryStore second(systemFiles(), dataFolder() + "/recovery");
     EXPECT_TRUE(second.find().empty());
@@ -206,19 +204,19 @@ TEST_F(Recovery, CopiesOfAnEditorThatIsStillOpenAreNotOffered) {
 TEST_F(Recovery, AScrambledTextIsNotKeptUnlessTheUserAllows) {
     open();
     window->editor.type("secret");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     frontend.number = 7;
     editor().command(command_id::kCrypt);
     editor().command(command_id::kCrypt);  // readable again
     EXPECT_EQ(text(), "secret");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     EXPECT_EQ(currentCopy(), "none");
     EXPECT_FALSE(window->checked.at(command_id::kRecoveryCopies));
     editor().command(command_id::kRecoveryCopies);
     window->editor.type("x");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     EXPECT_EQ(currentCopy(), "xsecret");
 }
@@ -227,7 +225,7 @@ TEST_F(Recovery, AFolderThatCannotBeMadeDisturbsNobody) {
     writeFile(folder.path() / "data", "a file where the folder should be");
     open();
     window->editor.type("abc");
-    clock.advance(10000);
+    fakeClock.advance(10000);
     editor().tick();
     editor().command(command_id::kNew);
     editor().command(command_id::kExit);

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 
+#include "module/families.h"
+
 namespace korvant::test {
 
 void EditorFixture::open(const std::string& hostText) {
     editor_.reset();
     window = std::make_unique<FakeEditorWindow>();
+    window->watch = watch;
     editor_ = std::make_unique<ScriptEditor>(
-        EditorSurroundings{session(), *window, *files, dataFolder(), "/programs"});
+        EditorSurroundings{session(), *window, *files, dataFolder(), "/programs", allFamilies()});
     ScriptEditor* editor = editor_.get();
     window->editor.notify = [editor](const ControlNotification& n) { editor->editorNotified(n); };
     window->output.notify = [editor](const ControlNotification& n) { editor->outputNotified(n); };

@@ -26,7 +26,8 @@ class FakeEditorWindow : public EditorWindow {
     std::deque<Answer> answers;                    ///< to questions; none left: cancel or no
     std::optional<std::int32_t> line;              ///< chosen in the Go to line dialog
     bool documentsOpen = true;
-    std::function<bool()> pump;  ///< what happens while events are pumped
+    std::function<bool()> pump;                     ///< what happens while events are pumped
+    std::function<ControlSend(ControlSend)> watch;  ///< put between editor and its control
 
     std::string title;
     std::map<int, bool> checked;
@@ -49,7 +50,8 @@ class FakeEditorWindow : public EditorWindow {
     ControlSend createControl(ControlKind kind) override {
         const bool isEditor = kind == ControlKind::editor;
         if (!(isEditor ? editorCreatable : outputCreatable)) return {};
-        return (isEditor ? editor : output).send();
+        ControlSend send = (isEditor ? editor : output).send();
+        return isEditor && watch ? watch(send) : send;
     }
     void setTitle(const std::string& text) override { title = text; }
     void setMenuChecked(int command, bool on) override { checked[command] = on; }

@@ -1,0 +1,7 @@
+int main()
+{
+    int value = 1
+    value += missing;
+    undefined();
+    return value;
+}

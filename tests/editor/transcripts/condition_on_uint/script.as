@@ -1,0 +1,10 @@
+int main()
+{
+    uint value = 4000000000;
+    for (int i = 0; i < 5; i++)
+    {
+        value = value + 1;
+        i = i + 0;
+    }
+    return 0;
+}

@@ -1,0 +1,10 @@
+int main()
+{
+    SetMaxRunTime(150);
+    int turns = 0;
+    while (true)
+    {
+        turns = (turns + 1) % 1000;
+    }
+    return 0;
+}

@@ -1,0 +1,6 @@
+int main()
+{
+    int zero = 0;
+    int result = 5 / zero;
+    return result;
+}

@@ -1,0 +1,6 @@
+int main()
+{
+    int value = 1;
+    value += ;
+    return value;
+}

@@ -1,0 +1,5 @@
+int main()
+{
+    int value = unknown;
+    return other;
+}
