@@ -22,8 +22,8 @@ TEST(Style, NoSourceFileIsTooLongToReadInOneGo) {
     for (const char* folder : {"src", "apps", "include"})
         for (const auto& entry : fs::recursive_directory_iterator(kRoot / folder)) {
             const auto extension = entry.path().extension();
-            if (extension == ".cpp" || extension == ".h")
-                EXPECT_LE(lineCount(entry.path()), 600) << fs::relative(entry.path(), kRoot);
+            if (extension != ".cpp" && extension != ".h") continue;
+            EXPECT_LE(lineCount(entry.path()), 600) << fs::relative(entry.path(), kRoot);
         }
 }
 
