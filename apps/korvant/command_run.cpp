@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "gui_host.h"
 #include "korvantide/korvantide.h"
 #include "limit_options.h"
 #include "script_file.h"
@@ -17,6 +18,7 @@ struct Run {
     std::string file;
     TerminalHost::Options host;
     korvant::Limits limits;
+    bool gui = false;
 };
 
 int exitCodeOf(const korvant::RunFailure& failure) {
@@ -34,19 +36,30 @@ int exitCodeOf(const korvant::RunFailure& failure) {
     }
 }
 
+int report(const Source& source, const korvant::BuildMessages& messages,
+           const korvant::RunFailure& failure) {
+    reportBuild(source, messages);
+    reportRun(source, failure);
+    for (const std::string& line : failure.unwritten) complain(line);
+    return exitCodeOf(failure);
+}
+
+int runWithWindows(const Run& run, const Source& source) {
+    const auto outcome = runInWindows(source.text, run.limits, run.host.arguments);
+    return outcome ? report(source, outcome->messages, outcome->failure) : kRunFailed;
+}
+
 int runScript(const Run& run) {
     const std::optional<Source> source = readScript(run.file, run.limits.scriptBytes);
     if (!source) return kCannotRead;
+    if (run.gui) return runWithWindows(run, *source);
     const TerminalHost host(run.host);
     korvant::ScriptSession& session = korvant::moduleSession();
     session.setLimits(run.limits);
     const ConfiguredEngine engine;
     if (!engine.usable()) return kRunFailed;
     RunApplication(engine.engine(), engine.context(), source->text, nullptr);
-    reportBuild(*source, session.buildMessages());
-    reportRun(*source, session.lastFailure());
-    for (const std::string& line : session.lastFailure().unwritten) complain(line);
-    return exitCodeOf(session.lastFailure());
+    return report(*source, session.buildMessages(), session.lastFailure());
 }
 
 }  // namespace
@@ -61,6 +74,7 @@ void addRunCommand(CLI::App& app, int& exitCode) {
     command->add_flag("--allow-escapes", run->host.allowEscapes,
                       "what the script prints reaches a terminal as it stands, control bytes "
                       "included");
+    command->add_flag("--gui", run->gui, "windows for dialogs and console");
     addBuildLimitOptions(*command, run->limits);
     addRunLimitOptions(*command, run->limits);
     command->callback([run, &exitCode] { exitCode = runScript(*run); });

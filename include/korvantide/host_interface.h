@@ -46,6 +46,10 @@ KORVANTIDE_API void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits);
    `fileAccess` makes no sense: nothing changes then. */
 KORVANTIDE_API int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits);
 
+/* A line, without its line feed, that scripts read with Input before what the user types. Kept until
+   it is read. 1, or 0 when the console cannot take it. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL FeedScriptInput(const char* line);
+
 /* How the last run ended. */
 enum KorvantRunEnd {
     KORVANT_RUN_FINISHED = 0, /* or is suspended at a line */

@@ -7,6 +7,8 @@
 #include <string>
 
 #include "host/script_session.h"
+#include "module/composition.h"
+#include "module/guarded.h"
 
 using namespace korvant;
 
@@ -71,7 +73,9 @@ void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits) {
     handOver(toRecord(moduleSession().limits()), limits);
 }
 
-std::int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits) {
+namespace {
+
+std::int32_t setLimits(const KorvantLimits* limits) {
     if (!limits) {
         moduleSession().setLimits(Limits{});
         return 1;
@@ -86,6 +90,16 @@ std::int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits) {
     takeOver(record, changed);
     moduleSession().setLimits(changed);
     return 1;
+}
+
+}  // namespace
+
+std::int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits) {
+    return guarded(0, [&] { return setLimits(limits); });
+}
+
+std::int32_t KORVANTIDE_CALL FeedScriptInput(const char* line) {
+    return guarded(0, [&] { return line && feedScriptInput(line) ? 1 : 0; });
 }
 
 void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result) {
@@ -122,4 +136,6 @@ std::int32_t KORVANTIDE_CALL GetBuildMessage(std::uint32_t index, KorvantBuildMe
     return 1;
 }
 
-void KORVANTIDE_CALL RequestScriptStop(void) { moduleSession().requestStop(); }
+void KORVANTIDE_CALL RequestScriptStop(void) {
+    moduleSession().requestStop();
+}

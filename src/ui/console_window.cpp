@@ -143,21 +143,24 @@ bool ConsoleWindow::takeTypedKeys() {
     while (!typed_.empty() && !lineEntered_) {
         const ConsoleKey key = typed_.front();
         typed_.pop_front();
-        if (line_.handle(key)) enterLine();
+        if (!line_.handle(key)) continue;
+        lineEntered_ = true;
+        if (!line_.endOfInput()) enterLine(encodeTyped(line_.result()));
     }
     return lineEntered_;
 }
 
-void ConsoleWindow::enterLine() {
-    lineEntered_ = true;
-    if (line_.endOfInput()) return;
-    for (const char c : encodeTyped(line_.result()))
-        input_.push_back(static_cast<unsigned char>(c));
+void ConsoleWindow::enterLine(std::string_view bytes) {
+    for (const char c : bytes) input_.push_back(static_cast<unsigned char>(c));
     input_.push_back('\n');
 }
 
 int ConsoleWindow::readChar(StopQuery shouldStop) {
     if (!inWindow()) return fallback_.readChar(shouldStop);
+    if (input_.empty() && !fed_.empty()) {
+        enterLine(fed_.front());
+        fed_.pop_front();
+    }
     if (input_.empty()) {
         lineEntered_ = false;
         line_.begin();
@@ -233,7 +236,6 @@ void ConsoleWindow::setTitle(std::string_view title) {
 
 void ConsoleWindow::onInterrupt(void (*handler)() noexcept) {
     interrupt_ = handler;
-    if (!frame_) fallback_.onInterrupt(handler);
 }
 
 }  // namespace korvant::ui

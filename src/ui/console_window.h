@@ -4,6 +4,7 @@
 #include <chrono>
 #include <deque>
 #include <functional>
+#include <string>
 
 #include "host/console.h"
 #include "host/console_grid.h"
@@ -38,7 +39,11 @@ class ConsoleWindow : public Console {
     void show() override;
     void hide() override;
     void setTitle(std::string_view title) override;
+    /// For the window's keys alone: the signals of the process are the host's.
     void onInterrupt(void (*handler)() noexcept) override;
+
+    /// A line that is read in the window before what is typed there.
+    void feed(const std::string& line) { fed_.push_back(line); }
 
     const ConsoleGrid& grid() const { return grid_; }
     /// Null while the console is not a window.
@@ -53,7 +58,7 @@ class ConsoleWindow : public Console {
     /// Waits with the window alive; false when it was stopped.
     bool waitUntil(const std::function<bool()>& ready, StopQuery shouldStop);
     bool takeTypedKeys();
-    void enterLine();
+    void enterLine(std::string_view bytes);
 
     Console& fallback_;
     ConsoleGrid grid_;
@@ -61,9 +66,10 @@ class ConsoleWindow : public Console {
     ConsoleFrame* frame_ = nullptr;  ///< the toolkit's own; destroyed by release()
     void (*interrupt_)() noexcept = nullptr;
     std::deque<ConsoleKey> typed_;  ///< not yet asked for
-    std::deque<int> input_;         ///< bytes of entered lines
-    std::deque<int> codes_;         ///< of a key that has more than one
-    std::function<void()> wake_;    ///< while input is awaited
+    std::deque<std::string> fed_;
+    std::deque<int> input_;       ///< bytes of entered lines
+    std::deque<int> codes_;       ///< of a key that has more than one
+    std::function<void()> wake_;  ///< while input is awaited
     bool lineEntered_ = false;
     bool waiting_ = false;
     std::chrono::steady_clock::time_point painted_;

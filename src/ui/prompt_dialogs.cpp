@@ -28,15 +28,30 @@ constexpr int kLabelWidth = 380;
 constexpr int kLabelHeight = 240;
 constexpr int kFieldWidth = 300;
 constexpr int kFieldHeight = 120;
-constexpr std::size_t kPlainLabel = 800;     ///< a longer one gets scroll bars
-constexpr std::size_t kLongestLine = 60000;  ///< a field of one line holds little more
+constexpr std::size_t kPlainLabel = 800;      ///< a longer one gets scroll bars
+constexpr std::size_t kLongestText = 64'000;  ///< fields take a second and more for longer ones,
+constexpr std::size_t kLongestLine = 8'000;   ///< and for lines that are longer than this
+constexpr std::size_t kPreview = 1'000;
 
 bool isLong(const std::string& label) {
     return label.size() > kPlainLabel || std::count(label.begin(), label.end(), '\n') > 12;
 }
 
 bool needsLines(const wxString& text) {
-    return text.length() > kLongestLine || text.find('\n') != wxString::npos;
+    return text.find('\n') != wxString::npos;
+}
+
+std::size_t longestLine(const wxString& text) {
+    std::size_t longest = 0, current = 0;
+    for (const wxUniChar character : text) {
+        current = character == '\n' ? 0 : current + 1;
+        longest = std::max(longest, current);
+    }
+    return longest;
+}
+
+bool isEditable(const wxString& text) {
+    return text.length() <= kLongestText && longestLine(text) <= kLongestLine;
 }
 
 }  // namespace
@@ -86,14 +101,17 @@ void PromptDialog::addButtons(wxBoxSizer* column) {
 
 /// What the field made of the text is what counts as unchanged: controls cut or convert.
 void PromptDialog::setInitial(const wxString& text) {
-    const bool lines = needsLines(text);
-    field_ = new wxTextCtrl(this, wxID_ANY, text, wxDefaultPosition,
-                            FromDIP(wxSize(kFieldWidth, lines ? kFieldHeight : -1)),
-                            lines ? wxTE_MULTILINE : 0);
+    const bool editable = isEditable(text);
+    const bool lines = editable && needsLines(text);
+    field_ =
+        new wxTextCtrl(this, wxID_ANY, editable ? text : text.Left(kPreview) + wxT("..."),
+                       wxDefaultPosition, FromDIP(wxSize(kFieldWidth, lines ? kFieldHeight : -1)),
+                       (lines ? wxTE_MULTILINE : 0) | (editable ? 0 : wxTE_READONLY));
     field_->MoveBeforeInTabOrder(FindWindow(wxID_OK));
     fieldRow_->Add(field_, wxSizerFlags(lines ? 1 : 0).Expand());
     shown_ = field_->GetValue();
     field_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { explain({}); });
+    if (!editable) explain(uiText(UiText::tooLongToEdit));
 }
 
 bool PromptDialog::ask() {

@@ -1,13 +1,20 @@
 #include "ui/ui_runtime.h"
 
 #include <wx/app.h>
+#include <wx/display.h>
 #include <wx/evtloop.h>
 #include <wx/init.h>
 #include <wx/log.h>
 #include <wx/toplevel.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
 
+#include "ui/progress_window.h"
+#include "ui/text_conversion.h"
+#include "ui/theme.h"
 #include "ui/ui_native.h"
 
 namespace korvant::ui {
@@ -20,6 +27,7 @@ namespace {
 struct Runtime {
     ApplicationFactory factory = nullptr;
     bool owned = false;
+    bool styleKnown = false;
     bool told = false;
     int depth = 0;
     LoopGuard* innermost = nullptr;
@@ -70,6 +78,21 @@ void settle() {
     native::drainEvents();
 }
 
+std::uint32_t rgbOf(const wxColour& colour) {
+    return (colour.Red() << 16 | colour.Green() << 8 | colour.Blue()) & 0xFFFFFFU;
+}
+
+/// The progress thread cannot ask the toolkit; it is told once.
+void tellProgressStyle() {
+    if (runtime().styleKnown) return;
+    runtime().styleKnown = true;
+    const Theme theme = currentTheme();
+    const wxFont font = dialogFont();
+    setProgressStyle({rgbOf(theme.window), rgbOf(theme.text), toUtf8(font.GetFaceName()),
+                      font.GetFractionalPointSize(),
+                      std::max(1, static_cast<int>(std::lround(wxDisplay().GetScaleFactor())))});
+}
+
 bool isShown(wxWindow* window) {
     return window && window->IsShownOnScreen();
 }
@@ -86,10 +109,15 @@ void setApplicationFactory(ApplicationFactory factory) {
 
 bool startToolkit() {
     Runtime& self = runtime();
-    if (wxTheApp) return toolkitUsable();
+    if (wxTheApp) {
+        const bool usable = toolkitUsable();
+        if (usable) tellProgressStyle();
+        return usable;
+    }
     if (!native::displayReachable() || !startOwnApplication()) return false;
     self.owned = true;
     native::surviveDisplay([] { endLoops(); });
+    tellProgressStyle();
     return true;
 }
 
@@ -128,7 +156,7 @@ LoopGuard::~LoopGuard() {
 void sayNoDisplay() {
     if (runtime().told) return;
     runtime().told = true;
-    std::fputs("korvantide: no display; dialogs are answered as if they had been closed\n", stderr);
+    std::fputs("korvantide: no display; windows are answered as if they had been closed\n", stderr);
 }
 
 void switchUi(bool enter) {

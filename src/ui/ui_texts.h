@@ -16,6 +16,7 @@ enum class UiText {
     stopScript,
     needsWholeNumber,  ///< a refused text of an integer prompt
     needsNumber,       ///< a refused text of a prompt for a real number
+    tooLongToEdit,     ///< a text prompt whose initial text no field can take
     beyondFloat,       ///< a number that single precision does not hold
     moreColours,
     count_

@@ -1,0 +1,83 @@
+#include "gui_host.h"
+
+#include <csignal>
+#include <cstdint>
+
+#include "module_library.h"
+#include "source_report.h"
+
+namespace korvant_app {
+namespace {
+
+const ModuleFunctions* loaded = nullptr;
+
+/// Ctrl+C on the terminal stops the script as Ctrl+C in the console window does.
+class InterruptScope {
+  public:
+    InterruptScope() : previous_(std::signal(SIGINT, [](int) { loaded->requestStop(); })) {}
+    ~InterruptScope() { std::signal(SIGINT, previous_); }
+    InterruptScope(const InterruptScope&) = delete;
+    InterruptScope& operator=(const InterruptScope&) = delete;
+
+  private:
+    void (*previous_)(int);
+};
+
+/// The program's own functions translate; the module is another copy of them.
+void handOverLimits(const korvant::Limits& limits) {
+    korvant::moduleSession().setLimits(limits);
+    KorvantLimits record{};
+    record.size = sizeof record;
+    GetScriptLimits(&record);
+    loaded->setLimits(&record);
+}
+
+korvant::BuildMessages takeMessages() {
+    korvant::BuildMessages messages;
+    for (std::uint32_t i = 0; i < loaded->countMessages(); ++i) {
+        KorvantBuildMessage message{};
+        message.size = sizeof message;
+        if (!loaded->message(i, &message)) break;
+        messages.add(message.text, message.row, message.column,
+                     static_cast<korvant::BuildMessage::Kind>(message.kind));
+    }
+    return messages;
+}
+
+korvant::RunFailure takeFailure() {
+    KorvantRunResult result{};
+    result.size = sizeof result;
+    loaded->lastRunResult(&result);
+    korvant::RunFailure failure;
+    failure.kind = static_cast<korvant::RunFailure::Kind>(result.end);
+    failure.text = result.message;
+    failure.line = result.line;
+    for (std::uint32_t i = 0; i < result.unwritten; ++i)
+        failure.unwritten.emplace_back(loaded->unwrittenFile(i));
+    return failure;
+}
+
+}  // namespace
+
+std::optional<GuiOutcome> runInWindows(const std::string& text, const korvant::Limits& limits,
+                                       const std::vector<std::string>& arguments) {
+    loaded = loadModule();
+    if (!loaded) return std::nullopt;
+    asIScriptEngine* engine = asCreateScriptEngine();
+    asIScriptContext* context = engine ? loaded->configure(engine) : nullptr;
+    if (!context) {
+        complain("the script engine could not be set up");
+        return std::nullopt;
+    }
+    handOverLimits(limits);
+    for (const std::string& line : arguments) loaded->feedInput(line.c_str());
+    {
+        const InterruptScope interrupts;
+        loaded->runApplication(engine, context, text, nullptr);
+    }
+    GuiOutcome outcome{takeMessages(), takeFailure()};
+    loaded->release(engine);
+    return outcome;
+}
+
+}  // namespace korvant_app

@@ -1,0 +1,73 @@
+// The module's own choice of services: windows, and the plain streams where there is no display.
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "host/gathered_output.h"
+#include "host/os_file.h"
+#include "host/pipe_console.h"
+#include "host/script_session.h"
+#include "host/stream_input.h"
+#include "host/terminal_frontend.h"
+#include "module/composition.h"
+#include "module/korvant_ide_app.h"
+#include "ui/console_window.h"
+#include "ui/form_editor.h"
+#include "ui/ui_runtime.h"
+#include "ui/wx_frontend.h"
+
+namespace korvant {
+namespace {
+
+bool runShouldStop() {
+    return moduleSession().shouldStop();
+}
+
+void tell(const std::string& line) {
+    std::fprintf(stderr, "korvantide: %s\n", line.c_str());
+}
+
+/// Questions are asked on the host's terminal where it has one.
+TerminalFrontend::Options streamOptions(Console& console) {
+    TerminalFrontend::Options options;
+    if (isTerminal(STDIN_FILENO) && isTerminal(STDOUT_FILENO)) options.terminal = &console;
+    options.shouldStop = runShouldStop;
+    options.notice = tell;
+    return options;
+}
+
+/// Never destroyed, so that nothing of it runs at the host's exit.
+struct WindowServices {
+    StreamInput input{STDIN_FILENO};
+    GatheredOutput output{STDOUT_FILENO};
+    PipeConsole streams{input, output, runShouldStop};
+    TerminalFrontend questions{streamOptions(streams)};
+    ui::ConsoleWindow console{streams};
+    ui::WxFrontend frontend{questions};
+};
+
+WindowServices& windowServices() {
+    static WindowServices* const services = new WindowServices;
+    return *services;
+}
+
+}  // namespace
+
+void composeServices() {
+    static bool done = false;
+    if (done) return;
+    done = true;
+    WindowServices& services = windowServices();
+    ui::setApplicationFactory([]() -> wxApp* { return new CKorvantIDEApp; });
+    ui::installFormEditor();
+    moduleSession().setServices({&services.console, &services.frontend, nullptr, ui::switchUi});
+}
+
+bool feedScriptInput(const std::string& line) {
+    WindowServices& services = windowServices();
+    services.console.feed(line);
+    services.input.feed(line);
+    return true;
+}
+
+}  // namespace korvant
