@@ -91,6 +91,11 @@ void addSystemMenuItem(wxFrame& frame, const wxString& label, std::function<void
     new SystemMenuHook(window, std::move(chosen));
 }
 
+/// The system keeps windows that belong to the frame above it.
+void activate(wxFrame& frame) {
+    frame.Raise();
+}
+
 /// The windows of the thread that were enabled, the host's among them.
 struct OnlyWindow::State {
     std::vector<HWND> held;

@@ -1,0 +1,66 @@
+#include "ui/editor_run.h"
+
+#include <memory>
+
+#include "host/script_session.h"
+#include "ui/editor_dialog.h"
+#include "ui/ui_runtime.h"
+
+namespace korvant::ui {
+namespace {
+
+CEditorDlg* openEditor = nullptr;
+
+class UiScope {
+  public:
+    UiScope() { switchUi(true); }
+    ~UiScope() { switchUi(false); }
+    UiScope(const UiScope&) = delete;
+    UiScope& operator=(const UiScope&) = delete;
+};
+
+/// What a run of the editor is given, and where its text goes.
+struct Opening {
+    asIScriptEngine* engine;
+    asIScriptContext* context;
+    std::string& text;
+    const std::string& title;
+};
+
+/// Destroyed by the toolkit later, when no event can be on its way to it any more.
+struct DestroyWindow {
+    void operator()(CEditorDlg* window) const {
+        openEditor = nullptr;
+        window->Destroy();
+    }
+};
+
+void openAndWait(const Opening& opening) {
+    const std::unique_ptr<CEditorDlg, DestroyWindow> window(new CEditorDlg);
+    openEditor = window.get();
+    window->setHost(opening.engine, opening.context);
+    window->setHostText(opening.text);
+    window->setHostTitle(opening.title);
+    window->runModal();
+    opening.text = window->hostText();
+}
+
+}  // namespace
+
+void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
+                     const std::string& title) {
+    if (openEditor) return openEditor->activate();
+    if (moduleSession().running()) return;
+    if (!startToolkit()) return sayNoDisplay();
+    const UiScope scope;
+    const Opening opening{engine, context, text, title};
+    runModal([&] {
+        try {
+            openAndWait(opening);
+        } catch (...) {
+            // Out of memory: the host keeps its text, and nothing passes through its loop.
+        }
+    });
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,16 @@
+// Opening the editor for a host.
+#pragma once
+
+#include <string>
+
+#include "host/engine_compat.h"
+
+namespace korvant::ui {
+
+/// Opens the editor on `text` and puts what the user made of it there when it has been closed by
+/// its close box. Returns at once, with the text as it was, without a display, while an editor is
+/// open already (which then comes to the front), and while a script runs.
+void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
+                     const std::string& title);
+
+}  // namespace korvant::ui
