@@ -48,12 +48,27 @@ std::string_view withoutPlus(std::string_view text) {
     return text;
 }
 
+/// The power of ten of the first digit that is not 0; `digits` holds digits and one point at most.
+std::int64_t leadingPower(std::string_view digits) {
+    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    return first < point ? point - first - 1 : point - first;
+}
+
 /// A number too large or too small for a double, as the nearest that there is.
-double outOfRange(std::string_view text) {
-    const double sign = text.front() == '-' ? -1.0 : 1.0;
-    const auto exponent = text.find_first_of("eE");
-    const bool small = exponent != std::string_view::npos && text.substr(exponent + 1, 1) == "-";
-    return sign * (small ? 0.0 : HUGE_VAL);
+double outOfRange(std::string_view number) {
+    const bool negative = number.front() == '-';
+    if (negative) number.remove_prefix(1);
+    const auto mark = std::min(number.find_first_of("eE"), number.size());
+    std::string_view power = number.substr(std::min(mark + 1, number.size()));
+    const bool down = !power.empty() && power.front() == '-';
+    std::int64_t exponent = 0;
+    if (!power.empty() && (down || power.front() == '+')) power.remove_prefix(1);
+    const auto read = std::from_chars(power.data(), power.data() + power.size(), exponent);
+    if (read.ec == std::errc::result_out_of_range) exponent = std::int64_t{1} << 40;
+    const std::int64_t total = leadingPower(number.substr(0, mark)) + (down ? -exponent : exponent);
+    const double nearest = total > 0 ? HUGE_VAL : 0.0;
+    return negative ? -nearest : nearest;
 }
 
 }  // namespace

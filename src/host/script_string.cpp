@@ -149,7 +149,7 @@ bool ScriptString::adopt(std::string&& bytes) noexcept {
     if (heap > charged_ && !memoryBudget.charge(heap - charged_)) return false;
     if (heap < charged_) memoryBudget.release(charged_ - heap);
     charged_ = heap;
-    text = std::move(bytes);
+    text.swap(bytes);  // a plain assignment may keep the old buffer
     return true;
 }
 

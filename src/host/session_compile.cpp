@@ -8,9 +8,6 @@ namespace {
 
 constexpr char kModule[] = "main";
 constexpr char kSection[] = "script";
-/// Destructors of the module that is replaced may take this long altogether; it counts against the
-/// time of the run that follows.
-constexpr std::uint32_t kReplaceMs = 2000;
 
 BuildMessage::Kind kindOf(asEMsgType type) {
     if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;
@@ -34,7 +31,7 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     messages.clear();
     state.lastStoppedLine = 0;
     endSuspended(*engine);
-    beginCleanup(kReplaceMs);
+    beginCleanup();
     if (const auto refusal = scanSource(text, limits)) {
         engine->DiscardModule(kModule);
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
@@ -73,7 +70,7 @@ int ScriptSession::Impl::initialiseGlobals(asIScriptModule& module) {
     limit.endExecution();
     running = false;
     if (lineCallback.ending() != LineCallback::Ending::none) addAbortMessage();
-    beginCleanup(kReplaceMs);
+    beginCleanup();
     context->Release();
     return result;
 }

@@ -8,10 +8,9 @@ namespace korvant {
 
 namespace {
 
-/// Destructors of scripts may take this long altogether while an engine is released, ...
-constexpr std::uint32_t kReleaseMs = 2000;
-/// ... or while the host itself destroys something of the engine.
-constexpr std::uint32_t kIdleCleanupMs = 10000;
+/// Destructors of scripts outside a run may take this long altogether, so that neither a build nor
+/// the end of the host waits for one that never ends.
+constexpr std::uint64_t kCleanupMs = 2000;
 /// Clean-ups that follow each other this closely count as one.
 constexpr std::uint64_t kCleanupGapMs = 1000;
 
@@ -94,7 +93,7 @@ void ScriptSession::release(asIScriptEngine* engine) {
     EngineRecord* record = engine != nullptr ? impl_->find(engine) : nullptr;
     if (record == nullptr || impl_->busy) return;
     const BusyScope scope(impl_->busy);
-    impl_->beginCleanup(kReleaseMs);
+    impl_->beginCleanup();
     if (record->context != nullptr) impl_->letGo(*record->context);
     engine->DiscardModule("main");
     impl_->collectSome(*engine);
@@ -125,9 +124,8 @@ void ScriptSession::Impl::onContextGone(asIScriptContext* context) {
         if (record.context == context) record.context = nullptr;
 }
 
-void ScriptSession::Impl::beginCleanup(std::uint32_t milliseconds) {
+void ScriptSession::Impl::beginCleanup() {
     cleanupSeen = cleanupBegan = services.clock->monotonic();
-    cleanupMs = milliseconds;
     state.stopRequest = false;
     lineCallback.forgetEnding();
 }
@@ -136,9 +134,9 @@ void ScriptSession::Impl::beginCleanup(std::uint32_t milliseconds) {
 /// let go would hold the host for hours.
 bool ScriptSession::Impl::cleanupOver() {
     const std::uint64_t now = services.clock->monotonic();
-    if (!busy && now - cleanupSeen > kCleanupGapMs) beginCleanup(kIdleCleanupMs);
+    if (!busy && now - cleanupSeen > kCleanupGapMs) beginCleanup();
     cleanupSeen = now;
-    return now - cleanupBegan > cleanupMs;
+    return now - cleanupBegan > kCleanupMs;
 }
 
 asIScriptContext* ScriptSession::Impl::requestContext(asIScriptEngine* engine,

@@ -38,7 +38,6 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     std::deque<EngineRecord> engines;
     std::uint64_t cleanupBegan = 0;
     std::uint64_t cleanupSeen = 0;
-    std::uint32_t cleanupMs = 0;
     std::thread::id thread;
 
     EngineRecord* find(const asIScriptEngine* engine);
@@ -74,7 +73,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
 
     // Contexts that the engine asks for, above all for destructors.
     void collectSome(asIScriptEngine& engine);
-    void beginCleanup(std::uint32_t milliseconds);
+    void beginCleanup();
     bool cleanupOver();
     static asIScriptContext* requestContext(asIScriptEngine* engine, void* self) noexcept;
     static void returnContext(asIScriptEngine* engine, asIScriptContext* context,

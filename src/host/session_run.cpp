@@ -67,7 +67,7 @@ bool ScriptSession::continueApplication(asIScriptEngine* engine, asIScriptContex
 void ScriptSession::abandon(asIScriptContext* context) {
     if (context == nullptr || impl_->busy) return;
     const BusyScope scope(impl_->busy);
-    impl_->beginCleanup(RunLimit::kDefaultMax);
+    impl_->beginCleanup();
     impl_->letGo(*context);
 }
 
@@ -78,7 +78,7 @@ bool ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext&
     asIScriptModule* module = engine.GetModule("main", asGM_ONLY_IF_EXISTS);
     asIScriptFunction* main = module != nullptr ? findFunction(*module, "int main()") : nullptr;
     if (main == nullptr) return fail(RunFailure::Kind::noMain, kNoMainText);
-    beginCleanup(RunLimit::kDefaultMax);
+    beginCleanup();
     if (context.Abort() < 0 || context.Unprepare() < 0 || context.Prepare(main) < 0)
         return fail(RunFailure::Kind::prepare, kPrepareText);
     return executeAndReport(context);

@@ -1,0 +1,234 @@
+// What a build says, keeps and refuses.
+#include <algorithm>
+
+#include "support/script_fixture.h"
+
+namespace korvant::test {
+namespace {
+
+class Build : public ScriptFixture {
+  protected:
+    bool builds(const std::string& text) { return session().compile(engine(), text) == 1; }
+    const BuildMessages& list() { return session().buildMessages(); }
+};
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i) all += text;
+    return all;
+}
+
+TEST_F(Build, MessagesHaveTheGivenForm) {
+    EXPECT_FALSE(builds("int main() {\n  return 0\n}"));
+    ASSERT_GE(list().count(), 2u);
+    EXPECT_EQ(list().all()[0].text, "Expected ';' at line 3 column 1\n");
+    EXPECT_EQ(list().all()[0].row, 3);
+    EXPECT_EQ(list().all()[0].column, 1);
+    EXPECT_EQ(list().all()[1].plain, "Instead found '}'");
+}
+
+TEST_F(Build, WarningsAndInformationAreKeptToo) {
+    EXPECT_TRUE(builds("int main() { int a = 3000000000; return a; }"));
+    ASSERT_EQ(list().count(), 2u);
+    EXPECT_EQ(list().all()[0].kind, BuildMessage::Kind::information);
+    EXPECT_EQ(list().all()[1].kind, BuildMessage::Kind::warning);
+}
+
+TEST_F(Build, FiveThousandErrorsLeaveOneThousandMessages) {
+    EXPECT_FALSE(builds("int main() { " + repeated("x;\n", 5000) + " return 0; }"));
+    EXPECT_EQ(list().count(), BuildMessages::kCapacity);
+}
+
+TEST_F(Build, OtherModulesOfTheHostCannotOverfillTheList) {
+    EXPECT_TRUE(builds("int main() { return 0; }"));
+    for (int i = 0; i < 3; ++i) {
+        asIScriptModule* module = engine()->GetModule("other", asGM_ALWAYS_CREATE);
+        const std::string text = "void f() { " + repeated("x;\n", 600) + "}";
+        module->AddScriptSection("other", text.data(), text.size());
+        EXPECT_LT(module->Build(), 0);
+    }
+    EXPECT_EQ(list().count(), BuildMessages::kCapacity);
+    EXPECT_TRUE(builds("int main() { return 0; }"));
+    EXPECT_EQ(list().count(), 0u);
+}
+
+TEST_F(Build, TextsTheCompilerCannotTakeAreRefusedWithTheirPlace) {
+    struct Case {
+        std::string text;
+        const char* message;
+    };
+    const Case cases[] = {{std::string(10 << 20, ' '),
+                           "The script is longer than 4194304 bytes at line 1 column 1\n"},
+                          {repeated(";", 1'000'001),
+                           "The script has more than 1000000 words and signs at line 1 column 1\n"},
+                          {"int main() {\n int x = " + std::string(100000, '(') + "1" +
+                               std::string(100000, ')') + ";\n return x; }",
+                           "Brackets and statements are nested too deeply at line 2 column "},
+                          {"\n\nint " + std::string(256, 'a') + ";",
+                           "The name is longer than 255 bytes at line 3 "
+                           "column 5\n"}};
+    for (const Case& refused : cases) {
+        EXPECT_FALSE(builds(refused.text));
+        ASSERT_EQ(list().count(), 1u);
+        EXPECT_EQ(list().all()[0].text.rfind(refused.message, 0), 0u) << list().all()[0].text;
+    }
+    EXPECT_EQ(engine()->GetModule("main"), nullptr) << "what ran before must not run again";
+}
+
+TEST_F(Build, ZeroBytesInATextAreAnError) {
+    EXPECT_FALSE(builds(std::string("int main() { return 0; }\0 x", 27)));
+    EXPECT_GT(list().count(), 0u);
+    const std::string inLiteral("int main() { Print(\"a\0b\"); return 0; }", 38);
+    EXPECT_TRUE(run(inLiteral)) << messages();
+    EXPECT_EQ(console.output, std::string("a\0b", 3));
+}
+
+TEST_F(Build, TheHostsEngineSettingsAreBackAfterwards) {
+    engine()->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 1);
+    engine()->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, 1);
+    EXPECT_FALSE(run("int main() { SetMaxRunTime(20); while (true) {} return 0; }"));
+    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::timeOut);
+    EXPECT_EQ(engine()->GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD), 1u);
+    EXPECT_EQ(engine()->GetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES), 1u);
+}
+
+TEST_F(Build, AHostThatInitialisesGlobalsItselfStillDoes) {
+    engine()->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
+    EXPECT_TRUE(builds("int g = 7; int main() { return g; }"));
+    EXPECT_EQ(*static_cast<int*>(engine()->GetModule("main")->GetAddressOfGlobalVar(0)), 0);
+    engine()->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 1);
+    EXPECT_TRUE(builds("int g = 7; int main() { return g; }"));
+    EXPECT_EQ(*static_cast<int*>(engine()->GetModule("main")->GetAddressOfGlobalVar(0)), 7);
+}
+
+TEST_F(Build, ARegistrationThatFailsIsNamedByEveryBuild) {
+    asIScriptEngine* other = asCreateScriptEngine();
+    other->RegisterObjectType("string", 4, asOBJ_VALUE | asOBJ_POD);
+    const RegisterFamily families[] = {[](asIScriptEngine* engine) {
+        return engine->RegisterGlobalFunction("void f(nothing)", asFUNCTION(+[] {}), asCALL_CDECL);
+    }};
+    asIScriptContext* made = session().configure(other, families);
+    ASSERT_NE(made, nullptr);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(session().compile(other, "int main() { return 0; }"), 0);
+        EXPECT_NE(messages().find("void f(nothing)"), std::string::npos) << messages();
+    }
+    session().release(other);
+    made->Release();
+    other->ShutDownAndRelease();
+}
+
+TEST_F(Build, ConfiguringAgainGivesTheSameContext) {
+    const asUINT functions = engine()->GetGlobalFunctionCount();
+    asIScriptContext* again = session().configure(engine(), {});
+    EXPECT_EQ(again, context());
+    EXPECT_EQ(engine()->GetGlobalFunctionCount(), functions);
+    again->Release();
+    EXPECT_EQ(value("1"), "1");
+}
+
+TEST_F(Build, TwoEnginesHaveAContextEach) {
+    asIScriptEngine* other = asCreateScriptEngine();
+    asIScriptContext* made = session().configure(other, {});
+    EXPECT_NE(made, context());
+    EXPECT_EQ(session().compile(other, "int[] all = {1, 2}; int main() { return 0; }"), 1);
+    EXPECT_TRUE(session().runApplication(other, made, "int main() { return 0; }", nullptr));
+    session().release(other);
+    made->Release();
+    other->ShutDownAndRelease();
+    EXPECT_EQ(state().currentContext, nullptr);
+    EXPECT_EQ(value("1"), "1");
+}
+
+TEST_F(Build, AHostThatNeverReleasesStillEndsItsEngine) {
+    asIScriptEngine* other = asCreateScriptEngine();
+    asIScriptContext* made = session().configure(other, {});
+    EXPECT_TRUE(session().runApplication(other, made, "int main() { return 0; }", nullptr));
+    static bool gone;
+    gone = false;
+    other->SetEngineUserDataCleanupCallback([](asIScriptEngine*) { gone = true; }, 42);
+    other->SetUserData(&gone, 42);
+    made->Release();
+    other->ShutDownAndRelease();
+    EXPECT_TRUE(gone);
+}
+
+TEST_F(Build, TheHostsArrayTypeIsKept) {
+    asIScriptEngine* other = asCreateScriptEngine();
+    asIScriptContext* made = session().configure(other, {});
+    EXPECT_GE(other->GetDefaultArrayTypeId(), 0);
+    const int type = other->GetTypeIdByDecl("int[]");
+    EXPECT_STREQ(other->GetTypeDeclaration(type), "int[]");
+    session().release(other);
+    made->Release();
+    other->ShutDownAndRelease();
+}
+
+TEST_F(Build, TheDepthOfCallsIsBoundedOnlyWhereTheHostLeftItOpen) {
+    EXPECT_EQ(engine()->GetEngineProperty(asEP_MAX_CALL_STACK_SIZE), 10000u);
+    asIScriptEngine* other = asCreateScriptEngine();
+    other->SetEngineProperty(asEP_MAX_CALL_STACK_SIZE, 77);
+    asIScriptContext* made = session().configure(other, {});
+    EXPECT_EQ(other->GetEngineProperty(asEP_MAX_CALL_STACK_SIZE), 77u);
+    session().release(other);
+    made->Release();
+    other->ShutDownAndRelease();
+}
+
+// Scripts and manuals were written for these declarations in this order.
+TEST_F(Build, EverythingIsRegisteredInItsOrder) {
+    const char* const first[] = {
+        "OpenInputFile", "CloseInputFile", "ApendOutputFile", "OpenOutputFile", "CloseOutputFile",
+        "Print",         "Input",          "Input",           "Input",          "Input",
+        "Inkey",         "Clear",          "SetTextColor",    "SetTextBold",    "ResetText",
+        "GoToXY",        "Prompt",         "Prompt",          "Prompt",         "Prompt",
+        "Question",      "Information",    "Warning",         "Error",          "Progress",
+        "Progress"};
+    asUINT index = 0;
+    for (const char* name : first)
+        EXPECT_STREQ(engine()->GetGlobalFunctionByIndex(index++)->GetName(), name);
+    const char* const last[] = {"SetMaxRunTime",
+                                "GetSystemTime",
+                                "acos",
+                                "asin",
+                                "atan",
+                                "atan2",
+                                "ceil",
+                                "cos",
+                                "cosh",
+                                "exp",
+                                "fabs",
+                                "floor",
+                                "fmod",
+                                "log",
+                                "log10",
+                                "pow",
+                                "sin",
+                                "sinh",
+                                "sqrt",
+                                "tan",
+                                "tanh",
+                                "hypot",
+                                "j0",
+                                "j1",
+                                "jn",
+                                "y0",
+                                "y1",
+                                "yn",
+                                "StrSize",
+                                "StrFind",
+                                "StrFind",
+                                "StrRevFind",
+                                "StrRevFind",
+                                "StrInsert",
+                                "StrSubstring",
+                                "StrAsc",
+                                "StrToUpper",
+                                "StrToLower"};
+    index = engine()->GetGlobalFunctionCount() - static_cast<asUINT>(std::size(last));
+    for (const char* name : last)
+        EXPECT_STREQ(engine()->GetGlobalFunctionByIndex(index++)->GetName(), name);
+}
+
+}  // namespace
+}  // namespace korvant::test

@@ -1,0 +1,237 @@
+// Breakpoints and steps.
+#include "support/script_fixture.h"
+
+namespace korvant::test {
+namespace {
+
+using Lines = std::vector<std::int32_t>;
+
+class Debug : public ScriptFixture {
+  protected:
+    /// Runs with `breakpoints`, resumes in `mode` until the script ends, and gives the lines at
+    /// which it was suspended; at most 30.
+    Lines stops(const std::string& text, const Lines& breakpoints, std::int32_t mode) {
+        Lines lines;
+        bool ran = run(text, &breakpoints);
+        while (ran && state().lastStoppedLine != 0 && lines.size() < 30) {
+            EXPECT_EQ(context()->GetState(), asEXECUTION_SUSPENDED);
+            EXPECT_EQ(context()->GetLineNumber(), state().lastStoppedLine);
+            lines.push_back(state().lastStoppedLine);
+            ran = resume(mode, &breakpoints);
+        }
+        EXPECT_TRUE(ran || lines.size() == 30) << session().lastFailure().text << messages();
+        return lines;
+    }
+};
+
+constexpr char kLoop[] =
+    "int main() {\n"                     // 1
+    "  int sum = 0;\n"                   // 2
+    "  for (int i = 0; i < 3; i++) {\n"  // 3
+    "    sum += i;\n"                    // 4
+    "    sum += 1;\n"                    // 5
+    "  }\n"                              // 6
+    "  Print(\"\" + sum);\n"             // 7
+    "  return sum;\n"                    // 8
+    "}\n";
+
+constexpr char kCalls[] =
+    "int twice(int n) {\n"  // 1
+    "  int r = n * 2;\n"    // 2
+    "  return r;\n"         // 3
+    "}\n"
+    "int main() {\n"         // 5
+    "  int a = twice(1);\n"  // 6
+    "  int b = twice(a);\n"  // 7
+    "  return a + b;\n"      // 8
+    "}\n";
+
+struct Walk {
+    const char* name;
+    const char* script;
+    Lines breakpoints;
+    std::int32_t mode;
+    Lines expected;
+};
+
+class Stepping : public Debug, public ::testing::WithParamInterface<Walk> {};
+
+TEST_P(Stepping, StopsAtTheseLines) {
+    EXPECT_EQ(stops(GetParam().script, GetParam().breakpoints, GetParam().mode),
+              GetParam().expected);
+    EXPECT_EQ(state().lastStoppedLine, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Walks, Stepping,
+    ::testing::Values(
+        Walk{"NoBreakpoint", kLoop, {}, 0, {}}, Walk{"OncePerPass", kLoop, {4}, 0, {4, 4, 4}},
+        Walk{"EveryLineOnceThough", kLoop, {4, 4, 5, 2}, 0, {2, 4, 5, 4, 5, 4, 5}},
+        Walk{"LinesWithoutCode", kLoop, {-1, 0, 100, 2147483647, -2147483647 - 1}, 0, {}},
+        // The line is the loop's only one, so nothing between clears the last stop.
+        Walk{"OneLineLoop",
+             "int main() {\n int i = 0;\n while (i < 5) i++;\n return i;\n}",
+             {3},
+             0,
+             {3}},
+        // Never above the last line, so the loop is left at the end of its body.
+        Walk{"OverLeavesTheLoop", kLoop, {2}, 1, {2, 3, 4, 5, 7, 8}},
+        Walk{"OverStopsAtABreakpointAbove", kLoop, {2, 4}, 1, {2, 3, 4, 5, 4, 5, 4, 5, 7, 8}},
+        Walk{"IntoGoesDown", kCalls, {6}, 2, {6, 2, 3, 7, 2, 3, 8}},
+        Walk{"OverGoesOn", kCalls, {6}, 1, {6, 7, 8}}),
+    [](const auto& entry) { return entry.param.name; });
+
+TEST_F(Debug, OtherStepModesAreContinuing) {
+    EXPECT_EQ(stops(kLoop, {2}, 3), Lines{2});
+    EXPECT_EQ(stops(kLoop, {2}, -1), Lines{2});
+}
+
+TEST_F(Debug, ANullListEmptiesTheBreakpoints) {
+    const Lines lines = {4};
+    EXPECT_TRUE(run(kLoop, &lines));
+    EXPECT_EQ(state().lastStoppedLine, 4);
+    EXPECT_TRUE(resume(0, nullptr));
+    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_EQ(console.output, "6");
+}
+
+TEST_F(Debug, ABreakpointAddedWhileSuspendedIsMet) {
+    const Lines first = {2}, second = {7};
+    EXPECT_TRUE(run(kLoop, &first));
+    EXPECT_TRUE(resume(0, &second));
+    EXPECT_EQ(state().lastStoppedLine, 7);
+}
+
+TEST_F(Debug, SteppingFromTheLastStatementFinishes) {
+    const Lines lines = {8};
+    EXPECT_TRUE(run(kLoop, &lines));
+    EXPECT_TRUE(resume(2, nullptr));
+    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_EQ(context()->GetState(), asEXECUTION_FINISHED);
+}
+
+// The engine calls twice for the first line of a function.
+TEST_F(Debug, SteppingIntoALineWithTwoCallsStopsAtTheSecond) {
+    const Lines lines = {6};
+    EXPECT_TRUE(run(kCalls, &lines));
+    EXPECT_TRUE(resume(2, nullptr));
+    EXPECT_EQ(state().lastStoppedLine, 2);
+    EXPECT_TRUE(resume(0, &lines));
+    EXPECT_EQ(state().lastStoppedLine, 0);
+}
+
+TEST_F(Debug, AFailureAfterAStopClearsTheLine) {
+    const Lines lines = {2};
+    EXPECT_TRUE(run("int zero = 0;\nint main() { int a = 1;\n return a / zero; }", &lines));
+    EXPECT_FALSE(resume(0, nullptr));
+    EXPECT_EQ(state().lastStoppedLine, 0);
+}
+
+TEST_F(Debug, FilesAreClosedWhenTheRunIsFirstSuspended) {
+    const std::string file = ::testing::TempDir() + "h1_debug.txt";
+    const std::string script = "int main() {\n OpenOutputFile(\"" + file +
+                               "\");\n Print(\"in the file\");\n"
+                               " Print(\"on the console\");\n"
+                               " OpenOutputFile(\"" +
+                               file +
+                               "\");\n"
+                               " Print(\"again \");\n Print(\"in the file\");\n return 0;\n}";
+    const Lines first = {4}, second = {7};
+    EXPECT_TRUE(run(script, &first));
+    EXPECT_TRUE(resume(0, &second));
+    EXPECT_EQ(console.output, "on the console");
+    EXPECT_TRUE(resume(0, nullptr));
+    EXPECT_TRUE(run("int main() { string s; OpenInputFile(\"" + file +
+                    "\"); while (true) { "
+                    "Input(s); if (s.length() == 0) return 0; Print(s + \".\"); } return 0; }"));
+    EXPECT_EQ(console.output, "on the consoleagain.in.the.file.");
+}
+
+// A native that calls back cannot wait for the user.
+TEST_F(Debug, BreakpointsUnderNativesArePassedOver) {
+    const char* script =
+        "class A { int v;\n"
+        " ~A() {\n"
+        "  v = 1;\n"
+        " }\n"
+        " int opCmp(const A &in o) {\n"
+        "  return v - o.v;\n"
+        " } }\n"
+        "int main() {\n"
+        " A[] a(4);\n"
+        " a.sortAsc();\n"
+        " { A b; }\n"
+        " Print(\"through\");\n"
+        " return 0;\n"
+        "}\n";
+    EXPECT_EQ(stops(script, {3, 6, 12}, 0), Lines{12});
+    EXPECT_EQ(console.output, "through");
+    EXPECT_EQ(stops(script, {10}, 1), (Lines{10, 11, 12, 13}));
+}
+
+TEST_F(Debug, ConstructorsWithoutALineDoNotStop) {
+    const char* script = "class A { int v = 3; }\nint main() {\n A a;\n return a.v;\n}";
+    EXPECT_EQ(stops(script, {3}, 1), (Lines{3, 4}));
+}
+
+TEST_F(Debug, BuildingEndsASuspendedRun) {
+    const Lines lines = {3};
+    const char* script =
+        "class A { ~A() { Print(\"gone \"); } }\nint main() {\n A a; A b;\n return 0; }";
+    EXPECT_TRUE(run(script, &lines));
+    EXPECT_EQ(session().compile(engine(), "int main() { return 1; }"), 1);
+    EXPECT_NE(context()->GetState(), asEXECUTION_SUSPENDED);
+    EXPECT_FALSE(resume(0, nullptr));
+}
+
+TEST_F(Debug, AbandoningLetsGoOfTheObjects) {
+    const Lines lines = {4};
+    EXPECT_TRUE(
+        run("class A { ~A() { Print(\"gone\"); } }\nint main() {\n A a;\n return 0; }", &lines));
+    session().abandon(context());
+    EXPECT_EQ(console.output, "gone");
+    EXPECT_EQ(context()->GetState(), asEXECUTION_UNINITIALIZED);
+}
+
+TEST_F(Debug, AnAbandonedEndlessDestructorIsEnded) {
+    const Lines lines = {4};
+    useClock(&fakeClock);
+    EXPECT_TRUE(
+        run("class A { ~A() { while (true) {} } }\nint main() {\n A a;\n return 0; }", &lines));
+    useClock(nullptr);
+    session().setMaxRunTime(10);
+    session().requestStop();
+    session().abandon(context());
+    EXPECT_EQ(context()->GetState(), asEXECUTION_UNINITIALIZED);
+}
+
+TEST_F(Debug, BreakpointsOfAFinishedRunDoNotReachTheNext) {
+    EXPECT_EQ(stops(kLoop, {4}, 0).size(), 3u);
+    asIScriptModule* module = engine()->GetModule("main");
+    ASSERT_EQ(context()->Prepare(module->GetFunctionByName("main")), 0);
+    EXPECT_EQ(session().run(context()), asEXECUTION_FINISHED);
+}
+
+TEST_F(Debug, AHostsOwnSuspensionIsReturnedAsItIs) {
+    engine()->RegisterGlobalFunction(
+        "void pause()", asFUNCTION(+[] { asGetActiveContext()->Suspend(); }), asCALL_CDECL);
+    EXPECT_TRUE(run("int main() { pause(); Print(\"resumed\"); return 0; }"));
+    EXPECT_EQ(context()->GetState(), asEXECUTION_SUSPENDED);
+    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_TRUE(resume(0, nullptr));
+    EXPECT_EQ(console.output, "resumed");
+}
+
+TEST_F(Debug, AContinuationHasItsOwnTime) {
+    useClock(&fakeClock);
+    const Lines lines = {3, 4};
+    EXPECT_TRUE(
+        run("int main() {\n SetMaxRunTime(500);\n int a = 1;\n a = 2;\n return a; }", &lines));
+    fakeClock.advance(100000);
+    EXPECT_TRUE(resume(0, &lines));
+    EXPECT_EQ(state().lastStoppedLine, 4);
+    EXPECT_EQ(state().deadline, fakeClock.tick() + 500u);
+}
+
+}  // namespace
+}  // namespace korvant::test
