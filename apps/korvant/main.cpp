@@ -1,12 +1,12 @@
 // The reference host and command line.
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 
 #include "commands.h"
 #include "host/os_file.h"
+#include "process_setup.h"
 #include "source_report.h"
 
 namespace {
@@ -27,6 +27,9 @@ int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? korvant_app::kFinished : korvant_app::kWrongUsage;
+    } catch (const std::exception& error) {
+        korvant_app::complain(error.what());
+        return korvant_app::kRunFailed;
     }
     if (app.get_subcommands().empty()) std::fputs(app.help().c_str(), stdout);
     return exitCode;
@@ -35,6 +38,7 @@ int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    korvant_app::setUpProcess();
     CLI::App app{"KorvantIDE: run, check and edit AngelScript scripts", "korvant"};
     app.set_version_flag("--version", "korvant " KORVANT_VERSION);
     app.require_subcommand(0, 1);

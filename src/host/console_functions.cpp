@@ -45,6 +45,8 @@ void closeOutput(ScriptSession& session) {
     if (file->failure() != 0) session.noteWriteFailure(file->name(), file->failure());
 }
 
+/// Deliberate: the file of before is closed even when the new one cannot be opened; scripts that
+/// go on printing then reach the console.
 bool openOutput(const std::string& name, OutputFile::Mode mode) {
     ScriptSession& session = moduleSession();
     closeOutput(session);
@@ -206,6 +208,7 @@ std::span<const FunctionRow> fileFunctionRows() {
         functionRow<closeInputFile>("void CloseInputFile()",
                                     "Closes the input file; Input reads from the console again.",
                                     "CloseInputFile();"),
+        // Deliberate: the name has one "p"; scripts spell it so.
         functionRow<appendOutputFile>(
             "bool ApendOutputFile( string &in )",
             "Opens a text file whose end Print writes to, in place of the one that was open. The "

@@ -231,7 +231,8 @@ int closeHandle(int handle) {
 }
 
 int openUnblocked(int handle) {
-    if (mayBlock(handle)) {
+    const bool writable = (::fcntl(handle, F_GETFL) & O_ACCMODE) != O_RDONLY;
+    if (mayBlock(handle) && writable) {
         const std::string itself = "/proc/self/fd/" + std::to_string(handle);
         const int own = openHandle(itself, O_WRONLY);
         if (own >= 0) return own;

@@ -67,8 +67,9 @@ class CThreadedProgressText : public CThread {
 #pragma GCC diagnostic pop
 #endif
 
-/// Copies at most 99 bytes, each followed by a terminator. An empty text copies nothing, so the
-/// buffer keeps what it held: scripts hide the window that way.
+/// Copies at most 99 bytes, each followed by a terminator.
+/// Deliberate: an empty text copies nothing, so the buffer keeps what it held; scripts hide the
+/// window that way and show it again with the text of before.
 void writeProgress(ProgressBuffer& buffer, std::string_view text) noexcept;
 /// Empties the buffer.
 void clearProgress(ProgressBuffer& buffer) noexcept;

@@ -62,6 +62,27 @@ TEST_F(Endings, AFailedWriteIsToldEvenWhenTheScriptFinishes) {
     }
 }
 
+TEST_F(Endings, ClosedStandardStreamsAreNotTakenForFiles) {
+    writeFile(folder_.file("main.as"),
+              "int main() { OpenOutputFile(\"file.txt\"); Print(\"file\"); CloseOutputFile();"
+              " string s; Input(s); Print(\"console\"); return 0; }");
+    ProcessOptions options;
+    options.folder = folder_.path().string();
+    const ProcessResult result =
+        runProcess({"/bin/sh", "-c", "exec " + korvantProgram() + " run main.as <&- >&-"}, options);
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_THAT(result.errors, HasSubstr("could not write standard output: Bad file descriptor"));
+    EXPECT_EQ("file", readFile(folder_.file("file.txt")));
+}
+
+TEST_F(Endings, HelpThatCannotBeWrittenIsAFailure) {
+    ProcessOptions options;
+    options.outputFile = "/dev/full";
+    const ProcessResult result = runKorvant({"--help"}, options);
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_THAT(result.errors, HasSubstr("No space left on device"));
+}
+
 TEST_F(Endings, NothingPrintedIsLostForAReaderThatReads) {
     const ProcessResult result = start(
         "int main() { for (int i = 0; i < 200000; i++) Print(\"line \" + i + \"\\n\"); return 0; "
