@@ -37,6 +37,14 @@ KORVANTIDE_API bool KORVANTIDE_CALL
 ContinueApplication(asIScriptEngine* engine, asIScriptContext* context,
                     const std::vector<std::int32_t>* breakpoints, std::int32_t stepMode);
 
+/// Opens the editor on `script` and returns when it has been closed: by its close box, `script` is
+/// then the edited text; by its command Exit, `script` is as it was. `title` is kept and not used.
+/// Returns at once, with `script` as it was, without a display, while an editor is open already and
+/// while a script runs. Only a module with windows has this function.
+KORVANTIDE_API void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine,
+                                                    asIScriptContext* context, std::string& script,
+                                                    std::string title);
+
 /// Lets go of everything that the module holds of `engine`; the host may release the engine then.
 KORVANTIDE_API void KORVANTIDE_CALL ReleaseScriptEngine(asIScriptEngine* engine);
 }

@@ -55,6 +55,9 @@ class ScriptEditor {
     /// What the host gets back: the edited text after the close box, otherwise what it gave.
     const std::string& hostText() const noexcept { return hostText_; }
 
+    /// Of the document; empty while the text is the host's own.
+    const std::string& documentPath() const noexcept { return document_.path(); }
+
     /// Creates and sets up the controls and puts the host's text into the editor. The window's
     /// menu exists by then.
     void initialise();

@@ -29,6 +29,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void setHostText(std::string bytes) { editor_.setHostText(std::move(bytes)); }
     void setHostTitle(std::string title) { editor_.setHostTitle(std::move(title)); }
     const std::string& hostText() const { return editor_.hostText(); }
+    const std::string& documentPath() const { return editor_.documentPath(); }
 
     /// Shows the window and runs an event loop until it is closed. To be called inside
     /// ui::runModal().

@@ -11,6 +11,12 @@ namespace {
 
 CEditorDlg* openEditor = nullptr;
 
+/// Never destroyed, so that nothing of it runs at exit.
+std::string& editedFile() {
+    static auto* const path = new std::string;
+    return *path;
+}
+
 class UiScope {
   public:
     UiScope() { switchUi(true); }
@@ -43,6 +49,7 @@ void openAndWait(const Opening& opening) {
     window->setHostTitle(opening.title);
     window->runModal();
     opening.text = window->hostText();
+    editedFile() = window->documentPath();
 }
 
 }  // namespace
@@ -61,6 +68,10 @@ void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::st
             // Out of memory: the host keeps its text, and nothing passes through its loop.
         }
     });
+}
+
+const std::string& lastEditedFile() {
+    return editedFile();
 }
 
 }  // namespace korvant::ui

@@ -13,4 +13,7 @@ namespace korvant::ui {
 void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
                      const std::string& title);
 
+/// The path of the document that the last editor ended with; empty when it was the host's text.
+const std::string& lastEditedFile();
+
 }  // namespace korvant::ui

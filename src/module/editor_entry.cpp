@@ -1,0 +1,17 @@
+// The exported functions that need windows.
+#include "korvantide/host_interface.h"
+#include "korvantide/korvantide.h"
+#include "module/guarded.h"
+#include "ui/editor_run.h"
+
+void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
+                                     std::string& script, std::string title) {
+    korvant::guarded(0, [&] {
+        korvant::ui::runScriptEditor(engine, context, script, title);
+        return 0;
+    });
+}
+
+const char* KORVANTIDE_CALL GetEditedFile(void) {
+    return korvant::ui::lastEditedFile().c_str();
+}
