@@ -190,6 +190,7 @@ EditPlace EditSession::follow(const std::string& link) {
         if (!known || !readPart(rest, '.', stop.element)) return {};
         path.stops.push_back(stop);
     }
+    if (!rest.empty()) return {};
     for (const ElementPath::Stop& stop : path.stops)
         if (!chooseElement(state_->desk.group(stop.group).page, stop.element)) return {};
     return {pageOf(row), row};

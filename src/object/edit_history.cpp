@@ -64,10 +64,6 @@ void EditState::resetSlot(std::int32_t row) {
     }
 }
 
-EditCommit EditState::refusal(std::int32_t row) const {
-    return {false, whyNotEditable(row)};
-}
-
 void EditState::setFilter(const std::string& words) {
     filter = RowFilter(words);
     if (!filter.empty() && searchTexts.empty()) makeSearchTexts();

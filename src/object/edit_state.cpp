@@ -114,20 +114,20 @@ std::string EditState::shownText(std::int32_t row) const {
     }
 }
 
-/// HTML; empty for a row that can be edited.
-std::string EditState::whyNotEditable(std::int32_t row) const {
+EditState::Obstacle EditState::obstacle(std::int32_t row) const {
     const int page = layout.pageOfRow[at(row)];
-    const auto text = [this](FormText which) {
-        return htmlOfWestern(formText(which, layout.locale));
-    };
-    if (!layout.pages[static_cast<std::size_t>(page)].editable) return text(FormText::lockedPage);
-    if (!desk.active(row)) return text(FormText::noElement);
-    if (locked(row)) return text(FormText::lockedRow);
-    if (enabled(row)) return {};
-    std::string why = text(FormText::disabledBy) + ":";
-    for (const std::string& condition : rules.failedEnables(row))
-        why += " " + htmlOfPlain(condition);
-    return why;
+    if (!layout.pages[static_cast<std::size_t>(page)].editable) return {FormText::lockedPage, {}};
+    if (!desk.active(row)) return {FormText::noElement, {}};
+    if (locked(row)) return {FormText::lockedRow, {}};
+    if (enabled(row)) return {FormText::none, {}};
+    std::string conditions;
+    for (const std::string& one : rules.failedEnables(row)) conditions += " " + one;
+    return {FormText::disabledBy, conditions};
+}
+
+EditCommit EditState::refusal(std::int32_t row) const {
+    const Obstacle why = obstacle(row);
+    return {false, formText(why.text, layout.locale) + why.conditions};
 }
 
 std::string EditState::description(std::int32_t row) {
@@ -137,8 +137,10 @@ std::string EditState::description(std::int32_t row) {
     std::string html = describe({layout.rows[at(row)].label, hint ? &*hint : nullptr,
                                  active ? rules.errorReport(row) : kNone,
                                  active ? rules.warningReport(row) : kNone});
-    const std::string why = whyNotEditable(row);
-    if (!why.empty()) html += greyLine(why);
+    const Obstacle why = obstacle(row);
+    if (why.text != FormText::none)
+        html += greyLine(htmlOfWestern(formText(why.text, layout.locale)) +
+                         htmlOfPlain(why.conditions));
     for (const std::string& fault : rules.faults(row)) html += greyLine(htmlOfPlain(fault));
     return html;
 }

@@ -8,6 +8,7 @@
 
 #include "object/edit_session.h"
 #include "object/form_layout.h"
+#include "object/form_texts.h"
 #include "object/group_desk.h"
 #include "object/row_filter.h"
 #include "object/rule_book.h"
@@ -63,7 +64,13 @@ struct EditState {
     Severity severity(std::int32_t row) const;
     Severity pageSeverity(int page) const;
     std::string shownText(std::int32_t row) const;
-    std::string whyNotEditable(std::int32_t row) const;
+    /// Why nothing can be entered in a row; FormText::none when something can.
+    struct Obstacle {
+        FormText text = FormText::none;
+        std::string conditions;  ///< that do not hold, each with a blank before it
+    };
+    Obstacle obstacle(std::int32_t row) const;
+    EditCommit refusal(std::int32_t row) const;
     std::string description(std::int32_t row);
 
     /// Runs `change` and the rules after it as one step; false when nothing changed.
@@ -94,8 +101,6 @@ struct EditState {
     EditPlace redo();
     void reset(std::int32_t row);
     void resetSlot(std::int32_t row);
-    /// Why nothing can be entered in a row.
-    EditCommit refusal(std::int32_t row) const;
     void setFilter(const std::string& words);
     void makeSearchTexts();
     EditChanges takeChanges();

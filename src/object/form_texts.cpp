@@ -54,7 +54,7 @@ constexpr Translated kTexts[] = {
     {"All files", "Tous les fichiers", "Todos los archivos"},
     {"Yes", "Oui", "S\355"},
     {"No", "Non", "No"},
-    {"Not available unless", "Disponible seulement si", "Disponible solo si"},
+    {"Not available unless:", "Disponible seulement si :", "Disponible solo si:"},
     {"This value cannot be edited here.", "Cette valeur ne peut pas \352tre modifi\351e ici.",
      "Este valor no se puede modificar aqu\355."},
     {"The values of this page cannot be edited.",

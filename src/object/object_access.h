@@ -91,6 +91,9 @@ void orRaise(Body body) noexcept {
     });
 }
 
+/// True when the script that runs has been told to stop, so that it must not ask the user anything.
+bool scriptIsToEnd() noexcept;
+
 /// Script integers have 32 bits whatever a host's long has.
 inline std::int32_t saturated(long value) noexcept {
     using Range = std::numeric_limits<std::int32_t>;

@@ -109,6 +109,7 @@ class RuleBook {
     double numberOf(std::int32_t property) const;
     void takeChanges();
     void valueChanged(std::int32_t property);
+    bool evaluate(Computation& computation, double& value);
     void compute(Computation& computation);
     void store(std::int32_t property, double value);
     void evaluate(std::uint32_t number);

@@ -27,12 +27,16 @@ void RuleBook::pass(std::int32_t edited) {
     check();
 }
 
-void RuleBook::compute(Computation& computation) {
-    double value = 0.0;
+bool RuleBook::evaluate(Computation& computation, double& value) {
     const bool faulty = !evaluator_.evaluateValue(computation.rule, value);
     if (faulty != computation.faulty) touched_.push_back(computation.property);
     computation.faulty = faulty;
-    if (faulty) return;
+    return !faulty;
+}
+
+void RuleBook::compute(Computation& computation) {
+    double value = 0.0;
+    if (!evaluate(computation, value)) return;
     store(computation.property, value);
     for (const std::int32_t property : values_.changed()) valueChanged(property);
     values_.clearChanged();
@@ -62,6 +66,12 @@ void RuleBook::check() {
     for (; number != MarkSet::kNone; number = markedConditions_.next(number + 1)) {
         markedConditions_.unmark(number);
         evaluate(number);
+    }
+    // Computations that wait for the next pass: whether they have a fault is told at once.
+    number = markedComputations_.next(0);
+    for (; number != MarkSet::kNone; number = markedComputations_.next(number + 1)) {
+        double value = 0.0;
+        evaluate(computations_[number], value);
     }
 }
 

@@ -1,6 +1,5 @@
 // Questions that a property object asks the user.
 #include "host/dialog_functions.h"
-#include "host/script_console.h"
 #include "host/script_session.h"
 #include "host/script_string.h"
 #include "object/box_codes.h"
@@ -23,16 +22,13 @@ korvant::ScriptString& promptAnswer() {
     return *answer;
 }
 
-/// What every prompt needs around it. Waiting does not count against the run time.
-class PromptScope {
-  public:
-    PromptScope() { korvant::scriptConsole().flush(); }
-    korvant::Frontend& frontend() { return *korvant::moduleSession().services().frontend; }
-
-  private:
-    korvant::InteractionScope waiting_;
-    korvant::UiScopeGuard resources_;
-};
+/// Asks the front end; a script that is to end asks nothing more.
+template <class Value, class Ask>
+Value ask(const Value& initial, Ask question) {
+    if (korvant::scriptIsToEnd()) return initial;
+    korvant::PromptScope scope;
+    return question(scope.frontend());
+}
 
 }  // namespace
 
@@ -84,8 +80,10 @@ std::int32_t ScriptObject::prompt(std::string label, std::int32_t value) {
 }
 
 std::int32_t ScriptObject::_promptInteger(std::string& label, std::int32_t& value) {
-    return orRaise(value,
-                   [&] { return PromptScope().frontend().promptInt(translate(label), value); });
+    return orRaise(value, [&] {
+        return ask(value,
+                   [&](korvant::Frontend& f) { return f.promptInt(translate(label), value); });
+    });
 }
 
 double ScriptObject::prompt(std::string label, double value) {
@@ -93,8 +91,10 @@ double ScriptObject::prompt(std::string label, double value) {
 }
 
 double ScriptObject::_promptDouble(std::string& label, double& value) {
-    return orRaise(value,
-                   [&] { return PromptScope().frontend().promptDouble(translate(label), value); });
+    return orRaise(value, [&] {
+        return ask(value,
+                   [&](korvant::Frontend& f) { return f.promptDouble(translate(label), value); });
+    });
 }
 
 std::string ScriptObject::prompt(std::string label, std::string value) {
@@ -104,7 +104,8 @@ std::string ScriptObject::prompt(std::string label, std::string value) {
 const std::string& ScriptObject::_promptString(std::string& label, const std::string& value) {
     static const std::string kEmpty;
     return *orRaise(&kEmpty, [&]() -> const std::string* {
-        std::string answer = PromptScope().frontend().promptString(translate(label), value);
+        std::string answer = ask(
+            value, [&](korvant::Frontend& f) { return f.promptString(translate(label), value); });
         if (!promptAnswer().adopt(std::move(answer))) throw std::bad_alloc();
         return &promptAnswer().text;
     });

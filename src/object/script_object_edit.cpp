@@ -1,6 +1,7 @@
 // Showing a property object to the user.
 #include "host/dialog_functions.h"
 #include "host/script_console.h"
+#include "host/script_session.h"
 #include "object/edit_state.h"
 #include "object/object_access.h"
 #include "object/object_editor.h"
@@ -25,7 +26,12 @@ void tellListeners(ScriptObject& object, const std::vector<std::int32_t>& change
 
 namespace korvant {
 
+bool scriptIsToEnd() noexcept {
+    return moduleSession().running() && moduleSession().state().stopRequest;
+}
+
 bool ObjectAccess::runEditor(ScriptObject& object) {
+    if (scriptIsToEnd()) return false;
     EditSession session(model(object));
     if (!objectEditor().run(session)) return false;
     const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));
