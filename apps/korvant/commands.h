@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <string>
 
 namespace korvant_app {
 
@@ -23,5 +24,8 @@ void addObjectCommand(CLI::App& app, int& exitCode);
 void addCryptCommand(CLI::App& app, int& exitCode);
 void addEditCommand(CLI::App& app, int& exitCode);
 void addDocCommand(CLI::App& app, int& exitCode);
+
+/// What the command "edit" does; an empty path is a new text. The exit code.
+int editFile(const std::string& path);
 
 }  // namespace korvant_app

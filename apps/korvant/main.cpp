@@ -6,6 +6,7 @@
 
 #include "commands.h"
 #include "host/os_file.h"
+#include "process_display.h"
 #include "process_setup.h"
 #include "source_report.h"
 
@@ -22,6 +23,13 @@ namespace {
     std::_Exit(exitCode);
 }
 
+/// Somebody who just starts the program wants to see it.
+int withoutCommand(const CLI::App& app) {
+    if (korvant_app::hasDisplay()) return korvant_app::editFile({});
+    std::fputs(app.help().c_str(), stdout);
+    return korvant_app::kFinished;
+}
+
 int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
     try {
         app.parse(argc, argv);
@@ -31,8 +39,7 @@ int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
         korvant_app::complain(error.what());
         return korvant_app::kRunFailed;
     }
-    if (app.get_subcommands().empty()) std::fputs(app.help().c_str(), stdout);
-    return exitCode;
+    return app.get_subcommands().empty() ? withoutCommand(app) : exitCode;
 }
 
 }  // namespace
@@ -45,6 +52,9 @@ int main(int argc, char** argv) {
     int exitCode = korvant_app::kFinished;
     korvant_app::addRunCommand(app, exitCode);
     korvant_app::addCheckCommand(app, exitCode);
+    korvant_app::addEvalCommand(app, exitCode);
     korvant_app::addCryptCommand(app, exitCode);
+    korvant_app::addEditCommand(app, exitCode);
+    korvant_app::addDocCommand(app, exitCode);
     leave(parse(app, argc, argv, exitCode));
 }

@@ -13,6 +13,8 @@ namespace korvant_app {
 struct ModuleFunctions {
     decltype(&ConfigureScriptEngine) configure = nullptr;
     decltype(&RunApplication) runApplication = nullptr;
+    decltype(&RunScriptEditor) runEditor = nullptr;
+    decltype(&GetEditedFile) editedFile = nullptr;
     decltype(&ReleaseScriptEngine) release = nullptr;
     decltype(&SetScriptLimits) setLimits = nullptr;
     decltype(&FeedScriptInput) feedInput = nullptr;

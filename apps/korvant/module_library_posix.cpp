@@ -37,6 +37,8 @@ bool find(void* library, const char* name, Function& function) {
 bool findAll(void* library, ModuleFunctions& functions) {
     return find(library, "ConfigureScriptEngine", functions.configure) &&
            find(library, "RunApplication", functions.runApplication) &&
+           find(library, "RunScriptEditor", functions.runEditor) &&
+           find(library, "GetEditedFile", functions.editedFile) &&
            find(library, "ReleaseScriptEngine", functions.release) &&
            find(library, "SetScriptLimits", functions.setLimits) &&
            find(library, "FeedScriptInput", functions.feedInput) &&

@@ -94,9 +94,9 @@ KORVANTIDE_API uint32_t KORVANTIDE_CALL CountBuildMessages(void);
 KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index, KorvantBuildMessage* message);
 
 /* The file whose text was in the editor when RunScriptEditor returned, because the user opened or
-   saved one or asked for a new text; empty when it was the host's own text. Never null. A host that
-   keeps its texts in files should not write another file's text into its own. Only a module with
-   windows has this function. */
+   saved one or asked for a new text; empty when it was the host's own text; null when no editor was
+   opened. A host that keeps its texts in files should not write another file's text into its own.
+   Only a module with windows has this function. */
 KORVANTIDE_API const char* KORVANTIDE_CALL GetEditedFile(void);
 
 /* Ends the run that is under way as soon as it can be ended. Safe from any thread and from a signal

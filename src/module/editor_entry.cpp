@@ -13,5 +13,6 @@ void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* 
 }
 
 const char* KORVANTIDE_CALL GetEditedFile(void) {
-    return korvant::ui::lastEditedFile().c_str();
+    const auto& file = korvant::ui::lastEditedFile();
+    return file ? file->c_str() : nullptr;
 }

@@ -12,8 +12,8 @@ namespace {
 CEditorDlg* openEditor = nullptr;
 
 /// Never destroyed, so that nothing of it runs at exit.
-std::string& editedFile() {
-    static auto* const path = new std::string;
+std::optional<std::string>& editedFile() {
+    static auto* const path = new std::optional<std::string>;
     return *path;
 }
 
@@ -57,6 +57,7 @@ void openAndWait(const Opening& opening) {
 void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
                      const std::string& title) {
     if (openEditor) return openEditor->activate();
+    editedFile().reset();
     if (moduleSession().running()) return;
     if (!startToolkit()) return sayNoDisplay();
     const UiScope scope;
@@ -70,7 +71,7 @@ void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::st
     });
 }
 
-const std::string& lastEditedFile() {
+const std::optional<std::string>& lastEditedFile() {
     return editedFile();
 }
 

@@ -1,6 +1,7 @@
 // Opening the editor for a host.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/engine_compat.h"
@@ -13,7 +14,8 @@ namespace korvant::ui {
 void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
                      const std::string& title);
 
-/// The path of the document that the last editor ended with; empty when it was the host's text.
-const std::string& lastEditedFile();
+/// The path of the document that the last editor ended with, empty when it was the host's text;
+/// nothing when the last call opened no editor.
+const std::optional<std::string>& lastEditedFile();
 
 }  // namespace korvant::ui
