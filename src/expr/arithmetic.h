@@ -2,6 +2,7 @@
 // these, so that all give the same bits.
 #pragma once
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -74,6 +75,21 @@ inline double remainderOf(double left, double right) noexcept {
     return divisor == 0 ? 0.0 : static_cast<double>(truncated(left) % divisor);
 }
 
+/// Whether the square has no more digits than a double holds and lies well inside its range.
+inline bool squaresExactly(double value) noexcept {
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    constexpr std::uint64_t lowerHalf = (std::uint64_t{1} << 27) - 1;
+    const std::uint64_t exponent = bits >> 52 & 0x7FF;
+    return (bits & lowerHalf) == 0 && exponent - 523 < 1000;
+}
+
+/// The library's pow. Squares, the commonest powers, are taken by multiplication where that is
+/// exact, since there the library's result is exact too; elsewhere the last bit may differ.
+inline double powerOf(double base, double exponent) noexcept {
+    if (exponent == 2 && squaresExactly(base)) return base * base;
+    return std::pow(base, exponent);
+}
+
 inline double apply(Binary code, double left, double right) noexcept {
     switch (code) {
         case Binary::Or:
@@ -103,7 +119,7 @@ inline double apply(Binary code, double left, double right) noexcept {
         case Binary::Divide:
             return left / right;
         case Binary::Power:
-            return std::pow(left, right);
+            return powerOf(left, right);
         case Binary::Min:
             return right < left ? right : left;
         case Binary::Max:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <utility>
+#include <vector>
 
 #include "expr/expression_reader.h"
 #include "expr/name_table.h"
@@ -29,47 +30,57 @@ std::uint64_t nextVersion() {
 }  // namespace
 
 struct ExpressionEvaluator::Rule::Reading {
-    SplitRecord splits;
-    Steps steps;
+    std::vector<Step> steps;
     std::vector<Slot> slots;
     std::uint32_t result = 0;
-    bool reads = false;
+    std::uint64_t namesVersion = kNeverRead;
+    bool reads = false;      ///< the text has no fault
     bool isProgram = false;  ///< steps are a program; else they are as read
 };
 
 struct ExpressionEvaluator::State {
     explicit State(const ExpressionLimits& given)
-        : limits(given), cache(given.cacheEntries, given.cacheBytes), reader(names) {}
+        : cache(given.cacheEntries, given.cacheBytes, shared.recalled),
+          limits(given),
+          reader(names) {
+        run.cells = names.cells();
+    }
 
     void forgetReadings();
     std::uint64_t currentVersion();
     ExpressionReader::Bounds bounds() const;
-    double runRead(const Steps& steps, std::uint32_t result, std::size_t& failed);
-    void readAndRun(std::string_view text, bool keep, ExpressionResult& result);
-    void keepReading(std::string_view text);
-    bool readAgain(const std::string& text, SplitRecord& splits);
-    void readRule(Rule& rule);
+    double runRead(const Step* steps, std::size_t count, std::uint32_t result, std::size_t& failed);
+    ExpressionResult evaluateText(std::string_view text);
+    void evaluateFresh(std::string_view text, std::uint32_t hash, ExpressionResult& result);
+    bool keepAndRun(std::string_view text, std::uint32_t hash, double& value);
+    void runKept(KeptReading& kept, std::string_view text, ExpressionResult& result);
+    void explain(std::string_view text, ExpressionResult& result);
+    void tellFailure(bool read, ExpressionResult& result);
+    Rule::Reading& readRule(Rule& rule);
+    void keepInRule(Rule& rule, Rule::Reading& reading);
     bool runRule(Rule& rule, double& value);
     void releaseBuffersOf(std::string_view text);
 
-    ExpressionLimits limits;
+    Shared shared;
+    RunState& run = shared.run;
     NameTable names;
     ReadingCache cache;
+    ExpressionLimits limits;
     ExpressionReader reader;
     ProgramBuilder builder;
     std::vector<double> values;
-    std::uint64_t version = kVersionUnknown;
 };
 
 /// Readings hold slots; a change in the set of names makes them worthless.
 void ExpressionEvaluator::State::forgetReadings() {
-    version = kVersionUnknown;
+    run.namesVersion = kVersionUnknown;
+    run.cells = names.cells();
     cache.clear();
 }
 
 std::uint64_t ExpressionEvaluator::State::currentVersion() {
-    if (version == kVersionUnknown) version = nextVersion();
-    return version;
+    if (run.namesVersion == kVersionUnknown) run.namesVersion = nextVersion();
+    return run.namesVersion;
 }
 
 ExpressionReader::Bounds ExpressionEvaluator::State::bounds() const {
@@ -80,82 +91,123 @@ ExpressionReader::Bounds ExpressionEvaluator::State::bounds() const {
 }
 
 /// The value of steps as they were read; `failed` is the step that divides by zero, if any.
-double ExpressionEvaluator::State::runRead(const Steps& steps, std::uint32_t result,
-                                           std::size_t& failed) {
-    if (values.size() < steps.size()) values.resize(steps.size());
-    failed = runAsRead(steps.data(), steps.size(), names.cells(), values.data());
+double ExpressionEvaluator::State::runRead(const Step* steps, std::size_t count,
+                                           std::uint32_t result, std::size_t& failed) {
+    if (values.size() < count) values.resize(count);
+    failed = runAsRead(steps, count, names.cells(), values.data());
     return failed == kNoStep ? values[result] : 0.0;
 }
 
-/// The one way by which messages come about: everything in the order of the text, so that the
-/// failure that is met first is told.
-void ExpressionEvaluator::State::readAndRun(std::string_view text, bool keep,
-                                            ExpressionResult& result) {
-    const bool read = reader.read(text, bounds());
-    const StepList& steps = reader.steps();
+ExpressionResult ExpressionEvaluator::State::evaluateText(std::string_view text) {
+    ExpressionResult result;
+    const auto hash = static_cast<std::uint32_t>(hashText(text));
+    KeptReading* kept = cache.find(text, hash);
+    if (!kept) {
+        evaluateFresh(text, hash, result);
+    } else if (kept->isProgram) {
+        shared.recalled.remember(text, *kept);
+        result.value = runProgram(kept->steps(text.size()), run);
+    } else {
+        runKept(*kept, text, result);
+    }
+    return result;
+}
+
+/// Reads, runs and keeps a text that is not in the cache.
+void ExpressionEvaluator::State::evaluateFresh(std::string_view text, std::uint32_t hash,
+                                               ExpressionResult& result) {
+    if (!reader.read(text, bounds()))
+        tellFailure(false, result);
+    else if (!keepAndRun(text, hash, result.value))
+        explain(text, result);
+    releaseBuffersOf(text);
+}
+
+/// Keeps what was read and gives its value; false when it is to be explained.
+bool ExpressionEvaluator::State::keepAndRun(std::string_view text, std::uint32_t hash,
+                                            double& value) {
+    const StepList& list = reader.steps();
+    Steps& steps = reader.steps().steps();
+    const std::uint32_t result = reader.result();
+    // A program has about as many steps as were read.
+    if (!list.mayFail() && cache.canKeep(text.size(), steps.size())) {
+        if (!builder.build(steps, result)) return false;
+        value = runProgram(builder.program().data(), run);
+        cache.keep(text, hash, builder.program(), true, 0);
+        return true;
+    }
     std::size_t failed = kNoStep;
-    if (read || steps.mayFail())
-        result.value = runRead(steps.steps(), read ? reader.result() : 0, failed);
+    value = runRead(steps.data(), steps.size(), result, failed);
+    if (failed == kNoStep) cache.keep(text, hash, steps, false, result);
+    return failed == kNoStep;
+}
+
+/// Runs a kept text that can divide by zero.
+void ExpressionEvaluator::State::runKept(KeptReading& kept, std::string_view text,
+                                         ExpressionResult& result) {
+    std::size_t failed = kNoStep;
+    result.value = runRead(kept.steps(text.size()), kept.stepCount, kept.result, failed);
+    if (failed != kNoStep) explain(text, result);
+}
+
+/// Reads a text once more and runs all of it in its order, to tell what fails.
+void ExpressionEvaluator::State::explain(std::string_view text, ExpressionResult& result) {
+    const bool read = reader.read(text, bounds());
+    tellFailure(read, result);
+    releaseBuffersOf(text);
+}
+
+/// The value of the reading that has just been made, or what failed first: a step of it, or
+/// else the reading itself. Messages come about here only.
+void ExpressionEvaluator::State::tellFailure(bool read, ExpressionResult& result) {
+    const StepList& list = reader.steps();
+    std::size_t failed = kNoStep;
+    if (read || list.mayFail())
+        result.value =
+            runRead(list.steps().data(), list.steps().size(), read ? reader.result() : 0, failed);
     if (failed != kNoStep)
         result.error = reader.message(reader.divisionByZero(failed));
     else if (!read)
         result.error = reader.message(reader.failure());
-    else if (keep)
-        keepReading(text);
-    releaseBuffersOf(text);
 }
 
-void ExpressionEvaluator::State::keepReading(std::string_view text) {
-    StepList& steps = reader.steps();
-    // A program has about as many steps as were read.
-    if (!cache.canKeep(text.size(), steps.steps().size())) return;
-    if (steps.mayFail())
-        cache.keep(text, steps.steps(), false, reader.result());
-    else if (builder.build(steps.steps(), reader.result()))
-        cache.keep(text, builder.program(), true, 0);
-}
-
-/// Reads a rule's text by its recorded splits where they are still good.
-bool ExpressionEvaluator::State::readAgain(const std::string& text, SplitRecord& splits) {
-    const ExpressionReader::Replay replay = reader.replay(text, bounds(), splits);
-    if (replay == ExpressionReader::Replay::Mismatch) return reader.read(text, bounds(), &splits);
-    return replay == ExpressionReader::Replay::Read;
-}
-
-void ExpressionEvaluator::State::readRule(Rule& rule) {
+/// Reads a rule's text unless that was done with these names.
+ExpressionEvaluator::Rule::Reading& ExpressionEvaluator::State::readRule(Rule& rule) {
     if (!rule.reading_) rule.reading_ = std::make_unique<Rule::Reading>();
     Rule::Reading& reading = *rule.reading_;
-    rule.namesVersion_ = kNeverRead;
+    if (reading.namesVersion == currentVersion()) return reading;
+    reading.namesVersion = rule.programVersion_ = kNeverRead;
     reading.slots.clear();
-    reading.isProgram = false;
-    reading.reads = readAgain(rule.text_, reading.splits);
-    if (reading.reads) {
-        StepList& steps = reader.steps();
-        reading.steps = steps.steps();
-        reading.result = reader.result();
-        for (const Step& step : reading.steps)
-            if (step.read.kind == StepKind::Name)
-                reading.slots.push_back(static_cast<Slot>(step.a));
-        std::sort(reading.slots.begin(), reading.slots.end());
-        reading.slots.erase(std::unique(reading.slots.begin(), reading.slots.end()),
-                            reading.slots.end());
-        reading.isProgram = !steps.mayFail() && builder.build(steps.steps(), reading.result);
-        if (reading.isProgram) reading.steps = builder.program();
-    }
-    rule.namesVersion_ = currentVersion();
+    reading.reads = reader.read(rule.text_, bounds());
+    if (reading.reads) keepInRule(rule, reading);
+    reading.namesVersion = run.namesVersion;
+    if (reading.reads && reading.isProgram) rule.programVersion_ = run.namesVersion;
     releaseBuffersOf(rule.text_);
+    return reading;
+}
+
+void ExpressionEvaluator::State::keepInRule(Rule& rule, Rule::Reading& reading) {
+    Steps& steps = reader.steps().steps();
+    reading.steps.assign(steps.begin(), steps.end());
+    reading.result = reader.result();
+    for (const Step& step : reading.steps)
+        if (step.read.kind == StepKind::Name) reading.slots.push_back(static_cast<Slot>(step.a));
+    std::sort(reading.slots.begin(), reading.slots.end());
+    reading.slots.erase(std::unique(reading.slots.begin(), reading.slots.end()),
+                        reading.slots.end());
+    reading.isProgram = !reader.steps().mayFail() && builder.build(steps, reading.result);
+    if (reading.isProgram) reading.steps.assign(builder.program().begin(), builder.program().end());
+    rule.program_ = reading.steps.data();
 }
 
 bool ExpressionEvaluator::State::runRule(Rule& rule, double& value) {
-    if (rule.namesVersion_ != version) readRule(rule);
-    const Rule::Reading& reading = *rule.reading_;
+    const Rule::Reading& reading = readRule(rule);
     if (!reading.reads) return false;
-    if (reading.isProgram) {
-        value = runProgram(reading.steps.data(), names.cells());
-        return true;
-    }
     std::size_t failed = kNoStep;
-    value = runRead(reading.steps, reading.result, failed);
+    if (reading.isProgram)
+        value = runProgram(reading.steps.data(), run);
+    else
+        value = runRead(reading.steps.data(), reading.steps.size(), reading.result, failed);
     return failed == kNoStep;
 }
 
@@ -168,30 +220,25 @@ void ExpressionEvaluator::State::releaseBuffersOf(std::string_view text) {
 }
 
 ExpressionEvaluator::ExpressionEvaluator(const ExpressionLimits& limits)
-    : state_(std::make_unique<State>(limits)) {}
+    : state_(std::make_unique<State>(limits)), shared_(&state_->shared) {}
 
 ExpressionEvaluator::~ExpressionEvaluator() = default;
 
 ExpressionEvaluator::ExpressionEvaluator(const ExpressionEvaluator& other)
     : ExpressionEvaluator(other.state_->limits) {
     state_->names = other.state_->names;
+    state_->forgetReadings();
 }
 
 ExpressionEvaluator& ExpressionEvaluator::operator=(const ExpressionEvaluator& other) {
-    if (this != &other) state_ = std::move(ExpressionEvaluator(other).state_);
+    if (this == &other) return *this;
+    state_ = std::move(ExpressionEvaluator(other).state_);
+    shared_ = &state_->shared;
     return *this;
 }
 
-ExpressionResult ExpressionEvaluator::evaluate(std::string_view text) {
-    ExpressionResult result;
-    State& state = *state_;
-    const KeptReading* kept = state.cache.find(text);
-    if (kept && kept->isProgram) [[likely]] {
-        result.value = runProgram(kept->steps(), state.names.cells());
-        return result;
-    }
-    state.readAndRun(text, !kept, result);
-    return result;
+ExpressionResult ExpressionEvaluator::evaluateOther(std::string_view text) {
+    return state_->evaluateText(text);
 }
 
 ExpressionEvaluator::Slot ExpressionEvaluator::setValue(std::string_view name, double value) {
@@ -238,23 +285,22 @@ void ExpressionEvaluator::setCacheEntries(std::size_t entries) {
 
 ExpressionResult ExpressionEvaluator::evaluate(Rule& rule) {
     ExpressionResult result;
-    if (!state_->runRule(rule, result.value)) state_->readAndRun(rule.text_, false, result);
+    if (!evaluateValue(rule, result.value)) state_->explain(rule.text_, result);
     return result;
 }
 
-bool ExpressionEvaluator::evaluateValue(Rule& rule, double& value) {
+bool ExpressionEvaluator::evaluateOther(Rule& rule, double& value) {
     return state_->runRule(rule, value);
 }
 
 std::span<const ExpressionEvaluator::Slot> ExpressionEvaluator::slotsRead(Rule& rule) {
-    if (rule.namesVersion_ != state_->currentVersion()) state_->readRule(rule);
-    return rule.reading_->slots;
+    return state_->readRule(rule).slots;
 }
 
-ExpressionEvaluator::Rule::Rule() : namesVersion_(kNeverRead) {}
+ExpressionEvaluator::Rule::Rule() : programVersion_(kNeverRead) {}
 
 ExpressionEvaluator::Rule::Rule(std::string text)
-    : text_(std::move(text)), namesVersion_(kNeverRead) {}
+    : text_(std::move(text)), programVersion_(kNeverRead) {}
 
 ExpressionEvaluator::Rule::~Rule() = default;
 
@@ -268,12 +314,14 @@ ExpressionEvaluator::Rule& ExpressionEvaluator::Rule::operator=(const Rule& othe
 ExpressionEvaluator::Rule::Rule(Rule&& other) noexcept
     : text_(std::move(other.text_)),
       reading_(std::move(other.reading_)),
-      namesVersion_(std::exchange(other.namesVersion_, kNeverRead)) {}
+      program_(other.program_),
+      programVersion_(std::exchange(other.programVersion_, kNeverRead)) {}
 
 ExpressionEvaluator::Rule& ExpressionEvaluator::Rule::operator=(Rule&& other) noexcept {
     text_ = std::move(other.text_);
     reading_ = std::move(other.reading_);
-    namesVersion_ = std::exchange(other.namesVersion_, kNeverRead);
+    program_ = other.program_;
+    programVersion_ = std::exchange(other.programVersion_, kNeverRead);
     return *this;
 }
 

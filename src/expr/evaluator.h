@@ -8,6 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "expr/kept_reading.h"
+#include "expr/program.h"
+
 namespace korvant {
 
 /// Bounds of one evaluator. Each ends in an error text, never in a crash.
@@ -40,7 +43,11 @@ class ExpressionEvaluator {
     ExpressionEvaluator& operator=(const ExpressionEvaluator& other);
 
     /// Value of `text`, read afresh or from the cache.
-    ExpressionResult evaluate(std::string_view text);
+    ExpressionResult evaluate(std::string_view text) {
+        if (expr::KeptReading* kept = shared_->recalled.find(text)) [[likely]]
+            return {expr::runProgram(kept->steps(text.size()), shared_->run), {}};
+        return evaluateOther(text);
+    }
 
     /// Names are matched exactly and expression texts are lower-cased before the look-up, so
     /// a name with capital letters is never found. A new name makes kept texts be read afresh.
@@ -74,20 +81,37 @@ class ExpressionEvaluator {
         struct Reading;
         std::string text_;
         std::unique_ptr<Reading> reading_;
-        std::uint64_t namesVersion_;  ///< of the names that reading_ was made for
+        const expr::Step* program_ = nullptr;  ///< of reading_, if it became a program
+        std::uint64_t programVersion_;         ///< of the names that program_ is good for
     };
 
     /// The same result as evaluate(rule.text()).
     ExpressionResult evaluate(Rule& rule);
     /// evaluate(rule) without making a text: false when the evaluation ended in an error.
-    bool evaluateValue(Rule& rule, double& value);
+    bool evaluateValue(Rule& rule, double& value) {
+        if (rule.programVersion_ != shared_->run.namesVersion) [[unlikely]]
+            return evaluateOther(rule, value);
+        value = expr::runProgram(rule.program_, shared_->run);
+        return true;
+    }
     /// The slots that `rule` reads, each once, in ascending order; empty when its text does not
     /// read. Valid until the set of names changes or the rule is destroyed.
     std::span<const Slot> slotsRead(Rule& rule);
 
   private:
     struct State;
+
+    /// The part of the state that evaluations of what was read before need.
+    struct Shared {
+        expr::RunState run;
+        expr::RecallTable recalled;
+    };
+
+    ExpressionResult evaluateOther(std::string_view text);
+    bool evaluateOther(Rule& rule, double& value);
+
     std::unique_ptr<State> state_;
+    Shared* shared_;  ///< of state_
 };
 
 }  // namespace korvant

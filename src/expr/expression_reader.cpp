@@ -1,14 +1,14 @@
 #include "expr/expression_reader.h"
 
+#include <array>
+#include <vector>
+
 #include "expr/functions.h"
 
 namespace korvant::expr {
 namespace {
 
-constexpr std::size_t kLargeCount = 4096;
-constexpr std::uint32_t kUnscanned = OperatorScan::kNone - 1;
-
-Binary meaningOf(Operator op) noexcept {
+constexpr Binary meaningOf(Operator op) noexcept {
     switch (op) {
         case Operator::Or:
             return Binary::Or;
@@ -43,6 +43,13 @@ Binary meaningOf(Operator op) noexcept {
     return Binary::Or;
 }
 
+constexpr auto kMeaningOfRow = [] {
+    std::array<Binary, kOperatorRows.size()> meanings{};
+    for (std::size_t row = 0; row < meanings.size(); ++row)
+        meanings[row] = meaningOf(kOperatorRows[row].canonical);
+    return meanings;
+}();
+
 FailureKind kindOf(CallFault fault) noexcept {
     switch (fault) {
         case CallFault::None:
@@ -57,39 +64,20 @@ FailureKind kindOf(CallFault fault) noexcept {
     return FailureKind::None;
 }
 
-template <class Vector>
-void releaseIfLarge(Vector& vector) {
-    if (vector.capacity() > kLargeCount) vector = {};
-}
-
 }  // namespace
 
-bool ExpressionReader::read(std::string_view text, const Bounds& bounds, SplitRecord* record) {
-    if (record) record->clear();
-    record_ = names_.hasCallLikeNames() ? nullptr : record;
-    replaying_ = false;
+bool ExpressionReader::read(std::string_view text, const Bounds& bounds, SplitRecorder* recorder) {
+    recorder_ = recorder;
     return prepare(text, bounds) && readPieces();
-}
-
-ExpressionReader::Replay ExpressionReader::replay(std::string_view text, const Bounds& bounds,
-                                                  SplitRecord& record) {
-    if (record.empty() || names_.hasCallLikeNames()) return Replay::Mismatch;
-    record.rewind();
-    record_ = &record;
-    replaying_ = true;
-    mismatch_ = false;
-    const bool done = prepare(text, bounds) && readPieces();
-    if (mismatch_ || (done && !record.atEnd())) return Replay::Mismatch;
-    return done ? Replay::Read : Replay::Failed;
 }
 
 /// Cleans the text and makes the checks that concern all of it.
 bool ExpressionReader::prepare(std::string_view text, const Bounds& bounds) {
     steps_.clear();
-    scan_.clear();
-    tasks_.clear();
+    scan_.begin();
+    waiting_.clear();
     results_.clear();
-    calls_.clear();
+    frames_.clear();
     contexts_.clear();
     context_ = kNoContext;
     failure_ = {};
@@ -107,150 +95,140 @@ bool ExpressionReader::fail(FailureKind kind, TextRange place, std::uint32_t cou
     return false;
 }
 
-bool ExpressionReader::readPieces() {
-    pushPiece(text_.all(), kUnscanned);
-    bool done = true;
-    while (done && !tasks_.empty()) {
-        const Task task = tasks_.back();
-        tasks_.pop_back();
-        switch (task.action) {
-            case Action::ReadPiece:
-                done = readPiece(task);
-                break;
-            case Action::ApplyOperator:
-                applyOperator(task.row);
-                break;
-            case Action::NextParameter:
-                done = nextParameter();
-                break;
-        }
+/// An operand is complete; so are the operators before it that bind tighter than the one that
+/// follows. Those of its own level wait: everything groups from the right.
+[[gnu::always_inline]] inline void ExpressionReader::reduce(const SplitPlace& place) {
+    while (waiting_.size() > firstOperator_ && waiting_.back().level > place.level) {
+        const Waiting done = waiting_.back();
+        waiting_.pop();
+        const std::uint32_t right = results_.back();
+        results_.pop();
+        const OperatorRow& row = kOperatorRows[done.level - 1];
+        results_.back() =
+            steps_.addBinary(kMeaningOfRow[done.level - 1], results_.back(), right, context_);
+        if (recorder_) [[unlikely]]
+            recorder_->addSplit(done.start,
+                                done.start + static_cast<std::uint32_t>(row.spelling.size()));
     }
-    return done;
 }
 
-void ExpressionReader::pushPiece(TextRange piece, std::uint32_t split) {
-    tasks_.push_back({Action::ReadPiece, 0, split, piece});
+inline void ExpressionReader::addResult(std::uint32_t step, std::uint32_t parameters) {
+    results_.push() = step;
+    if (recorder_) [[unlikely]]
+        recorder_->addOperand(parameters);
 }
 
-bool ExpressionReader::readPiece(Task task) {
-    while (text_.isEnclosed(task.piece)) {
-        task.piece = {task.piece.begin + 1, task.piece.end - 1};
-        task.split = kUnscanned;
+/// Reads the operand from from_ to the place `after` it, or enters its inside.
+[[gnu::always_inline]] inline bool ExpressionReader::readOperand(const SplitPlace& after,
+                                                                 bool& entered) {
+    const TextRange piece = {from_, after.start};
+    if (text_.isEnclosed(piece)) {
+        entered = true;
+        enter({piece.begin + 1, piece.end - 1, false}, after).isCall = false;
+        return true;
     }
-    Cut cut;
-    if (!nextCut(task, cut)) return false;
-    if (!cut.found) return readOperand(task.piece);
-    tasks_.push_back({Action::ApplyOperator, cut.split.row, 0, {}});
-    pushPiece({cut.split.right, task.piece.end}, cut.split.rightSplit);
-    pushPiece({task.piece.begin, cut.split.start}, cut.split.leftSplit);
-    return true;
-}
-
-/// How a piece splits: as the record says, or else as the scan finds, which is recorded.
-bool ExpressionReader::nextCut(const Task& task, Cut& cut) {
-    if (replaying_) return replayedCut(task.piece, cut);
-    const std::uint32_t split =
-        task.split == kUnscanned ? scan_.scan(text_, task.piece) : task.split;
-    cut.found = split != OperatorScan::kNone;
-    if (cut.found) cut.split = scan_[split];
-    if (!record_) return true;
-    if (cut.found)
-        record_->addSplit(cut.split.start, cut.split.right);
-    else
-        record_->addOperand();
-    return true;
-}
-
-bool ExpressionReader::replayedCut(TextRange piece, Cut& cut) {
-    OperatorScan::Split& split = cut.split;
-    const SplitRecord::Entry entry = record_->next(split.start, split.right);
-    cut.found = entry == SplitRecord::Entry::Split;
-    if (entry == SplitRecord::Entry::Operand) return true;
-    const bool inside = cut.found && piece.begin < split.start && split.start < split.right &&
-                        split.right < piece.end;
-    if (inside) split.row = rowOf(text_.bytes({split.start, split.right}));
-    mismatch_ = !inside || split.row == kNoRow;
-    return !mismatch_;
-}
-
-void ExpressionReader::applyOperator(std::uint8_t row) {
-    const std::uint32_t right = results_.back();
-    results_.pop_back();
-    results_.back() =
-        steps_.addBinary(meaningOf(kOperatorRows[row].canonical), results_.back(), right, context_);
-}
-
-bool ExpressionReader::readOperand(TextRange piece) {
-    const Operand operand = classifyOperand(text_.bytes(piece), names_);
+    const Operand operand = classifyReadableOperand(text_.bytes(piece), names_);
+    if (operand.form == OperandForm::Name) {
+        const std::uint32_t name = steps_.addName(operand.slot);
+        addResult(operand.negated ? steps_.addNot(name) : name);
+        return true;
+    }
+    if (operand.form == OperandForm::Number) {
+        const double value = numberValue(operand.text);
+        addResult(steps_.addNumber(operand.negated ? value == 0 : value));
+        return true;
+    }
     const TextRange rest = {piece.begin + (operand.negated ? 1 : 0), piece.end};
-    switch (operand.form) {
-        case OperandForm::Number:
-            readNumber(operand);
-            return true;
-        case OperandForm::Name:
-            readName(operand);
-            return true;
-        case OperandForm::Call:
-            return openCall(rest, operand);
-        case OperandForm::Neither:
-            break;
-    }
+    entered = operand.form == OperandForm::Call;
+    if (entered) return enterCall(rest, operand, after);
     if (operand.text.empty()) return fail(FailureKind::EmptyOperand, rest);
     return fail(
         holdsOnlyNameBytes(operand.text) ? FailureKind::UnknownName : FailureKind::BadOperand,
         rest);
 }
 
-void ExpressionReader::readNumber(const Operand& operand) {
-    const double value = numberValue(operand.text);
-    results_.push_back(steps_.addNumber(operand.negated ? value == 0 : value));
+bool ExpressionReader::readPieces() {
+    region_ = {0, text_.all().end, false};
+    from_ = 0;
+    firstOperator_ = 0;
+    for (;;) {
+        SplitPlace place = scan_.next(text_, region_, from_);
+        bool entered = false;
+        if (!readOperand(place, entered)) return false;
+        if (entered) continue;
+        reduce(place);
+        while (place.level == SplitPlace::kEnd) {
+            if (frames_.empty()) return true;
+            Frame& frame = frames_.back();
+            entered = frame.isCall && place.start != region_.end;
+            if (entered) {
+                enterParameter(frame, place.start + 1, region_.end);
+                break;
+            }
+            if (frame.isCall && !finishCall(frame)) return false;
+            region_ = frame.region;
+            firstOperator_ = frame.firstOperator;
+            place = frame.after;
+            frames_.pop();
+            reduce(place);
+        }
+        if (entered) continue;
+        Waiting& waiting = waiting_.push();
+        waiting.level = place.level;
+        waiting.start = place.start;
+        from_ = place.right;
+    }
 }
 
-void ExpressionReader::readName(const Operand& operand) {
-    const std::uint32_t name = steps_.addName(operand.slot);
-    results_.push_back(operand.negated ? steps_.addNot(name) : name);
+ExpressionReader::Frame& ExpressionReader::enter(const Region& region, const SplitPlace& after) {
+    Frame& frame = frames_.push();
+    frame.region = region_;
+    frame.after = after;
+    frame.firstOperator = firstOperator_;
+    region_ = region;
+    from_ = region.begin;
+    firstOperator_ = static_cast<std::uint32_t>(waiting_.size());
+    return frame;
 }
 
 /// Deliberate: what stands between the ")" that closes the first "(" and the operand's end is
 /// never looked at, so sin(0)x reads as sin(0).
-bool ExpressionReader::openCall(TextRange piece, const Operand& operand) {
+bool ExpressionReader::enterCall(TextRange piece, const Operand& operand, const SplitPlace& after) {
     const std::uint32_t open = piece.begin + operand.open;
     const std::uint32_t close = text_.closing(open);
     const TextRange function = {piece.begin, open};
-    if (close >= piece.end) {
-        mismatch_ = true;  // only where a record cut through parentheses
-        return false;
-    }
     if (close == open + 1) return fail(FailureKind::NoParameters, function);
-    calls_.push_back({function, open + 1, close, 0, context_, operand.negated});
-    tasks_.push_back({Action::NextParameter, 0, 0, {}});
+    Frame& call = enter({open + 1, close, true}, after);
+    call.isCall = true;
+    call.negated = operand.negated;
+    call.function = function;
+    call.count = 0;
+    call.context = context_;
+    enterParameter(call, open + 1, close);
     return true;
 }
 
-bool ExpressionReader::nextParameter() {
-    Call& call = calls_.back();
-    if (call.next > call.close) return finishCall();
-    const TextRange parameter = {call.next, parameterEnd(text_, call.next, call.close)};
-    call.next = parameter.end + 1;
+void ExpressionReader::enterParameter(Frame& call, std::uint32_t begin, std::uint32_t close) {
+    region_ = {begin, close, true};
+    from_ = begin;
     ++call.count;
     context_ = static_cast<std::uint32_t>(contexts_.size());
-    contexts_.push_back({call.context, call.function, parameter});
-    tasks_.push_back({Action::NextParameter, 0, 0, {}});
-    pushPiece(parameter, kUnscanned);
-    return true;
+    ParameterContext& context = contexts_.push();
+    context.outer = call.context;
+    context.function = call.function;
+    context.parameter = {begin, close};
 }
 
-bool ExpressionReader::finishCall() {
-    const Call call = calls_.back();
-    calls_.pop_back();
+/// All parameters of a call have been read.
+bool ExpressionReader::finishCall(const Frame& call) {
     context_ = call.context;
     const std::size_t before = results_.size() - call.count;
     const CallReading reading = addCall(steps_, text_.bytes(call.function), call.negated,
                                         {results_.data() + before, call.count});
     if (reading.fault != CallFault::None)
         return fail(kindOf(reading.fault), call.function, call.count);
-    results_.resize(before);
-    results_.push_back(reading.step);
+    results_.shrinkTo(before);
+    addResult(reading.step, call.count);
     return true;
 }
 
@@ -259,18 +237,25 @@ Failure ExpressionReader::divisionByZero(std::size_t step) const {
     return {FailureKind::DivisionByZero, {}, 0, static_cast<std::uint32_t>(context)};
 }
 
+/// Where a parameter ends was not looked for while it was read.
 std::string ExpressionReader::message(const Failure& failure) const {
-    return wordFailure(failure, text_.bytes(), contexts_);
+    std::vector<ParameterContext> contexts;
+    for (std::uint32_t at = failure.context; at != kNoContext; at = contexts_[at].outer) {
+        ParameterContext context = contexts_[at];
+        context.parameter.end = parameterEnd(text_, context.parameter.begin, context.parameter.end);
+        contexts.push_back(context);
+    }
+    return wordFailure(failure, text_.bytes(), contexts);
 }
 
 void ExpressionReader::releaseLargeBuffers() {
     text_.releaseLargeBuffers();
     scan_.releaseLargeBuffers();
-    releaseIfLarge(steps_.steps());
-    releaseIfLarge(tasks_);
-    releaseIfLarge(results_);
-    releaseIfLarge(calls_);
-    releaseIfLarge(contexts_);
+    steps_.steps().releaseIfLarge();
+    waiting_.releaseIfLarge();
+    results_.releaseIfLarge();
+    frames_.releaseIfLarge();
+    contexts_.releaseIfLarge();
 }
 
 }  // namespace korvant::expr

@@ -48,6 +48,7 @@ class PairedText {
     /// Takes `text` as it is.
     void assign(std::string_view text);
 
+    /// A zero byte follows, and eight bytes may be read behind the last one.
     std::string_view bytes() const noexcept { return {bytes_.data(), size_}; }
     std::string_view bytes(TextRange range) const noexcept {
         return {bytes_.data() + range.begin, range.size()};
@@ -70,12 +71,17 @@ class PairedText {
     void releaseLargeBuffers();
 
   private:
-    void pair();
-    void closeAtEnd(std::uint32_t open);
+    void begin(std::size_t most);
+    void addWord(std::uint64_t word, std::uint32_t count);
+    void add(char byte);
+    void pair(std::uint32_t at);
+    void finish();
 
-    std::vector<char> bytes_;             ///< at least size_ of them
+    std::vector<char> bytes_;             ///< eight more than size_ at least
     std::vector<std::uint32_t> closing_;  ///< set at positions of "(" only
     std::uint32_t size_ = 0;
+    std::uint32_t innermost_ = 0;  ///< of the parentheses that are open while the text is taken
+    std::uint32_t open_ = 0;
     std::uint32_t depth_ = 0;
     bool balanced_ = true;
 };

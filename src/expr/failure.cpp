@@ -1,6 +1,8 @@
 #include "expr/failure.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <vector>
 
 namespace korvant::expr {
 namespace {
@@ -16,13 +18,10 @@ void append(Pieces& pieces, std::initializer_list<std::string_view> more) {
 }
 
 /// One prefix for each call that the failure passes through, the outermost first.
-void addCalls(Pieces& pieces, std::uint32_t context, std::string_view text,
-              const std::vector<ParameterContext>& contexts) {
-    std::vector<std::uint32_t> chain;
-    for (; context != kNoContext; context = contexts[context].outer) chain.push_back(context);
-    for (auto each = chain.rbegin(); each != chain.rend(); ++each)
-        append(pieces, {"Syntax error in function \"", cut(text, contexts[*each].function),
-                        "\" parameters \"", cut(text, contexts[*each].parameter), "\":\n\t"});
+void addCalls(Pieces& pieces, std::string_view text, std::span<const ParameterContext> contexts) {
+    for (auto each = contexts.rbegin(); each != contexts.rend(); ++each)
+        append(pieces, {"Syntax error in function \"", cut(text, each->function),
+                        "\" parameters \"", cut(text, each->parameter), "\":\n\t"});
 }
 
 void addReason(Pieces& pieces, const Failure& failure, std::string_view text,
@@ -105,11 +104,11 @@ std::string join(const Pieces& pieces) {
 }  // namespace
 
 std::string wordFailure(const Failure& failure, std::string_view text,
-                        const std::vector<ParameterContext>& contexts) {
+                        std::span<const ParameterContext> contexts) {
     const std::string count = std::to_string(failure.count);
     Pieces pieces;
     pieces.reserve(8);
-    addCalls(pieces, failure.context, text, contexts);
+    addCalls(pieces, text, contexts);
     addReason(pieces, failure, text, count);
     return join(pieces);
 }

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "expr/expression_text.h"
 
@@ -36,6 +36,7 @@ struct ParameterContext {
     TextRange parameter;
 };
 
+/// A failure and, if it stands inside calls, the innermost parameter that it stands in.
 struct Failure {
     FailureKind kind = FailureKind::None;
     TextRange place;          ///< of the operand or the function's name
@@ -47,7 +48,8 @@ struct Failure {
 inline constexpr std::size_t kLongestMessage = std::size_t{64} << 10;
 
 /// The English message for a failure in `text`, the cleaned text that places point into.
+/// `contexts` are the parameters that it stands in, the innermost first.
 std::string wordFailure(const Failure& failure, std::string_view text,
-                        const std::vector<ParameterContext>& contexts);
+                        std::span<const ParameterContext> contexts);
 
 }  // namespace korvant::expr

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "expr/text_hash.h"
+
 namespace korvant::expr {
 
 class NameTable {
@@ -15,12 +17,16 @@ class NameTable {
     using Slot = std::uint32_t;
     static constexpr Slot kNoSlot = ~Slot{0};
 
-    /// Cells of intermediate results that stand before those of the names.
+    /// Cells for intermediate results, which stand before those of the names.
     static constexpr int kScratchCells = 64;
 
     NameTable();
 
     Slot find(std::string_view name) const noexcept;
+    /// The same for a name behind whose first byte eight are readable.
+    [[gnu::always_inline]] Slot findReadable(const char* name, std::size_t size) const noexcept {
+        return index_[placeOf(name, size, firstWord(name, size))].slot;
+    }
     /// The slot of `name`, made if there is none; its value is left as it is, 0 when new.
     Slot findOrAdd(std::string_view name);
     bool remove(std::string_view name);
@@ -44,11 +50,37 @@ class NameTable {
   private:
     struct Entry {
         std::string name;
-        std::uint64_t hash = 0;
         bool used = false;
     };
 
-    std::size_t placeOf(std::string_view name, std::uint64_t hash) const noexcept;
+    struct Place {
+        std::uint64_t word = 0;  ///< the first eight bytes of the name
+        std::uint32_t size = 0;
+        Slot slot = kNoSlot;
+    };
+
+    static std::size_t homeOf(const char* name, std::size_t size, std::uint64_t word) noexcept {
+        std::uint64_t mixed = (word ^ size) * kFactor1;
+        if (size > 8) mixed ^= hashText({name + 8, size - 8});
+        return static_cast<std::size_t>(mixed ^ (mixed >> 32));
+    }
+
+    /// The place of a name in the index, or the free place where it would be.
+    [[gnu::always_inline]] std::size_t placeOf(const char* name, std::size_t size,
+                                               std::uint64_t word) const noexcept {
+        const std::size_t mask = index_.size() - 1;
+        for (std::size_t place = homeOf(name, size, word) & mask;; place = (place + 1) & mask) {
+            const Place& found = index_[place];
+            if (found.slot == kNoSlot) return place;
+            if (found.word != word || found.size != size) continue;
+            if (size <= 8 || sameBytes(entries_[found.slot].name.data() + 8, name + 8, size - 8))
+                return place;
+        }
+    }
+    std::size_t placeOf(std::string_view name) const noexcept;
+    Place placeFor(Slot slot) const noexcept;
+    std::size_t homeOf(const Place& place) const noexcept;
+
     void insertIntoIndex(Slot slot);
     void eraseFromIndex(std::size_t place);
     void growIndex();
@@ -56,7 +88,7 @@ class NameTable {
 
     std::vector<Entry> entries_;
     std::vector<double> cells_;
-    std::vector<Slot> index_;  ///< open addressing; a power of two, never more than half full
+    std::vector<Place> index_;  ///< open addressing; a power of two, never more than half full
     std::vector<Slot> free_;
     std::map<std::size_t, std::size_t> callLikeSizes_;  ///< sizes of names with "(", how many
     std::size_t count_ = 0;

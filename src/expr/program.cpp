@@ -1,22 +1,16 @@
 #include "expr/program.h"
 
-#include <array>
 #include <utility>
+
+#include "expr/name_table.h"
 
 namespace korvant::expr {
 namespace {
 
-/// Set by a step that does not hand on itself: where the run goes on.
-struct Resume {
-    const Step* step = nullptr;
-};
+static_assert(kUnwanted == -NameTable::kScratchCells);
 
-using Handler = double (*)(const Step*, double* cells, double result, Resume&);
-constexpr std::size_t kHandlerCount = opcode::kCount * 2;
-extern const std::array<Handler, kHandlerCount> kHandlers;
-
-inline double handOn(const Step* step, double* cells, double result, Resume& resume) {
-    return kHandlers[step->fused.opcode](step, cells, result, resume);
+inline double handOn(const Step* step, double* cells, double result, RunState& run) {
+    return kStepHandlers[step->fused.opcode](step, cells, result, run);
 }
 
 template <Form form>
@@ -38,6 +32,7 @@ double rightOf(const Step& step, const double* cells, double result) {
 
 template <Binary code, Form form>
 struct BinaryStep {
+    static constexpr bool kFresh = isFresh(form);
     static double work(const Step& step, const double* cells, double result) {
         return apply(code, leftOf<form>(step, cells, result), rightOf<form>(step, cells, result));
     }
@@ -45,34 +40,34 @@ struct BinaryStep {
 
 template <Unary code, bool ofCell>
 struct UnaryStep {
+    static constexpr bool kFresh = ofCell;
     static double work(const Step& step, const double* cells, double result) {
         return apply(code, ofCell ? cells[step.a] : result);
     }
 };
 
-template <Binary comparison, PairForm form>
-bool holds(const Step& step, const double* cells) {
-    constexpr Form place = form == PairForm::CellCell ? Form::CellCell : Form::CellConstant;
-    return BinaryStep<comparison, place>::work(step, cells, 0) != 0;
-}
-
-template <Binary logic, Binary comparison, PairForm form>
-struct LogicStep {
+/// Result `outer` pair, or pair `outer` result.
+template <Binary outer, bool pairIsLeft, Binary inner, Form form>
+struct PairStep {
+    static constexpr bool kFresh = false;
     static double work(const Step& step, const double* cells, double result) {
-        const bool right = holds<comparison, form>(step, cells);
-        return logic == Binary::Or ? (result != 0) | right : (result != 0) & right;
+        const double pair = BinaryStep<inner, form>::work(step, cells, 0);
+        return pairIsLeft ? apply(outer, pair, result) : apply(outer, result, pair);
     }
 };
 
 struct LoadCellStep {
+    static constexpr bool kFresh = true;
     static double work(const Step& step, const double* cells, double) { return cells[step.a]; }
 };
 
 struct LoadConstantStep {
+    static constexpr bool kFresh = true;
     static double work(const Step& step, const double*, double) { return step.payload.number; }
 };
 
 struct StoreStep {
+    static constexpr bool kFresh = false;
     static double work(const Step& step, double* cells, double result) {
         return cells[step.a] = result;
     }
@@ -80,62 +75,96 @@ struct StoreStep {
 
 /// A step that makes a new result and goes on with the next one, or is the last.
 template <class Work, bool last>
-double plain(const Step* step, double* cells, double result, Resume& resume) {
+double plain(const Step* step, double* cells, double result, RunState& run) {
+    if constexpr (Work::kFresh) cells[step->fused.operand] = result;
     result = Work::work(*step, cells, result);
     if constexpr (last) return result;
-    return handOn(step + 1, cells, result, resume);
+    return handOn(step + 1, cells, result, run);
+}
+
+/// The library's pow is apart, so that squares need not save what it might change.
+template <Form form, bool last>
+[[gnu::noinline]] double powerByLibrary(const Step* step, double* cells, double result,
+                                        RunState& run) {
+    result = std::pow(leftOf<form>(*step, cells, result), rightOf<form>(*step, cells, result));
+    if constexpr (last) return result;
+    return handOn(step + 1, cells, result, run);
+}
+
+template <Form form, bool last>
+double power(const Step* step, double* cells, double result, RunState& run) {
+    if constexpr (isFresh(form)) cells[step->fused.operand] = result;
+    const double base = leftOf<form>(*step, cells, result);
+    if (rightOf<form>(*step, cells, result) != 2 || !squaresExactly(base))
+        return powerByLibrary<form, last>(step, cells, result, run);
+    if constexpr (last) return base * base;
+    return handOn(step + 1, cells, base * base, run);
 }
 
 // Whatever leaves some steps out returns to the loop instead of handing on, so that the steps
 // between two returns lie side by side and no pause is missed.
 
+template <Binary comparison, Form form>
+bool holds(const Step& step, const double* cells) {
+    return BinaryStep<comparison, form>::work(step, cells, 0) != 0;
+}
+
 /// Cases of one kind follow each other in long selections, so they are passed in a loop.
-template <Binary comparison, PairForm form>
-double unlessPair(const Step* step, double* cells, double result, Resume& resume) {
-    if (holds<comparison, form>(*step, cells)) return handOn(step + 1, cells, result, resume);
+template <Binary comparison, Form form>
+double unlessPair(const Step* step, double* cells, double result, RunState& run) {
+    if (holds<comparison, form>(*step, cells)) return handOn(step + 1, cells, result, run);
     const std::uint16_t own = step->fused.opcode;
     do {
-        step += step->fused.skip;
+        step += step->fused.operand;
     } while (step->fused.opcode == own && !holds<comparison, form>(*step, cells));
-    resume.step = step->fused.opcode == own ? step + 1 : step;
+    run.resume = step->fused.opcode == own ? step + 1 : step;
     return result;
 }
 
-double unlessResult(const Step* step, double* cells, double result, Resume& resume) {
-    if (result != 0) return handOn(step + 1, cells, result, resume);
-    resume.step = step + step->a;
+double unlessResult(const Step* step, double* cells, double result, RunState& run) {
+    if (result != 0) return handOn(step + 1, cells, result, run);
+    run.resume = step + step->a;
     return result;
 }
 
-double jump(const Step* step, double*, double result, Resume& resume) {
-    resume.step = step + step->a;
+double jump(const Step* step, double*, double result, RunState& run) {
+    run.resume = step + step->a;
     return result;
 }
 
-double pause(const Step* step, double*, double result, Resume& resume) {
-    resume.step = step + 1;
+double pause(const Step* step, double*, double result, RunState& run) {
+    run.resume = step + 1;
     return result;
 }
 
-constexpr Binary comparisonAt(std::size_t number) {
-    return static_cast<Binary>(static_cast<std::size_t>(Binary::NotEqual) + number / 2);
+constexpr Binary after(Binary first, int number) {
+    return static_cast<Binary>(static_cast<int>(first) + number);
 }
 
-template <std::size_t number, bool last>
-constexpr Handler pairHandler() {
-    constexpr std::size_t own = (number - opcode::kOrPair) % (opcode::kComparisons * 2);
-    constexpr Binary comparison = comparisonAt(own);
-    constexpr PairForm form = own % 2 == 0 ? PairForm::CellCell : PairForm::CellConstant;
-    if constexpr (number >= opcode::kUnlessPair) return unlessPair<comparison, form>;
-    constexpr Binary logic = number >= opcode::kAndPair ? Binary::And : Binary::Or;
-    return plain<LogicStep<logic, comparison, form>, last>;
+template <int number, bool last>
+constexpr StepHandler pairHandler() {
+    constexpr int own = (number - opcode::kOrPair) % opcode::kPairs;
+    if constexpr (number < opcode::kArithmeticPair || number >= opcode::kUnlessPair) {
+        constexpr Binary comparison = after(Binary::NotEqual, own / 2);
+        constexpr Form form = static_cast<Form>(own % 2);
+        constexpr Binary logic = number < opcode::kAndPair ? Binary::Or : Binary::And;
+        if constexpr (number >= opcode::kUnlessPair) return unlessPair<comparison, form>;
+        return plain<PairStep<logic, false, comparison, form>, last>;
+    } else {
+        constexpr int outer = (number - opcode::kArithmeticPair) / opcode::kPairs;
+        constexpr Binary inner = after(Binary::Add, own / 3);
+        constexpr Form form = static_cast<Form>(own % 3);
+        return plain<PairStep<after(Binary::Add, outer % 4), (outer >= 4), inner, form>, last>;
+    }
 }
 
-template <std::size_t number, bool last>
-constexpr Handler handlerOf() {
+template <int number, bool last>
+constexpr StepHandler handlerNumbered() {
     if constexpr (number < opcode::kUnary) {
         constexpr auto code = static_cast<Binary>(number / kFormCount);
-        return plain<BinaryStep<code, static_cast<Form>(number % kFormCount)>, last>;
+        constexpr auto form = static_cast<Form>(number % kFormCount);
+        if constexpr (code == Binary::Power) return power<form, last>;
+        return plain<BinaryStep<code, form>, last>;
     } else if constexpr (number < opcode::kOrPair) {
         constexpr auto code = static_cast<Unary>((number - opcode::kUnary) % kUnaryCount);
         return plain<UnaryStep<code, (number >= opcode::kUnaryCell)>, last>;
@@ -160,20 +189,18 @@ constexpr Handler handlerOf() {
 }
 
 template <std::size_t... numbers>
-constexpr std::array<Handler, kHandlerCount> makeHandlers(std::index_sequence<numbers...>) {
-    return {handlerOf<numbers / 2, numbers % 2 == 1>()...};
+constexpr std::array<StepHandler, kHandlerCount> makeHandlers(std::index_sequence<numbers...>) {
+    return {handlerNumbered<static_cast<int>(numbers / 2), numbers % 2 == 1>()...};
 }
-const std::array<Handler, kHandlerCount> kHandlers =
-    makeHandlers(std::make_index_sequence<kHandlerCount>());
 
 }  // namespace
 
-double runProgram(const Step* program, double* cells) noexcept {
-    Resume resume;
-    double result = handOn(program, cells, 0, resume);
-    while (resume.step)
-        [[unlikely]] result = handOn(std::exchange(resume.step, nullptr), cells, result, resume);
+double resumeProgram(double result, RunState& run) {
+    while (run.resume) result = handOn(std::exchange(run.resume, nullptr), run.cells, result, run);
     return result;
 }
+
+const std::array<StepHandler, kHandlerCount> kStepHandlers =
+    makeHandlers(std::make_index_sequence<kHandlerCount>());
 
 }  // namespace korvant::expr

@@ -11,40 +11,46 @@ constexpr std::size_t kSmallestIndex = 32;
 /// What the index holds for one reading, at most half full as it is.
 constexpr std::size_t kIndexBytes = 2 * sizeof(KeptReading*);
 
-std::size_t blockSize(std::size_t textSize, std::size_t stepCount) noexcept {
-    const std::size_t size = sizeof(KeptReading) + stepCount * sizeof(Step) + textSize;
-    return (size + 15) / 16 * 16;
-}
-
 }  // namespace
 
-ReadingCache::ReadingCache(std::size_t entries, std::size_t bytes)
-    : entries_(entries), byteBound_(bytes), index_(kSmallestIndex), mask_(kSmallestIndex - 1) {}
+ReadingCache::ReadingCache(std::size_t entries, std::size_t bytes, RecallTable& recalled)
+    : recalled_(recalled), entries_(entries), byteBound_(bytes), index_(1) {}
 
 ReadingCache::~ReadingCache() {
     clear();
     releaseSpare();
 }
 
-bool ReadingCache::canKeep(std::size_t textSize, std::size_t stepCount) const noexcept {
-    return entries_ > 0 && blockSize(textSize, stepCount) + kIndexBytes <= byteBound_;
+KeptReading* ReadingCache::find(std::string_view text, std::uint32_t hash) const noexcept {
+    for (std::size_t place = hash & mask_;; place = (place + 1) & mask_) {
+        KeptReading* kept = index_[place];
+        if (!kept) return nullptr;
+        if (kept->hash == hash && kept->textSize == text.size() &&
+            sameBytes(kept->text(), text.data(), text.size()))
+            return kept;
+    }
 }
 
-void ReadingCache::keep(std::string_view text, const Steps& steps, bool isProgram,
-                        std::uint32_t result) {
+bool ReadingCache::canKeep(std::size_t textSize, std::size_t stepCount) const noexcept {
+    return entries_ > 0 && KeptReading::blockSize(textSize, stepCount) + kIndexBytes <= byteBound_;
+}
+
+void ReadingCache::keep(std::string_view text, std::uint32_t hash, const Steps& steps,
+                        bool isProgram, std::uint32_t result) {
     if (!canKeep(text.size(), steps.size())) return;
-    const std::size_t size = blockSize(text.size(), steps.size());
+    const std::size_t size = KeptReading::blockSize(text.size(), steps.size());
     while (count_ >= entries_ || bytes_ + size + kIndexBytes > byteBound_) dropOldest();
     if ((count_ + 1) * 2 > index_.size()) growIndex();
     KeptReading* kept = takeBlock(size);
-    kept->hash = hashText(text);
     kept->newer = nullptr;
+    kept->hash = hash;
+    kept->recallPlace = 0;
     kept->stepCount = static_cast<std::uint32_t>(steps.size());
     kept->textSize = static_cast<std::uint32_t>(text.size());
     kept->result = result & 0x7FFFFFFFu;
     kept->isProgram = isProgram ? 1 : 0;
-    std::copy(steps.begin(), steps.end(), const_cast<Step*>(kept->steps()));
-    std::copy(text.begin(), text.end(), const_cast<char*>(kept->text()));
+    std::copy(text.begin(), text.end(), kept->text());
+    std::copy(steps.begin(), steps.end(), kept->steps(text.size()));
     (newest_ ? newest_->newer : oldest_) = kept;
     newest_ = kept;
     addToIndex(kept);
@@ -73,6 +79,7 @@ void ReadingCache::dropOldest() noexcept {
     oldest_ = dropped->newer;
     if (!oldest_) newest_ = nullptr;
     removeFromIndex(dropped);
+    recalled_.forget(*dropped);
     --count_;
     bytes_ -= dropped->capacity + kIndexBytes;
     releaseSpare();
@@ -108,8 +115,11 @@ void ReadingCache::removeFromIndex(const KeptReading* kept) noexcept {
 }
 
 void ReadingCache::growIndex() {
-    index_ = std::vector<KeptReading*>(index_.size() * 2);
-    mask_ = index_.size() - 1;
+    const std::size_t places = std::max(kSmallestIndex, index_.size() * 2);
+    // As many, so that the texts of a whole form are recalled.
+    recalled_.grow(places);
+    index_ = std::vector<KeptReading*>(places);
+    mask_ = places - 1;
     for (KeptReading* kept = oldest_; kept; kept = kept->newer) addToIndex(kept);
 }
 

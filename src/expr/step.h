@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "expr/arithmetic.h"
+#include "expr/scratch.h"
 
 namespace korvant::expr {
 
@@ -20,8 +20,7 @@ enum class StepKind : std::uint8_t {
     Keep,    ///< step payload.at.first, which uses step a more than once
 };
 
-/// Sixteen bytes, used for both forms of an expression: as read (kind, code, need) and as a
-/// program (opcode, skip).
+/// Sixteen bytes, used for both forms of an expression: as read and as a program.
 struct Step {
     union Payload {
         double number;
@@ -32,11 +31,10 @@ struct Step {
     struct Read {
         StepKind kind;
         std::uint8_t code;
-        std::uint8_t need;  ///< scratch cells that a program for it needs, at most 255
     };
     struct Fused {
         std::uint16_t opcode;
-        std::uint16_t skip;  ///< steps to go on by when a condition does not hold
+        std::int16_t operand;  ///< what the opcode says: a scratch cell or a number of steps
     };
     union {
         Read read;
@@ -50,7 +48,7 @@ struct Step {
 };
 static_assert(sizeof(Step) == 16);
 
-using Steps = std::vector<Step>;
+using Steps = Scratch<Step>;
 
 /// No step at all.
 inline constexpr std::size_t kNoStep = ~std::size_t{0};
