@@ -122,6 +122,7 @@ void Debugger::startRun() {
     const std::optional<std::string> text = beginRun();
     if (!text) return;
     const std::vector<std::int32_t> lines = breakpoints_.kept();
+    ran_ = true;
     const Progress progress = progressOf(session_.runApplication(engine_, context_, *text, &lines));
     if (progress == Progress::stopped) return beginDebugging();
     if (progress == Progress::failed && session_.buildMessages().count() > 0) {
@@ -212,7 +213,7 @@ void Debugger::stop() {
 }
 
 void Debugger::close() {
-    if (!busy_) session_.abandon(context_);
+    if (!busy_ && ran_) session_.abandon(context_);
 }
 
 void Debugger::toStart() {

@@ -98,6 +98,7 @@ class Debugger {
     RunLineMap lines_;
     bool debugging_ = false;
     bool busy_ = false;
+    bool ran_ = false;  ///< the context has been used here, so that it is ours to let go of
     std::uint64_t lastPump_ = 0;
     std::uint32_t usedTime_ = 0;  ///< of the run limit, by continuations that nobody asked for
 };

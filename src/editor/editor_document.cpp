@@ -5,6 +5,7 @@
 #include <new>
 
 #include "editor/file_io.h"
+#include "editor/user_folders.h"
 #include "host/text_encoding.h"
 
 namespace korvant {
@@ -139,7 +140,7 @@ bool EditorDocument::saved(const std::string& path, SaveResult& result, bool bec
 
 RecoveryRecord EditorDocument::snapshot() {
     RecoveryRecord record;
-    record.path = path_;
+    record.path = absolutePath(path_);
     record.text = editor_.text().value_or(std::string());
     record.encoding = encoding_;
     record.fileHash = mark_.path == path_ ? mark_.hash : 0;

@@ -2,6 +2,7 @@
 #include "editor/file_io.h"
 #include "editor/scramble.h"
 #include "editor/script_editor.h"
+#include "editor/user_folders.h"
 
 namespace korvant {
 
@@ -86,7 +87,7 @@ void ScriptEditor::openRecent(int index) {
 }
 
 void ScriptEditor::noteRecent(const std::string& path) {
-    recentFiles_.add(path);
+    recentFiles_.add(absolutePath(path));
     window_.setRecentFiles(recentFiles_.paths());
 }
 

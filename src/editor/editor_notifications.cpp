@@ -1,4 +1,6 @@
 // What the editor does when its controls tell it something.
+#include <algorithm>
+
 #include "editor/control_setup.h"
 #include "editor/line_shift.h"
 #include "editor/script_editor.h"
@@ -6,7 +8,10 @@
 namespace korvant {
 
 void ScriptEditor::editorNotified(const ControlNotification& notification) {
-    if (left_) return;
+    if (!left_) guarded([&] { notify(notification); });
+}
+
+void ScriptEditor::notify(const ControlNotification& notification) {
     switch (notification.code) {
         case sci::kDoubleClick:
             return command(command_id::kDisplayVariable);
@@ -32,7 +37,9 @@ void ScriptEditor::editorNotified(const ControlNotification& notification) {
 
 void ScriptEditor::outputNotified(const ControlNotification& notification) {
     if (left_ || notification.code != sci::kDoubleClick) return;
-    if (const auto place = output_.placeAt(notification.position)) gotoPlace(*place);
+    guarded([&] {
+        if (const auto place = output_.placeAt(notification.position)) gotoPlace(*place);
+    });
 }
 
 void ScriptEditor::textModified(const ControlNotification& notification) {

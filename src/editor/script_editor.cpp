@@ -41,6 +41,19 @@ void ScriptEditor::setHost(asIScriptEngine* engine, asIScriptContext* context) {
 }
 
 void ScriptEditor::initialise() {
+    guarded([this] {
+        setUpControls();
+        {
+            const OwnText own(*this);
+            document_.begin(hostText_);
+        }
+        recovery_.begin();
+        window_.setRecentFiles(recentFiles_.paths());
+        refreshTitle();
+    });
+}
+
+void ScriptEditor::setUpControls() {
     editor_ = TextControl(window_.createControl(ControlKind::editor));
     if (editor_.exists())
         setUpEditorControl(editor_);
@@ -54,13 +67,6 @@ void ScriptEditor::initialise() {
     view_.setUp();
     setUpConveniences(editor_);
     debugger_.setUp();
-    {
-        const OwnText own(*this);
-        document_.begin(hostText_);
-    }
-    recovery_.begin();
-    window_.setRecentFiles(recentFiles_.paths());
-    refreshTitle();
 }
 
 void ScriptEditor::shown() {
@@ -77,16 +83,24 @@ void ScriptEditor::closed() {
 }
 
 /// Nothing that goes wrong in a handler may reach the toolkit.
-void ScriptEditor::run(const std::function<void()>& action) {
+void ScriptEditor::guarded(const std::function<void()>& action) {
     try {
         action();
-        recovery_.keepIfDue();
     } catch (...) {
-        output_.show(kNoMemory);
+        outputControl_.send(sci::kSetText, 0, kNoMemory);
     }
+}
+
+void ScriptEditor::run(const std::function<void()>& action) {
+    guarded([&] {
+        action();
+        recovery_.keepIfDue();
+    });
     if (!closeWanted_ || debugger_.busy() || left_) return;
-    takeTextForHost();
-    leave(document_.path().empty());
+    guarded([this] {
+        takeTextForHost();
+        leave(document_.path().empty());
+    });
     window_.endModal();
 }
 
@@ -136,12 +150,13 @@ bool ScriptEditor::closeBox() {
         debugger_.stop();
         return false;
     }
-    if (!takeTextForHost()) {
-        output_.show(kNoMemory);
-        return false;
-    }
-    leave(document_.path().empty());
-    return true;
+    guarded([this] {
+        if (takeTextForHost())
+            leave(document_.path().empty());
+        else
+            output_.show(kNoMemory);
+    });
+    return left_;
 }
 
 /// Without the whole text the host keeps the one that it gave.

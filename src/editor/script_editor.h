@@ -138,6 +138,9 @@ class ScriptEditor {
     };
 
     void run(const std::function<void()>& action);
+    void guarded(const std::function<void()>& action);
+    void notify(const ControlNotification& notification);
+    void setUpControls();
     void openRecent(int index);
     void openPath(const std::string& path);
     std::optional<std::string> askPath(bool saving);

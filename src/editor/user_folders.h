@@ -11,6 +11,9 @@ std::string userDataFolder();
 /// The folder of the program that this process runs; empty when it cannot be told.
 std::string programFolder();
 
+/// `path` as it is from any current folder.
+std::string absolutePath(const std::string& path);
+
 /// The scripting manual's first page, which stands beside the program.
 std::string manualPage(const std::string& programFolder);
 

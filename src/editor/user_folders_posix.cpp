@@ -64,6 +64,12 @@ std::string programFolder() {
     return length <= 0 ? std::string() : folderOf({path, static_cast<std::size_t>(length)});
 }
 
+std::string absolutePath(const std::string& path) {
+    char folder[PATH_MAX];
+    if (path.empty() || path[0] == '/' || !::getcwd(folder, sizeof folder)) return path;
+    return joinPath(folder, path);
+}
+
 std::string manualPage(const std::string& programFolder) {
     return programFolder + "/scripting_manual/index.html";
 }
