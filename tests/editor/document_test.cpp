@@ -273,6 +273,58 @@ TEST_F(Document, AnotherProgramsVersionIsKeptAndMentioned) {
     EXPECT_EQ(pane(), "");
 }
 
+/// A file that is not what it was when its length was taken.
+class UnsteadyFiles final : public ForwardingFiles {
+  public:
+    UnsteadyFiles() : ForwardingFiles(systemFiles()) {}
+    std::uint64_t size = 0;
+    std::function<std::int64_t()> reading;  ///< instead of reading
+
+    int status(const std::string& path, FileStatus& found) override {
+        const int error = ForwardingFiles::status(path, found);
+        if (found.kind == FileStatus::Kind::regular) found.size = size;
+        return error;
+    }
+    std::int64_t read(Handle handle, char* bytes, std::size_t count) override {
+        return reading ? reading() : ForwardingFiles::read(handle, bytes, count);
+    }
+};
+
+TEST_F(Document, WhatWasReadCountsWhateverTheLengthWas) {
+    UnsteadyFiles unsteady;
+    files = &unsteady;
+    const std::string path = make("a.as", "four");
+    for (const std::uint64_t size : {1u, 4u, 400'000u}) {
+        unsteady.size = size;
+        open();
+        openFile(path);
+        EXPECT_EQ(text(), "four") << size;
+    }
+    writeFile(path, "");
+    open("old");
+    openFile(path);
+    EXPECT_EQ(text(), "");
+    EXPECT_EQ(window->title, "Script Editor - a.as");
+}
+
+TEST_F(Document, FailuresWhileReadingAreReportedAndContained) {
+    UnsteadyFiles unsteady;
+    unsteady.size = 10;
+    files = &unsteady;
+    const std::string path = make("a.as", "content");
+    const std::vector<std::pair<std::function<std::int64_t()>, std::string>> cases = {
+        {[] { return -EIO; }, "Error while reading file"},
+        {[]() -> std::int64_t { throw std::runtime_error("x"); }, "Error while reading file"},
+        {[]() -> std::int64_t { throw std::bad_alloc(); }, "Memory allocation error"}};
+    for (const auto& [reading, message] : cases) {
+        unsteady.reading = reading;
+        open();
+        openFile(path);
+        EXPECT_EQ(pane(), message);
+        unsteady.reading = nullptr;
+    }
+}
+
 TEST_F(Document, RecentFilesOpenFromTheMenuAndOutliveTheEditor) {
     const std::string a = make("a.as", "A");
     const std::string b = make("b.as", "B");

@@ -62,6 +62,7 @@ TEST_F(Searching, BrokenExpressionsEmptyTextsAndEdgesFindNothing) {
     FindDialog& dialog = find();
     EXPECT_FALSE(dialog.next("", {}).found);
     EXPECT_FALSE(dialog.previous("abc", {}).found);
+    EXPECT_FALSE(dialog.next("\\(", {false, false, true}).found);
     window->editor.caret = window->editor.anchor = 3;
     EXPECT_FALSE(dialog.next("abc", {}).found);
     EXPECT_EQ(selection(), std::pair(3, 3));

@@ -1,12 +1,15 @@
 // Searching of the control without a screen.
+#include <regex.h>
+
 #include <algorithm>
-#include <regex>
 
 #include "support/memory_control.h"
 
 namespace korvant::test {
 
 namespace {
+
+constexpr int kBadExpression = 1001;
 
 char lower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
@@ -17,26 +20,47 @@ bool wordByte(char byte) {
            byte == '_';
 }
 
-/// The control marks groups as "\(...\)" and words as "\<...\>".
+/// A basic regular expression, which writes groups and words as the control does; only "+" and
+/// "?" are said otherwise.
 std::string translated(const std::string& expression) {
     std::string result;
     for (std::size_t i = 0; i < expression.size(); ++i) {
         const char byte = expression[i];
-        const bool escape = byte == '\\' && i + 1 < expression.size();
-        const char next = escape ? expression[i + 1] : '\0';
-        if (escape && (next == '(' || next == ')'))
-            result += next, ++i;
-        else if (escape && (next == '<' || next == '>'))
-            result += "\\b", ++i;
-        else if (byte == '(' || byte == ')' || byte == '{' || byte == '}' || byte == '|')
-            result += std::string("\\") + byte;
-        else if (escape)
-            result += byte, result += next, ++i;
-        else
-            result += byte;
+        if (byte == '+' || byte == '?') result += '\\';
+        result += byte;
+        if (byte == '\\' && i + 1 < expression.size()) result += expression[++i];
     }
     return result;
 }
+
+/// Groups as begins and ends; nothing when there is no match.
+using Groups = std::vector<std::pair<int, int>>;
+
+class Expression {
+  public:
+    Expression(const std::string& text, bool matchCase) {
+        valid_ = ::regcomp(&regex_, translated(text).c_str(), matchCase ? 0 : REG_ICASE) == 0;
+    }
+    ~Expression() {
+        if (valid_) ::regfree(&regex_);
+    }
+    Expression(const Expression&) = delete;
+    Expression& operator=(const Expression&) = delete;
+
+    bool valid() const { return valid_; }
+    Groups match(const std::string& text, bool atLineStart) const {
+        regmatch_t found[10];
+        Groups groups;
+        if (::regexec(&regex_, text.c_str(), 10, found, atLineStart ? 0 : REG_NOTBOL) != 0)
+            return groups;
+        for (const regmatch_t& group : found) groups.emplace_back(group.rm_so, group.rm_eo);
+        return groups;
+    }
+
+  private:
+    regex_t regex_{};
+    bool valid_ = false;
+};
 
 }  // namespace
 
@@ -69,29 +93,29 @@ std::optional<TextSpan> MemoryControl::findText(std::uint32_t flags, int from, i
 std::optional<TextSpan> MemoryControl::findExpression(int from, int to,
                                                       const std::string& expression,
                                                       bool matchCase) {
-    auto options = std::regex::ECMAScript;
-    if (!matchCase) options |= std::regex::icase;
     groups_.clear();
-    const std::regex regex(translated(expression), options);
+    const Expression regex(expression, matchCase);
+    if (!regex.valid()) {
+        status_ = kBadExpression;
+        return std::nullopt;
+    }
     const bool forward = from <= to;
     const int low = std::min(from, to);
     const int high = std::max(from, to);
     std::optional<TextSpan> found;
     for (int line = lineOf(low); line <= lineOf(high) && !(found && forward); ++line) {
-        const int begin = std::max(startOf(line), low);
         const int end = std::min(endOf(line), high);
-        auto flags = begin == startOf(line) ? std::regex_constants::match_default
-                                            : std::regex_constants::match_not_bol;
-        const std::string part = text.substr(static_cast<std::size_t>(begin),
-                                             static_cast<std::size_t>(std::max(end - begin, 0)));
-        for (auto match = std::sregex_iterator(part.begin(), part.end(), regex, flags);
-             match != std::sregex_iterator() && !(found && forward); ++match) {
+        for (int begin = std::max(startOf(line), low); begin <= end;) {
+            const std::string part =
+                text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
+            const Groups groups = regex.match(part, begin == startOf(line));
+            if (groups.empty()) break;
             groups_.clear();
-            for (std::size_t i = 0; i < match->size(); ++i) {
-                const int start = begin + static_cast<int>(match->position(i));
-                groups_.emplace_back(start, start + static_cast<int>(match->length(i)));
-            }
+            for (const auto& [start, stop] : groups)
+                groups_.emplace_back(begin + std::max(start, 0), begin + std::max(stop, 0));
             found = TextSpan{groups_[0].first, groups_[0].second};
+            if (forward) break;
+            begin = std::max(found->end, begin + 1);
         }
     }
     return found;
