@@ -1,0 +1,1 @@
+int main() { Well w; w.deepen(1, 2
