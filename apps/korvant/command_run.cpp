@@ -2,6 +2,7 @@
 #include <memory>
 #include <vector>
 
+#include "answer_file.h"
 #include "commands.h"
 #include "gui_host.h"
 #include "korvantide/korvantide.h"
@@ -19,6 +20,7 @@ struct Run {
     TerminalHost::Options host;
     korvant::Limits limits;
     bool gui = false;
+    std::string answers;  ///< file; empty: the terminal is asked
 };
 
 int exitCodeOf(const korvant::RunFailure& failure) {
@@ -53,13 +55,17 @@ int runScript(const Run& run) {
     const std::optional<Source> source = readScript(run.file, run.limits.scriptBytes);
     if (!source) return kCannotRead;
     if (run.gui) return runWithWindows(run, *source);
+    std::optional<AnswerBook> book;
+    if (!run.answers.empty() && !(book = AnswerBook::read(run.answers))) return kCannotRead;
     const TerminalHost host(run.host);
+    const AnsweringScope answering(book ? &*book : nullptr);
     korvant::ScriptSession& session = korvant::moduleSession();
     session.setLimits(run.limits);
     const ConfiguredEngine engine;
     if (!engine.usable()) return kRunFailed;
     RunApplication(engine.engine(), engine.context(), source->text, nullptr);
-    return report(*source, session.buildMessages(), session.lastFailure());
+    const int exitCode = report(*source, session.buildMessages(), session.lastFailure());
+    return exitCode == kFinished && book && book->failed() ? kRunFailed : exitCode;
 }
 
 }  // namespace
@@ -74,7 +80,13 @@ void addRunCommand(CLI::App& app, int& exitCode) {
     command->add_flag("--allow-escapes", run->host.allowEscapes,
                       "what the script prints reaches a terminal as it stands, control bytes "
                       "included");
-    command->add_flag("--gui", run->gui, "windows for dialogs and console");
+    CLI::Option* const gui =
+        command->add_flag("--gui", run->gui, "windows for dialogs and console");
+    command
+        ->add_option("--answer", run->answers,
+                     "file that answers prompts, message boxes and forms; a question without an "
+                     "answer ends the run")
+        ->excludes(gui);
     addBuildLimitOptions(*command, run->limits);
     addRunLimitOptions(*command, run->limits);
     command->callback([run, &exitCode] { exitCode = runScript(*run); });

@@ -53,6 +53,7 @@ int main(int argc, char** argv) {
     korvant_app::addRunCommand(app, exitCode);
     korvant_app::addCheckCommand(app, exitCode);
     korvant_app::addEvalCommand(app, exitCode);
+    korvant_app::addObjectCommand(app, exitCode);
     korvant_app::addCryptCommand(app, exitCode);
     korvant_app::addEditCommand(app, exitCode);
     korvant_app::addDocCommand(app, exitCode);

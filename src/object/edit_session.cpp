@@ -107,6 +107,11 @@ const std::string& EditSession::warningReport(std::int32_t property) const {
     return shown ? state_->rules.warningReport(property) : kNoText;
 }
 
+std::vector<std::string> EditSession::failing(std::int32_t property, bool errors) const {
+    const bool shown = state_->layout.holds(property) && state_->desk.active(property);
+    return shown ? state_->rules.failing(property, errors) : std::vector<std::string>();
+}
+
 const std::string& EditSession::textValue(std::int32_t property) const {
     return state_->layout.holds(property) ? state_->values.text(property) : kNoText;
 }

@@ -129,6 +129,8 @@ class EditSession {
     /// HTML; empty when nothing fails.
     const std::string& errorReport(std::int32_t property) const;
     const std::string& warningReport(std::int32_t property) const;
+    /// The messages of the errors, or warnings, that stand; in order, translated.
+    std::vector<std::string> failing(std::int32_t property, bool errors) const;
 
     // The working values, whatever the row's type. Colours are 0x00BBGGRR.
     const std::string& textValue(std::int32_t property) const;
