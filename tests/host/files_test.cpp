@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -199,6 +200,31 @@ TEST(Files, AReaderThatDoesNotReadIsWaitedForUntilTheStop) {
     file->close(stopAtOnce);
     EXPECT_EQ(ECANCELED, file->failure());
     ::close(reader);
+}
+
+TEST(Files, SignalsAndShortWritesCutNothing) {
+    const TemporaryFolder folder;
+    const std::string name = folder.file("pipe");
+    ASSERT_EQ(0, ::mkfifo(name.c_str(), 0600));
+    struct sigaction action {
+    }, before{};
+    action.sa_handler = [](int) {};
+    sigaction(SIGALRM, &action, &before);
+    const itimerval often{{0, 500}, {0, 500}}, never{};
+    ::setitimer(ITIMER_REAL, &often, nullptr);
+    const std::string text(1'000'000, 'x');
+    std::string received;
+    std::thread reader([&] { received = readAll(*InputFile::open(name, kAll)); });
+    {
+        const auto file = OutputFile::open(name, Mode::truncate, kAll, nullptr);
+        for (int i = 0; i < 10; ++i) file->write(text, nullptr);
+        file->close(nullptr);
+        EXPECT_EQ(0, file->failure());
+    }
+    reader.join();
+    ::setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before, nullptr);
+    EXPECT_EQ(10 * text.size(), received.size());
 }
 
 TEST(Files, NoOpenFileIsInheritedOrLeftOver) {
