@@ -14,8 +14,8 @@ namespace korvant::ui {
 namespace {
 
 /// Buttons that may stand in one form together.
-constexpr FormText kTogether[] = {FormText::check, FormText::add, FormText::copy, FormText::remove,
-                                  FormText::order};
+constexpr FormText kTogether[] = {FormText::ok,   FormText::cancel, FormText::check, FormText::add,
+                                  FormText::copy, FormText::remove, FormText::order};
 
 }  // namespace
 

@@ -69,8 +69,7 @@ class CListCtrlEx : public wxPropertyGrid {
     void fieldChanged();
     /// The button beside the field, F4.
     void openChooser();
-    /// An option was chosen in the open list.
-    void optionChosen(std::int32_t option);
+    /// The list of options was closed, with a choice or without one.
     void optionsClosed();
 
     // Of the toolkit.

@@ -167,16 +167,15 @@ void CListCtrlEx::toggle(FormRow& row) {
     take(row, session_.setBoolean(property, !session_.booleanValue(property)));
 }
 
-void CListCtrlEx::optionChosen(std::int32_t option) {
-    if (edited_) take(*edited_, session_.setOption(edited_->property(), option));
-}
-
-/// Later: the list is still inside the event that closes it.
+/// Later: the list is still inside the event that closes it, and what was chosen is set behind it.
 void CListCtrlEx::optionsClosed() {
     CallAfter([this] {
         if (!options() || options()->IsPopupShown()) return;
+        const std::int32_t chosen = options()->GetSelection();
+        const FormRow& row = *edited_;
         endEdit();
         SetFocus();
+        if (chosen >= 0) take(row, session_.setOption(row.property(), chosen));
     });
 }
 

@@ -82,10 +82,7 @@ class OptionEditor : public NoEditor {
         return wxPGWindowList(list);
     }
 
-    bool OnEvent(wxPropertyGrid* grid, wxPGProperty*, wxWindow* window,
-                 wxEvent& event) const override {
-        const auto* list = static_cast<wxOwnerDrawnComboBox*>(window);
-        if (event.GetEventType() == wxEVT_COMBOBOX) listOf(grid).optionChosen(list->GetSelection());
+    bool OnEvent(wxPropertyGrid* grid, wxPGProperty*, wxWindow*, wxEvent& event) const override {
         if (event.GetEventType() == wxEVT_COMBOBOX_CLOSEUP) listOf(grid).optionsClosed();
         return false;
     }

@@ -76,8 +76,8 @@ void addPumpProperties(ScriptObject& object) {
     object.addProperty("remarks", "Remarks", "Stand-by unit.\nSpare impeller in store.", true,
                        true);
     object.addProperty("curve", "Curve file", "/data/curves/p101.csv",
-                       "Curves|*.csv;*.txt|All files|*", false, true);
-    object.addProperty("report", "Report file", "", "*.html", true, true);
+                       "Curves|*.csv;*.txt|All files|*", true, true);
+    object.addProperty("report", "Report file", "", "*.html", false, true);
     object.addProperty("shade", "Colour in drawings", 0x00B4731E, "color", true);
     object.addCategory("Operation");
     object.addProperty("flow", "Flow rate", 120.5, "m3/h", true);

@@ -9,20 +9,17 @@
 
 #include "ui/form_group_bar.h"
 #include "ui/form_report.h"
-#include "ui/form_window.h"
 #include "ui/text_conversion.h"
 
 namespace korvant::test {
-namespace {
-
 ui::FormWindow* shownForm() {
-    for (wxWindow* window : wxTopLevelWindows)
-        if (auto* form = dynamic_cast<ui::FormWindow*>(window); form && form->IsShownOnScreen())
-            return form;
-    return nullptr;
+    ui::FormWindow* found = nullptr;
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* form = dynamic_cast<ui::FormWindow*>(window);
+        if (form && form->IsShownOnScreen()) found = form;
+    }
+    return found;
 }
-
-}  // namespace
 
 ui::CListCtrlEx* shownList() {
     wxWindow* form = shownForm();
@@ -59,10 +56,48 @@ wxWindow* groupButton(int index) {
     return bar && bar->IsShownOnScreen() ? findChild<wxButton>(bar, index) : nullptr;
 }
 
+namespace {
+
+/// What a form opened.
+wxTopLevelWindow* windowOfForm() {
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* dialog = dynamic_cast<wxDialog*>(window);
+        if (dialog && dialog->IsShownOnScreen() && !dynamic_cast<ui::FormWindow*>(dialog))
+            return dialog;
+    }
+    return nullptr;
+}
+
+/// Without a window manager nobody gives the keyboard to a window that opens over another one, or
+/// back to it.
+class KeyboardIn {
+  public:
+    explicit KeyboardIn(std::function<wxTopLevelWindow*()> find) : find_(std::move(find)) {}
+    explicit KeyboardIn(const wxString& title) : find_([title] { return findWindow(title); }) {}
+
+    bool operator()() {
+        wxTopLevelWindow* window = find_();
+        if (dynamic_cast<ui::FormWindow*>(window) && windowOfForm()) return false;
+        const bool managed = std::getenv("KORVANT_WINDOW_MANAGER") != nullptr;
+        if (window && !managed && (!raised_ || !window->IsActive())) {
+            window->Raise();
+            raised_ = true;
+            return false;
+        }
+        return window && window->IsActive() && wxWindow::FindFocus();
+    }
+
+  private:
+    std::function<wxTopLevelWindow*()> find_;
+    bool raised_ = false;
+};
+
+}  // namespace
+
 FormDriver& FormDriver::form(const wxString& title) {
-    when("form \"" + ui::toUtf8(title) + "\"", [title] {
+    when("form \"" + ui::toUtf8(title) + "\"", [keyboard = KeyboardIn(title)]() mutable {
         const ui::CListCtrlEx* list = shownList();
-        return list && findActive(title) && list->IsDescendant(wxWindow::FindFocus());
+        return keyboard() && list && list->IsDescendant(wxWindow::FindFocus());
     });
     return *this;
 }
@@ -114,6 +149,35 @@ FormDriver& FormDriver::press(int code, int modifiers) {
 
 FormDriver& FormDriver::enter(const std::string& text) {
     type(text);
+    return *this;
+}
+
+FormDriver& FormDriver::when(const std::string& what, Condition ready, Action act) {
+    UiDriver::when(what, std::move(ready), std::move(act));
+    return *this;
+}
+
+FormDriver& FormDriver::run(Action act) {
+    UiDriver::run(std::move(act));
+    return *this;
+}
+
+FormDriver& FormDriver::window(const wxString& title) {
+    when("window \"" + ui::toUtf8(title) + "\"", KeyboardIn(title));
+    return *this;
+}
+
+FormDriver& FormDriver::windowOverForm() {
+    return when("a window over the form", KeyboardIn(windowOfForm));
+}
+
+FormDriver& FormDriver::gone(const wxString& title) {
+    UiDriver::gone(title);
+    return *this;
+}
+
+FormDriver& FormDriver::click(std::function<wxWindow*()> target) {
+    UiDriver::click(std::move(target));
     return *this;
 }
 

@@ -6,6 +6,7 @@
 #include "support/ui_driver.h"
 #include "ui/form_editor.h"
 #include "ui/form_list.h"
+#include "ui/form_window.h"
 
 namespace korvant::test {
 
@@ -18,6 +19,8 @@ class FormsInstalled {
     FormsInstalled& operator=(const FormsInstalled&) = delete;
 };
 
+/// The form that was opened last; null for none.
+ui::FormWindow* shownForm();
 /// The list of the page that is shown; null while there is none.
 ui::CListCtrlEx* shownList();
 /// The label of the selected row, and what it shows; empty when there is none.
@@ -47,6 +50,15 @@ class FormDriver : public UiDriver {
     FormDriver& expect(const std::string& what, Condition holds);
     FormDriver& press(int code, int modifiers = wxMOD_NONE);
     FormDriver& enter(const std::string& text);
+    // The steps of UiDriver, so that a chain goes on.
+    FormDriver& when(const std::string& what, Condition ready, Action act = {});
+    FormDriver& run(Action act);
+    FormDriver& window(const wxString& title);
+    /// Waits until a window that the form opened has the keyboard, whatever its title.
+    FormDriver& windowOverForm();
+    FormDriver& gone(const wxString& title);
+    FormDriver& click(std::function<wxWindow*()> target);
+
     /// A picture of the screen once everything has been painted.
     FormDriver& shot(const std::string& name);
 };
