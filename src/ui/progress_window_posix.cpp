@@ -12,12 +12,14 @@
 
 #include "host/text_encoding.h"
 #include "ui/progress_window.h"
+#include "ui/ui_runtime.h"
 
 namespace korvant::ui {
 namespace {
 
 constexpr int kPadding = 24;
 constexpr int kNarrowest = 280;
+constexpr int kFromTop = 6;  ///< a share of the screen's height; dialogs stand in the middle
 
 /// The drawing library keeps lists of all displays of the process without a lock.
 std::mutex& drawing() {
@@ -64,9 +66,10 @@ class XlibProgressWindow : public ProgressWindow {
     void describeWindow();
     void openDrawing();
     void setTitle(const std::string& utf8);
+    void setNumber(const char* property, long value);
     void setAtoms(const char* property, const std::vector<Atom>& values);
     void growToText();
-    void centre();
+    void place();
     void takeFocus();
     bool windowManagerRuns();
     void answerPing(const XClientMessageEvent& message);
@@ -142,16 +145,19 @@ void XlibProgressWindow::describeWindow() {
     XSetWMProtocols(display_, window_, protocols, 2);
     XSetTransientForHint(display_, window_, root_);
     setAtoms("_NET_WM_WINDOW_TYPE", {atom("_NET_WM_WINDOW_TYPE_DIALOG")});
-    setAtoms("_NET_WM_STATE", {atom("_NET_WM_STATE_ABOVE"), atom("_NET_WM_STATE_SKIP_TASKBAR")});
-    const long process = getpid();
-    XChangeProperty(display_, window_, atom("_NET_WM_PID"), XA_CARDINAL, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(&process), 1);
+    setNumber("_NET_WM_PID", getpid());
+    setNumber("_NET_WM_USER_TIME", 0);  // it asks for the keyboard itself, or not at all
 }
 
 void XlibProgressWindow::setAtoms(const char* property, const std::vector<Atom>& values) {
     XChangeProperty(display_, window_, atom(property), XA_ATOM, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(values.data()),
                     static_cast<int>(values.size()));
+}
+
+void XlibProgressWindow::setNumber(const char* property, long value) {
+    XChangeProperty(display_, window_, atom(property), XA_CARDINAL, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(&value), 1);
 }
 
 void XlibProgressWindow::setTitle(const std::string& utf8) {
@@ -165,7 +171,7 @@ void XlibProgressWindow::setTitle(const std::string& utf8) {
 void XlibProgressWindow::show(bool visible) {
     wanted_ = visible;
     if (visible) {
-        centre();
+        place();
         XMapRaised(display_, window_);
     } else {
         XUnmapWindow(display_, window_);
@@ -210,17 +216,16 @@ void XlibProgressWindow::growToText() {
     XResizeWindow(display_, window_, static_cast<unsigned>(width_), static_cast<unsigned>(height_));
 }
 
-void XlibProgressWindow::centre() {
+void XlibProgressWindow::place() {
     const int screen = DefaultScreen(display_);
     XSizeHints hints{};
-    hints.flags = PMinSize | PMaxSize;
+    hints.flags = PMinSize | PMaxSize | PPosition;
     hints.min_width = width_;
     hints.min_height = height_;
     hints.max_width = DisplayWidth(display_, screen);
     hints.max_height = DisplayHeight(display_, screen);
     XSetWMNormalHints(display_, window_, &hints);
-    XMoveWindow(display_, window_, (hints.max_width - width_) / 2,
-                (hints.max_height - height_) / 2);
+    XMoveWindow(display_, window_, (hints.max_width - width_) / 2, hints.max_height / kFromTop);
 }
 
 void XlibProgressWindow::redraw() {
@@ -284,9 +289,10 @@ bool XlibProgressWindow::windowManagerRuns() {
     return items > 0;
 }
 
-/// Only once the window is on the screen: giving the focus to a hidden one is an error.
+/// Only once the window is on the screen: giving the focus to a hidden one is an error. A dialog
+/// that is being answered keeps it.
 void XlibProgressWindow::takeFocus() {
-    if (!wanted_) return;
+    if (!wanted_ || dialogOpen()) return;
     if (!windowManagerRuns()) {
         XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
         return;

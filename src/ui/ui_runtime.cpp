@@ -5,9 +5,11 @@
 #include <wx/evtloop.h>
 #include <wx/init.h>
 #include <wx/log.h>
+#include <wx/module.h>
 #include <wx/toplevel.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -27,6 +29,7 @@ namespace {
 struct Runtime {
     ApplicationFactory factory = nullptr;
     bool owned = false;
+    bool joined = false;  ///< the host's toolkit has all parts that the windows need
     bool styleKnown = false;
     bool told = false;
     int depth = 0;
@@ -38,6 +41,8 @@ Runtime& runtime() {
     static Runtime* const instance = new Runtime;
     return *instance;
 }
+
+std::atomic<int> modalCalls{0};
 
 wxApp* makeApplication() {
     const auto factory = runtime().factory;
@@ -93,6 +98,33 @@ void tellProgressStyle() {
                       std::max(1, static_cast<int>(std::lround(wxDisplay().GetScaleFactor())))});
 }
 
+/// The list of the toolkit's parts that are set up, which only they can see.
+class KnownModules : public wxModule {
+  public:
+    static bool hold(const wxClassInfo* part) {
+        for (wxModule* known : ms_modules)
+            if (known->GetClassInfo() == part) return true;
+        return false;
+    }
+};
+
+/// A host of the same toolkit has set up the parts of it that were loaded then; those that came
+/// with this module have not been. They are never taken down: the module stays loaded.
+void setUpLateParts() {
+    for (auto part = wxClassInfo::begin_classinfo(); part != wxClassInfo::end_classinfo(); ++part) {
+        const wxClassInfo* info = *part;
+        if (!info->IsKindOf(wxCLASSINFO(wxModule)) || KnownModules::hold(info)) continue;
+        if (auto* made = dynamic_cast<wxModule*>(info->CreateObject())) made->Init();
+    }
+}
+
+bool joinHost() {
+    if (!runtime().joined && !runtime().owned) setUpLateParts();
+    runtime().joined = true;
+    tellProgressStyle();
+    return true;
+}
+
 bool isShown(wxWindow* window) {
     return window && window->IsShownOnScreen();
 }
@@ -109,11 +141,7 @@ void setApplicationFactory(ApplicationFactory factory) {
 
 bool startToolkit() {
     Runtime& self = runtime();
-    if (wxTheApp) {
-        const bool usable = toolkitUsable();
-        if (usable) tellProgressStyle();
-        return usable;
-    }
+    if (wxTheApp) return toolkitUsable() && joinHost();
     if (!native::displayReachable() || !startOwnApplication()) return false;
     self.owned = true;
     native::surviveDisplay([] { endLoops(); });
@@ -129,11 +157,17 @@ bool ownsApplication() {
     return runtime().owned;
 }
 
+bool dialogOpen() noexcept {
+    return modalCalls > 0;
+}
+
 void runModal(const std::function<void()>& modalCall) {
+    ++modalCalls;
     if (native::foreignLoopRuns())
         native::runInOwnLoop(modalCall);
     else
         modalCall();
+    --modalCalls;
     settle();
 }
 

@@ -28,6 +28,9 @@ bool ownsApplication();
 /// before startToolkit() has answered true.
 void runModal(const std::function<void()>& modalCall);
 
+/// A modal call is under way: the keyboard is the dialog's. Safe from any thread.
+bool dialogOpen() noexcept;
+
 /// What a dialog should stand in front of: the active window of this program, else its main
 /// window, else null.
 wxWindow* dialogParent();

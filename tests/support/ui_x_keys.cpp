@@ -109,6 +109,16 @@ bool pressInWindow(const std::string& title, const std::string& key, bool contro
     return true;
 }
 
+bool answerWindow(const std::string& title, const std::string& key) {
+    const Connection display = connect();
+    if (!display) return false;
+    XSetErrorHandler(ignoreError);
+    if (!await([&] { return hasKeyboard(display.get(), title); })) return false;
+    const Window window = find(display.get(), title);
+    press(display.get(), XStringToKeysym(key.c_str()), false);
+    return await([&] { return !viewable(display.get(), window); });
+}
+
 bool awaitWindow(const std::string& title, bool present) {
     const Connection display = connect();
     if (!display) return false;

@@ -9,6 +9,9 @@ namespace korvant::test {
 /// with Control if asked. False when the window did not come. Safe on any thread.
 bool pressInWindow(const std::string& title, const std::string& key, bool control);
 
+/// The same without Control, and waits until that window is gone.
+bool answerWindow(const std::string& title, const std::string& key);
+
 /// Waits until a window with this title is on the screen (or is gone). False when that took longer
 /// than 20 seconds.
 bool awaitWindow(const std::string& title, bool present = true);

@@ -35,7 +35,7 @@ if ! read -r -t 30 number <"$folder/display"; then
 fi
 
 unset WAYLAND_DISPLAY XAUTHORITY
-export DISPLAY=:$number GDK_BACKEND=x11 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory
+export DISPLAY=:$number KORVANT_DISPLAY_PROCESS=${pids[0]} GDK_BACKEND=x11 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home/.config XDG_RUNTIME_DIR=$folder/run
 export XDG_CACHE_HOME=${KORVANT_TEST_CACHE:-$folder/home/.cache}
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
