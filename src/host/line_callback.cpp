@@ -35,8 +35,9 @@ int LineCallback::execute(asIScriptContext& context, bool ours) {
 void LineCallback::begin(asIScriptContext& context, bool ours) {
     breakpoints_.forgetFunctions();
     executing_ = true;
+    clear_ = nullptr;
     watched_ = watch_.start();
-    attention_ = !watched_;
+    attention_ = (watched_ ? 0u : kUnwatched) | (steps(state_.stepMode) ? kStepping : 0u);
     if (ours && watched_ && mayBeOff()) {
         state_.lastStoppedLine = 0;
         off_ = &context;
@@ -49,7 +50,7 @@ void LineCallback::end() {
     if (watched_) watch_.disarm();
     if (off_ != nullptr) install(*off_);
     off_ = nullptr;
-    attention_ = true;
+    attention_ = kUnwatched;
     watched_ = false;
     executing_ = false;
 }
@@ -62,18 +63,31 @@ void LineCallback::lookNow() {
         watch_.lookAgain();
 }
 
-// The first line is all that most statements cost. Without a run of ours nobody watches, and
-// attention_ stays set: hosts may execute the context themselves.
+// All that most statements cost is one flag and the function that runs. Without a run of ours
+// nobody watches, and the flag stays set: hosts may execute the context themselves.
 void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
     auto& callback = *static_cast<LineCallback*>(self);
-    if (!callback.attention_.load(std::memory_order_relaxed) && !steps(callback.state_.stepMode)) {
-        asIScriptFunction* const function = currentFunction(*context);
-        if (function != nullptr && !callback.breakpoints_.mayStopIn(function)) {
-            callback.state_.lastStoppedLine = 0;
-            return;
-        }
+    if (callback.attention_.load(std::memory_order_relaxed) != 0) {
+        callback.decideSlowly(*context);
+        return;
     }
-    callback.decideSlowly(*context);
+    asIScriptFunction* const function = currentFunction(*context);
+    if (function != nullptr && function == callback.clear_)
+        callback.state_.lastStoppedLine = 0;
+    else
+        callback.pass(*context, function);
+}
+
+/// Neither stepping nor due. The call when execution leaves the context needs no care: at a line
+/// that is just stopped at nothing changes, and stopAt() sees that nothing runs.
+void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) {
+    if (function != nullptr && !breakpoints_.mayStopIn(function)) {
+        clear_ = function;
+        state_.lastStoppedLine = 0;
+        return;
+    }
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && isRun(context)) decide(context, line);
 }
 
 void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept {
@@ -88,9 +102,14 @@ void LineCallback::decideSlowly(asIScriptContext& context) {
         if (!executing_) ending_ = Ending::none;
         return;
     }
-    const bool runs = state_.currentContext == nullptr || state_.currentContext == &context;
-    if (const std::int32_t line = currentLine(context); runs && line > 0) decide(context, line);
-    if (attention_.load()) lookAtEnd(context);
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && isRun(context)) decide(context, line);
+    if ((attention_.load() & (kDue | kUnwatched)) != 0) lookAtEnd(context);
+}
+
+/// Suspending is for the context of the run; any other is only ended.
+bool LineCallback::isRun(const asIScriptContext& context) const {
+    return state_.currentContext == nullptr || state_.currentContext == &context;
 }
 
 void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
@@ -111,15 +130,15 @@ void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
 /// Natives that called back into the script cannot wait: the engine restarts a destructor, and a
 /// suspended comparator leaves its context unusable.
 void LineCallback::stopAt(asIScriptContext& context, std::int32_t line) {
-    if (context.IsNested()) return;
+    if (context.GetState() != asEXECUTION_ACTIVE || context.IsNested()) return;
     state_.lastStoppedLine = line;
     context.Suspend();
 }
 
 void LineCallback::lookAtEnd(asIScriptContext& context) {
-    if (watched_) attention_.store(false);
+    attention_.fetch_and(~unsigned{kDue});
     if (checkEnd(context)) {
-        attention_.store(true);
+        attend();
     } else if (watched_) {
         // False alarm: the limit moved while the watch thread raised it.
         if (off_ == &context) context.ClearLineCallback();
@@ -149,7 +168,7 @@ std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
 /// Putting the callback back is what the engine offers to a second thread without a side effect:
 /// a suspension would end a nested execution and break the native function under it.
 void LineCallback::alert() {
-    attention_.store(true);
+    attend();
     outsideLately_ = false;
     if (off_ != nullptr) install(*off_);
 }
@@ -158,7 +177,7 @@ void LineCallback::alert() {
 /// that ended while alert() was at work. Only a context that was seen twice between native calls
 /// is touched, so that the callback is never replaced while a statement is about to call it.
 void LineCallback::insist() {
-    if (off_ == nullptr || !attention_.load()) return;
+    if (off_ == nullptr || (attention_.load() & kDue) == 0) return;
     const bool outside = off_->GetSystemFunction() == nullptr;
     if (outside && outsideLately_) install(*off_);
     outsideLately_ = outside;

@@ -49,8 +49,8 @@ class LineCallback final : public WatchTarget {
 
     /// Ends `context` when the run must end; false when it goes on.
     bool checkEnd(asIScriptContext& context);
-    /// Makes the next statement look at everything. Safe from any thread and signal handler.
-    void attend() noexcept { attention_.store(true); }
+    /// Makes the next statement look at the limit. Safe from any thread and signal handler.
+    void attend() noexcept { attention_.fetch_or(kDue); }
     /// The limit has moved, or what it is about: the run ends before its next statement when it
     /// must. Script's thread.
     void lookNow();
@@ -62,10 +62,12 @@ class LineCallback final : public WatchTarget {
     void begin(asIScriptContext& context, bool ours);
     void end();
     void decideSlowly(asIScriptContext& context);
+    void pass(asIScriptContext& context, asIScriptFunction* function);
     void lookAtEnd(asIScriptContext& context);
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
     bool mayBeOff() const noexcept;
+    bool isRun(const asIScriptContext& context) const;
 
     std::uint32_t millisecondsLeft(std::uint32_t longest) override;
     void alert() override;
@@ -81,7 +83,16 @@ class LineCallback final : public WatchTarget {
     bool outsideLately_ = false;       ///< watch thread only: between statements when last seen
     bool executing_ = false;
     bool watched_ = false;  ///< a watch thread tells when something is due
-    std::atomic<bool> attention_{true};
+
+    /// Why statements are not passed over quickly; none for most of a run.
+    enum Attention : unsigned {
+        kDue = 1,        ///< the limit or a stop is to be looked at
+        kStepping = 2,   ///< every line decides
+        kUnwatched = 4,  ///< nobody tells when something is due
+    };
+    static_assert(std::atomic<unsigned>::is_always_lock_free);
+    std::atomic<unsigned> attention_{kUnwatched};
+    asIScriptFunction* clear_ = nullptr;  ///< the last function seen without a breakpoint
 };
 
 }  // namespace korvant

@@ -1,7 +1,5 @@
 #include "host/script_string.h"
 
-#include <cassert>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -22,9 +20,6 @@ constexpr std::size_t kKeptBuffer = 256;
 constexpr std::size_t kPooled = 512;
 /// The result string is emptied at the end of a run when it holds more.
 constexpr std::size_t kKeptResult = std::size_t{64} << 10;
-
-/// A count that reached this stays there: the object lives on instead of being freed too early.
-constexpr std::int32_t kImmortal = std::numeric_limits<std::int32_t>::max();
 
 std::size_t heapBytes(const std::string& text) {
     return text.capacity() > kInside ? text.capacity() + 1 : 0;
@@ -105,13 +100,7 @@ ScriptString* ScriptString::createConstant(std::string_view bytes) noexcept {
     return string;
 }
 
-void ScriptString::addRef() noexcept {
-    if (count_ != kImmortal) ++count_;
-}
-
-void ScriptString::release() noexcept {
-    assert(count_ > 0);
-    if (count_ == kImmortal || --count_ != 0) return;
+void ScriptString::giveBack() noexcept {
     pool.give(this);
 }
 

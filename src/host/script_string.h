@@ -1,8 +1,10 @@
 // The script type `string`.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -26,8 +28,13 @@ class ScriptString {
     /// New object that scripts cannot change and whose handles are not counted; for a literal.
     static ScriptString* createConstant(std::string_view bytes) noexcept;
     static void destroyConstant(const ScriptString* string) noexcept { delete string; }
-    void addRef() noexcept;
-    void release() noexcept;
+    void addRef() noexcept {
+        if (count_ != kImmortal) ++count_;
+    }
+    void release() noexcept {
+        assert(count_ > 0);
+        if (count_ != kImmortal && --count_ == 0) giveBack();
+    }
     std::int32_t count() const noexcept { return count_; }
     bool constant() const noexcept { return constant_; }
 
@@ -44,6 +51,10 @@ class ScriptString {
     ~ScriptString() = default;
     friend class StringPool;
 
+    /// A count that reached this stays there: the object lives on instead of being freed too early.
+    static constexpr std::int32_t kImmortal = std::numeric_limits<std::int32_t>::max();
+
+    void giveBack() noexcept;
     bool makeRoom(std::size_t bytes) noexcept;
     bool grow(std::size_t bytes) noexcept;
     void settle() noexcept;
