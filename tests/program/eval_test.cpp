@@ -59,9 +59,14 @@ TEST(Eval, AnswersOneJsonObjectForEachLine) {
         std::string line;
         ASSERT_TRUE(std::getline(lines, line));
         const auto answer = nlohmann::json::parse(line);
-        if (value) EXPECT_EQ(answer.at("value"), value);
-        if (error) EXPECT_EQ(answer.at("error"), error);
-        if (!error) EXPECT_NE(answer.at("error"), "");
+        if (value) {
+            EXPECT_EQ(answer.at("value"), value);
+        }
+        if (error) {
+            EXPECT_EQ(answer.at("error"), error);
+        } else {
+            EXPECT_NE(answer.at("error"), "");
+        }
     }
     EXPECT_EQ(result.exitCode, 1);
 }
