@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "expr/expression_reader.h"
+#include "expr/grouping.h"
 #include "expr/name_table.h"
 #include "expr/program.h"
 #include "expr/program_builder.h"
@@ -276,6 +277,20 @@ void ExpressionEvaluator::clearValues() {
 
 std::size_t ExpressionEvaluator::valueCount() const noexcept {
     return state_->names.size();
+}
+
+ExpressionEvaluator::Grouping ExpressionEvaluator::grouping(std::string_view text) {
+    Grouping grouping;
+    State& state = *state_;
+    SplitRecorder recorder;
+    if (state.reader.read(text, state.bounds(), &recorder)) {
+        SplitRecord record = recorder.record();
+        writeGrouped(state.reader.text(), state.names, record, grouping.text);
+    } else {
+        grouping.error = state.reader.message(state.reader.failure());
+    }
+    state.releaseBuffersOf(text);
+    return grouping;
 }
 
 void ExpressionEvaluator::setCacheEntries(std::size_t entries) {

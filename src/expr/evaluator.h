@@ -60,6 +60,14 @@ class ExpressionEvaluator {
     void clearValues();
     std::size_t valueCount() const noexcept;
 
+    /// `text` as it is read: in lower case, without blanks, every operation but the outermost in
+    /// parentheses, as in "a-(b-c)" for "a-b-c". With `error` set when it does not read.
+    struct Grouping {
+        std::string text;
+        std::string error;
+    };
+    Grouping grouping(std::string_view text);
+
     /// How many texts the cache may keep; dropping the oldest first if it holds more.
     void setCacheEntries(std::size_t entries);
 

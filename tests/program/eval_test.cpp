@@ -21,7 +21,10 @@ TEST(Eval, PrintsTheShortestTextThatReadsBack) {
                                      {{"0.1+0.2"}, "0.30000000000000004\n"},
                                      {{"x*2", "X=0x1.8p+1"}, "6\n"},
                                      {{"x", "x=-inf"}, "-inf\n"},
-                                     {{"10-4-3"}, "9\n"}};
+                                     {{"10-4-3"}, "9\n"},
+                                     {{"-5+a", "a=7"}, "2\n"},
+                                     {{"--", "-5+3"}, "-2\n"},
+                                     {{"--grouping", "a-b-c", "a=1", "b=2", "c=3"}, "a-(b-c)\n"}};
     for (const Case& test : cases) {
         std::vector<std::string> arguments = {"eval"};
         arguments.insert(arguments.end(), test.arguments.begin(), test.arguments.end());
@@ -37,6 +40,19 @@ TEST(Eval, SaysWhatIsWrong) {
     EXPECT_EQ(unread.exitCode, 1);
     EXPECT_EQ(runKorvant({"eval", "a", "a=much"}).exitCode, 64);
     EXPECT_EQ(runKorvant({"eval"}).exitCode, 64);
+    EXPECT_EQ(runKorvant({"eval", "--unknown", "1"}).exitCode, 64);
+    EXPECT_EQ(runKorvant({"eval", "--jsonl", "1"}).exitCode, 64);
+}
+
+TEST(Eval, HoldsNoMoreOfALineThanItNeeds) {
+    korvant::test::ProcessOptions options;
+    options.input = std::string(17 << 20, '[') + "\n{\"expr\": \"1+1\"}\n";
+    const auto result = runKorvant({"eval", "--jsonl"}, options);
+    std::istringstream lines(result.output);
+    std::string refused, answered;
+    ASSERT_TRUE(std::getline(lines, refused) && std::getline(lines, answered));
+    EXPECT_NE(nlohmann::json::parse(refused).at("error"), "");
+    EXPECT_EQ(nlohmann::json::parse(answered).at("value"), "0x1p+1");
 }
 
 TEST(Eval, AnswersOneJsonObjectForEachLine) {
