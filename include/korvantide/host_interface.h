@@ -46,8 +46,8 @@ KORVANTIDE_API void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits);
    `fileAccess` makes no sense: nothing changes then. */
 KORVANTIDE_API int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits);
 
-/* A line, without its line feed, that scripts read with Input before what the user types. Kept until
-   it is read. 1, or 0 when the console cannot take it. */
+/* A line, without its line feed, that scripts read with Input before what the user types. Kept
+   until it is read. 1, or 0 when the console cannot take it. */
 KORVANTIDE_API int32_t KORVANTIDE_CALL FeedScriptInput(const char* line);
 
 /* How the last run ended. */
@@ -91,7 +91,8 @@ typedef struct KorvantBuildMessage {
 /* Messages of the last build, at most 1,000. */
 KORVANTIDE_API uint32_t KORVANTIDE_CALL CountBuildMessages(void);
 /* 1, or 0 beyond the last one. */
-KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index, KorvantBuildMessage* message);
+KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index,
+                                                       KorvantBuildMessage* message);
 
 /* The file whose text was in the editor when RunScriptEditor returned, because the user opened or
    saved one or asked for a new text; empty when it was the host's own text; null when no editor was

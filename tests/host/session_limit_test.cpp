@@ -270,8 +270,9 @@ TEST_F(Limit, DestructorsOfTheReplacedModuleAreBounded) {
 }
 
 TEST_F(Limit, ReleasingAnEngineWithEndlessDestructorsIsBounded) {
-    EXPECT_TRUE(run("class A { ~A() { while (true) {} } } A[] all(50); A@ h = A();\n"
-                    "int main() { return 0; }"));
+    EXPECT_TRUE(
+        run("class A { ~A() { while (true) {} } } A[] all(50); A@ h = A();\n"
+            "int main() { return 0; }"));
     const auto began = Steady::now();
     session().release(engine());
     EXPECT_LT(Steady::now() - began, milliseconds(8000));
