@@ -50,25 +50,33 @@ class GroupWriter {
     bool writePiece(const Task& task) {
         TextRange piece = task.range;
         while (text_.isEnclosed(piece)) piece = {piece.begin + 1, piece.end - 1};
+        const bool stripped = piece.begin != task.range.begin;
         std::uint32_t start = 0, right = 0;
-        switch (record_.next(start, right)) {
-            case SplitRecord::Entry::Broken:
-                return false;
-            case SplitRecord::Entry::Operand:
-                return writeOperand(piece);
-            case SplitRecord::Entry::Split:
-                break;
-        }
-        if (start <= piece.begin || right <= start || right >= piece.end) return false;
-        if (!isOperator(text_.bytes({start, right}))) return false;
-        if (task.kind == Task::kOperand) {
+        const SplitRecord::Entry entry = record_.next(start, right);
+        if (entry == SplitRecord::Entry::Broken) return false;
+        const bool split = entry == SplitRecord::Entry::Split;
+        if (task.kind == Task::kOperand && (split || (stripped && holdsOperatorBytes(piece)))) {
             to_ += '(';
             push({Task::kClose, {}});
         }
+        if (!split) return writeOperand(piece);
+        if (start <= piece.begin || right <= start || right >= piece.end) return false;
+        if (!isOperator(text_.bytes({start, right}))) return false;
         push({Task::kOperand, {right, piece.end}});
         push({Task::kBytes, {start, right}});
         push({Task::kOperand, {piece.begin, start}});
         return true;
+    }
+
+    /// Whether something in an operand could be taken for part of an operator beside it: the
+    /// minus sign of 2*(-5) needs its parentheses.
+    bool holdsOperatorBytes(TextRange piece) const {
+        for (std::uint32_t at = piece.begin; at < piece.end; ++at) {
+            const std::uint8_t found = scanByte(text_.bytes()[at]);
+            if (isOperatorByte(found)) return true;
+            if (found == kOpeningByte) at = text_.closing(at);
+        }
+        return false;
     }
 
     bool writeOperand(TextRange piece) {

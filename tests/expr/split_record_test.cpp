@@ -83,6 +83,9 @@ TEST(Grouping, PutsOperationsInParentheses) {
         {"min(a-b*c;(a);sin(a+b)tail)*2", "min(a-(b*c);a;sin(a+b)tail)*2"},
         {"!not(a>b)+5--3", "!not(a>b)+(5--3)"},
         {"a\\/b!=c", "a\\/(b!=c)"},
+        {"2*(-5)", "2*(-5)"},
+        {"((-5))+((b))", "(-5)+b"},
+        {"a<(--)-b", "a<((--)-b)"},
     };
     for (const auto& [text, grouped] : cases) EXPECT_EQ(evaluator.grouping(text).text, grouped);
     EXPECT_EQ(evaluator.grouping("a+e").error, "Unknow identifier: \"e\"");
@@ -102,9 +105,9 @@ TEST(Grouping, ReadsAsTheTextItWasMadeOf) {
             if (!grouping.error.empty() || grouping.text.empty()) continue;
             EXPECT_EQ(evaluator.grouping(grouping.text).text, grouping.text) << text;
             const auto before = evaluator.evaluate(text), after = evaluator.evaluate(grouping.text);
-            if (before.error.empty() && before.value == before.value) {
-                EXPECT_EQ(before.value, after.value) << text << "\n" << grouping.text;
-            }
+            EXPECT_EQ(before.error.empty(), after.error.empty()) << text << "\n" << grouping.text;
+            if (!before.error.empty() || before.value != before.value) continue;
+            EXPECT_EQ(before.value, after.value) << text << "\n" << grouping.text;
         }
     }
 }
