@@ -89,6 +89,15 @@ BuildSettings::~BuildSettings() {
     engine_->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, withoutLines_);
 }
 
+CollectionPause::CollectionPause(asIScriptEngine* engine)
+    : engine_(engine), automatic_(engine->GetEngineProperty(asEP_AUTO_GARBAGE_COLLECT)) {
+    engine_->SetEngineProperty(asEP_AUTO_GARBAGE_COLLECT, 0);
+}
+
+CollectionPause::~CollectionPause() {
+    engine_->SetEngineProperty(asEP_AUTO_GARBAGE_COLLECT, automatic_);
+}
+
 void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth) {
     constexpr asPWORD kStackBytes = asPWORD{128} << 20;
     if (engine->GetEngineProperty(asEP_MAX_CALL_STACK_SIZE) == 0)

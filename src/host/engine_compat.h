@@ -68,6 +68,20 @@ class BuildSettings {
     asPWORD withoutLines_;
 };
 
+/// While it lives, the engine collects no garbage by itself: discarding a module would otherwise
+/// start a full collection, whose time grows with the square of what lives.
+class CollectionPause {
+  public:
+    explicit CollectionPause(asIScriptEngine* engine);
+    ~CollectionPause();
+    CollectionPause(const CollectionPause&) = delete;
+    CollectionPause& operator=(const CollectionPause&) = delete;
+
+  private:
+    asIScriptEngine* engine_;
+    asPWORD automatic_;
+};
+
 /// Bounds the depth of calls, and what they may take of memory, where the host left it open.
 void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth);
 

@@ -14,6 +14,7 @@ struct EngineRecord {
     asIScriptEngine* engine = nullptr;
     asIScriptContext* context = nullptr;  ///< null when the host has destroyed it
     bool released = false;                ///< the host said that it needs it no more
+    bool broken = false;                  ///< its compiler was left in the middle
     std::vector<std::string> complaints;  ///< what the engine said about the registrations
 };
 

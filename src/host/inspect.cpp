@@ -122,7 +122,8 @@ ValueView StoppedScript::view(int typeId, const void* address) const {
     ValueView value{ValueKind::other, typeId, address, 0, 0};
     if ((typeId & asTYPEID_OBJHANDLE) != 0) {
         value.typeId = typeId & ~(asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST);
-        value.address = *static_cast<void* const*>(address);
+        // Variables lie on the script's stack, which is aligned to four bytes only.
+        std::memcpy(&value.address, address, sizeof value.address);
         if (value.address == nullptr) return {};
     }
     const Primitive primitive = primitiveOf(value.typeId);

@@ -1,5 +1,7 @@
 #include "host/line_callback.h"
 
+#include "host/engine_memory.h"
+
 namespace korvant {
 
 namespace {
@@ -38,7 +40,10 @@ void LineCallback::begin(asIScriptContext& context, bool ours) {
     clear_ = nullptr;
     watched_ = watch_.start();
     attention_ = (watched_ ? 0u : kUnwatched) | (steps(state_.stepMode) ? kStepping : 0u);
-    if (ours && watched_ && mayBeOff()) {
+    // What is due from the start must not wait for the watch thread to wake up.
+    const bool due = millisecondsLeft(1) == 0;
+    if (due) attend();
+    if (ours && watched_ && mayBeOff() && !due) {
         state_.lastStoppedLine = 0;
         off_ = &context;
         context.ClearLineCallback();
@@ -154,6 +159,9 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
         } else if (limit_.expired()) {
             ending_ = Ending::timedOut;
             report_.onTimedOut();
+        } else if (engineMemoryExceeded()) {
+            ending_ = Ending::outOfMemory;
+            report_.onTimedOut();
         }
     }
     if (ending_ == Ending::none) return false;
@@ -162,7 +170,7 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
 }
 
 std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
-    return state_.stopRequest ? 0 : limit_.millisecondsLeft(longest);
+    return state_.stopRequest || engineMemoryExceeded() ? 0 : limit_.millisecondsLeft(longest);
 }
 
 /// Putting the callback back is what the engine offers to a second thread without a side effect:

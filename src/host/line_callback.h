@@ -41,7 +41,7 @@ class LineCallback final : public WatchTarget {
     /// Executes and gives the engine's result. `ours`: the context bears this callback.
     int execute(asIScriptContext& context, bool ours);
 
-    enum class Ending { none, stopped, timedOut };
+    enum class Ending { none, stopped, timedOut, outOfMemory };
     /// How the last execution was ended. Latched, because the engine swallows the end of a nested
     /// execution: the outer one is then ended at its next statement.
     Ending ending() const noexcept { return ending_; }

@@ -1,6 +1,7 @@
 // Methods of script types, bound for both calling conventions of the engine.
 #pragma once
 
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -16,8 +17,12 @@ Argument genericArgument(asIScriptGeneric* call, asUINT index) {
         return *static_cast<Plain*>(call->GetArgAddress(index));
     else if constexpr (std::is_pointer_v<Argument>)
         return static_cast<Argument>(call->GetArgAddress(index));
-    else
-        return *static_cast<Plain*>(call->GetAddressOfArg(index));
+    else {
+        // The script's stack is aligned to four bytes only.
+        Plain value;
+        std::memcpy(&value, call->GetAddressOfArg(index), sizeof value);
+        return value;
+    }
 }
 
 /// Runs `invoke` and hands its result to the engine. A pointer is a reference or a handle whose

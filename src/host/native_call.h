@@ -1,6 +1,7 @@
 // One plain function, bound for both calling conventions of the engine.
 #pragma once
 
+#include <cstring>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -44,8 +45,12 @@ struct NativeCall<Function> {
             return *static_cast<Plain*>(engineCall->GetArgAddress(index));
         else if constexpr (std::is_pointer_v<Argument>)
             return static_cast<Argument>(engineCall->GetArgAddress(index));
-        else
-            return *static_cast<Plain*>(engineCall->GetAddressOfArg(index));
+        else {
+            // The script's stack is aligned to four bytes only.
+            Plain value;
+            std::memcpy(&value, engineCall->GetAddressOfArg(index), sizeof value);
+            return value;
+        }
     }
 
     template <std::size_t... Index>

@@ -1,5 +1,6 @@
 #include "host/script_string.h"
 
+#include <functional>
 #include <new>
 #include <utility>
 
@@ -119,10 +120,12 @@ bool ScriptString::assign(std::string_view bytes) noexcept {
 }
 
 bool ScriptString::append(std::string_view bytes) noexcept {
-    const bool own = bytes.data() == text.data();
-    const std::size_t added = bytes.size();
-    if (!makeRoom(text.size() + added)) return false;
-    text.append(own ? text.data() : bytes.data(), added);
+    const std::less_equal<const char*> before;
+    const char* const own = text.data();
+    const bool inside = before(own, bytes.data()) && before(bytes.data(), own + text.size());
+    const std::size_t offset = inside ? static_cast<std::size_t>(bytes.data() - own) : 0;
+    if (!makeRoom(text.size() + bytes.size())) return false;
+    text.append(inside ? text.data() + offset : bytes.data(), bytes.size());
     return true;
 }
 

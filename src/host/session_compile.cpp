@@ -1,4 +1,5 @@
 // Building a script as the module "main".
+#include "host/engine_memory.h"
 #include "host/session_impl.h"
 #include "host/source_scan.h"
 
@@ -8,6 +9,8 @@ namespace {
 
 constexpr char kModule[] = "main";
 constexpr char kSection[] = "script";
+constexpr std::uint64_t kCompileMs = 10000;
+constexpr std::size_t kCompileBytes = std::size_t{1} << 30;
 
 BuildMessage::Kind kindOf(asEMsgType type) {
     if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;
@@ -30,10 +33,16 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     limit.begin(limits.hardCeilingMs);
     messages.clear();
     state.lastStoppedLine = 0;
+    if (const EngineRecord* record = find(engine); record != nullptr && record->broken) {
+        messages.add("The compiler was ended and cannot be used again", 0, 0,
+                     BuildMessage::Kind::error);
+        return false;
+    }
     endSuspended(*engine);
     beginCleanup();
+    discardMain(*engine);
+    collectSome(*engine);
     if (const auto refusal = scanSource(text, limits)) {
-        engine->DiscardModule(kModule);
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return false;
     }
@@ -50,11 +59,25 @@ int ScriptSession::Impl::buildModule(asIScriptModule& module) {
     int result = 0;
     {
         const BuildSettings settings(&engine);
-        result = module.Build();
+        result = callCompiler(module);
     }
     if (result < 0 || engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)
         return result;
     return initialiseGlobals(module);
+}
+
+/// Where the program owns the memory of engines, the compiler is left when it takes too long. It
+/// leaves the engine in the middle of a build, which nothing ends.
+int ScriptSession::Impl::callCompiler(asIScriptModule& module) {
+    try {
+        const CompileGuard guard(*services.clock, services.clock->monotonic() + kCompileMs,
+                                 kCompileBytes);
+        return module.Build();
+    } catch (const CompileEnded& ended) {
+        messages.add(ended.reason, 0, 0, BuildMessage::Kind::error);
+        if (EngineRecord* record = find(module.GetEngine())) record->broken = true;
+        return asERROR;
+    }
 }
 
 /// On a context of ours, which the limit and the stop request end like any other run.

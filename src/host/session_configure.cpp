@@ -44,7 +44,7 @@ asIScriptContext* ScriptSession::Impl::configureNew(asIScriptEngine* engine,
                                                     std::span<const RegisterFamily> families) {
     const BusyScope scope(busy);
     state.consoleReady = false;
-    engines.push_back({engine, nullptr, false, {}});
+    engines.push_back({engine, nullptr, false, false, {}});
     EngineRecord& record = engines.back();
     engine->SetMessageCallback(asFUNCTION(compilerMessage), this, asCALL_CDECL);
     observeEngine(engine, *this);
@@ -95,20 +95,30 @@ void ScriptSession::release(asIScriptEngine* engine) {
     const BusyScope scope(impl_->busy);
     impl_->beginCleanup();
     if (record->context != nullptr) impl_->letGo(*record->context);
-    engine->DiscardModule("main");
-    impl_->collectSome(*engine);
+    if (!record->broken) {
+        impl_->discardMain(*engine);
+        impl_->collectSome(*engine);
+    }
     record->released = true;
     const bool inUse = std::any_of(impl_->engines.begin(), impl_->engines.end(),
                                    [](const EngineRecord& r) { return !r.released; });
     if (!inUse) impl_->lineCallback.watch().stop();
 }
 
+void ScriptSession::Impl::discardMain(asIScriptEngine& engine) {
+    const CollectionPause pause(&engine);
+    engine.DiscardModule("main");
+}
+
 /// In steps, because a full collection takes as long as the square of what lives.
 void ScriptSession::Impl::collectSome(asIScriptEngine& engine) {
+    constexpr std::uint64_t kCollectMs = 200;
     constexpr int kRounds = 1000;
     constexpr asUINT kSteps = 100;
+    const std::uint64_t end = services.clock->monotonic() + kCollectMs;
     asUINT left = 1;
-    for (int round = 0; round < kRounds && left != 0 && !cleanupOver(); ++round) {
+    for (int round = 0; round < kRounds && left != 0; ++round) {
+        if (services.clock->monotonic() > end || cleanupOver()) return;
         engine.GarbageCollect(asGC_ONE_STEP | asGC_DESTROY_GARBAGE | asGC_DETECT_GARBAGE, kSteps);
         engine.GetGCStatistics(&left);
     }

@@ -51,6 +51,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     // Compiling.
     bool build(asIScriptEngine* engine, const std::string& text);
     int buildModule(asIScriptModule& module);
+    int callCompiler(asIScriptModule& module);
     int initialiseGlobals(asIScriptModule& module);
     void addComplaints(asIScriptEngine* engine);
     void addAbortMessage();
@@ -66,12 +67,14 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     bool buildAndRun(asIScriptEngine& engine, asIScriptContext& context, const std::string& text);
     void endSuspended(asIScriptEngine& engine);
     bool fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
+    bool failWithException(std::int32_t line, const char* description);
     bool failRun(asIScriptContext& context, int result);
     void reportUnwritten();
     void letGo(asIScriptContext& context);
     void showReport(const std::string& text, std::uint32_t style);
 
     // Contexts that the engine asks for, above all for destructors.
+    void discardMain(asIScriptEngine& engine);
     void collectSome(asIScriptEngine& engine);
     void beginCleanup();
     bool cleanupOver();

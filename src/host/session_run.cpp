@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "host/console_functions.h"
+#include "host/engine_memory.h"
 #include "host/progress.h"
 #include "host/script_console.h"
 #include "host/script_string.h"
@@ -133,6 +134,7 @@ int ScriptSession::Impl::execute(asIScriptContext& context) {
     setCurrent(&context);
     lineCallback.forgetEnding();
     context.AddRef();
+    boundEngineMemory(limits.runBytes);
     running = true;
     limit.beginExecution();
     int result = 0;
@@ -160,19 +162,22 @@ bool ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
 
 bool ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
     using Kind = RunFailure::Kind;
+    if (lineCallback.ending() == LineCallback::Ending::outOfMemory)
+        return failWithException(currentLine(context), "Out of memory");
     if (result == asEXECUTION_ABORTED) {
         const bool stopped = lineCallback.ending() == LineCallback::Ending::stopped;
         return fail(stopped ? Kind::stopped : Kind::timeOut, kAbortedText, currentLine(context));
     }
-    if (result == asEXECUTION_EXCEPTION) {
-        const int line = context.GetExceptionLineNumber();
-        const char* description = context.GetExceptionString();
-        return fail(Kind::exception,
-                    "The script ended with an exception.\n\nline: " + std::to_string(line) +
-                        "\ndesc: " + (description != nullptr ? description : ""),
-                    line);
-    }
+    if (result == asEXECUTION_EXCEPTION)
+        return failWithException(context.GetExceptionLineNumber(), context.GetExceptionString());
     return fail(Kind::other, kUnforeseenText);
+}
+
+bool ScriptSession::Impl::failWithException(std::int32_t line, const char* description) {
+    return fail(RunFailure::Kind::exception,
+                "The script ended with an exception.\n\nline: " + std::to_string(line) +
+                    "\ndesc: " + (description != nullptr ? description : ""),
+                line);
 }
 
 bool ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text, std::int32_t line) {
