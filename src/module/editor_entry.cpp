@@ -1,13 +1,14 @@
 // The exported functions that need windows.
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
+#include "module/families.h"
 #include "module/guarded.h"
 #include "ui/editor_run.h"
 
 void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
                                      std::string& script, std::string title) {
     korvant::guarded(0, [&] {
-        korvant::ui::runScriptEditor(engine, context, script, title);
+        korvant::ui::runScriptEditor({engine, context, script, title, korvant::allFamilies()});
         return 0;
     });
 }

@@ -32,7 +32,9 @@ ConsoleFrame::ConsoleFrame(const ConsoleGrid& grid)
     const wxSize text = canvas_->sizeFor(ConsoleGrid::kColumns, ConsoleGrid::kShownRows);
     SetClientSize(text.x + bar->GetBestSize().x, text.y);
     SetMinClientSize(row->GetMinSize());
-    Bind(wxEVT_CLOSE_WINDOW, [](wxCloseEvent& event) { event.Veto(); });
+    // a hidden frame that refused to close would keep its host from ending
+    Bind(wxEVT_CLOSE_WINDOW,
+         [this](wxCloseEvent& event) { IsShown() ? event.Veto() : event.Skip(); });
 }
 
 void ConsoleFrame::appear(void (*interrupt)() noexcept) {

@@ -47,10 +47,10 @@ wxWindow* makeRule(wxWindow& parent) {
 
 }  // namespace
 
-CEditorDlg::CEditorDlg()
+CEditorDlg::CEditorDlg(std::span<const FunctionFamily> families)
     : wxFrame(nullptr, wxID_ANY, "Script Editor"),
       menus_(*this, [this](int command) { editor_.command(command); }),
-      editor_({moduleSession(), *this, systemFiles(), userDataFolder(), programFolder()}),
+      editor_({moduleSession(), *this, systemFiles(), userDataFolder(), programFolder(), families}),
       timer_(this) {}
 
 CEditorDlg::~CEditorDlg() {

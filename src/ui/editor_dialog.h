@@ -5,6 +5,7 @@
 #include <wx/timer.h>
 
 #include <memory>
+#include <span>
 #include <string>
 
 #include "editor/editor_window.h"
@@ -20,7 +21,8 @@ namespace korvant::ui {
 /// menu bar, which is modal all the same: runModal() returns when it has been closed.
 class CEditorDlg final : public wxFrame, public EditorWindow {
   public:
-    CEditorDlg();
+    /// `families`: of the run-time library, for the help in call tips.
+    explicit CEditorDlg(std::span<const FunctionFamily> families = {});
     ~CEditorDlg() override;
 
     void setHost(asIScriptEngine* engine, asIScriptContext* context) {

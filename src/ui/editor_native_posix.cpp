@@ -63,17 +63,49 @@ void takeKeyboard(GtkWidget* widget) {
                    CurrentTime);
 }
 
-gboolean onMapped(GSignalInvocationHint*, guint, const GValue* parameters, gpointer) {
+GtkWindow* ordinaryWindow(const GValue* parameters) {
     auto* widget = static_cast<GtkWidget*>(g_value_get_object(parameters));
-    if (GTK_IS_WINDOW(widget) &&
-        gtk_window_get_window_type(GTK_WINDOW(widget)) == GTK_WINDOW_TOPLEVEL)
-        takeKeyboard(widget);
+    const bool ordinary = GTK_IS_WINDOW(widget) &&
+                          gtk_window_get_window_type(GTK_WINDOW(widget)) == GTK_WINDOW_TOPLEVEL;
+    return ordinary ? GTK_WINDOW(widget) : nullptr;
+}
+
+gboolean onOpened(GSignalInvocationHint*, guint, const GValue* parameters, gpointer) {
+    if (GtkWindow* window = ordinaryWindow(parameters)) takeKeyboard(GTK_WIDGET(window));
     return TRUE;
 }
 
-guint mapSignal() {
-    return g_signal_lookup("map-event", GTK_TYPE_WIDGET);
+gboolean onClosed(GSignalInvocationHint*, guint, const GValue* parameters, gpointer) {
+    GtkWindow* window = ordinaryWindow(parameters);
+    GtkWindow* below = window ? gtk_window_get_transient_for(window) : nullptr;
+    if (below) takeKeyboard(GTK_WIDGET(below));
+    return TRUE;
 }
+
+/// Does for the windows that come and go what a window manager does.
+class KeyboardHooks {
+  public:
+    KeyboardHooks() {
+        if (windowManagerRuns()) return;
+        opened_ = add("map-event", onOpened);
+        closed_ = add("unmap", onClosed);
+    }
+    ~KeyboardHooks() {
+        if (opened_ != 0) g_signal_remove_emission_hook(signal("map-event"), opened_);
+        if (closed_ != 0) g_signal_remove_emission_hook(signal("unmap"), closed_);
+    }
+    KeyboardHooks(const KeyboardHooks&) = delete;
+    KeyboardHooks& operator=(const KeyboardHooks&) = delete;
+
+  private:
+    static guint signal(const char* name) { return g_signal_lookup(name, GTK_TYPE_WIDGET); }
+    static gulong add(const char* name, GSignalEmissionHook hook) {
+        return g_signal_add_emission_hook(signal(name), 0, hook, nullptr, nullptr);
+    }
+
+    gulong opened_ = 0;
+    gulong closed_ = 0;
+};
 
 bool isUserInput(GdkEventType type) {
     switch (type) {
@@ -134,9 +166,9 @@ void addSystemMenuItem(wxFrame&, const wxString&, std::function<void()>) {}
 /// Windows that the program opens in front of one join its group. A widget without a window holds
 /// the input of all windows that are in no group, which are the host's.
 struct OnlyWindow::State {
-    GtkWindowGroup* group;
-    GtkWidget* holder;
-    gulong mapHook;  ///< 0: none is needed
+    GtkWindowGroup* group = gtk_window_group_new();
+    GtkWidget* holder = gtk_invisible_new();
+    KeyboardHooks keyboard;
 };
 
 void activate(wxFrame& frame) {
@@ -146,8 +178,7 @@ void activate(wxFrame& frame) {
         takeKeyboard(frame.GetHandle());
 }
 
-OnlyWindow::OnlyWindow(wxFrame& frame)
-    : state_(std::make_unique<State>(State{gtk_window_group_new(), gtk_invisible_new(), 0})) {
+OnlyWindow::OnlyWindow(wxFrame& frame) : state_(std::make_unique<State>()) {
     auto* window = GTK_WINDOW(frame.GetHandle());
     if (GtkWindow* host = activeWindow(); host && host != window)
         gtk_window_set_transient_for(window, host);
@@ -155,12 +186,9 @@ OnlyWindow::OnlyWindow(wxFrame& frame)
     g_object_ref_sink(state_->holder);
     gtk_widget_show(state_->holder);
     gtk_grab_add(state_->holder);
-    if (!windowManagerRuns())
-        state_->mapHook = g_signal_add_emission_hook(mapSignal(), 0, onMapped, nullptr, nullptr);
 }
 
 OnlyWindow::~OnlyWindow() {
-    if (state_->mapHook != 0) g_signal_remove_emission_hook(mapSignal(), state_->mapHook);
     gtk_grab_remove(state_->holder);
     gtk_widget_destroy(state_->holder);
     g_object_unref(state_->holder);

@@ -25,14 +25,6 @@ class UiScope {
     UiScope& operator=(const UiScope&) = delete;
 };
 
-/// What a run of the editor is given, and where its text goes.
-struct Opening {
-    asIScriptEngine* engine;
-    asIScriptContext* context;
-    std::string& text;
-    const std::string& title;
-};
-
 /// Destroyed by the toolkit later, when no event can be on its way to it any more.
 struct DestroyWindow {
     void operator()(CEditorDlg* window) const {
@@ -41,8 +33,8 @@ struct DestroyWindow {
     }
 };
 
-void openAndWait(const Opening& opening) {
-    const std::unique_ptr<CEditorDlg, DestroyWindow> window(new CEditorDlg);
+void openAndWait(const EditorOpening& opening) {
+    const std::unique_ptr<CEditorDlg, DestroyWindow> window(new CEditorDlg(opening.families));
     openEditor = window.get();
     window->setHost(opening.engine, opening.context);
     window->setHostText(opening.text);
@@ -54,14 +46,12 @@ void openAndWait(const Opening& opening) {
 
 }  // namespace
 
-void runScriptEditor(asIScriptEngine* engine, asIScriptContext* context, std::string& text,
-                     const std::string& title) {
+void runScriptEditor(const EditorOpening& opening) {
     if (openEditor) return openEditor->activate();
     editedFile().reset();
     if (moduleSession().running()) return;
     if (!startToolkit()) return sayNoDisplay();
     const UiScope scope;
-    const Opening opening{engine, context, text, title};
     runModal([&] {
         try {
             openAndWait(opening);

@@ -29,6 +29,9 @@ CGotoLineDlg::CGotoLineDlg(wxWindow* parent, std::int32_t line)
                 wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap)));
     SetSizerAndFit(column);
     CentreOnParent();
+    // After the buttons, which take the keyboard when they are made.
+    field_->SelectAll();
+    field_->SetFocus();
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
 }
@@ -47,8 +50,6 @@ wxSizer* CGotoLineDlg::makeFieldRow(std::int32_t line) {
     row->Add(problem_,
              wxSizerFlags(place).Border(wxLEFT, FromDIP(kGap / 2)).ReserveSpaceEvenIfHidden());
     problem_->Hide();
-    field_->SelectAll();
-    field_->SetFocus();
     field_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { problem_->Hide(); });
     return row;
 }

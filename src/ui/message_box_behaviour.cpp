@@ -88,7 +88,9 @@ int MessageBoxDialog::ask() {
     for (const Choice& choice : choices_)
         if (choice.id == set_.defaultId) choice.button->SetFocus();
     startCountdown();
-    const LoopGuard guard([this] { choose(set_.closeId); });
+    answer_ = set_.closeId;
+    const LoopGuard guard([this] { answer_ = set_.closeId; });
+    const KeyboardClaim claim(*this);
     runModal([this] { ShowModal(); });
     return answer_;
 }
@@ -223,9 +225,9 @@ int showMessageBox(const MessageBoxRequest& request) {
         const bool known = std::find(set.ids.begin(), set.ids.end(), kept) != set.ids.end();
         if (known && mayBeRemembered(kept)) return kept;
     }
-    MessageBoxDialog box(dialogParent(), request);
-    const int answer = box.ask();
-    if (box.dontShowAgain() && mayBeRemembered(answer)) rememberAnswer(request, answer);
+    const DialogOwner<MessageBoxDialog> box(new MessageBoxDialog(dialogParent(), request));
+    const int answer = box->ask();
+    if (box->dontShowAgain() && mayBeRemembered(answer)) rememberAnswer(request, answer);
     return answer;
 }
 

@@ -119,9 +119,8 @@ bool PromptDialog::ask() {
     field_->SetFocus();
     field_->SelectAll();
     int result = wxID_CANCEL;
-    const LoopGuard guard([this] {
-        if (IsModal()) EndModal(wxID_CANCEL);
-    });
+    const LoopGuard guard([] {});
+    const KeyboardClaim claim(*this);
     runModal([&] { result = ShowModal(); });
     return result == wxID_OK;
 }

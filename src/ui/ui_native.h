@@ -13,9 +13,9 @@ bool displayReachable();
 /// Runs `start` so that the process stays as it was: its locale remains the host's.
 void keepingProcess(const std::function<void()>& start);
 /// From now on the process outlives its display. `lost` is called once from the event loop when
-/// the display has gone away. Only for an application object that is the module's own: a host
-/// decides this for its own windows.
-void surviveDisplay(void (*lost)());
+/// the display has gone away, and again while it answers true. Only for an application object that
+/// is the module's own: a host decides this for its own windows.
+void surviveDisplay(bool (*lost)());
 bool displayLost();
 
 /// An event loop runs that the toolkit does not know.
@@ -33,6 +33,10 @@ void pumpWindow(wxWindow& window);
 
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
+
+/// Gives the keyboard to a window that stands on the screen, if nobody has it or the window of a
+/// script's progress does.
+void claimKeyboard(wxWindow& window);
 
 /// No window but this one gets input while the grab lives, those of a host with another toolkit
 /// included.

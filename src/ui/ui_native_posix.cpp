@@ -2,10 +2,12 @@
 
 #include <gdk/gdk.h>
 #include <gtk/gtk.h>
+#include <unistd.h>
 #include <wx/evtloop.h>
 #include <wx/window.h>
 #ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>
+#include <X11/Xatom.h>
 #endif
 
 #include <atomic>
@@ -13,6 +15,8 @@
 #include <cstdlib>
 #include <deque>
 #include <string>
+
+#include "ui/lost_display_posix.h"
 
 namespace korvant::ui::native {
 namespace {
@@ -23,25 +27,77 @@ bool isSet(const char* variable) {
 }
 
 std::atomic<bool> lost{false};
-void (*lostCallback)() = nullptr;
+bool (*lostCallback)() = nullptr;
 XIOErrorHandler previousHandler = nullptr;
 Display* watchedDisplay = nullptr;
 
 /// Called by Xlib with the display locked: only notes and defers.
 int onIoError(Display* display) {
     if (display != watchedDisplay) return previousHandler ? previousHandler(display) : 0;
+    makeRequestsHarmless(display);
     if (lost.exchange(true)) return 0;
     g_idle_add_full(
         G_PRIORITY_HIGH,
         [](gpointer) -> gboolean {
-            if (lostCallback) lostCallback();
-            return G_SOURCE_REMOVE;
+            return lostCallback && lostCallback() ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
         },
         nullptr, nullptr);
     return 0;
 }
 
 void stayAlive(Display*, void*) {}
+
+/// The process that a window says it belongs to, asked of it and of those around it.
+long processOf(Display* display, Window window) {
+    const Atom property = XInternAtom(display, "_NET_WM_PID", False);
+    while (window > PointerRoot) {
+        Atom type = 0;
+        int format = 0;
+        unsigned long items = 0, left = 0;
+        unsigned char* data = nullptr;
+        XGetWindowProperty(display, window, property, 0, 1, False, XA_CARDINAL, &type, &format,
+                           &items, &left, &data);
+        const long process = items > 0 ? *reinterpret_cast<long*>(data) : 0;
+        if (data) XFree(data);
+        Window root = 0, parent = 0, *children = nullptr;
+        unsigned count = 0;
+        if (process != 0 || !XQueryTree(display, window, &root, &parent, &children, &count))
+            return process;
+        if (children) XFree(children);
+        window = parent == root ? None : parent;
+    }
+    return 0;
+}
+
+/// Nobody has the keyboard, or a window of this process that the toolkit does not know.
+bool mayClaim(GdkDisplay* gdk) {
+    Display* display = gdk_x11_display_get_xdisplay(gdk);
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display, &focus, &revert);
+    if (focus == None || focus == PointerRoot) return true;
+    return !gdk_x11_window_lookup_for_display(gdk, focus) &&
+           processOf(display, focus) == static_cast<long>(getpid());
+}
+
+/// Asks the window manager on behalf of the user, who started the script; without one the display.
+void activate(GdkWindow* native) {
+    GdkScreen* screen = gdk_window_get_screen(native);
+    const GdkAtom hint = gdk_atom_intern_static_string("_NET_ACTIVE_WINDOW");
+    if (!gdk_x11_screen_supports_net_wm_hint(screen, hint)) {
+        gdk_window_focus(native, GDK_CURRENT_TIME);
+        return;
+    }
+    Display* display = gdk_x11_display_get_xdisplay(gdk_window_get_display(native));
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = gdk_x11_window_get_xid(native);
+    request.xclient.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
+    request.xclient.format = 32;
+    request.xclient.data.l[0] = 2;
+    XSendEvent(display, DefaultRootWindow(display), False,
+               SubstructureRedirectMask | SubstructureNotifyMask, &request);
+}
 
 GtkWidget* topLevelOf(GdkEvent* event) {
     GtkWidget* widget = gtk_get_event_widget(event);
@@ -66,7 +122,7 @@ void keepingProcess(const std::function<void()>& start) {
     std::setlocale(LC_ALL, kept.c_str());
 }
 
-void surviveDisplay(void (*callback)()) {
+void surviveDisplay(bool (*callback)()) {
     GdkDisplay* display = gdk_display_get_default();
     if (!display || !GDK_IS_X11_DISPLAY(display)) return;
     lostCallback = callback;
@@ -130,6 +186,15 @@ void pumpWindow(wxWindow& window) {
 void keepScrollBarsVisible(wxWindow& window) {
     if (GTK_IS_SCROLLED_WINDOW(window.GetHandle()))
         gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
+}
+
+void claimKeyboard(wxWindow& window) {
+    GdkWindow* native = gtk_widget_get_window(gtk_widget_get_toplevel(window.GetHandle()));
+    if (!native || !GDK_IS_X11_WINDOW(native) || !gdk_window_is_viewable(native)) return;
+    GdkDisplay* display = gdk_window_get_display(native);
+    gdk_x11_display_error_trap_push(display);
+    if (mayClaim(display)) activate(native);
+    gdk_x11_display_error_trap_pop_ignored(display);
 }
 
 InputGrab::InputGrab(wxWindow& window) : window_(window) {

@@ -53,7 +53,7 @@ void keepingProcess(const std::function<void()>& start) {
     std::setlocale(LC_ALL, kept.c_str());
 }
 
-void surviveDisplay(void (*)()) {}
+void surviveDisplay(bool (*)()) {}
 
 bool displayLost() {
     return false;
@@ -78,6 +78,12 @@ void pumpWindow(wxWindow& window) {
     for (MSG message; takeMessage(handleOfWindow, message);) handle(message);
     EnumChildWindows(handleOfWindow, pumpChild, 0);
 }
+
+/// They are always visible here.
+void keepScrollBarsVisible(wxWindow&) {}
+
+/// A new dialog has the keyboard here.
+void claimKeyboard(wxWindow&) {}
 
 InputGrab::InputGrab(wxWindow& window) : window_(window) {
     EnumThreadWindows(GetCurrentThreadId(), holdBack,

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <utility>
 
 #include "ui/progress_window.h"
 #include "ui/text_conversion.h"
@@ -25,6 +26,9 @@ const char kModuleName[] = "KorvantIDE";
 const char kCompanyName[] = "ZVK-Korvant";
 
 namespace {
+
+constexpr int kLooks = 40;
+constexpr int kBetweenLooks = 25;  ///< milliseconds
 
 struct Runtime {
     ApplicationFactory factory = nullptr;
@@ -131,8 +135,12 @@ bool isShown(wxWindow* window) {
 
 }  // namespace
 
-void endLoops() {
-    for (LoopGuard* guard = runtime().innermost; guard; guard = guard->previous_) guard->end_();
+bool endLoops() {
+    for (LoopGuard* guard = runtime().innermost; guard; guard = guard->previous_)
+        if (!std::exchange(guard->told_, true)) guard->end_();
+    if (wxEventLoopBase* loop = wxEventLoopBase::GetActive(); loop && loop->IsRunning())
+        loop->ScheduleExit();
+    return runtime().innermost != nullptr;
 }
 
 void setApplicationFactory(ApplicationFactory factory) {
@@ -144,7 +152,7 @@ bool startToolkit() {
     if (wxTheApp) return toolkitUsable() && joinHost();
     if (!native::displayReachable() || !startOwnApplication()) return false;
     self.owned = true;
-    native::surviveDisplay([] { endLoops(); });
+    native::surviveDisplay(endLoops);
     tellProgressStyle();
     return true;
 }
@@ -176,6 +184,19 @@ wxWindow* dialogParent() {
     if (isShown(active)) return active;
     wxWindow* main = wxTheApp ? wxTheApp->GetTopWindow() : nullptr;
     return isShown(main) ? main : nullptr;
+}
+
+KeyboardClaim::KeyboardClaim(wxWindow& dialog) : dialog_(dialog), looksLeft_(kLooks) {
+    Start(kBetweenLooks);
+}
+
+void KeyboardClaim::Notify() {
+    if (--looksLeft_ <= 0) Stop();
+    if (toolkitUsable()) native::claimKeyboard(dialog_);
+}
+
+void DialogDeleter::operator()(wxWindow* dialog) const {
+    if (toolkitUsable()) delete dialog;
 }
 
 LoopGuard::LoopGuard(std::function<void()> end)

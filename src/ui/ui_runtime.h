@@ -1,9 +1,11 @@
 // Starting the toolkit inside somebody else's program, and running dialogs there.
 #pragma once
 
+#include <wx/timer.h>
 #include <wx/window.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 class wxApp;
@@ -35,7 +37,31 @@ bool dialogOpen() noexcept;
 /// window, else null.
 wxWindow* dialogParent();
 
+/// Gives the keyboard to a dialog that opens while the window of a script's progress takes it, or
+/// where no window manager gives it to anybody. Lives beside the modal call; looks for a moment
+/// only and never takes the keyboard from another program or from a window that the user chose.
+class KeyboardClaim : private wxTimer {
+  public:
+    explicit KeyboardClaim(wxWindow& dialog);
+
+  private:
+    void Notify() override;
+
+    wxWindow& dialog_;
+    int looksLeft_;
+};
+
+/// Destroys a dialog, but leaves it alone when its display has gone away: every request to that
+/// display could end the process.
+struct DialogDeleter {
+    void operator()(wxWindow* dialog) const;
+};
+template <class Dialog>
+using DialogOwner = std::unique_ptr<Dialog, DialogDeleter>;
+
 /// A loop that is to end when the display goes away registers itself for that.
+/// `end` must send nothing to the display: it notes an answer or leaves an event loop. The loops
+/// that the toolkit runs are left from inside out beside it.
 class LoopGuard {
   public:
     explicit LoopGuard(std::function<void()> end);
@@ -46,7 +72,8 @@ class LoopGuard {
   private:
     std::function<void()> end_;
     LoopGuard* previous_;
-    friend void endLoops();
+    bool told_ = false;
+    friend bool endLoops();
 };
 
 /// Says once on standard error that there is nobody to ask.

@@ -10,8 +10,8 @@ namespace {
 
 template <class Prompt, class Value>
 Value valueOf(const std::string& label, const Value& initial) {
-    Prompt dialog(dialogParent(), label, initial);
-    return dialog.ask() ? dialog.value : initial;
+    const DialogOwner<Prompt> dialog(new Prompt(dialogParent(), label, initial));
+    return dialog->ask() ? dialog->value : initial;
 }
 
 }  // namespace

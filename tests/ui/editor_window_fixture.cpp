@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "editor/control_messages.h"
+#include "module/families.h"
 #include "ui/editor_file_dialog.h"
 #include "ui/editor_run.h"
 #include "ui/message_box_dialog.h"
@@ -54,7 +55,7 @@ EditorWindowTest::~EditorWindowTest() {
 
 std::string EditorWindowTest::edit(const std::string& text) {
     std::string edited = text;
-    ui::runScriptEditor(engine(), context(), edited, "host");
+    ui::runScriptEditor({engine(), context(), edited, "host", allFamilies()});
     EXPECT_TRUE(driver.done());
     return edited;
 }

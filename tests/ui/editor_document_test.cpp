@@ -1,0 +1,114 @@
+// Files, the host's text, and that nothing typed is lost.
+#include "editor/command_ids.h"
+#include "editor_window_fixture.h"
+#include "ui/editor_file_dialog.h"
+
+using namespace korvant;
+using korvant::test::EditorWindowTest;
+using korvant::test::findWindow;
+using korvant::test::readFile;
+using korvant::test::writeFile;
+
+namespace {
+
+constexpr char kScript[] = "int main() { return 0; }\n";
+
+class EditorDocuments : public EditorWindowTest {
+  protected:
+    /// The file dialog's answer from here on.
+    void choosePath(const std::string& path) {
+        ui::setFileChooser([path](wxWindow*, const FileDialogRequest&) { return path; });
+    }
+};
+
+TEST_F(EditorDocuments, CloseBoxReturnsTheTextAndExitDoesNot) {
+    type("x");
+    closeBox();
+    EXPECT_EQ(edit(kScript), std::string("x") + kScript);
+}
+
+TEST_F(EditorDocuments, ExitReturnsTheTextThatWasGiven) {
+    type("x");
+    exit();
+    EXPECT_EQ(edit(kScript), kScript);
+}
+
+TEST_F(EditorDocuments, TextLostByExitIsOfferedAtTheNextOpening) {
+    type("x");
+    exit();
+    EXPECT_EQ(edit(kScript), kScript);
+    untilBox();
+    driver.key('Y');
+    ready();
+    driver.when("the text", [this] { return text() == std::string("x") + kScript; });
+    closeBox();
+    EXPECT_EQ(edit(kScript), std::string("x") + kScript);
+}
+
+TEST_F(EditorDocuments, OpenEditSaveAndReopen) {
+    const std::string path = folder.file("survey.as");
+    writeFile(path, kScript);
+    choosePath(path);
+    ready();
+    choose(command_id::kOpen);
+    untilTitle("Script Editor - survey.as");
+    type("// ");
+    untilTitle("Script Editor - survey.as*");
+    choose(command_id::kSave);
+    untilTitle("Script Editor - survey.as");
+    choose(command_id::kNew);
+    untilTitle("Script Editor - Untitled");
+    choose(command_id::kOpen);
+    untilTitle("Script Editor - survey.as");
+    check([this] { EXPECT_EQ(text(), std::string("// ") + kScript); });
+    exit();
+    edit("");
+    EXPECT_EQ(readFile(path), std::string("// ") + kScript);
+}
+
+TEST_F(EditorDocuments, RecentFileOpensFromTheMenu) {
+    const std::string path = folder.file("recent.as");
+    writeFile(path, kScript);
+    choosePath(path);
+    ready();
+    choose(command_id::kOpen);
+    untilTitle("Script Editor - recent.as");
+    choose(command_id::kNew);
+    untilTitle("Script Editor - Untitled");
+    driver.run([this] {
+        const wxMenu* file = frame()->GetMenuBar()->GetMenu(0);
+        for (wxMenuItem* item : file->GetMenuItems())
+            if (item->GetItemLabelText().Contains("recent.as"))
+                frame()->GetEventHandler()->AddPendingEvent(
+                    wxCommandEvent(wxEVT_MENU, item->GetId()));
+    });
+    untilTitle("Script Editor - recent.as");
+    exit();
+    edit("");
+}
+
+TEST_F(EditorDocuments, NewAsksAboutChanges) {
+    type("x");
+    choose(command_id::kNew);
+    untilBox();
+    driver.key('N');
+    untilTitle("Script Editor - Untitled");
+    check([this] { EXPECT_EQ(text(), ""); });
+    exit();
+    edit(kScript);
+}
+
+TEST_F(EditorDocuments, ScrambledTextIsRestoredWithTheSameKey) {
+    useWindows();
+    ready();
+    for (int time = 0; time < 2; ++time) {
+        choose(command_id::kCrypt);
+        driver.window("KorvantIDE").key('A', wxMOD_CONTROL).type("42").key(WXK_RETURN);
+        ready();
+        check([this, time] { EXPECT_EQ(text() == kScript, time == 1); });
+    }
+    closeBox();
+    EXPECT_EQ(edit(kScript), kScript);
+}
+
+}  // namespace
