@@ -7,6 +7,7 @@
 #include "editor/safe_save.h"
 #include "editor/scramble.h"
 #include "editor/user_folders.h"
+#include "process_setup.h"
 #include "script_file.h"
 #include "source_report.h"
 
@@ -42,6 +43,7 @@ bool writeFile(const std::string& path, const std::string& text) {
 }
 
 bool writeStandardOutput(const std::string& text) {
+    writeBytesAsTheyAre();
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return true;
     complain("could not write standard output");
     return false;

@@ -7,4 +7,7 @@ namespace korvant_app {
 /// place, and a reader that goes away ends a write and not the program.
 void setUpProcess();
 
+/// What is written to standard output from now on arrives byte for byte.
+void writeBytesAsTheyAre();
+
 }  // namespace korvant_app

@@ -1,12 +1,11 @@
 #include "source_report.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
 
 #include "host/display_text.h"
+#include "host/os_file.h"
 #include "host/text_encoding.h"
 
 namespace korvant_app {
@@ -20,7 +19,7 @@ constexpr std::size_t kShownBytes = 120;
 
 /// Bytes as they stand for a file; decoded and tamed for a terminal.
 std::string forStandardError(const std::string& text) {
-    if (isatty(STDERR_FILENO) == 0) return text;
+    if (!korvant::isTerminal(STDERR_FILENO)) return text;
     korvant::DisplayText display;
     std::string shown;
     display.append(text, shown);

@@ -2,11 +2,10 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
-#include <string_view>
+#include <functional>
 
+#include "host/ansi_terminal.h"
 #include "host/os_file.h"
-#include "host/posix_terminal.h"
 #include "host/script_console.h"
 #include "host/status_line.h"
 #include "host/terminal_state.h"
@@ -23,10 +22,14 @@ bool runShouldStop() {
     return moduleSession().shouldStop();
 }
 
-/// A terminal without control sequences: no colours, no progress line.
-bool terminalIsPlain() {
-    const char* const kind = std::getenv("TERM");
-    return kind == nullptr || *kind == '\0' || std::string_view(kind) == "dumb";
+/// Empty where there can be no line that comes and goes.
+std::function<std::unique_ptr<korvant::ProgressWindow>()> progressOn(
+    int handle, korvant::GatheredOutput& output) {
+    if (!korvant::understandsSequences(handle)) return {};
+    return [handle, &output] {
+        return std::make_unique<korvant::StatusLine>(
+            output, [handle] { return korvant::terminalSize(handle).columns; });
+    };
 }
 
 }  // namespace
@@ -55,9 +58,9 @@ std::unique_ptr<korvant::Console> TerminalHost::consoleOn(int handle,
                                                           korvant::GatheredOutput& output) {
     if (!korvant::isTerminal(handle))
         return std::make_unique<korvant::PipeConsole>(input_, output, runShouldStop);
-    const korvant::PosixTerminal::Options terminal{handle, terminalIsPlain(),
-                                                   options_.allowEscapes};
-    return std::make_unique<korvant::PosixTerminal>(input_, output, runShouldStop, terminal);
+    const korvant::AnsiTerminal::Options terminal{handle, !korvant::understandsSequences(handle),
+                                                  options_.allowEscapes};
+    return std::make_unique<korvant::AnsiTerminal>(input_, output, runShouldStop, terminal);
 }
 
 /// Somebody must be able to type an answer and to see the question.
@@ -73,17 +76,10 @@ korvant::TerminalFrontend::Options TerminalHost::frontendOptions() {
     options.shouldStop = runShouldStop;
     options.notice = complain;
     options.omitRunReports = true;
-    if (terminalIsPlain()) return options;
     if (korvant::isTerminal(STDOUT_FILENO))
-        options.makeProgress = [this] {
-            return std::make_unique<korvant::StatusLine>(
-                output_, [] { return korvant::terminalColumns(STDOUT_FILENO); });
-        };
+        options.makeProgress = progressOn(STDOUT_FILENO, output_);
     else if (korvant::isTerminal(STDERR_FILENO))
-        options.makeProgress = [this] {
-            return std::make_unique<korvant::StatusLine>(
-                errorOutput_, [] { return korvant::terminalColumns(STDERR_FILENO); });
-        };
+        options.makeProgress = progressOn(STDERR_FILENO, errorOutput_);
     return options;
 }
 

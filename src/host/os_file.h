@@ -36,6 +36,9 @@ enum class ReadState { bytes, end, stopped };
 ReadState readSome(int handle, char* buffer, std::size_t room, std::size_t& got,
                    StopQuery shouldStop);
 
+/// True when there is something to read, or the end, within so many milliseconds.
+bool awaitBytes(int handle, int milliseconds);
+
 /// Writes everything, waiting for room. `written` counts what was taken. 0, or the system's error;
 /// ECANCELED when the stop query ended the wait.
 int writeAll(int handle, std::string_view bytes, std::size_t& written, StopQuery shouldStop);

@@ -194,6 +194,11 @@ ReadState readSome(int handle, char* buffer, std::size_t room, std::size_t& got,
     }
 }
 
+bool awaitBytes(int handle, int milliseconds) {
+    pollfd entry{handle, POLLIN, 0};
+    return ::poll(&entry, 1, milliseconds) > 0;
+}
+
 int writeReady(int handle, std::string_view bytes, std::size_t& written) {
     written = 0;
     while (written < bytes.size()) {

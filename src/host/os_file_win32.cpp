@@ -8,8 +8,11 @@
 #include <cerrno>
 #include <cstring>
 #include <cwctype>
+#include <map>
+#include <mutex>
 
 #include "host/os_file.h"
+#include "host/text_encoding.h"
 #include "host/wide_text_win32.h"
 
 namespace korvant {
@@ -17,7 +20,7 @@ namespace korvant {
 namespace {
 
 constexpr DWORD kPollMilliseconds = 50;
-constexpr unsigned kPiece = 1u << 16;
+constexpr unsigned kPiece = 1u << 13;
 
 HANDLE systemHandle(int handle) {
     return reinterpret_cast<HANDLE>(_get_osfhandle(handle));
@@ -89,12 +92,97 @@ bool mustWait(HANDLE handle) {
     return GetFileType(handle) != FILE_TYPE_DISK;
 }
 
+bool isConsole(HANDLE handle) {
+    DWORD mode = 0;
+    return GetConsoleMode(handle, &mode) != 0;
+}
+
+bool isCharacter(const INPUT_RECORD& record) {
+    return record.EventType == KEY_EVENT && record.Event.KeyEvent.bKeyDown &&
+           record.Event.KeyEvent.uChar.UnicodeChar != 0;
+}
+
+/// Takes what is no character (keys that go up, the pointer, a change of size) out of the way: a
+/// read would wait for what comes after it.
+bool characterWaits(HANDLE console) {
+    INPUT_RECORD record{};
+    DWORD count = 0;
+    while (PeekConsoleInputW(console, &record, 1, &count) && count == 1) {
+        if (isCharacter(record)) return true;
+        ReadConsoleInputW(console, &record, 1, &count);
+    }
+    return false;
+}
+
 bool bytesWait(HANDLE handle) {
     DWORD waiting = 0;
+    if (isConsole(handle)) return characterWaits(handle);
     if (PeekNamedPipe(handle, nullptr, 0, nullptr, &waiting, nullptr)) return waiting > 0;
-    if (GetFileType(handle) == FILE_TYPE_CHAR)
-        return WaitForSingleObject(handle, 0) == WAIT_OBJECT_0;
     return true;  // a closed pipe: reading says so
+}
+
+/// What is typed, as UTF-8; with whole lines it returns at Enter. Empty when Ctrl+C ended it.
+std::string typedText(HANDLE console, std::size_t units) {
+    std::wstring typed(units, L'\0');
+    DWORD got = 0;
+    const DWORD room = static_cast<DWORD>(units);
+    if (!ReadConsoleW(console, typed.data(), room, &got, nullptr)) return {};
+    std::string text = utf8OfWide({typed.data(), got});
+    std::erase(text, '\r');
+    return text;
+}
+
+/// Ctrl+Z at the beginning of a line is the end.
+ReadState readConsole(HANDLE console, char* buffer, std::size_t room, std::size_t& got,
+                      StopQuery shouldStop) {
+    constexpr std::size_t kBytesOfUnit = 3;
+    constexpr char kControlZ = 26;
+    static std::string rest;  // of a character that had no room
+    if (rest.empty()) rest = typedText(console, std::max<std::size_t>(room / kBytesOfUnit, 1));
+    if (rest.empty()) {
+        Sleep(kPollMilliseconds);  // the handler of Ctrl+C runs on a thread of its own
+        return shouldStop && shouldStop() ? ReadState::stopped : ReadState::end;
+    }
+    if (rest.front() == kControlZ) {
+        rest.clear();
+        return ReadState::end;
+    }
+    got = rest.copy(buffer, room);
+    rest.erase(0, got);
+    return ReadState::bytes;
+}
+
+/// How many bytes at the end are the beginning of a character.
+std::size_t unfinishedBytes(std::string_view utf8) {
+    constexpr std::size_t kLongestCharacter = 4;
+    const std::size_t most = std::min(utf8.size(), kLongestCharacter - 1);
+    for (std::size_t tail = 1; tail <= most; ++tail)
+        if (utf8SequenceLength(utf8.substr(utf8.size() - tail)) == -1) return tail;
+    return 0;
+}
+
+/// A piece may end within a character: its beginning is kept for the next piece.
+bool writeConsole(HANDLE console, std::string_view piece) {
+    static std::mutex lock;
+    static auto& begun = *new std::map<HANDLE, std::string>;
+    const std::lock_guard guard(lock);
+    std::string text = std::move(begun[console]);
+    text.append(piece);
+    const std::size_t whole = text.size() - unfinishedBytes(text);
+    begun[console] = text.substr(whole);
+    const std::wstring wide = wideOfUtf8(std::string_view(text).substr(0, whole));
+    DWORD written = 0;
+    return wide.empty() || WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()),
+                                         &written, nullptr) != 0;
+}
+
+int writeOnce(int handle, std::string_view piece) {
+    const HANDLE system = systemHandle(handle);
+    if (!isConsole(system))
+        return _write(handle, piece.data(), static_cast<unsigned>(piece.size()));
+    if (writeConsole(system, piece)) return static_cast<int>(piece.size());
+    errno = EIO;
+    return -1;
 }
 
 }  // namespace
@@ -129,6 +217,7 @@ ReadState readSome(int handle, char* buffer, std::size_t room, std::size_t& got,
         if (shouldStop && shouldStop()) return ReadState::stopped;
         Sleep(5);
     }
+    if (isConsole(system)) return readConsole(system, buffer, room, got, shouldStop);
     const int result =
         _read(handle, buffer, static_cast<unsigned>(std::min<std::size_t>(room, kPiece)));
     if (result <= 0) return ReadState::end;
@@ -136,12 +225,22 @@ ReadState readSome(int handle, char* buffer, std::size_t room, std::size_t& got,
     return ReadState::bytes;
 }
 
+bool awaitBytes(int handle, int milliseconds) {
+    const HANDLE system = systemHandle(handle);
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+    while (mustWait(system) && !bytesWait(system)) {
+        if (GetTickCount64() >= end) return false;
+        Sleep(1);
+    }
+    return true;
+}
+
 int writeReady(int handle, std::string_view bytes, std::size_t& written) {
     written = 0;
     while (written < bytes.size()) {
         const auto piece =
             static_cast<unsigned>(std::min<std::size_t>(bytes.size() - written, kPiece));
-        const int result = _write(handle, bytes.data() + written, piece);
+        const int result = writeOnce(handle, bytes.substr(written, piece));
         if (result < 0) return errno;
         if (result == 0) return ENOSPC;
         written += static_cast<std::size_t>(result);
@@ -165,8 +264,9 @@ int openUnblocked(int handle) {
     return _dup(handle);
 }
 
+/// The null device is a character device as well; only a console has a mode.
 bool isTerminal(int handle) {
-    return _isatty(handle) != 0;
+    return isConsole(systemHandle(handle));
 }
 
 void keepSignalsAway() {}

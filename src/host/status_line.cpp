@@ -1,6 +1,7 @@
 #include "host/status_line.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/display_text.h"
 #include "host/text_encoding.h"
@@ -26,8 +27,8 @@ std::string fitted(const std::string& text, int columns) {
 
 }  // namespace
 
-StatusLine::StatusLine(GatheredOutput& output, int (*columns)())
-    : output_(output), columns_(columns) {}
+StatusLine::StatusLine(GatheredOutput& output, std::function<int()> columns)
+    : output_(output), columns_(std::move(columns)) {}
 
 StatusLine::~StatusLine() {
     output_.setStatus({});

@@ -1,6 +1,8 @@
 // Progress as a line below the text of a terminal.
 #pragma once
 
+#include <functional>
+
 #include "host/frontend.h"
 #include "host/gathered_output.h"
 
@@ -9,7 +11,7 @@ namespace korvant {
 /// Gone when it is destroyed. `columns` answers the terminal's width.
 class StatusLine final : public ProgressWindow {
   public:
-    StatusLine(GatheredOutput& output, int (*columns)());
+    StatusLine(GatheredOutput& output, std::function<int()> columns);
     ~StatusLine() override;
     void show(bool visible) override;
     void setTexts(const std::string& caption, const std::string& text) override;
@@ -19,7 +21,7 @@ class StatusLine final : public ProgressWindow {
 
   private:
     GatheredOutput& output_;
-    int (*columns_)();
+    std::function<int()> columns_;
     std::string line_;
     bool visible_ = false;
 };

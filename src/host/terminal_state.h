@@ -1,6 +1,8 @@
 // The settings of the user's terminal, which are given back whatever happens.
 #pragma once
 
+#include <cstdint>
+
 namespace korvant {
 
 /// Remembers the settings of the terminal and gives them back at the program's exit and before
@@ -9,8 +11,17 @@ namespace korvant {
 /// a process; further calls do nothing.
 void guardTerminal(int input, int output);
 
-/// Width of a terminal in columns; 80 when it does not tell.
-int terminalColumns(int handle);
+struct TerminalSize {
+    std::uint16_t columns = 80;
+    std::uint16_t rows = 25;
+};
+
+/// The part of a terminal that is seen; 80 by 25 when it does not tell.
+TerminalSize terminalSize(int handle);
+
+/// The terminal takes control sequences; a plain one shows them. Makes it ready for them where the
+/// system wants that said.
+bool understandsSequences(int handle);
 
 /// Keys come one by one and without echo from now on, so that a script that waits for keys shows
 /// none of them, not even those typed meanwhile. Nothing without guardTerminal.

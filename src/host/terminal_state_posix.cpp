@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
+#include <string_view>
 
 #include "host/terminal_state.h"
 
@@ -103,9 +104,15 @@ void guardTerminal(int input, int output) {
     std::atexit(giveBack);
 }
 
-int terminalColumns(int handle) {
+TerminalSize terminalSize(int handle) {
     winsize size{};
-    return ioctl(handle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+    if (ioctl(handle, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return {};
+    return {size.ws_col, size.ws_row};
+}
+
+bool understandsSequences(int) {
+    const char* const kind = std::getenv("TERM");
+    return kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
 }
 
 void enterSingleKeyMode() {

@@ -18,12 +18,14 @@ struct Guarded {
     DWORD outputMode = 0;
     UINT codePage = 0;
     bool known = false;
+    std::atomic<bool> inSingleKey{false};
 };
 
 Guarded guarded;
 std::atomic<int> interrupts{0};
 std::atomic<void (*)() noexcept> interruptHandler{nullptr};
 constexpr int kPatience = 3;
+constexpr DWORD kSequencesOut = 0x0004, kSequencesIn = 0x0200;
 
 void giveBack() {
     if (!guarded.known) return;
@@ -53,24 +55,34 @@ void guardTerminal(int input, int output) {
     if (!guarded.known) return;
     guarded.codePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
-    SetConsoleMode(guarded.output, guarded.outputMode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     std::atexit(giveBack);
 }
 
-int terminalColumns(int handle) {
+TerminalSize terminalSize(int handle) {
     CONSOLE_SCREEN_BUFFER_INFO buffer{};
-    if (!GetConsoleScreenBufferInfo(systemHandle(handle), &buffer)) return 80;
-    return buffer.srWindow.Right - buffer.srWindow.Left + 1;
+    if (!GetConsoleScreenBufferInfo(systemHandle(handle), &buffer)) return {};
+    const SMALL_RECT& seen = buffer.srWindow;
+    return {static_cast<std::uint16_t>(seen.Right - seen.Left + 1),
+            static_cast<std::uint16_t>(seen.Bottom - seen.Top + 1)};
 }
 
-SingleKeyMode::SingleKeyMode() {
-    if (guarded.known)
-        SetConsoleMode(guarded.input,
-                       guarded.inputMode & ~DWORD{ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT});
+bool understandsSequences(int handle) {
+    const HANDLE console = systemHandle(handle);
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) &&
+           SetConsoleMode(console, mode | ENABLE_PROCESSED_OUTPUT | kSequencesOut);
 }
 
-SingleKeyMode::~SingleKeyMode() {
-    if (guarded.known) SetConsoleMode(guarded.input, guarded.inputMode);
+void enterSingleKeyMode() {
+    if (!guarded.known || guarded.inSingleKey.exchange(true)) return;
+    const DWORD single = guarded.inputMode & ~DWORD{ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT};
+    // Older systems do not know keys as sequences; they give characters only.
+    if (!SetConsoleMode(guarded.input, single | kSequencesIn))
+        SetConsoleMode(guarded.input, single);
+}
+
+void leaveSingleKeyMode() {
+    if (guarded.inSingleKey.exchange(false)) SetConsoleMode(guarded.input, guarded.inputMode);
 }
 
 void noteColours(bool) {}

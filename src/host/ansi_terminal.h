@@ -8,7 +8,7 @@ namespace korvant {
 
 /// A terminal that understands the control sequences of ECMA-48. Text is shown decoded, control
 /// bytes that would steer the terminal as "^[" and the like unless they are allowed.
-class PosixTerminal final : public PipeConsole {
+class AnsiTerminal final : public PipeConsole {
   public:
     /// `outputHandle`: the terminal itself, asked for its size. `plain`: no control sequences at
     /// all. `allowEscapes`: what scripts print reaches the terminal as it stands.
@@ -17,10 +17,10 @@ class PosixTerminal final : public PipeConsole {
         bool plain = false;
         bool allowEscapes = false;
     };
-    PosixTerminal(StreamInput& input, GatheredOutput& output, StopQuery shouldStop,
-                  const Options& options);
+    AnsiTerminal(StreamInput& input, GatheredOutput& output, StopQuery shouldStop,
+                 const Options& options);
     /// Gives the terminal its own colours back.
-    ~PosixTerminal() override;
+    ~AnsiTerminal() override;
 
     std::uint32_t allocate(ConsoleInfo& info) override;
     std::uint32_t release() override;

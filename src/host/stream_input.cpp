@@ -1,9 +1,7 @@
-#include <poll.h>
-#include <unistd.h>
+#include "host/stream_input.h"
 
 #include "host/key_codes.h"
 #include "host/os_file.h"
-#include "host/stream_input.h"
 #include "host/terminal_state.h"
 #include "host/text_encoding.h"
 
@@ -13,11 +11,6 @@ namespace {
 
 /// How long the rest of a key may be on its way; a lone escape byte is the Escape key after that.
 constexpr int kKeyGapMilliseconds = 30;
-
-bool moreIsComing(int handle) {
-    pollfd entry{handle, POLLIN, 0};
-    return ::poll(&entry, 1, kKeyGapMilliseconds) > 0;
-}
 
 }  // namespace
 
@@ -83,7 +76,7 @@ std::string StreamInput::readKeyBytes(StopQuery shouldStop, int& state) {
     enterSingleKeyMode();
     std::string bytes;
     while (keyGoesOn(bytes)) {
-        if (!bytes.empty() && !moreIsComing(handle_)) break;
+        if (!bytes.empty() && !awaitBytes(handle_, kKeyGapMilliseconds)) break;
         char byte = 0;
         std::size_t got = 0;
         const ReadState read = readSome(handle_, &byte, 1, got, shouldStop);

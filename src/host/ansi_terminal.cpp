@@ -1,9 +1,8 @@
-#include <sys/ioctl.h>
+#include "host/ansi_terminal.h"
 
 #include <algorithm>
 #include <string>
 
-#include "host/posix_terminal.h"
 #include "host/terminal_state.h"
 
 namespace korvant {
@@ -34,34 +33,33 @@ std::string colourSequence(std::uint16_t attributes) {
     return "\x1b[" + foreground + ";" + background + "m";
 }
 
-PosixTerminal::PosixTerminal(StreamInput& input, GatheredOutput& output, StopQuery shouldStop,
-                             const Options& options)
+AnsiTerminal::AnsiTerminal(StreamInput& input, GatheredOutput& output, StopQuery shouldStop,
+                           const Options& options)
     : PipeConsole(input, output, shouldStop), options_(options) {}
 
-PosixTerminal::~PosixTerminal() {
+AnsiTerminal::~AnsiTerminal() {
     attributes_ = kGreyOnBlack;
     finishText();
     applyColours();
     output_.flushWithin(kPatience);
 }
 
-std::uint32_t PosixTerminal::allocate(ConsoleInfo& info) {
-    winsize size{};
-    const bool known = ::ioctl(options_.outputHandle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    info.columns = known ? size.ws_col : 80;
-    info.rows = known ? size.ws_row : 25;
+std::uint32_t AnsiTerminal::allocate(ConsoleInfo& info) {
+    const TerminalSize size = terminalSize(options_.outputHandle);
+    info.columns = size.columns;
+    info.rows = size.rows;
     info.attributes = kGreyOnBlack;
     info.windowRows = info.rows;
     return 0;
 }
 
-std::uint32_t PosixTerminal::release() {
+std::uint32_t AnsiTerminal::release() {
     attributes_ = kGreyOnBlack;
     applyColours();
     return PipeConsole::release();
 }
 
-bool PosixTerminal::write(std::string_view bytes) {
+bool AnsiTerminal::write(std::string_view bytes) {
     if (applied_ != attributes_) applyColours();
     const bool asItStands = options_.allowEscapes || (isPlainText(bytes) && !display_.waiting());
     if (asItStands) return writePlain(bytes);
@@ -70,41 +68,41 @@ bool PosixTerminal::write(std::string_view bytes) {
     return writePlain(shown_);
 }
 
-void PosixTerminal::finishText() {
+void AnsiTerminal::finishText() {
     shown_.clear();
     display_.finish(shown_);
     if (!shown_.empty()) writePlain(shown_);
 }
 
-bool PosixTerminal::flush() {
+bool AnsiTerminal::flush() {
     finishText();
     return PipeConsole::flush();
 }
 
-void PosixTerminal::control(std::string_view sequence) {
+void AnsiTerminal::control(std::string_view sequence) {
     finishText();
     if (!options_.plain) writePlain(sequence);
 }
 
-void PosixTerminal::clear() {
+void AnsiTerminal::clear() {
     applyColours();
     control("\x1b[2J\x1b[H");
 }
 
 /// Told with the next text, so that steps in between are not seen.
-void PosixTerminal::applyColours() {
+void AnsiTerminal::applyColours() {
     if (applied_ == attributes_) return;
     applied_ = attributes_;
     noteColours(!options_.plain && applied_ != kGreyOnBlack);
     control(applied_ == kGreyOnBlack ? kOwnColours : colourSequence(applied_));
 }
 
-void PosixTerminal::moveCursor(std::int16_t column, std::int16_t row) {
+void AnsiTerminal::moveCursor(std::int16_t column, std::int16_t row) {
     if (column < 0 || row < 0) return;
     control("\x1b[" + std::to_string(row + 1) + ";" + std::to_string(column + 1) + "H");
 }
 
-void PosixTerminal::hide() {
+void AnsiTerminal::hide() {
     finishText();
     PipeConsole::hide();
 }
