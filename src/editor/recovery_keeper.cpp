@@ -2,6 +2,7 @@
 
 #include <ctime>
 
+#include "editor/crash_notice.h"
 #include "editor/file_io.h"
 #include "host/text_encoding.h"
 
@@ -54,17 +55,27 @@ void RecoveryKeeper::keepIfDue() {
     if (document_.modified() && timer_.due(clock_.monotonic())) keepNow(false);
 }
 
+void RecoveryKeeper::keepIfChanged() {
+    if (document_.modified() && timer_.pending()) keepNow(false);
+}
+
 void RecoveryKeeper::keepNow(bool delivered) {
     timer_.done();
     if (!enabled_) return;
     RecoveryRecord record = document_.snapshot();
     record.delivered = delivered;
     store_.keepCurrent(record);
+    setCrashNoticePath(store_.currentPath());
+}
+
+void RecoveryKeeper::removeCopy() {
+    store_.removeCurrent();
+    setCrashNoticePath(store_.currentPath());
 }
 
 void RecoveryKeeper::saved() {
     timer_.done();
-    store_.removeCurrent();
+    removeCopy();
 }
 
 void RecoveryKeeper::begin() {
@@ -94,7 +105,7 @@ void RecoveryKeeper::closing(bool delivered) {
 
 void RecoveryKeeper::setEnabled(bool enabled) {
     enabled_ = enabled;
-    if (!enabled) store_.removeCurrent();
+    if (!enabled) removeCopy();
 }
 
 /// True when the text is safe: the host or its file holds it.

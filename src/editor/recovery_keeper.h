@@ -30,6 +30,9 @@ class RecoveryKeeper {
     void changed();
     /// Writes a copy when one is due. To be called after every command and once a second.
     void keepIfDue();
+    /// Writes a copy when anything has changed since the last one. To be called before a script
+    /// takes the thread, for as long as it likes and with whatever faults it has.
+    void keepIfChanged();
     /// The text is safe elsewhere.
     void saved();
     /// The text is about to go from the editor, where it may not have been saved.
@@ -48,6 +51,7 @@ class RecoveryKeeper {
 
   private:
     void keepNow(bool delivered);
+    void removeCopy();
     bool elsewhere(const RecoveryRecord& record, std::uint64_t hostHash);
     bool concerns(const RecoveryRecord& record, const RecoveryRecord& now) const;
     bool restore(const FoundRecord& found);

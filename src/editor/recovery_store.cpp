@@ -70,6 +70,10 @@ void RecoveryStore::removeCurrent() {
     holdsCurrent_ = files_.remove(pathOf(opening_ + std::string(kCurrent))) != 0;
 }
 
+std::string RecoveryStore::currentPath() const {
+    return holdsCurrent_ ? pathOf(opening_ + std::string(kCurrent)) : std::string();
+}
+
 int RecoveryStore::keepDropped(const RecoveryRecord& record) {
     if (const int error = begin()) return error;
     const std::string name = opening_ + std::string(kDropped) + std::to_string(++dropped_);

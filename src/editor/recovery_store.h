@@ -31,6 +31,8 @@ class RecoveryStore {
     /// Replaces the copy of the text in the editor. 0 or the error number.
     int keepCurrent(const RecoveryRecord& record);
     void removeCurrent();
+    /// Where that copy is; empty while there is none.
+    std::string currentPath() const;
     /// Keeps a text that is about to be dropped from the editor, beside the current one.
     int keepDropped(const RecoveryRecord& record);
 

@@ -104,6 +104,12 @@ void ScriptEditor::run(const std::function<void()>& action) {
     window_.endModal();
 }
 
+/// A script may take the process with it.
+void ScriptEditor::drive(void (Debugger::*action)()) {
+    recovery_.keepIfChanged();
+    (debugger_.*action)();
+}
+
 void ScriptEditor::command(int id) {
     if (left_) return;
     if (debugger_.busy()) {

@@ -105,10 +105,10 @@ class ScriptEditor {
     void previousBreakpoint() { breakpoints_.gotoPrevious(); }
     void deleteBreakpoints() { breakpoints_.deleteAll(); }
     void displayVariable() { debugger_.displayVariable(); }
-    void execute() { debugger_.execute(); }
-    void build() { debugger_.build(); }
-    void stepOver() { debugger_.stepOver(); }
-    void stepInto() { debugger_.stepInto(); }
+    void execute() { drive(&Debugger::execute); }
+    void build() { drive(&Debugger::build); }
+    void stepOver() { drive(&Debugger::stepOver); }
+    void stepInto() { drive(&Debugger::stepInto); }
     void stopDebugging() { debugger_.stop(); }
     void help();
     void about() { window_.showAbout(); }
@@ -138,6 +138,7 @@ class ScriptEditor {
     };
 
     void run(const std::function<void()>& action);
+    void drive(void (Debugger::*action)());
     void guarded(const std::function<void()>& action);
     void notify(const ControlNotification& notification);
     void setUpControls();

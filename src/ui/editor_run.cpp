@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "editor/crash_notice.h"
 #include "host/script_session.h"
 #include "ui/editor_dialog.h"
 #include "ui/ui_runtime.h"
@@ -52,6 +53,7 @@ void runScriptEditor(const EditorOpening& opening) {
     if (moduleSession().running()) return;
     if (!startToolkit()) return sayNoDisplay();
     const UiScope scope;
+    const CrashNotice notice;
     runModal([&] {
         try {
             openAndWait(opening);
