@@ -92,9 +92,20 @@ void Assistant::updateCallTip() {
         return;
     }
     if (window.begin + call.bracket != tipBracket_) overload_ = 0;
+    const bool shown = tipBracket_ == window.begin + call.bracket && editor_.tipActive();
+    const bool sameArgument = shown && argument_ == call.argument;
     tipBracket_ = window.begin + call.bracket;
     argument_ = call.argument;
-    showOverload();
+    tipCaret_ = caret;
+    if (!sameArgument) showOverload();
+}
+
+void Assistant::caretMoved() {
+    if (tipBracket_ < 0 || editor_.caret() == tipCaret_) return;
+    if (editor_.tipActive() && !hovering_)
+        updateCallTip();
+    else
+        tipBracket_ = -1;
 }
 
 void Assistant::showOverload() {

@@ -26,6 +26,8 @@ class Assistant {
     void complete();
     /// A character was typed: a list after three letters or a ".", a tip after "(" or ",".
     void characterAdded(int character);
+    /// The caret or the text has changed: a tip follows the caret and goes when it leaves the call.
+    void caretMoved();
     /// The mouse rests over a position; negative: over no text.
     void restedAt(int position);
     void movedOn();
@@ -57,6 +59,7 @@ class Assistant {
     std::size_t overload_ = 0;
     int tipBracket_ = -1;
     int argument_ = 0;
+    int tipCaret_ = -1;  ///< where the caret was when the tip was made
     bool hovering_ = false;
 };
 

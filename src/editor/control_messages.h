@@ -85,6 +85,8 @@ enum Message : unsigned {
     kCallTipCancel = 2201,
     kCallTipActive = 2202,
     kCallTipSetHlt = 2204,
+    kCallTipSetFore = 2206,
+    kCallTipSetForeHlt = 2207,
     kToggleFold = 2231,
     kEnsureVisible = 2232,
     kSetFoldFlags = 2233,

@@ -146,6 +146,9 @@ void setUpOutputControl(const TextControl& output) {
 void setUpConveniences(const TextControl& editor) {
     editor.send(sci::kSetMarginSensitiveN, kBookmarkMargin, 1);
     editor.send(sci::kSetMouseDwellTime, kDwellMilliseconds);
+    // The control's own grey is hard to read.
+    editor.send(sci::kCallTipSetFore, static_cast<std::uintptr_t>(sci::rgb(64, 64, 64)));
+    editor.send(sci::kCallTipSetForeHlt, static_cast<std::uintptr_t>(sci::rgb(0, 0, 255)));
     editor.send(sci::kAutoCSetIgnoreCase, 1);
     editor.send(sci::kAutoCSetOrder, sci::kOrderPerformSort);
     setFont(editor, sci::kStyleLineNumber);

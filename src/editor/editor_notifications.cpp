@@ -17,6 +17,7 @@ void ScriptEditor::notify(const ControlNotification& notification) {
             return command(command_id::kDisplayVariable);
         case sci::kUpdateUi:
             highlightBraces();
+            assistant_.caretMoved();
             return tick();
         case sci::kModified:
             return textModified(notification);

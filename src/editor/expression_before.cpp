@@ -69,6 +69,14 @@ class BackReader {
         return links;
     }
 
+    /// A type stands before the name that is token `i`: something of that name begins here.
+    bool declares(int i) const {
+        if (i == 0) return false;
+        const ScriptToken& before = at(i - 1);
+        return (before.isWord() && !isStatementWord(before.text)) || before.is("]") ||
+               (before.is("@") && i > 1 && at(i - 2).isWord() && !isStatementWord(at(i - 2).text));
+    }
+
     const ScriptToken& at(int i) const { return tokens_[static_cast<std::size_t>(i)]; }
 
   private:
@@ -113,7 +121,7 @@ CallBefore callBefore(std::string_view text, bool inComment) {
         } else if (token.is(";") || token.is("{") || token.is("}")) {
             return call;
         } else if (token.is("(")) {
-            if (i == 0 || !reader.at(i - 1).isWord()) return call;
+            if (i == 0 || !reader.at(i - 1).isWord() || reader.declares(i - 1)) return call;
             call.bracket = token.position;
             call.function = wordEndingAt(reader, i - 1, true);
             return call;

@@ -27,7 +27,8 @@ WordBefore wordBefore(std::string_view text, bool inComment);
 struct CallBefore {
     WordBefore function;
     int argument = 0;  ///< 0-based; how many commas stand between the bracket and the caret
-    int bracket = -1;  ///< position of the "("; negative when the caret is in no call
+    int bracket = -1;  ///< position of the "("; negative when the caret is in no call, as in the
+                       ///< brackets of a function that is being declared
 };
 CallBefore callBefore(std::string_view text, bool inComment);
 

@@ -153,17 +153,28 @@ class DeclarationReader {
         }
     }
 
-    /// "int f(int a, string b)" from the type at `begin` to the bracket that closes.
+    /// "int f(int a, string b)" from the type at `begin` to the bracket that closes, on one line;
+    /// "int f(...)" while it is being written.
     std::string header(std::size_t begin, std::size_t bracket) const {
         const std::size_t end = std::min(tokens_.size(), bracket + kLongestHeader);
         int depth = 0;
-        std::size_t i = bracket;
-        for (; i < end; ++i) {
+        for (std::size_t i = bracket; i < end && !at(i).is("{") && !at(i).is(";"); ++i) {
             if (at(i).is("(")) ++depth;
-            if (at(i).is(")") && --depth == 0) break;
-            if (at(i).is("{") || at(i).is(";")) break;
+            if (at(i).is(")") && --depth == 0) return lineOf(begin, i + 1);
         }
-        return textBetween(begin, std::min(i + 1, end));
+        return lineOf(begin, bracket + 1) + "...)";
+    }
+
+    /// The tokens as written, with one blank for all that stood between two of them.
+    std::string lineOf(std::size_t begin, std::size_t end) const {
+        std::string line;
+        std::size_t written = static_cast<std::size_t>(at(begin).position);
+        for (std::size_t i = begin; i < end; ++i) {
+            if (static_cast<std::size_t>(at(i).position) > written) line += ' ';
+            line += at(i).text;
+            written = static_cast<std::size_t>(at(i).position) + at(i).text.size();
+        }
+        return line;
     }
 
     void add(Symbol::Kind kind, const ScriptToken& name, std::string type,

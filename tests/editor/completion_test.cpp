@@ -98,7 +98,12 @@ TEST(Completion, CallsAreFoundThroughNestedBrackets) {
     EXPECT_EQ(call("f(a, g(1, ").function.word, "g");
     EXPECT_EQ(call("w.depthAt(1, ").function.chain.size(), 1u);
     EXPECT_EQ(call("f(\"(\", ").argument, 1);
+    for (const char* text : {"return f(", "x = f(", "else f(", "a > f(", "@h = @f("})
+        EXPECT_EQ(call(text).function.word, "f") << text;
     for (const char* text : {"f(1)", "f(1);", "(", "f(1; ", "{", "f(\"", "// f("})
+        EXPECT_LT(call(text).bracket, 0) << text;
+    // What is being declared has no parameters yet that could be shown.
+    for (const char* text : {"int f(", "Well@ f(", "int[] f(", "void f(int a, "})
         EXPECT_LT(call(text).bracket, 0) << text;
 }
 
@@ -170,6 +175,27 @@ TEST_F(Assisting, TipsShowTheParameterThatIsBeingWritten) {
     EXPECT_EQ(highlighted(), "int second");
     window->editor.type(" 2)");
     EXPECT_EQ(TextControl(window->editor.send()).tipActive(), false);
+}
+
+TEST_F(Assisting, TipsFollowTheCaretAndGoWhenItLeavesTheCall) {
+    open("void add(int first,  // metres\n         int second) {}\nvoid half(int a\n{\n\t");
+    const auto end = static_cast<int>(text().size());
+    window->editor.caret = window->editor.anchor = end;
+    window->editor.type("add(1,");
+    EXPECT_EQ(window->editor.callTip, "void add(int first, int second)");
+    const auto caretAt = [&](int position) {
+        window->editor.caret = window->editor.anchor = position;
+        editor().editorNotified({.code = sci::kUpdateUi});
+    };
+    const int second = window->editor.callTipHighlight.first;
+    caretAt(end + 5);
+    EXPECT_LT(window->editor.callTipHighlight.first, second);
+    EXPECT_TRUE(TextControl(window->editor.send()).tipActive());
+    caretAt(0);
+    EXPECT_FALSE(TextControl(window->editor.send()).tipActive());
+    caretAt(end + 6);
+    window->editor.type("half(");
+    EXPECT_EQ(window->editor.callTip, "void half(...)");
 }
 
 TEST_F(Assisting, ArrowsLeadThroughOverloads) {
