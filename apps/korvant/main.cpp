@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "commands.h"
+#include "host/engine_memory.h"
 #include "host/os_file.h"
 #include "process_display.h"
 #include "process_setup.h"
@@ -46,6 +47,7 @@ int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
 
 int main(int argc, char** argv) {
     korvant_app::setUpProcess();
+    korvant::ownEngineMemory();
     CLI::App app{"KorvantIDE: run, check and edit AngelScript scripts", "korvant"};
     app.set_version_flag("--version", "korvant " KORVANT_VERSION);
     app.require_subcommand(0, 1);

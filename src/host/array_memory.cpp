@@ -8,6 +8,7 @@
 
 #include "host/engine_records.h"
 #include "host/memory_budget.h"
+#include "host/object_count.h"
 
 namespace korvant {
 
@@ -53,8 +54,12 @@ bool isOurScripts() {
     return context != nullptr && isObserved(context->GetEngine());
 }
 
+bool tooManyObjects(std::size_t bytes) {
+    return bytes / sizeof(void*) > ObjectCount::kMost && growingArrayHoldsObjects();
+}
+
 void* allocateCounted(std::size_t bytes) {
-    if (!memoryBudget.charge(bytes)) return nullptr;
+    if (tooManyObjects(bytes) || !memoryBudget.charge(bytes)) return nullptr;
     void* const buffer = asAllocMem(bytes);
     try {
         if (buffer != nullptr) countedBuffers().add(buffer, bytes);

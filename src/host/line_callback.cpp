@@ -40,6 +40,7 @@ void LineCallback::begin(asIScriptContext& context, bool ours) {
     clear_ = nullptr;
     watched_ = watch_.start();
     attention_ = (watched_ ? 0u : kUnwatched) | (steps(state_.stepMode) ? kStepping : 0u);
+    if (watched_) objects_.watch(*context.GetEngine());
     // What is due from the start must not wait for the watch thread to wake up.
     const bool due = millisecondsLeft(1) == 0;
     if (due) attend();
@@ -53,6 +54,7 @@ void LineCallback::begin(asIScriptContext& context, bool ours) {
 
 void LineCallback::end() {
     if (watched_) watch_.disarm();
+    objects_.forget();
     if (off_ != nullptr) install(*off_);
     off_ = nullptr;
     attention_ = kUnwatched;
@@ -159,7 +161,7 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
         } else if (limit_.expired()) {
             ending_ = Ending::timedOut;
             report_.onTimedOut();
-        } else if (engineMemoryExceeded()) {
+        } else if (outOfMemory()) {
             ending_ = Ending::outOfMemory;
             report_.onTimedOut();
         }
@@ -169,8 +171,15 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
     return true;
 }
 
+bool LineCallback::outOfMemory() const noexcept {
+    return engineMemoryExceeded() || objects_.largest() > ObjectCount::kMost;
+}
+
+/// Where objects become many, a look every two milliseconds sees them in time.
 std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
-    return state_.stopRequest || engineMemoryExceeded() ? 0 : limit_.millisecondsLeft(longest);
+    if (state_.stopRequest || outOfMemory()) return 0;
+    const bool many = objects_.largest() > ObjectCount::kMost / 4;
+    return limit_.millisecondsLeft(many ? 2 : longest);
 }
 
 /// Putting the callback back is what the engine offers to a second thread without a side effect:

@@ -6,6 +6,7 @@
 
 #include "host/breakpoint_table.h"
 #include "host/engine_compat.h"
+#include "host/object_count.h"
 #include "host/run_limit.h"
 #include "host/run_watch.h"
 
@@ -68,6 +69,7 @@ class LineCallback final : public WatchTarget {
     void stopAt(asIScriptContext& context, std::int32_t line);
     bool mayBeOff() const noexcept;
     bool isRun(const asIScriptContext& context) const;
+    bool outOfMemory() const noexcept;
 
     std::uint32_t millisecondsLeft(std::uint32_t longest) override;
     void alert() override;
@@ -78,6 +80,7 @@ class LineCallback final : public WatchTarget {
     RunEndReport& report_;
     BreakpointTable breakpoints_;
     RunWatch watch_;
+    ObjectCount objects_;
     Ending ending_ = Ending::none;
     asIScriptContext* off_ = nullptr;  ///< the context whose callback is taken off during its run
     bool outsideLately_ = false;       ///< watch thread only: between statements when last seen

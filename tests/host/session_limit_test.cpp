@@ -1,4 +1,6 @@
 // When runs must end, and that they do.
+#include <gmock/gmock.h>
+
 #include <chrono>
 #include <csignal>
 #include <thread>
@@ -288,6 +290,20 @@ TEST_F(Limit, ALongListDoesNotHoldTheNextBuild) {
     EXPECT_EQ(value("1"), "1");
     EXPECT_LT(Steady::now() - began, milliseconds(4000));
     EXPECT_EQ(engine()->GetEngineProperty(asEP_AUTO_GARBAGE_COLLECT), 1u);
+}
+
+// An engine with its assertions ends the process at a million objects of a class.
+TEST_F(Limit, ObjectsWithoutEndAreAnException) {
+    for (const char* const script :
+         {"final class A {} int main() { A@[] all; all.reserve(2000000); "
+          "while (true) all.insertLast(A()); return 0; }",
+          "class A {} class B { A[] some; B() { some.resize(2000000); } }\n"
+          "int main() { B b; return 0; }",
+          "int main() { int[][] all(2000000); return 0; }"}) {
+        EXPECT_FALSE(run(script)) << script;
+        EXPECT_THAT(session().lastFailure().text, ::testing::HasSubstr("desc: Out of memory"));
+    }
+    EXPECT_TRUE(run("int main() { int[] all(2000000); return 0; }"));
 }
 
 TEST_F(Limit, DestructorsInTheCollectorBelongToTheRun) {
