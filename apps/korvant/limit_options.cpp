@@ -45,9 +45,20 @@ std::string checkFileAccess(const std::string& word) {
                                                 : "must be all, read-only, none or a folder";
 }
 
+/// Read before the other switches take effect, so that each of them can loosen one bound.
+void addStrict(CLI::App& command, Limits& limits) {
+    command
+        .add_flag_function(
+            "--strict", [&limits](std::int64_t) { limits = korvant::strictLimits(); },
+            "bounds for scripts that nobody has read; other switches loosen one of them")
+        ->trigger_on_parse()
+        ->group(kBuildGroup);
+}
+
 }  // namespace
 
 void addBuildLimitOptions(CLI::App& command, Limits& limits) {
+    addStrict(command, limits);
     addSize(command, "--script-limit", limits.scriptBytes, "longest text")->group(kBuildGroup);
     addCount(command, "--token-limit", limits.scriptTokens, "words and signs")->group(kBuildGroup);
     addCount(command, "--nesting-limit", limits.nesting, "brackets inside each other")

@@ -25,4 +25,21 @@ struct Limits {
     std::string fileFolder;  ///< with FileAccess::oneFolder
 };
 
+/// For scripts that nobody has read: they compute for seconds, take megabytes and open no files.
+inline Limits strictLimits() {
+    Limits limits;
+    limits.callDepth = 1000;
+    limits.stringBytes = std::size_t{16} << 20;
+    limits.runBytes = std::size_t{64} << 20;
+    limits.scriptBytes = std::size_t{256} << 10;
+    limits.scriptTokens = 65'536;
+    limits.nesting = 64;
+    limits.hardCeilingMs = 60'000;
+    limits.boxesBeforeStopButton = 5;
+    limits.endOfInputEndsRun = true;
+    limits.restoreLocaleAfterRun = true;
+    limits.fileAccess = FileAccess::none;
+    return limits;
+}
+
 }  // namespace korvant

@@ -73,6 +73,10 @@ void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits) {
     handOver(toRecord(moduleSession().limits()), limits);
 }
 
+void KORVANTIDE_CALL GetStrictScriptLimits(KorvantLimits* limits) {
+    handOver(toRecord(strictLimits()), limits);
+}
+
 namespace {
 
 std::int32_t setLimits(const KorvantLimits* limits) {
