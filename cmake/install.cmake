@@ -1,21 +1,40 @@
-# What a host needs: the module, its headers, and the files by which find_package finds them; and
-# the program.
+# What a host and its users need: the module, its headers and the files by which find_package and
+# pkg-config find them; the program, its desktop entry, man page and manual; examples and documents.
 include(CMakePackageConfigHelpers)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/KorvantIDE)
+set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+set(shared_folder ${CMAKE_INSTALL_DATADIR}/korvantide)
+
+# The engine is the host's own; whether its names stand in a namespace is a matter of how it was
+# built.
+if(KORVANT_ANGELSCRIPT_SOURCE)
+  set(KORVANT_ENGINE_DEFINITIONS "")
+  set(KORVANT_ENGINE_FLAGS "")
+else()
+  set(KORVANT_ENGINE_DEFINITIONS AS_DEBIAN_LIB)
+  set(KORVANT_ENGINE_FLAGS -DAS_DEBIAN_LIB)
+endif()
 
 install(TARGETS korvant RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/korvantide/examples
-        FILES_MATCHING PATTERN "*.as" PATTERN "data/*")
+install(DIRECTORY examples/ DESTINATION ${shared_folder}/examples
+        FILES_MATCHING PATTERN "*.as" PATTERN "*.cpp" PATTERN "data/*" PATTERN "expected" EXCLUDE)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        FILES_MATCHING PATTERN "*.md" PATTERN "images/*" PATTERN "manual" EXCLUDE)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME changelog)
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+
+if(NOT WIN32)
+  install(FILES packaging/korvant.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES packaging/korvant.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES packaging/korvantide.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+  set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+  install(FILES packaging/korvant.svg DESTINATION ${icons}/scalable/apps)
+  install(FILES packaging/korvant.png DESTINATION ${icons}/128x128/apps)
+endif()
 
 if(KORVANT_WINDOWS_UI)
-  # The engine is the host's own; whether its names stand in a namespace is a matter of how it
-  # was built.
-  if(KORVANT_ANGELSCRIPT_SOURCE)
-    set(KORVANT_ENGINE_DEFINITIONS "")
-  else()
-    set(KORVANT_ENGINE_DEFINITIONS AS_DEBIAN_LIB)
-  endif()
   install(TARGETS korvantide EXPORT KorvantIDETargets
           LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
           ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -27,4 +46,11 @@ if(KORVANT_WINDOWS_UI)
                                    COMPATIBILITY SameMajorVersion)
   install(FILES ${CMAKE_BINARY_DIR}/KorvantIDEConfig.cmake
                 ${CMAKE_BINARY_DIR}/KorvantIDEConfigVersion.cmake DESTINATION ${package_folder})
+
+  # Relative to its own place, so that an installed tree can be moved.
+  file(RELATIVE_PATH KORVANT_PREFIX_FROM_PKGCONFIG /root/${pkgconfig_folder} /root)
+  configure_file(packaging/korvantide.pc.in ${CMAKE_BINARY_DIR}/korvantide.pc @ONLY)
+  install(FILES ${CMAKE_BINARY_DIR}/korvantide.pc DESTINATION ${pkgconfig_folder})
 endif()
+
+include(cmake/debian_package.cmake)

@@ -14,7 +14,8 @@ std::string programFolder();
 /// `path` as it is from any current folder.
 std::string absolutePath(const std::string& path);
 
-/// The scripting manual's first page, which stands beside the program.
+/// The scripting manual's first page: beside the program, or else where an installation of the
+/// program or of the module keeps it; where it would stand beside the program when there is none.
 std::string manualPage(const std::string& programFolder);
 
 /// Opens a file with the desktop's program for it, without a shell. False when the file is not

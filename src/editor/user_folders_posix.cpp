@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <pwd.h>
 #include <spawn.h>
@@ -19,6 +20,8 @@ namespace korvant {
 namespace {
 
 constexpr char kProduct[] = "korvantide";
+constexpr char kManual[] = "/scripting_manual/index.html";
+constexpr char kSharedManual[] = "/share/korvantide/scripting_manual/index.html";
 constexpr int kWaitStep = 10'000, kLongestWait = 500'000;  // microseconds
 
 /// An environment variable that holds an absolute path; others are to be ignored.
@@ -32,6 +35,14 @@ std::string homeFolder() {
     if (!home.empty()) return home;
     const passwd* user = ::getpwuid(::getuid());
     return user && user->pw_dir ? user->pw_dir : "";
+}
+
+/// The folder of the library or program that this code is a part of.
+std::string moduleFolder() {
+    static const char here = 0;
+    Dl_info found{};
+    return ::dladdr(&here, &found) != 0 && found.dli_fname ? folderOf(absolutePath(found.dli_fname))
+                                                           : std::string();
 }
 
 /// Some desktops hand the file over and end at once, others stay for as long as it is shown.
@@ -71,7 +82,14 @@ std::string absolutePath(const std::string& path) {
 }
 
 std::string manualPage(const std::string& programFolder) {
-    return programFolder + "/scripting_manual/index.html";
+    // An installed program and an installed module have the manual in the shared data of their
+    // tree: below PREFIX/bin, PREFIX/lib and PREFIX/lib/ARCHITECTURE.
+    const std::string beside = programFolder + kManual, module = moduleFolder();
+    for (const std::string& place :
+         {beside, programFolder + "/.." + kSharedManual, module + kManual,
+          module + "/.." + kSharedManual, module + "/../.." + kSharedManual})
+        if (::access(place.c_str(), R_OK) == 0) return place;
+    return beside;
 }
 
 bool openWithDesktop(const std::string& path) {

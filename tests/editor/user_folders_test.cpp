@@ -37,9 +37,16 @@ TEST(UserFolders, FollowTheUsersSettings) {
     EXPECT_EQ(userDataFolder(), "/home/somebody/.local/share/korvantide");
 }
 
-TEST(UserFolders, ManualIsBesideTheProgram) {
+TEST(UserFolders, ManualIsBesideTheProgramOrInTheDataOfItsTree) {
     EXPECT_TRUE(std::filesystem::exists(programFolder() + "/editor_tests"));
-    EXPECT_EQ(manualPage("/bin"), "/bin/scripting_manual/index.html");
+    const TemporaryFolder tree;
+    const std::string bin = tree.file("bin"), page = "/scripting_manual/index.html";
+    std::filesystem::create_directories(bin + "/scripting_manual");
+    std::filesystem::create_directories(tree.file("share/korvantide/scripting_manual"));
+    writeFile(tree.file("share/korvantide") + page, "shared");
+    EXPECT_EQ(readFile(manualPage(bin)), "shared");
+    writeFile(bin + page, "beside");
+    EXPECT_EQ(readFile(manualPage(bin)), "beside");
     EXPECT_EQ(absolutePath("/a"), "/a");
     EXPECT_EQ(absolutePath("a"), std::filesystem::current_path().string() + "/a");
 }
