@@ -16,10 +16,19 @@ else()
     INTERFACE ${ANGELSCRIPT_ADDON_LIBRARY} ${ANGELSCRIPT_LIBRARY} Threads::Threads)
 endif()
 
-find_path(CLI11_INCLUDE CLI/CLI.hpp REQUIRED)
+# A cross build takes the libraries that are headers only from a folder that holds nothing else,
+# so that no header of this machine's own system gets in.
+if(KORVANT_HEADER_FOLDER)
+  set(CLI11_INCLUDE ${KORVANT_HEADER_FOLDER})
+  add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
+  target_include_directories(nlohmann_json::nlohmann_json SYSTEM
+                             INTERFACE ${KORVANT_HEADER_FOLDER})
+else()
+  find_path(CLI11_INCLUDE CLI/CLI.hpp REQUIRED)
+  find_package(nlohmann_json REQUIRED)
+endif()
 add_library(korvant_cli11 INTERFACE)
 target_include_directories(korvant_cli11 SYSTEM INTERFACE ${CLI11_INCLUDE})
-find_package(nlohmann_json REQUIRED)
 
 if(KORVANT_WINDOWS_UI)
   find_package(wxWidgets 3.2 REQUIRED COMPONENTS stc propgrid html core base)

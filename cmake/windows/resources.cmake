@@ -1,9 +1,5 @@
 # korvant_resources(TARGET NAME DESCRIPTION): icon, version and manifest of a Windows binary.
 function(korvant_resources target name description)
-  if(NOT WIN32)
-    return()
-  endif()
-  enable_language(RC)
   set(RC_NAME ${name})
   set(RC_DESCRIPTION ${description})
   get_target_property(type ${target} TYPE)

@@ -11,7 +11,7 @@
 #include "host/terminal_frontend.h"
 #include "module/composition.h"
 #include "module/korvant_ide_app.h"
-#include "ui/console_window.h"
+#include "module/window_console.h"
 #include "ui/form_editor.h"
 #include "ui/ui_runtime.h"
 #include "ui/wx_frontend.h"
@@ -42,7 +42,7 @@ struct WindowServices {
     GatheredOutput output{STDOUT_FILENO};
     PipeConsole streams{input, output, runShouldStop};
     TerminalFrontend questions{streamOptions(streams)};
-    ui::ConsoleWindow console{streams};
+    WindowConsole console = makeWindowConsole(streams, runShouldStop);
     ui::WxFrontend frontend{questions};
 };
 
@@ -60,7 +60,8 @@ void composeServices() {
     WindowServices& services = windowServices();
     ui::setApplicationFactory([]() -> wxApp* { return new CKorvantIDEApp; });
     ui::installFormEditor();
-    moduleSession().setServices({&services.console, &services.frontend, nullptr, ui::switchUi});
+    moduleSession().setServices(
+        {services.console.console.get(), &services.frontend, nullptr, ui::switchUi});
 }
 
 bool feedScriptInput(const std::string& line) {

@@ -23,6 +23,8 @@ struct ProgressStyle {
 void setProgressStyle(const ProgressStyle& style);
 /// What was set last, else what the user's settings say. Safe from any thread.
 ProgressStyle progressStyle();
+/// What the system says by itself; one implementation for each platform.
+ProgressStyle guessedProgressStyle();
 
 /// A window that is not shown yet; null without a display. It belongs to the thread that makes it
 /// and to a display connection of its own, so it paints and listens while the script's thread is

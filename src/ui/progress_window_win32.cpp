@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <mutex>
 
 #include "host/wide_text_win32.h"
 #include "ui/progress_window.h"
@@ -13,16 +12,6 @@ namespace {
 
 constexpr wchar_t kClass[] = L"KorvantIDE.Progress";
 constexpr int kPadding = 24, kNarrowest = 280;
-
-ProgressStyle& styleSet() {
-    static auto* const style = new ProgressStyle{0xF0F0F0, 0x000000, "Segoe UI", 9, 1};
-    return *style;
-}
-
-std::mutex& styleLock() {
-    static auto* const lock = new std::mutex;
-    return *lock;
-}
 
 COLORREF colourRef(std::uint32_t rgb) {
     return RGB((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
@@ -148,16 +137,6 @@ class SystemProgressWindow final : public ProgressWindow {
 };
 
 }  // namespace
-
-void setProgressStyle(const ProgressStyle& style) {
-    const std::lock_guard lock(styleLock());
-    styleSet() = style;
-}
-
-ProgressStyle progressStyle() {
-    const std::lock_guard lock(styleLock());
-    return styleSet();
-}
 
 std::unique_ptr<ProgressWindow> makeProgressWindow() {
     return std::make_unique<SystemProgressWindow>(progressStyle());

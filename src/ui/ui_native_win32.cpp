@@ -1,5 +1,6 @@
 #include "ui/ui_native.h"
 
+#include <wx/msw/private.h>
 #include <wx/msw/wrapwin.h>
 #include <wx/window.h>
 
@@ -46,7 +47,14 @@ bool displayReachable() {
     return true;
 }
 
+/// The toolkit's window classes and pictures are this module's, beside another copy of the toolkit
+/// in the host.
 void keepingProcess(const std::function<void()>& start) {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&keepingProcess), &module);
+    wxSetInstance(module);
     const char* current = std::setlocale(LC_ALL, nullptr);
     const std::string kept = current ? current : "C";
     start();
@@ -83,7 +91,9 @@ void pumpWindow(wxWindow& window) {
 void keepScrollBarsVisible(wxWindow&) {}
 
 /// A new dialog has the keyboard here.
-void claimKeyboard(wxWindow&) {}
+bool claimKeyboard(wxWindow&) {
+    return true;
+}
 
 InputGrab::InputGrab(wxWindow& window) : window_(window) {
     EnumThreadWindows(GetCurrentThreadId(), holdBack,

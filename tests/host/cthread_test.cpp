@@ -2,13 +2,9 @@
 #include "korvantide/cthread.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -159,28 +155,5 @@ TEST(CThread, StartsAndEndsManyTimesWithoutARace) {
         if (i % 2 == 0) worker.Stop(0);
     }
 }
-
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-TEST(CThread, StartSaysWhenTheSystemHasNoThreadToGive) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        // Room for a few stacks, so that one of many threads finds none.
-        std::size_t pages = 0;
-        std::ifstream("/proc/self/statm") >> pages;
-        const rlim_t room = pages * 4096 + (64u << 20);
-        const rlimit limit{room, room};
-        ::setrlimit(RLIMIT_AS, &limit);
-        std::vector<std::unique_ptr<CThread>> threads;
-        for (int i = 0; i < 100; ++i) {
-            threads.push_back(std::make_unique<CThread>());
-            if (threads.back()->Start() == 0) ::_exit(threads.back()->IsAlive());
-        }
-        ::_exit(2);
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(0, status);
-}
-#endif
 
 }  // namespace

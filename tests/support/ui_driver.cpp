@@ -1,7 +1,6 @@
 #include "support/ui_driver.h"
 
 #include <gtest/gtest.h>
-#include <gtk/gtk.h>
 #include <wx/app.h>
 #include <wx/dialog.h>
 #include <wx/evtloop.h>
@@ -166,15 +165,6 @@ void UiDriver::fail(const std::string& what) {
         saveScreen(std::string(folder) + "/timeout.png");
     if (onTimeout) onTimeout();
     closeEverything();
-}
-
-void saveScreen(const std::string& path) {
-    GdkWindow* root = gdk_get_default_root_window();
-    GdkPixbuf* picture = gdk_pixbuf_get_from_window(root, 0, 0, gdk_window_get_width(root),
-                                                    gdk_window_get_height(root));
-    if (!picture) return;
-    gdk_pixbuf_save(picture, path.c_str(), "png", nullptr, "compression", "9", nullptr);
-    g_object_unref(picture);
 }
 
 namespace detail {

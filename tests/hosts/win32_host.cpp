@@ -1,0 +1,278 @@
+// A host with nothing but the system's own windows: it loads the module by name, runs scripts in
+// it, stops in them, has a form filled in and opens the editor, while a thread plays the user.
+//
+// win32_host MODULE [FOLDER]     FOLDER: where pictures of the screen are kept, as bitmaps
+#include <windows.h>
+
+#include <angelscript.h>
+
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/wide_text_win32.h"
+#include "korvantide/host_interface.h"
+#include "korvantide/korvantide.h"
+#include "support/ui_x_keys.h"
+
+namespace {
+
+using korvant::test::answerWindow;
+using korvant::test::awaitWindow;
+using korvant::test::pressInWindow;
+
+[[noreturn]] void fail(const std::string& what) {
+    std::fprintf(stderr, "win32_host: %s\n", what.c_str());
+    std::fflush(stderr);
+    TerminateProcess(GetCurrentProcess(), 1);
+    std::abort();
+}
+
+void check(bool condition, const std::string& what) {
+    if (!condition) fail(what);
+}
+
+template <class Function>
+Function* entry(HMODULE module, const char* name) {
+    const FARPROC address = GetProcAddress(module, name);
+    check(address != nullptr, std::string("the module has no ") + name);
+    Function* function = nullptr;
+    std::memcpy(&function, &address, sizeof function);
+    return function;
+}
+
+HWND hostWindow = nullptr;
+
+void openHostWindow() {
+    WNDCLASSW type{};
+    type.lpfnWndProc = DefWindowProcW;
+    type.hInstance = GetModuleHandleW(nullptr);
+    type.lpszClassName = L"Host";
+    RegisterClassW(&type);
+    hostWindow = CreateWindowExW(0, L"Host", L"A host of its own", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                 20, 20, 300, 120, nullptr, nullptr, type.hInstance, nullptr);
+    check(hostWindow != nullptr, "no window");
+}
+
+/// The host's own loop takes a few ticks of a timer.
+void goOn() {
+    SetTimer(hostWindow, 1, 10, nullptr);
+    int ticks = 0;
+    for (MSG message; ticks < 5 && GetMessageW(&message, nullptr, 0, 0) > 0;) {
+        if (message.message == WM_TIMER && message.hwnd == hostWindow) ++ticks;
+        DispatchMessageW(&message);
+    }
+    check(ticks == 5, "the host's loop stands still");
+    KillTimer(hostWindow, 1);
+    check(IsWindowEnabled(hostWindow) != 0, "the host's window is left disabled");
+}
+
+std::string pictureFolder;
+
+/// The whole screen as a 24-bit bitmap file.
+void keepPicture(const std::string& name) {
+    if (pictureFolder.empty()) return;
+    Sleep(500);  // for a person to look at: what is still being drawn shall be on it
+    const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
+    void* bits = nullptr;
+    const HBITMAP picture = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(memory, picture);
+    BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    GdiFlush();
+    const DWORD size = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height);
+    const DWORD start = sizeof(BITMAPFILEHEADER) + sizeof info.bmiHeader;
+    const BITMAPFILEHEADER header{0x4D42, start + size, 0, 0, start};
+    if (std::FILE* file = std::fopen((pictureFolder + "/" + name + ".bmp").c_str(), "wb")) {
+        std::fwrite(&header, sizeof header, 1, file);
+        std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, file);
+        std::fwrite(bits, size, 1, file);
+        std::fclose(file);
+    }
+    SelectObject(memory, before);
+    DeleteObject(picture);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+}
+
+/// Does its steps on a thread while a call of the module waits for somebody.
+class User {
+  public:
+    explicit User(std::function<bool()> steps) : thread_([this, steps] { done_ = steps(); }) {}
+    ~User() {
+        thread_.join();
+        check(done_, "a window did not come or did not go");
+    }
+
+  private:
+    std::thread thread_;
+    bool done_ = false;
+};
+
+class Module {
+  public:
+    explicit Module(const char* path)
+        : library_(LoadLibraryA(path)), engine_(asCreateScriptEngine()) {
+        check(library_ != nullptr, "the module does not load");
+        context_ =
+            entry<decltype(ConfigureScriptEngine)>(library_, "ConfigureScriptEngine")(engine_);
+        check(context_ != nullptr, "the engine is not configured");
+    }
+    ~Module() {
+        entry<decltype(ReleaseScriptEngine)>(library_, "ReleaseScriptEngine")(engine_);
+        context_->Release();
+        engine_->ShutDownAndRelease();
+    }
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+
+    bool compile(const std::string& script) {
+        return entry<decltype(CompileScript)>(library_, "CompileScript")(engine_, script) != 0;
+    }
+    bool run(const std::string& script, const std::vector<std::int32_t>& stops = {}) {
+        return entry<decltype(RunApplication)>(library_, "RunApplication")(engine_, context_,
+                                                                           script, &stops);
+    }
+    bool goOn(const std::vector<std::int32_t>& stops, int mode) {
+        return entry<decltype(ContinueApplication)>(library_, "ContinueApplication")(
+            engine_, context_, &stops, mode);
+    }
+    std::string edit(std::string script) {
+        entry<decltype(RunScriptEditor)>(library_, "RunScriptEditor")(engine_, context_, script,
+                                                                      "Host");
+        return script;
+    }
+    std::string lastMessage() {
+        KorvantRunResult result{};
+        result.size = sizeof result;
+        entry<decltype(GetLastRunResult)>(library_, "GetLastRunResult")(&result);
+        return result.message;
+    }
+    asIScriptContext* context() { return context_; }
+
+  private:
+    HMODULE library_;
+    asIScriptEngine* engine_;
+    asIScriptContext* context_ = nullptr;
+};
+
+void compileAndRun(Module& module) {
+    check(module.compile("int main() { return 0; }"), "a right script does not compile");
+    check(!module.compile("int main() { return }"), "a wrong script compiles");
+    check(module.run("int main() { int[] a = {3, 1, 2}; a.sortAsc(); string s = \"a\" + a[0];\n"
+                     "  if (s != \"a1\") a[7] = 1; return 0; }"),
+          "a script does not end well: " + module.lastMessage());
+}
+
+/// With a box, a prompt and progress, which each need a window of their own.
+void talk(Module& module) {
+    const User user([] {
+        if (!awaitWindow("KorvantIDE")) return false;
+        keepPicture("box");
+        return answerWindow("KorvantIDE", "y") && answerWindow("Depth", "Return");
+    });
+    check(module.run(
+              "int main() {\n"
+              "  Progress(\"Survey\", \"one of two\");\n"
+              "  if (!Question(\"Carry on?\")) return 1;\n"
+              "  Object o;\n"
+              "  if (o.messageBox(\"Depth\", \"Keep it?\", \"BU_OK\", \"IC_WARNING\") != 201) {\n"
+              "    int[] a; a[0] = 1; }\n"
+              "  return 0;\n}"),
+          "a script with dialogs does not end well: " + module.lastMessage());
+}
+
+void print(Module& module) {
+    const User user([] {
+        if (!awaitWindow("Output")) return false;
+        Sleep(700);
+        keepPicture("console");
+        return true;
+    });
+    check(module.run("int main() {\n"
+                     "  Print(\"Ore grades\\n\"); double[] g = {0.2, 1.4, 3.8};\n"
+                     "  for (uint i = 0; i < g.length(); i++) {\n"
+                     "    if (g[i] > 1) SetTextColor(6, 0); if (g[i] > 3) SetTextColor(4, 1);\n"
+                     "    Print(\"  \" + g[i] + \" %% caf\xE9 \xE2\x82\xAC\\n\"); ResetText(); }\n"
+                     "  uint end = GetSystemTime() + 3000; while (GetSystemTime() < end) {}\n"
+                     "  return 0;\n}"),
+          "a script that prints does not end well: " + module.lastMessage());
+}
+
+void stopAndStep(Module& module) {
+    const std::string script =
+        "int main() {\n  int a = 1;\n  a = a + 1;\n  a = a * 5;\n  return a;\n}";
+    check(module.run(script, {3}), "the run does not stop");
+    check(module.context()->GetState() == asEXECUTION_SUSPENDED, "the run is not suspended");
+    check(module.context()->GetLineNumber(0) == 3, "the run stops elsewhere");
+    check(module.goOn({3}, 1), "the step fails");
+    check(module.context()->GetLineNumber(0) == 4, "the step ends elsewhere");
+    check(module.goOn({}, 0), "the run does not go on");
+    check(module.context()->GetState() == asEXECUTION_FINISHED, "the run does not finish");
+}
+
+void fillForm(Module& module) {
+    const User user([] {
+        if (!awaitWindow("Pump")) return false;
+        keepPicture("form");
+        check(IsWindowEnabled(hostWindow) == 0, "the host can be used beside a form");
+        return pressInWindow("Pump", "Return", true) && awaitWindow("Pump", false);
+    });
+    check(module.run("int main() {\n"
+                     "  Object o; o.setTitle(\"Pump\");\n"
+                     "  o.addClass(\"Duty\", true); o.addCategory(\"Water\");\n"
+                     "  o.addProperty(\"flow\", \"Flow\", 12.5, \"m3/h\", true);\n"
+                     "  o.addProperty(\"head\", \"Head\", 30.0, \"m\", true);\n"
+                     "  if (!o.edit()) { int[] a; a[0] = 1; }\n"
+                     "  return 0;\n}"),
+          "a script with a form does not end well: " + module.lastMessage());
+}
+
+void openEditor(Module& module) {
+    const std::string script =
+        "int main() {\n  int a = 6;\n  int b = a * 7;\n  Print(\"\" + b);\n  return 0;\n}\n";
+    const User user([] {
+        const char* const title = "Script Editor";
+        if (!awaitWindow(title)) return false;
+        check(IsWindowEnabled(hostWindow) == 0, "the host can be used beside the editor");
+        for (const char* key : {"Down", "Down", "F9", "F5"})
+            if (!pressInWindow(title, key, false)) return false;
+        Sleep(1500);
+        keepPicture("editor");
+        if (!pressInWindow(title, "F5", false)) return false;
+        Sleep(1500);
+        PostMessageW(FindWindowW(nullptr, L"Script Editor"), WM_CLOSE, 0, 0);
+        return awaitWindow(title, false);
+    });
+    check(module.edit(script) == script, "the editor changed the text");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    check(argc >= 2, "usage: win32_host MODULE [FOLDER]");
+    if (argc > 2) pictureFolder = argv[2];
+    openHostWindow();
+    Module module(argv[1]);
+    const struct {
+        const char* name;
+        void (*part)(Module&);
+    } parts[] = {{"compile and run", compileAndRun},
+                 {"stop and step", stopAndStep},
+                 {"talk", talk},
+                 {"print", print},
+                 {"fill a form", fillForm},
+                 {"edit", openEditor}};
+    for (const auto& [name, part] : parts) {
+        part(module);
+        goOn();
+        std::printf("win32_host: %s\n", name);
+        std::fflush(stdout);
+    }
+    return 0;
+}

@@ -1,0 +1,108 @@
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "host/wide_text_win32.h"
+#include "support/ui_x_keys.h"
+
+namespace korvant::test {
+namespace {
+
+struct Search {
+    std::wstring title;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK compare(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<Search*>(data);
+    wchar_t title[1024];
+    const int length = GetWindowTextW(window, title, 1024);
+    if (!IsWindowVisible(window) || std::wstring(title, length) != search.title) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+HWND find(const std::string& title) {
+    Search search{wideOfUtf8(title)};
+    EnumWindows(compare, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool hasKeyboard(const std::string& title) {
+    const HWND window = find(title);
+    return window && GetForegroundWindow() == window;
+}
+
+bool await(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        Sleep(2);
+    }
+    return true;
+}
+
+/// The names are those of another display server; the tests use a few of them.
+WORD keyNamed(const std::string& name) {
+    static const std::map<std::string, WORD> named = {
+        {"Return", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB}, {"space", VK_SPACE},
+        {"Pause", VK_PAUSE},   {"Break", VK_CANCEL},  {"F5", VK_F5},   {"F9", VK_F9},
+        {"F10", VK_F10},       {"F11", VK_F11},       {"F12", VK_F12}, {"Down", VK_DOWN}};
+    const auto place = named.find(name);
+    if (place != named.end()) return place->second;
+    return static_cast<WORD>(VkKeyScanW(static_cast<wchar_t>(name.front())) & 0xFF);
+}
+
+INPUT stroke(WORD key, bool up) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+    return input;
+}
+
+void press(WORD key, bool control) {
+    std::vector<INPUT> strokes;
+    if (control) strokes.push_back(stroke(VK_CONTROL, false));
+    strokes.push_back(stroke(key, false));
+    strokes.push_back(stroke(key, true));
+    if (control) strokes.push_back(stroke(VK_CONTROL, true));
+    SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
+}
+
+}  // namespace
+
+bool pressInWindow(const std::string& title, const std::string& key, bool control) {
+    if (!await([&] { return hasKeyboard(title); })) return false;
+    press(keyNamed(key), control);
+    return true;
+}
+
+bool answerWindow(const std::string& title, const std::string& key) {
+    if (!await([&] { return hasKeyboard(title); })) return false;
+    const HWND window = find(title);
+    press(keyNamed(key), false);
+    return await([&] { return !IsWindow(window) || !IsWindowVisible(window); });
+}
+
+bool awaitWindow(const std::string& title, bool present) {
+    return await([&] { return (find(title) != nullptr) == present; });
+}
+
+unsigned long windowFingerprint(const std::string& title) {
+    const HWND window = find(title);
+    RECT area{};
+    if (!window || !GetClientRect(window, &area) || area.right == 0) return 0;
+    const HDC context = GetDC(window);
+    unsigned long sum = 1;
+    for (int y = 0; y < area.bottom; ++y)
+        for (int x = 0; x < area.right; ++x) sum = sum * 31 + GetPixel(context, x, y);
+    ReleaseDC(window, context);
+    return sum;
+}
+
+}  // namespace korvant::test
