@@ -76,17 +76,20 @@ bool isOwnType(const asITypeInfo* type) {
     return type != nullptr && type->GetUserData(kOwnType) != nullptr;
 }
 
-BuildSettings::BuildSettings(asIScriptEngine* engine)
+BuildSettings::BuildSettings(asIScriptEngine* engine, bool utf8)
     : engine_(engine),
       globalsAfterBuild_(engine->GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD)),
-      withoutLines_(engine->GetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES)) {
+      withoutLines_(engine->GetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES)),
+      scanner_(engine->GetEngineProperty(asEP_SCRIPT_SCANNER)) {
     engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
     engine_->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, 0);
+    if (!utf8) engine_->SetEngineProperty(asEP_SCRIPT_SCANNER, 0);
 }
 
 BuildSettings::~BuildSettings() {
     engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, globalsAfterBuild_);
     engine_->SetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES, withoutLines_);
+    engine_->SetEngineProperty(asEP_SCRIPT_SCANNER, scanner_);
 }
 
 CollectionPause::CollectionPause(asIScriptEngine* engine)

@@ -54,10 +54,12 @@ void markOwnType(asIScriptEngine* engine, const char* name);
 bool isOwnType(const asITypeInfo* type);
 
 /// While it lives, Build leaves global variables uninitialised and marks every statement, so that
-/// a loop can be ended; then the host's settings are back.
+/// a loop can be ended, and takes a text that is not UTF-8 byte for byte: the engine would read its
+/// Windows Western letters as code points and write them as UTF-8. Then the host's settings are
+/// back.
 class BuildSettings {
   public:
-    explicit BuildSettings(asIScriptEngine* engine);
+    BuildSettings(asIScriptEngine* engine, bool utf8);
     ~BuildSettings();
     BuildSettings(const BuildSettings&) = delete;
     BuildSettings& operator=(const BuildSettings&) = delete;
@@ -66,6 +68,7 @@ class BuildSettings {
     asIScriptEngine* engine_;
     asPWORD globalsAfterBuild_;
     asPWORD withoutLines_;
+    asPWORD scanner_;
 };
 
 /// While it lives, the engine collects no garbage by itself: discarding a module would otherwise

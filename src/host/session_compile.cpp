@@ -2,6 +2,7 @@
 #include "host/engine_memory.h"
 #include "host/session_impl.h"
 #include "host/source_scan.h"
+#include "host/text_encoding.h"
 
 namespace korvant {
 
@@ -49,16 +50,16 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
     if (module == nullptr || module->AddScriptSection(kSection, text.data(), text.size(), 0) < 0)
         return false;
-    const int result = buildModule(*module);
+    const int result = buildModule(*module, isValidUtf8(text));
     if (result == asINVALID_CONFIGURATION) addComplaints(engine);
     return result >= 0;
 }
 
-int ScriptSession::Impl::buildModule(asIScriptModule& module) {
+int ScriptSession::Impl::buildModule(asIScriptModule& module, bool utf8) {
     asIScriptEngine& engine = *module.GetEngine();
     int result = 0;
     {
-        const BuildSettings settings(&engine);
+        const BuildSettings settings(&engine, utf8);
         result = callCompiler(module);
     }
     if (result < 0 || engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)

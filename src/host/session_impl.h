@@ -50,7 +50,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
 
     // Compiling.
     bool build(asIScriptEngine* engine, const std::string& text);
-    int buildModule(asIScriptModule& module);
+    int buildModule(asIScriptModule& module, bool utf8);
     int callCompiler(asIScriptModule& module);
     int initialiseGlobals(asIScriptModule& module);
     void addComplaints(asIScriptEngine* engine);

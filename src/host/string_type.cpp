@@ -138,9 +138,11 @@ const FunctionRow kLife[] = {
 
 const FunctionRow kMethods[] = {
     firstRow<opEquals>("bool opEquals(const string &in) const",
-                       "True when both have the same bytes.", "if (s == \"yes\") ..."),
+                       "True when both have the same bytes.",
+                       "if (s == \"yes\") Print(\"agreed\\n\");"),
     firstRow<opCmp>("int opCmp(const string &in) const",
-                    "Order by bytes; a text sorts behind its own beginning.", "if (a < b) ..."),
+                    "Order by bytes; a text sorts behind its own beginning.",
+                    "if (a < b) Print(a + \" comes first\\n\");"),
     firstRow<opAdd>("string@ opAdd(const string &in) const", "Both texts, one after the other.",
                     "s = first + last;", kFull),
     lastRow<opIndex>(kIndexDeclaration, "The byte at a position, to read or to change.",
@@ -148,7 +150,7 @@ const FunctionRow kMethods[] = {
     lastRow<opIndex>(kConstIndexDeclaration, "The byte at a position of a constant text.",
                      "uint8 first = s[0];", kRange),
     selfRow<&StringMethods::length>("uint length() const", "The number of bytes.",
-                                    "if (s.length() > 0) ..."),
+                                    "if (s.length() > 0) Print(s);"),
     selfRow<&StringMethods::resizeTo>("void resize(uint)", "Cuts the text, or adds zero bytes.",
                                       "s.resize(8);", kFull),
     lastRow<assignNumber<double>>("string &opAssign(double)", "Takes over a number as text.",

@@ -93,6 +93,14 @@ TEST_F(Build, TheHostsEngineSettingsAreBackAfterwards) {
     EXPECT_EQ(engine()->GetEngineProperty(asEP_BUILD_WITHOUT_LINE_CUES), 1u);
 }
 
+TEST_F(Build, LettersKeepTheirBytesInWesternAndInUtf8) {
+    EXPECT_EQ(value("StrSize(\"caf\xE9\")"), "4");
+    EXPECT_EQ(value("StrSize(\"caf\xC3\xA9\")"), "5");
+    EXPECT_EQ(value("StrSize(\"caf\\xE9\")"), "4");
+    EXPECT_EQ(session().buildMessages().count(), 0u);
+    EXPECT_EQ(engine()->GetEngineProperty(asEP_SCRIPT_SCANNER), 1u);
+}
+
 TEST_F(Build, AHostThatInitialisesGlobalsItselfStillDoes) {
     const char* text = "int f() { Print(\"f\"); return 7; } int g = f(); int main() { return g; }";
     engine()->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
