@@ -49,6 +49,13 @@ TEST_P(Example, PrintsWhatIsExpected) {
     EXPECT_EQ(promisedExitCode(readFile(script)), result.exitCode) << result.errors;
 }
 
+TEST(Examples, TheHostsFormsNeedNoWindow) {
+    const ProcessResult result = runProcess({"/usr/bin/env", "-u", "DISPLAY", "-u",
+                                             "WAYLAND_DISPLAY", KORVANT_BIN_DIR "/host_form"});
+    EXPECT_EQ(readFile(kExamples / "expected" / "host_form.out"), result.output);
+    EXPECT_EQ(0, result.exitCode) << result.errors;
+}
+
 TEST(Examples, AreEnoughToLearnFrom) {
     EXPECT_GE(exampleNames().size(), 10u);
 }
