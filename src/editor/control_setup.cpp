@@ -16,6 +16,7 @@ constexpr int kFoldLineAfterContracted = 16;
 constexpr std::uintptr_t kFolderMarkers = 0xFE000000;
 constexpr int kOutputHeight = 144;
 constexpr int kDwellMilliseconds = 500;
+constexpr int kListedNames = 10;  // at once
 
 struct FolderMarker {
     int marker;
@@ -149,6 +150,7 @@ void setUpConveniences(const TextControl& editor) {
     // The control's own grey is hard to read.
     editor.send(sci::kCallTipSetFore, static_cast<std::uintptr_t>(sci::rgb(64, 64, 64)));
     editor.send(sci::kCallTipSetForeHlt, static_cast<std::uintptr_t>(sci::rgb(0, 0, 255)));
+    editor.send(sci::kAutoCSetMaxHeight, kListedNames);
     editor.send(sci::kAutoCSetIgnoreCase, 1);
     editor.send(sci::kAutoCSetOrder, sci::kOrderPerformSort);
     setFont(editor, sci::kStyleLineNumber);
@@ -159,6 +161,15 @@ void applyScheme(const TextControl& editor, const TextControl& output, ColourSch
     const SchemeColours& colours = scheme == ColourScheme::light ? kLight : kBlack;
     colourEditor(editor, colours);
     colourOutput(output, colours);
+}
+
+void colourMargins(const TextControl& editor, const TextControl& output, ColourScheme scheme) {
+    constexpr auto kGrey = sci::rgb(240, 240, 240), kPaleGrey = sci::rgb(248, 248, 248);
+    const auto outputGrey = scheme == ColourScheme::light ? kGrey : sci::rgb(64, 64, 64);
+    editor.send(sci::kStyleSetBack, sci::kStyleLineNumber, kGrey);
+    editor.send(sci::kSetFoldMarginColour, 1, kPaleGrey);
+    editor.send(sci::kSetFoldMarginHiColour, 1, kPaleGrey);
+    output.send(sci::kStyleSetBack, sci::kStyleLineNumber, outputGrey);
 }
 
 int lineNumberWidth(const TextControl& editor) {

@@ -19,6 +19,9 @@ void setUpOutputControl(const TextControl& output);
 void setUpConveniences(const TextControl& editor);
 
 void applyScheme(const TextControl& editor, const TextControl& output, ColourScheme scheme);
+/// The margins beside the text, whose colours the schemes leave to the desktop: under a dark theme
+/// the black line numbers could not be read. To be called after every applyScheme().
+void colourMargins(const TextControl& editor, const TextControl& output, ColourScheme scheme);
 
 /// Pixels that the digits of the last line's number and two more take.
 int lineNumberWidth(const TextControl& editor);

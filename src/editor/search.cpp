@@ -53,6 +53,7 @@ void Search::replaceAll(const std::string& text, const std::string& replacement,
     if (text.empty()) return;
     if (regularExpressions()) forgetGroups();
     const UndoStep step(editor_);
+    // Deliberate: the control's own flags stay, so the plain text in any case is replaced.
     TextSpan range{0, editor_.length()};
     if (inSelection) range = {editor_.selectionStart(), editor_.selectionEnd()};
     while (!range.empty()) {

@@ -15,12 +15,17 @@ void setMarginWidth(const TextControl& editor, int margin, int width) {
 }  // namespace
 
 void ViewOptions::setUp() {
-    applyScheme(editor_, output_, ColourScheme::light);
+    useScheme(ColourScheme::light);
     black_ = false;
     if (!lineNumbers_) showLineNumbers(true);
     setMarginWidth(editor_, kFoldMargin, kMarkMarginWidth);
     setMarginWidth(editor_, kBookmarkMargin, kMarkMarginWidth);
     lineNumbers_ = bookmarks_ = folding_ = true;
+}
+
+void ViewOptions::useScheme(ColourScheme scheme) {
+    applyScheme(editor_, output_, scheme);
+    colourMargins(editor_, output_, scheme);
 }
 
 void ViewOptions::showLineNumbers(bool shown) {
@@ -49,7 +54,7 @@ void ViewOptions::toggleFolding() {
 
 void ViewOptions::toggleBackground() {
     black_ = !black_;
-    applyScheme(editor_, output_, black_ ? ColourScheme::black : ColourScheme::light);
+    useScheme(black_ ? ColourScheme::black : ColourScheme::light);
     window_.setMenuChecked(command_id::kBlackBackground, black_);
 }
 

@@ -20,6 +20,7 @@ class ViewOptions {
     void toggleBackground();
 
   private:
+    void useScheme(ColourScheme scheme);
     void showLineNumbers(bool shown);
     void toggleMargin(bool& shown, int margin, int command);
 

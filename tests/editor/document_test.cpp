@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "editor/user_folders.h"
 #include "support/editor_fixture.h"
 
 namespace korvant::test {
@@ -343,7 +344,7 @@ TEST_F(Document, RecentFilesOpenFromTheMenuAndOutliveTheEditor) {
 TEST_F(Document, HelpOpensTheManualOrSaysThatItIsMissing) {
     open();
     editor().functionKey(1);
-    EXPECT_EQ(window->opened, std::vector<std::string>{"/programs/scripting_manual/index.html"});
+    EXPECT_EQ(window->opened, std::vector<std::string>{manualPage("/programs")});
     window->documentsOpen = false;
     editor().functionKey(1);
     EXPECT_EQ(window->errors, std::vector<std::string>{"Documentation files not found."});

@@ -420,20 +420,37 @@ bool MemoryControl::show(unsigned message, std::intptr_t w, std::intptr_t l) {
 
 /// What shows on a screen only.
 bool MemoryControl::ignored(unsigned message) {
-    static const std::set<unsigned> messages = {
-        sci::kConvertEols,          sci::kSetEolMode,
-        sci::kSetTabWidth,          sci::kStyleClearAll,
-        sci::kStyleSetFore,         sci::kStyleSetBack,
-        sci::kStyleSetSize,         sci::kStyleSetFont,
-        sci::kSetSelFore,           sci::kSetSelBack,
-        sci::kSetCaretFore,         sci::kSetStyleBits,
-        sci::kSetCaretLineBack,     sci::kSetCaretLineVisible,
-        sci::kAutoCSetIgnoreCase,   sci::kAutoCSetOrder,
-        sci::kSetIndentationGuides, sci::kSetFoldFlags,
-        sci::kSetMarginMaskN,       sci::kSetMarginSensitiveN,
-        sci::kSetMouseDwellTime,    sci::kSetLexer,
-        sci::kSetProperty,          sci::kSetKeywords,
-        sci::kEnsureVisible,        sci::kUsePopUp};
+    static const std::set<unsigned> messages = {sci::kConvertEols,
+                                                sci::kSetEolMode,
+                                                sci::kSetTabWidth,
+                                                sci::kStyleClearAll,
+                                                sci::kStyleSetFore,
+                                                sci::kStyleSetBack,
+                                                sci::kStyleSetSize,
+                                                sci::kStyleSetFont,
+                                                sci::kSetSelFore,
+                                                sci::kSetSelBack,
+                                                sci::kSetCaretFore,
+                                                sci::kSetStyleBits,
+                                                sci::kSetCaretLineBack,
+                                                sci::kSetCaretLineVisible,
+                                                sci::kAutoCSetIgnoreCase,
+                                                sci::kAutoCSetMaxHeight,
+                                                sci::kSetFoldMarginColour,
+                                                sci::kSetFoldMarginHiColour,
+                                                sci::kAutoCSetOrder,
+                                                sci::kCallTipSetFore,
+                                                sci::kCallTipSetForeHlt,
+                                                sci::kSetIndentationGuides,
+                                                sci::kSetFoldFlags,
+                                                sci::kSetMarginMaskN,
+                                                sci::kSetMarginSensitiveN,
+                                                sci::kSetMouseDwellTime,
+                                                sci::kSetLexer,
+                                                sci::kSetProperty,
+                                                sci::kSetKeywords,
+                                                sci::kEnsureVisible,
+                                                sci::kUsePopUp};
     return messages.count(message) > 0;
 }
 

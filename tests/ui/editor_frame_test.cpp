@@ -80,7 +80,9 @@ TEST_F(EditorFrame, ViewTogglesChangeMarginsAndChecks) {
     });
     choose(command_id::kBlackBackground);
     driver.when("the black scheme", [this] {
+        // The line numbers are black whatever the desktop's theme and the scheme are.
         return editor()->StyleGetBackground(32) == *wxBLACK &&
+               editor()->StyleGetBackground(33) == wxColour(240, 240, 240) &&
                isChecked(command_id::kBlackBackground);
     });
     closeBox();
@@ -162,6 +164,19 @@ TEST_F(EditorFrame, OpensInsideALoopOfTheHosts) {
     });
     host.Run();
     EXPECT_TRUE(ended);
+    EXPECT_EQ(text, "xtext");
+}
+
+TEST_F(EditorFrame, StaysOpenWhenTheHostEndsItsLoop) {
+    std::string text = "text";
+    wxEventLoop host;
+    ready();
+    driver.run([&] { host.ScheduleExit(); });
+    type("x");
+    driver.when("the letter", [this] { return this->text() == "xtext"; });
+    closeBox();
+    wxTheApp->CallAfter([&] { text = edit(text); });
+    host.Run();
     EXPECT_EQ(text, "xtext");
 }
 
