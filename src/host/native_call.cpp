@@ -5,7 +5,11 @@
 namespace korvant {
 
 void raiseInScript(const char* description) noexcept {
-    moduleSession().raise(description);
+    try {
+        moduleSession().raise(description);
+    } catch (...) {
+        // There is no session and no memory to make one: then no script runs either.
+    }
 }
 
 }  // namespace korvant
