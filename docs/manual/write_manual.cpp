@@ -24,6 +24,7 @@ struct Page {
     std::string title;
     std::string body;
     bool reference = false;
+    std::vector<std::string> names = {};  ///< of its functions, each once and each an anchor
 };
 
 std::string escaped(const std::string& text) {
@@ -64,12 +65,30 @@ std::string slug(const std::string& title) {
     return result;
 }
 
-std::string rowHtml(const korvant::FunctionRow& row) {
-    std::string html =
-        "<h3>" + escaped(row.declaration) + "</h3>\n<p>" + escaped(row.help) + "</p>\n";
-    if (*row.example) html += "<pre><code>" + escaped(row.example) + "</code></pre>\n";
-    if (*row.failure) html += "<p class=\"fails\">" + escaped(row.failure) + "</p>\n";
-    return html;
+/// "StrFind" of "int StrFind( string &in, string &in )".
+std::string nameIn(const std::string& declaration) {
+    const auto end = declaration.find_last_not_of(' ', declaration.find('(') - 1) + 1;
+    auto begin = end;
+    while (begin > 0 && (std::isalnum(static_cast<unsigned char>(declaration[begin - 1])) ||
+                         declaration[begin - 1] == '_'))
+        --begin;
+    return declaration.substr(begin, end - begin);
+}
+
+/// Operators are not looked up by name.
+bool isListed(const std::string& name) {
+    return name.rfind("op", 0) != 0;
+}
+
+void appendRow(Page& page, const korvant::FunctionRow& row) {
+    const std::string name = nameIn(row.declaration);
+    const bool isFirst = std::find(page.names.begin(), page.names.end(), name) == page.names.end();
+    if (isFirst) page.names.push_back(name);
+    page.body += (isFirst ? "<h3 id=\"" + name + "\">" : std::string("<h3>")) +
+                 escaped(row.declaration) + "</h3>\n<p>" + escaped(row.help) + "</p>\n";
+    if (*row.example) page.body += "<pre><code>" + escaped(row.example) + "</code></pre>\n";
+    page.body += *row.failure ? "<p class=\"fails\">" + escaped(row.failure) + "</p>\n"
+                              : "<p class=\"sure\">It cannot fail.</p>\n";
 }
 
 /// Families of one title share a page.
@@ -84,7 +103,7 @@ std::vector<Page> referencePages() {
                 {"ref-" + slug(title) + ".html", title, "<h1>" + escaped(title) + "</h1>\n", true});
             page = pages.end() - 1;
         }
-        for (const auto& row : family.rows) page->body += rowHtml(row);
+        for (const auto& row : family.rows) appendRow(*page, row);
     }
     return pages;
 }
@@ -127,10 +146,14 @@ std::string withImages(std::string body, const fs::path& images) {
 
 std::string contents(const std::vector<Page>& pages) {
     std::string html = "<table>\n";
-    for (const auto& page : pages)
-        if (page.reference)
-            html +=
-                "<tr><td><a href=\"" + page.file + "\">" + escaped(page.title) + "</a></td></tr>\n";
+    for (const auto& page : pages) {
+        if (!page.reference) continue;
+        html += "<tr><td><a href=\"" + page.file + "\">" + escaped(page.title) + "</a></td><td>";
+        for (const std::string& name : page.names)
+            if (isListed(name))
+                html += "<a href=\"" + page.file + "#" + name + "\">" + name + "</a> \n";
+        html += "</td></tr>\n";
+    }
     return html + "</table>\n";
 }
 
@@ -158,7 +181,7 @@ std::string document(const std::vector<Page>& pages, const Page& page) {
 
 std::vector<Page> guidePages(const fs::path& fragments, const fs::path& images) {
     std::vector<Page> pages;
-    for (const char* name : {"index", "tutorial", "language", "debugging", "forms"}) {
+    for (const char* name : {"index", "tutorial", "editor", "language", "debugging", "forms"}) {
         const std::string body = readFile(fragments / (std::string(name) + ".html"));
         pages.push_back({std::string(name) + ".html", titleOf(body), withImages(body, images)});
     }

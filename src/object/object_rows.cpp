@@ -78,7 +78,7 @@ const FunctionRow kMethods[] = {
                                          "form.setLocale(1);"),
     objectRow<&ScriptObject::getLocale>("int getLocale()",
                                         "Returns the language: 0 English, 1 French, 2 Spanish.",
-                                        "if (form.getLocale() == 1) ..."),
+                                        "if (form.getLocale() == 1) Print(\"Bonjour\\n\");"),
     objectRow<&ScriptObject::_addTranslation>(
         "void addTranslation( int &in, string &in, string &in )",
         "Adds the translation of a text: language, text, translation. It holds for labels, "
@@ -110,7 +110,7 @@ const FunctionRow kMethods[] = {
         "form.addComputation(\"area\", \"width*height\");", kIgnored),
     objectRow<&ScriptObject::VAL>(
         "int VAL( string &in )", "Returns the value of a BU_, IC_ or ID_ constant by its name.",
-        "if (answer == form.VAL(\"ID_YES\")) ...", "Returns 0 for any other text."),
+        "if (answer == form.VAL(\"ID_YES\")) Print(\"yes\\n\");", "Returns 0 for any other text."),
     objectRow<&ScriptObject::_messageBoxStr>(
         "int messageBox( string &in, string &in, string &in, string &in )",
         "Shows a message box: caption, text, buttons (a BU_ name), icon (an IC_ name). Returns an "
@@ -226,7 +226,8 @@ const FunctionRow kMethods[] = {
         "or above.",
         "form.addProperty(\"metric\", \"Metric\", true, true, 1);", kTaken),
     firstRow<getPropertiesCount>("int getPropertiesCount()", "Returns the number of properties.",
-                                 "for (int i = 0; i < form.getPropertiesCount(); i++) ..."),
+                                 "for (int i = 0; i < form.getPropertiesCount(); i++)\n    "
+                                 "Print(\"\" + form.getPropertyType(i) + \"\\n\");"),
     objectRow<&ScriptObject::_getPropertyName>("void getPropertyName( int &in, string &out )",
                                                "Writes the name of a property, by index from 0.",
                                                "string name; form.getPropertyName(0, name);",
@@ -235,7 +236,8 @@ const FunctionRow kMethods[] = {
         "int getPropertyType( int &in )",
         "Returns the type of a property, by index: 0 integer, colour or option, 1 number, 2 "
         "boolean, 3 text or file.",
-        "if (form.getPropertyType(0) == 1) ...", "Returns -1 for an index out of range."),
+        "if (form.getPropertyType(0) == 1) Print(\"a real number\\n\");",
+        "Returns -1 for an index out of range."),
     objectRow<&ScriptObject::_getPropertyTypeByName>(
         "int getPropertyTypeByName( string &in )", "The same by name.",
         "int type = form.getPropertyTypeByName(\"flow\");", "Returns -1 for an unknown name."),
@@ -246,14 +248,15 @@ const FunctionRow kMethods[] = {
     firstRow<nextClass>("bool getNextClass( string &out, bool &out )",
                         "Goes on to the next class: its name, and whether it may be edited. "
                         "Classes of groups are passed over.",
-                        "while (form.getNextClass(name, value)) ...",
+                        "while (form.getNextClass(name, value)) Print(name + \"\\n\");",
                         "Returns false after the last."),
-    firstRow<nextCategory>(
-        "bool getNextCategory( string &out )", "Goes on to the next category of the class.",
-        "while (form.getNextCategory(category)) ...", "Returns false after the last."),
+    firstRow<nextCategory>("bool getNextCategory( string &out )",
+                           "Goes on to the next category of the class.",
+                           "while (form.getNextCategory(category)) Print(category + \"\\n\");",
+                           "Returns false after the last."),
     firstRow<nextProperty>("bool getNextProperty( string &out, int &out )",
                            "Goes on to the next property of the category: its name and index.",
-                           "while (form.getNextProperty(name, index)) ...",
+                           "while (form.getNextProperty(name, index)) Print(name + \"\\n\");",
                            "Returns false after the last."),
     firstRow<getProperty<std::string, &ScriptObject::_getStringProperty>>(
         "bool getProperty( string &in, string &out )", "Reads a text or a file name.",
