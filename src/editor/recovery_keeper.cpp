@@ -4,6 +4,7 @@
 
 #include "editor/crash_notice.h"
 #include "editor/file_io.h"
+#include "editor/output_pane.h"
 #include "host/text_encoding.h"
 
 namespace korvant {
@@ -11,6 +12,7 @@ namespace korvant {
 namespace {
 
 constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
+constexpr std::size_t kLongestBeginning = 60;
 constexpr char kUnnamed[] = "script";
 
 std::string nameFor(const RecoveryRecord& record) {
@@ -30,11 +32,20 @@ std::string dateOf(std::int64_t seconds) {
     return text;
 }
 
+/// The first line that is not blank: a text that came from a host has no other name.
+std::string beginningOf(const std::string& text) {
+    const auto begin = text.find_first_not_of(" \t\r\n");
+    if (begin == std::string::npos) return {};
+    const std::string line = text.substr(begin, text.find_first_of("\r\n", begin) - begin);
+    const std::string shown = cutUtf8(line, kLongestBeginning);
+    return decodeForDisplay(shown) + (shown.size() < line.size() ? "..." : "");
+}
+
 std::string questionFor(const RecoveryRecord& record) {
     return "Unsaved text of \"" + decodeForDisplay(nameFor(record)) + "\" from " +
-           dateOf(record.time) +
-           " was found.\nDo you want to put it into the editor?\n\n\"No\" discards it, \"Cancel\" "
-           "asks again the next time.";
+           dateOf(record.time) + " was found. It begins:\n" + beginningOf(record.text) +
+           "\n\nDo you want to put it into the editor?\n\n\"No\" moves it to the backups, "
+           "\"Cancel\" asks again the next time.";
 }
 
 }  // namespace

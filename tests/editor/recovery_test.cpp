@@ -95,6 +95,7 @@ TEST_F(Recovery, CopyOfACrashIsOfferedAndRestored) {
     editor().shown();
     ASSERT_EQ(window->questions.size(), 1u);
     EXPECT_THAT(window->questions[0], HasSubstr("\"a.as\""));
+    EXPECT_THAT(window->questions[0], HasSubstr("It begins:\nnew caf\xC3\xA9\n"));
     EXPECT_EQ(text(), "new caf\xC3\xA9");
     EXPECT_EQ(window->title, "Script Editor - a.as*");
     // Until it is saved it is kept again, and the file's encoding is known still.
