@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
     korvant_app::setUpProcess();
     korvant::ownEngineMemory();
     CLI::App app{"KorvantIDE: run, check and edit AngelScript scripts", "korvant"};
+    app.allow_windows_style_options(false);  // a path may begin with a slash
     app.set_version_flag("--version", "korvant " KORVANT_VERSION);
     app.require_subcommand(0, 1);
     int exitCode = korvant_app::kFinished;

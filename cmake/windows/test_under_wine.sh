@@ -43,9 +43,19 @@ for suite in expr host object editor; do
     under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1
 done
 
-# The tests of the program run here and start the Windows program.
+# The tests of the program run here and start the Windows program; they compare whole lines, and it
+# ends its lines as its system does.
 starter=$folder/korvant-under-wine
-printf '#!/bin/sh\nexec wine "%s" "$@"\n' "$folder/bin/korvant.exe" >"$starter"
+cat >"$starter" <<EOF
+#!/bin/sh
+output=\$(mktemp) errors=\$(mktemp)
+wine "$folder/bin/korvant.exe" "\$@" >"\$output" 2>"\$errors"
+code=\$?
+tr -d '\\r' <"\$output"
+tr -d '\\r' <"\$errors" >&2
+rm -f "\$output" "\$errors"
+exit \$code
+EOF
 chmod +x "$starter"
 KORVANT_PROGRAM=$starter timeout -k 10 460 "$display" --seconds 400 "$native/bin/program_tests" \
     --gtest_brief=1 --gtest_filter="${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}" \

@@ -11,6 +11,7 @@
 #include "host/terminal_frontend.h"
 #include "module/composition.h"
 #include "module/korvant_ide_app.h"
+#include "module/own_looks.h"
 #include "module/window_console.h"
 #include "ui/form_editor.h"
 #include "ui/ui_runtime.h"
@@ -46,6 +47,12 @@ struct WindowServices {
     ui::WxFrontend frontend{questions};
 };
 
+void switchUi(bool enter) {
+    if (enter) useOwnLooks(true);
+    ui::switchUi(enter);
+    if (!enter) useOwnLooks(false);
+}
+
 WindowServices& windowServices() {
     static WindowServices* const services = new WindowServices;
     return *services;
@@ -61,7 +68,7 @@ void composeServices() {
     ui::setApplicationFactory([]() -> wxApp* { return new CKorvantIDEApp; });
     ui::installFormEditor();
     moduleSession().setServices(
-        {services.console.console.get(), &services.frontend, nullptr, ui::switchUi});
+        {services.console.console.get(), &services.frontend, nullptr, switchUi});
 }
 
 bool feedScriptInput(const std::string& line) {

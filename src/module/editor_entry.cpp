@@ -1,4 +1,5 @@
 // The exported functions that need windows.
+#include "host/dialog_functions.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "module/families.h"
@@ -8,6 +9,7 @@
 void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
                                      std::string& script, std::string title) {
     korvant::guarded(0, [&] {
+        const korvant::UiScopeGuard scope;
         korvant::ui::runScriptEditor({engine, context, script, title, korvant::allFamilies()});
         return 0;
     });
