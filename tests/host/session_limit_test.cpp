@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <csignal>
 #include <thread>
 
 #include "support/script_fixture.h"
@@ -242,14 +241,6 @@ TEST_F(Limit, AStopReachesThroughTheInteractingFlag) {
                                      }),
                                      asCALL_CDECL);
     EXPECT_FALSE(run("int main() { stop(); while (true) {} return 0; }"));
-    EXPECT_EQ(kind(), RunFailure::Kind::stopped);
-}
-
-TEST_F(Limit, AStopMayComeFromASignalHandler) {
-    const auto before = std::signal(SIGALRM, [](int) { moduleSession().requestStop(); });
-    alarm(1);
-    EXPECT_FALSE(run("int main() { while (true) {} return 0; }"));
-    std::signal(SIGALRM, before);
     EXPECT_EQ(kind(), RunFailure::Kind::stopped);
 }
 

@@ -1,5 +1,4 @@
 // How runs begin, end and are reported.
-#include <cfenv>
 #include <utility>
 
 #include "support/script_fixture.h"
@@ -173,15 +172,6 @@ TEST_F(Run, EndlessAllocationEndsInAnException) {
           "int[] a; a.resize(1000); while (true) a.resize(a.length() * 2);"})
         EXPECT_EQ(exceptionOf(body), "Out of memory") << body;
     EXPECT_EQ(value("StrSize(\"still alive\")"), "11");
-}
-
-TEST_F(Run, TrapsOfTheHostAreItsOwn) {
-    std::fenv_t before;
-    std::fegetenv(&before);
-    feenableexcept(FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW);
-    EXPECT_EQ(value("log(0.0)"), "-inf");
-    EXPECT_EQ(fegetexcept(), FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW);
-    std::fesetenv(&before);
 }
 
 TEST_F(Run, TheAbortTextIsTheOneGiven) {

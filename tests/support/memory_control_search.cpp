@@ -1,7 +1,6 @@
 // Searching of the control without a screen.
-#include <regex.h>
-
 #include <algorithm>
+#include <regex>
 
 #include "support/memory_control.h"
 
@@ -10,6 +9,7 @@ namespace korvant::test {
 namespace {
 
 constexpr int kBadExpression = 1001;
+constexpr std::size_t kGroups = 10;
 
 char lower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
@@ -20,15 +20,24 @@ bool wordByte(char byte) {
            byte == '_';
 }
 
-/// A basic regular expression, which writes groups and words as the control does; only "+" and
-/// "?" are said otherwise.
+/// Groups and words are written with a backslash in the control, and the plain signs mean
+/// themselves; here it is the other way round.
 std::string translated(const std::string& expression) {
     std::string result;
     for (std::size_t i = 0; i < expression.size(); ++i) {
         const char byte = expression[i];
-        if (byte == '+' || byte == '?') result += '\\';
-        result += byte;
-        if (byte == '\\' && i + 1 < expression.size()) result += expression[++i];
+        if (std::string_view("(){}|").find(byte) != std::string_view::npos) result += '\\';
+        if (byte != '\\' || i + 1 == expression.size()) {
+            result += byte;
+            continue;
+        }
+        const char next = expression[++i];
+        if (next == '<' || next == '>')
+            result += "\\b";
+        else if (next == '(' || next == ')')
+            result += next;
+        else
+            result += {'\\', next};
     }
     return result;
 }
@@ -39,27 +48,32 @@ using Groups = std::vector<std::pair<int, int>>;
 class Expression {
   public:
     Expression(const std::string& text, bool matchCase) {
-        valid_ = ::regcomp(&regex_, translated(text).c_str(), matchCase ? 0 : REG_ICASE) == 0;
+        const auto cases = matchCase ? std::regex::ECMAScript : std::regex::icase;
+        try {
+            regex_.assign(translated(text), std::regex::ECMAScript | cases);
+        } catch (const std::regex_error&) {
+            valid_ = false;
+        }
     }
-    ~Expression() {
-        if (valid_) ::regfree(&regex_);
-    }
-    Expression(const Expression&) = delete;
-    Expression& operator=(const Expression&) = delete;
 
     bool valid() const { return valid_; }
     Groups match(const std::string& text, bool atLineStart) const {
-        regmatch_t found[10];
+        using namespace std::regex_constants;
+        std::smatch found;
         Groups groups;
-        if (::regexec(&regex_, text.c_str(), 10, found, atLineStart ? 0 : REG_NOTBOL) != 0)
+        if (!std::regex_search(text, found, regex_, atLineStart ? match_default : match_not_bol))
             return groups;
-        for (const regmatch_t& group : found) groups.emplace_back(group.rm_so, group.rm_eo);
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            const int start = found[i].matched ? static_cast<int>(found.position(i)) : -1;
+            groups.emplace_back(start, start < 0 ? -1 : start + static_cast<int>(found.length(i)));
+        }
+        groups.resize(kGroups, {-1, -1});
         return groups;
     }
 
   private:
-    regex_t regex_{};
-    bool valid_ = false;
+    std::regex regex_;
+    bool valid_ = true;
 };
 
 }  // namespace
