@@ -7,6 +7,7 @@
 #include "ui/form_buttons.h"
 #include "ui/html_view.h"
 #include "ui/text_conversion.h"
+#include "ui/ui_runtime.h"
 #include "ui/window_place.h"
 
 namespace korvant::ui {
@@ -53,8 +54,8 @@ const wxHtmlCell* firstCellOf(const wxHtmlCell* cell, const wxString& href) {
 }  // namespace
 
 FormCheckWindow::FormCheckWindow(wxWindow* parent, EditSession& session)
-    : wxDialog(parent, wxID_ANY, toDisplay(formText(FormText::check, session.locale())),
-               wxDefaultPosition, wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : Guarded(parent, wxID_ANY, toDisplay(formText(FormText::check, session.locale())),
+              wxDefaultPosition, wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       summary_(withInnerLinks(session.summary())),
       links_(linksOf(summary_)) {
     view_ = new HtmlView(this, HtmlView::Surface::field);
@@ -74,7 +75,7 @@ FormCheckWindow::FormCheckWindow(wxWindow* parent, EditSession& session)
 }
 
 std::string FormCheckWindow::ask() {
-    ShowModal();
+    showModal(*this);
     return followed_;
 }
 

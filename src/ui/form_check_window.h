@@ -7,13 +7,14 @@
 #include <vector>
 
 #include "object/edit_session.h"
+#include "ui/guarded_window.h"
 
 namespace korvant::ui {
 
 class HtmlView;
 
 /// Closes when a link is followed. The arrows and Tab walk along the links, Return follows.
-class FormCheckWindow : public wxDialog {
+class FormCheckWindow : public Guarded<wxDialog> {
   public:
     FormCheckWindow(wxWindow* parent, EditSession& session);
 

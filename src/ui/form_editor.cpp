@@ -1,7 +1,6 @@
 #include "ui/form_editor.h"
 
 #include <exception>
-#include <memory>
 
 #include "object/edit_session.h"
 #include "ui/form_dialog.h"
@@ -11,10 +10,10 @@
 namespace korvant::ui {
 namespace {
 
-std::unique_ptr<FormWindow> makeForm(EditSession& session) {
+DialogOwner<FormWindow> makeForm(EditSession& session) {
     if (session.kind() == FormKind::sheet)
-        return std::make_unique<CListCtrlExSheet>(dialogParent(), session);
-    return std::make_unique<CListCtrlExDialog>(dialogParent(), session);
+        return DialogOwner<FormWindow>(new CListCtrlExSheet(dialogParent(), session));
+    return DialogOwner<FormWindow>(new CListCtrlExDialog(dialogParent(), session));
 }
 
 }  // namespace
@@ -25,11 +24,13 @@ bool WxObjectEditor::run(EditSession& session) {
         return false;
     }
     bool confirmed = false;
-    try {
-        runModal([&] { confirmed = makeForm(session)->edit(); });
-    } catch (const std::exception&) {
-        return false;
-    }
+    runModal([&] {
+        try {
+            confirmed = makeForm(session)->edit();
+        } catch (const std::exception&) {
+            confirmed = false;
+        }
+    });
     return confirmed;
 }
 

@@ -9,6 +9,7 @@
 #include "ui/form_list.h"
 #include "ui/form_order_dialog.h"
 #include "ui/text_conversion.h"
+#include "ui/ui_runtime.h"
 
 namespace korvant::ui {
 namespace {
@@ -20,7 +21,7 @@ constexpr int kButtonPadding = 14;
 
 FormGroupBar::FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& list,
                            FormHost& host)
-    : wxPanel(parent), session_(session), list_(list), host_(host) {
+    : Guarded(parent), session_(session), list_(list), host_(host) {
     const EditGroupBar bar = session.groupBar(list.page());
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(new wxStaticText(this, wxID_ANY, formCaption(FormText::element, session.locale())),
@@ -36,15 +37,14 @@ FormGroupBar::FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& 
     auto* around = new wxBoxSizer(wxVERTICAL);
     around->Add(row, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kGap)));
     SetSizer(around);
-    elements_->Bind(wxEVT_CHOICE,
-                    [this](wxCommandEvent& event) { chooseElement(event.GetSelection()); });
+    Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { chooseElement(event.GetSelection()); });
     // The wheel scrolls the rows; it changes no choice.
     elements_->Bind(wxEVT_MOUSEWHEEL,
                     [this](wxMouseEvent& event) { list_.GetEventHandler()->ProcessEvent(event); });
-    add_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { runAndFill(&EditSession::addElement); });
-    copy_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { runAndFill(&EditSession::copyElement); });
-    remove_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { run(&EditSession::removeElement); });
-    order_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { order(); });
+    onPress(*add_, [this] { runAndFill(&EditSession::addElement); });
+    onPress(*copy_, [this] { runAndFill(&EditSession::copyElement); });
+    onPress(*remove_, [this] { run(&EditSession::removeElement); });
+    onPress(*order_, [this] { order(); });
     update();
 }
 
@@ -95,7 +95,7 @@ void FormGroupBar::order() {
     const EditGroupBar bar = session_.groupBar(list_.page());
     for (const std::string& element : bar.elements) captions.Add(toDisplay(element));
     CListOrderDialog dialog(wxGetTopLevelParent(this), captions, bar.current, session_.locale());
-    if (dialog.ShowModal() == wxID_OK) session_.orderElements(list_.page(), dialog.order());
+    if (showModal(dialog) == wxID_OK) session_.orderElements(list_.page(), dialog.order());
     done();
 }
 

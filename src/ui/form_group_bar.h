@@ -6,6 +6,7 @@
 #include "object/edit_session.h"
 #include "object/form_texts.h"
 #include "ui/form_host.h"
+#include "ui/guarded_window.h"
 
 class wxButton;
 class wxChoice;
@@ -14,7 +15,7 @@ namespace korvant::ui {
 
 /// Chooses the element that the rows show, and adds, copies, removes and orders elements as far as
 /// the script allows it.
-class FormGroupBar : public wxPanel {
+class FormGroupBar : public Guarded<wxPanel> {
   public:
     FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& list, FormHost& host);
 

@@ -25,7 +25,7 @@ long styleOf(const EditSession& session, int page) {
 }  // namespace
 
 CListCtrlEx::CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormHost& host)
-    : wxPropertyGrid(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, styleOf(session, page)),
+    : Guarded(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, styleOf(session, page)),
       session_(session),
       page_(page),
       host_(host),

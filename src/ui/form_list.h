@@ -13,6 +13,7 @@
 #include "ui/form_host.h"
 #include "ui/form_row.h"
 #include "ui/form_typed_text.h"
+#include "ui/guarded_window.h"
 
 class wxOwnerDrawnComboBox;
 
@@ -26,7 +27,7 @@ class FormRefusal;
 /// is taken by Return, Tab, the arrows, or by leaving; a refused text stays in its field, with the
 /// reason below it. Asks the session for what it shows at every paint; its own state is the
 /// selected row and the field that is open.
-class CListCtrlEx : public wxPropertyGrid {
+class CListCtrlEx : public Guarded<wxPropertyGrid> {
   public:
     CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormHost& host);
     ~CListCtrlEx() override;

@@ -9,6 +9,7 @@
 #include "ui/form_refusal.h"
 #include "ui/form_row_painter.h"
 #include "ui/text_conversion.h"
+#include "ui/ui_runtime.h"
 
 namespace korvant::ui {
 
@@ -186,7 +187,7 @@ void CListCtrlEx::openLines(FormRow& row, const wxString& typed) {
     const TypedText text(session_.state(property).text);
     FormLinesDialog dialog(wxGetTopLevelParent(this), toDisplay(about.label), session_.locale());
     dialog.setText((fromField ? field()->GetValue() : fromUtf8(text.shown())) + typed);
-    if (dialog.ShowModal() != wxID_OK) return;
+    if (showModal(dialog) != wxID_OK) return;
     endEdit();
     take(row, session_.commitText(property, text.toBytes(toUtf8(dialog.text()))));
     SetFocus();

@@ -21,8 +21,8 @@ wxString withoutDots(wxString caption) {
 
 CListOrderDialog::CListOrderDialog(wxWindow* parent, const wxArrayString& elements, int current,
                                    std::int32_t locale)
-    : wxDialog(parent, wxID_ANY, withoutDots(toDisplay(formText(FormText::order, locale))),
-               wxDefaultPosition, wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : Guarded(parent, wxID_ANY, withoutDots(toDisplay(formText(FormText::order, locale))),
+              wxDefaultPosition, wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       locale_(locale),
       order_(elements.size()) {
     std::iota(order_.begin(), order_.end(), 0);
@@ -44,7 +44,7 @@ CListOrderDialog::CListOrderDialog(wxWindow* parent, const wxArrayString& elemen
     CentreOnParent();
     SetEscapeId(wxID_CANCEL);
     if (!elements.empty()) list_->SetSelection(current < 0 ? 0 : current);
-    list_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { update(); });
+    Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { update(); });
     Bind(wxEVT_CHAR_HOOK, &CListOrderDialog::onKey, this);
     update();
     list_->SetFocus();
@@ -54,7 +54,7 @@ wxButton* CListOrderDialog::addButton(wxSizer& column, FormText caption,
                                       void (CListOrderDialog::*move)()) {
     wxButton* button = formButton(this, wxID_ANY, caption, locale_);
     column.Add(button, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(6)));
-    button->Bind(wxEVT_BUTTON, [this, move](wxCommandEvent&) { (this->*move)(); });
+    onPress(*button, [this, move] { (this->*move)(); });
     return button;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "object/form_texts.h"
+#include "ui/guarded_window.h"
 
 class wxButton;
 class wxListBox;
@@ -16,7 +17,7 @@ class wxSizer;
 namespace korvant::ui {
 
 /// Alt with the arrows, Home and End moves the chosen element.
-class CListOrderDialog : public wxDialog {
+class CListOrderDialog : public Guarded<wxDialog> {
   public:
     CListOrderDialog(wxWindow* parent, const wxArrayString& elements, int current,
                      std::int32_t locale);

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kDescriptionHeight = 120;
 constexpr int kLeastHeight = 50;
+/// Until the window has its size: scroll bars do not fit into less, and say so.
+const wxSize kFirstSize(300, 200);
 
 void replaceAll(std::string& text, std::string_view from, const std::string& to) {
     for (std::size_t at = text.find(from); at != std::string::npos;
@@ -56,6 +58,7 @@ void CListCtrlExPage::makeContent() {
     wxWindow* upper = makeUpper(splitter);
     description_ = new HtmlView(splitter, HtmlView::Surface::field);
     setSizes(*description_);
+    description_->SetSize(FromDIP(kFirstSize));
     splitter->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
     auto* column = new wxBoxSizer(wxVERTICAL);
     if (session_.page(page_).isGroup) {
@@ -65,12 +68,13 @@ void CListCtrlExPage::makeContent() {
     }
     column->Add(splitter, wxSizerFlags(1).Expand());
     SetSizer(column);
-    Layout();
+    if (GetClientSize().y >= FromDIP(kFirstSize).y) Layout();
 }
 
 wxWindow* CListCtrlExPage::makeUpper(wxWindow* parent) {
     auto* panel = new wxPanel(parent);
     list_ = new CListCtrlEx(panel, session_, page_, host_);
+    list_->SetSize(FromDIP(kFirstSize));
     header_ = new FormHeader(panel, *list_, session_.locale());
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(header_, wxSizerFlags().Expand());

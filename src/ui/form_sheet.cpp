@@ -27,8 +27,8 @@ CListCtrlExSheet::CListCtrlExSheet(wxWindow* parent, EditSession& session)
         book_->AddPage(pages_.back(), escapeLabel(toDisplay(session.page(i).caption)));
     }
     layOut(book_);
-    book_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, &CListCtrlExSheet::onChanging, this);
-    book_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+    Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, &CListCtrlExSheet::onChanging, this);
+    Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
         if (event.GetEventObject() == book_) page(event.GetSelection()).activate();
         event.Skip();
     });

@@ -25,8 +25,8 @@ constexpr int kGap = 8;
 }  // namespace
 
 FormWindow::FormWindow(wxWindow* parent, EditSession& session)
-    : wxDialog(parent, wxID_ANY, toDisplay(session.title()), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
+    : Guarded(parent, wxID_ANY, toDisplay(session.title()), wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
       session_(session),
       column_(new wxBoxSizer(wxVERTICAL)) {
     makeSearch();
@@ -46,15 +46,18 @@ void FormWindow::makeSearch() {
     search_->SetDescriptiveText(toDisplay(formText(FormText::filter, session_.locale())) +
                                 " (Ctrl+F)");
     search_->ShowCancelButton(true);
-    search_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { filterBy(search_->GetValue()); });
-    search_->Bind(wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { search_->Clear(); });
+    const int id = search_->GetId();
+    Bind(
+        wxEVT_TEXT, [this](wxCommandEvent&) { filterBy(search_->GetValue()); }, id);
+    Bind(
+        wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { search_->Clear(); }, id);
     row->Add(search_, wxSizerFlags(1).CentreVertical());
     undo_ = makeHistoryButton(wxART_UNDO, FormText::undo, " (Ctrl+Z)");
     redo_ = makeHistoryButton(wxART_REDO, FormText::redo, " (Ctrl+Y)");
     row->Add(undo_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
     row->Add(redo_, wxSizerFlags().CentreVertical());
-    undo_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { undo(); });
-    redo_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { redo(); });
+    onPress(*undo_, [this] { undo(); });
+    onPress(*redo_, [this] { redo(); });
     column_->Add(row, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
 }
 
@@ -84,7 +87,7 @@ wxSizer* FormWindow::makeButtons() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     wxButton* check = formButton(this, wxID_ANY, FormText::check, session_.locale());
     check->SetToolTip("F9");
-    check->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { this->check(); });
+    onPress(*check, [this] { this->check(); });
     row->Add(check);
     row->AddStretchSpacer();
     row->Add(okAndCancel(this, session_.locale()));
@@ -95,7 +98,7 @@ bool FormWindow::edit() {
     showPage(0);
     pageShown();
     const LoopGuard guard([this] { EndModal(wxID_CANCEL); });
-    return ShowModal() == wxID_OK;
+    return showModal(*this) == wxID_OK;
 }
 
 CListCtrlEx* FormWindow::activeList() {

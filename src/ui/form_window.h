@@ -6,6 +6,7 @@
 #include "object/edit_session.h"
 #include "object/form_texts.h"
 #include "ui/form_host.h"
+#include "ui/guarded_window.h"
 
 class wxBitmapButton;
 class wxBoxSizer;
@@ -18,7 +19,7 @@ class FormReport;
 
 /// Search field, pages, and the buttons Check, OK and Cancel. OK is refused while a field holds a
 /// refused text or an error stands anywhere; everything else only forwards to the session.
-class FormWindow : public wxDialog, public FormHost {
+class FormWindow : public Guarded<wxDialog>, public FormHost {
   public:
     FormWindow(wxWindow* parent, EditSession& session);
     ~FormWindow() override;

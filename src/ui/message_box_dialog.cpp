@@ -53,8 +53,8 @@ void setText(HtmlView& view, const std::string& text, bool plain) {
 }  // namespace
 
 MessageBoxDialog::MessageBoxDialog(wxWindow* parent, const MessageBoxRequest& request)
-    : wxDialog(parent, wxID_ANY, captionOf(request), wxDefaultPosition, wxDefaultSize,
-               styleOf(request)),
+    : Guarded(parent, wxID_ANY, captionOf(request), wxDefaultPosition, wxDefaultSize,
+              styleOf(request)),
       request_(request),
       set_(boxButtons(request.style, request.offerStop)),
       timer_(this) {
@@ -106,7 +106,7 @@ wxSizer* MessageBoxDialog::makeButtonRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     if (details_) {
         more_ = new wxButton(this, wxID_ANY);
-        more_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { toggleDetails(); });
+        onPress(*more_, [this] { toggleDetails(); });
         row->Add(more_, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
     }
     row->AddStretchSpacer();
@@ -123,7 +123,7 @@ void MessageBoxDialog::addChoices(wxSizer* row) {
     for (std::size_t i = 0; i < set_.ids.size(); ++i) {
         const int id = set_.ids[i];
         auto* button = new wxButton(this, wxID_ANY, labels[i].label);
-        button->Bind(wxEVT_BUTTON, [this, id](wxCommandEvent&) { choose(id); });
+        onPress(*button, [this, id] { choose(id); });
         row->Add(button, wxSizerFlags().Border(wxLEFT, i == 0 ? 0 : FromDIP(kGap / 2)));
         choices_.push_back({id, captions[i], labels[i].key, button});
         if (id == set_.defaultId) button->SetDefault();

@@ -8,6 +8,7 @@
 
 #include "host/box_buttons.h"
 #include "host/frontend.h"
+#include "ui/guarded_window.h"
 
 class wxButton;
 class wxCheckBox;
@@ -20,7 +21,7 @@ class HtmlView;
 /// Return presses the button that has the focus, else the default one; a letter presses the button
 /// whose caption underlines it; the arrows walk along the buttons; Escape and closing choose what
 /// BoxButtons::closeId says.
-class MessageBoxDialog : public wxDialog {
+class MessageBoxDialog : public Guarded<wxDialog> {
   public:
     MessageBoxDialog(wxWindow* parent, const MessageBoxRequest& request);
 

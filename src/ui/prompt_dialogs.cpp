@@ -57,8 +57,8 @@ bool isEditable(const wxString& text) {
 }  // namespace
 
 PromptDialog::PromptDialog(wxWindow* parent, const std::string& label)
-    : wxDialog(parent, wxID_ANY, kModuleCaption, wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER) {
+    : Guarded(parent, wxID_ANY, kModuleCaption, wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER) {
     auto* column = new wxBoxSizer(wxVERTICAL);
     addLabel(column, label);
     fieldRow_ = new wxBoxSizer(wxVERTICAL);
@@ -93,7 +93,7 @@ void PromptDialog::addButtons(wxBoxSizer* column) {
     auto* ok = new wxButton(this, wxID_OK, escapeLabel(buttonCaption(box_button::kOk)));
     auto* cancel = new wxButton(this, wxID_CANCEL, escapeLabel(buttonCaption(box_button::kCancel)));
     ok->SetDefault();
-    ok->Bind(wxEVT_BUTTON, &PromptDialog::onOk, this);
+    Bind(wxEVT_BUTTON, &PromptDialog::onOk, this, wxID_OK);
     row->Add(ok, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap / 2)));
     row->Add(cancel);
     column->Add(row, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
@@ -110,7 +110,7 @@ void PromptDialog::setInitial(const wxString& text) {
     field_->MoveBeforeInTabOrder(FindWindow(wxID_OK));
     fieldRow_->Add(field_, wxSizerFlags(lines ? 1 : 0).Expand());
     shown_ = field_->GetValue();
-    field_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { explain({}); });
+    Bind(wxEVT_TEXT, [this](wxCommandEvent&) { explain({}); });
     if (!editable) explain(uiText(UiText::tooLongToEdit));
 }
 

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "ui/guarded_window.h"
+
 class wxBoxSizer;
 class wxStaticText;
 class wxTextCtrl;
@@ -14,7 +16,7 @@ namespace korvant::ui {
 
 /// A label, a field and OK. A text that is no value keeps the dialog open and is explained below
 /// the field. A text that is left as it stood gives the initial value to the last bit.
-class PromptDialog : public wxDialog {
+class PromptDialog : public Guarded<wxDialog> {
   public:
     PromptDialog(wxWindow* parent, const std::string& label);
     /// Shows the dialog until it is closed; true when that was by OK.

@@ -2,6 +2,7 @@
 
 #include <wx/settings.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace korvant::ui {
@@ -46,9 +47,10 @@ wxFont dialogFont() {
     return wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
 }
 
+/// Not the system's "fixed" font: with some desktops that is the font of the dialogs.
 wxFont fixedFont() {
-    wxFont font = wxSystemSettings::GetFont(wxSYS_ANSI_FIXED_FONT);
-    return font.IsOk() ? font : wxFont(wxFontInfo(10).Family(wxFONTFAMILY_TELETYPE));
+    const double points = std::max(10.0, dialogFont().GetFractionalPointSize());
+    return wxFont(wxFontInfo(points).Family(wxFONTFAMILY_TELETYPE));
 }
 
 }  // namespace korvant::ui

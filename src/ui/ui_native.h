@@ -34,9 +34,9 @@ void pumpWindow(wxWindow& window);
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
 
-/// Gives the keyboard to a window that stands on the screen, if nobody has it or the window of a
-/// script's progress does.
-void claimKeyboard(wxWindow& window);
+/// Gives the keyboard to a dialog if nobody has it, or a window of this program that can do nothing
+/// with it while the dialog is answered. False: the dialog does not stand on the screen yet.
+bool claimKeyboard(wxWindow& window);
 
 /// No window but this one gets input while the grab lives, those of a host with another toolkit
 /// included.

@@ -2,6 +2,7 @@
 
 #include <gdk/gdk.h>
 #include <gtk/gtk.h>
+#include <poll.h>
 #include <unistd.h>
 #include <wx/evtloop.h>
 #include <wx/window.h>
@@ -47,6 +48,34 @@ int onIoError(Display* display) {
 
 void stayAlive(Display*, void*) {}
 
+gboolean connectionEnds(GSource*) {
+    if (lost) return FALSE;
+    pollfd connection{ConnectionNumber(watchedDisplay), 0, 0};
+    return poll(&connection, 1, 0) > 0;
+}
+
+/// A source that looks at the connection before any event is handled: what was sent before the
+/// display went away would otherwise be answered with questions that nobody replies to, and the
+/// toolkit reads some replies without asking whether they came.
+void watchConnection() {
+    static GSourceFuncs functions{[](GSource* source, gint* timeout) -> gboolean {
+                                      *timeout = -1;
+                                      return connectionEnds(source);
+                                  },
+                                  connectionEnds,
+                                  [](GSource*, GSourceFunc, gpointer) -> gboolean {
+                                      XSync(watchedDisplay, False);  // finds the end and reports it
+                                      return G_SOURCE_CONTINUE;
+                                  },
+                                  nullptr,
+                                  nullptr,
+                                  nullptr};
+    GSource* source = g_source_new(&functions, sizeof(GSource));
+    g_source_set_priority(source, G_PRIORITY_HIGH - 1);
+    g_source_attach(source, nullptr);
+    g_source_unref(source);
+}
+
 /// The process that a window says it belongs to, asked of it and of those around it.
 long processOf(Display* display, Window window) {
     const Atom property = XInternAtom(display, "_NET_WM_PID", False);
@@ -69,15 +98,26 @@ long processOf(Display* display, Window window) {
     return 0;
 }
 
-/// Nobody has the keyboard, or a window of this process that the toolkit does not know.
-bool mayClaim(GdkDisplay* gdk) {
+/// A window of the toolkit's that gets no input while the dialog is answered.
+bool isBlockedBy(GdkWindow* window, GtkWidget* dialog) {
+    GtkWidget* grabbing = gtk_grab_get_current();
+    if (!grabbing || gtk_widget_get_toplevel(grabbing) != dialog) return false;
+    gpointer owner = nullptr;
+    gdk_window_get_user_data(gdk_window_get_toplevel(window), &owner);
+    return owner && gtk_widget_get_toplevel(GTK_WIDGET(owner)) != dialog;
+}
+
+/// Nobody has the keyboard, or a window of this process that could not use it. It goes to the root
+/// window when a window that had it leaves the screen.
+bool mayClaim(GdkDisplay* gdk, GtkWidget* dialog) {
     Display* display = gdk_x11_display_get_xdisplay(gdk);
     Window focus = None;
     int revert = 0;
     XGetInputFocus(display, &focus, &revert);
-    if (focus == None || focus == PointerRoot) return true;
-    return !gdk_x11_window_lookup_for_display(gdk, focus) &&
-           processOf(display, focus) == static_cast<long>(getpid());
+    if (focus == None || focus == PointerRoot || focus == DefaultRootWindow(display)) return true;
+    if (GdkWindow* own = gdk_x11_window_lookup_for_display(gdk, focus))
+        return isBlockedBy(own, dialog);
+    return processOf(display, focus) == static_cast<long>(getpid());
 }
 
 /// Asks the window manager on behalf of the user, who started the script; without one the display.
@@ -129,6 +169,7 @@ void surviveDisplay(bool (*callback)()) {
     watchedDisplay = gdk_x11_display_get_xdisplay(display);
     previousHandler = XSetIOErrorHandler(onIoError);
     XSetIOErrorExitHandler(watchedDisplay, stayAlive, nullptr);
+    watchConnection();
 }
 
 bool displayLost() {
@@ -188,13 +229,16 @@ void keepScrollBarsVisible(wxWindow& window) {
         gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
 }
 
-void claimKeyboard(wxWindow& window) {
-    GdkWindow* native = gtk_widget_get_window(gtk_widget_get_toplevel(window.GetHandle()));
-    if (!native || !GDK_IS_X11_WINDOW(native) || !gdk_window_is_viewable(native)) return;
+bool claimKeyboard(wxWindow& window) {
+    GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
+    GdkWindow* native = gtk_widget_get_window(top);
+    if (!native || !gdk_window_is_viewable(native)) return false;
+    if (!GDK_IS_X11_WINDOW(native)) return true;
     GdkDisplay* display = gdk_window_get_display(native);
     gdk_x11_display_error_trap_push(display);
-    if (mayClaim(display)) activate(native);
+    if (mayClaim(display, top)) activate(native);
     gdk_x11_display_error_trap_pop_ignored(display);
+    return true;
 }
 
 InputGrab::InputGrab(wxWindow& window) : window_(window) {

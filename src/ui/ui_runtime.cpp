@@ -1,6 +1,7 @@
 #include "ui/ui_runtime.h"
 
 #include <wx/app.h>
+#include <wx/dialog.h>
 #include <wx/display.h>
 #include <wx/evtloop.h>
 #include <wx/init.h>
@@ -38,6 +39,7 @@ struct Runtime {
     bool told = false;
     int depth = 0;
     LoopGuard* innermost = nullptr;
+    KeyboardClaim* claim = nullptr;  ///< of the dialog in front
 };
 
 /// Never destroyed, so that nothing of it runs at exit.
@@ -186,13 +188,29 @@ wxWindow* dialogParent() {
     return isShown(main) ? main : nullptr;
 }
 
-KeyboardClaim::KeyboardClaim(wxWindow& dialog) : dialog_(dialog), looksLeft_(kLooks) {
+KeyboardClaim::KeyboardClaim(wxWindow& dialog)
+    : dialog_(dialog), previous_(std::exchange(runtime().claim, this)) {
+    begin();
+}
+
+KeyboardClaim::~KeyboardClaim() {
+    runtime().claim = previous_;
+    if (previous_ && toolkitUsable()) previous_->begin();
+}
+
+void KeyboardClaim::begin() {
+    looksLeft_ = kLooks;
     Start(kBetweenLooks);
 }
 
 void KeyboardClaim::Notify() {
+    if (toolkitUsable() && !native::claimKeyboard(dialog_)) return;
     if (--looksLeft_ <= 0) Stop();
-    if (toolkitUsable()) native::claimKeyboard(dialog_);
+}
+
+int showModal(wxDialog& dialog) {
+    const KeyboardClaim claim(dialog);
+    return dialog.ShowModal();
 }
 
 void DialogDeleter::operator()(wxWindow* dialog) const {

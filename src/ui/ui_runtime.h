@@ -9,6 +9,7 @@
 #include <string>
 
 class wxApp;
+class wxDialog;
 
 namespace korvant::ui {
 
@@ -38,18 +39,26 @@ bool dialogOpen() noexcept;
 wxWindow* dialogParent();
 
 /// Gives the keyboard to a dialog that opens while the window of a script's progress takes it, or
-/// where no window manager gives it to anybody. Lives beside the modal call; looks for a moment
-/// only and never takes the keyboard from another program or from a window that the user chose.
+/// where no window manager gives it to anybody; and back to the dialog below when it ends. Lives
+/// beside the modal call; looks for a moment only and never takes the keyboard from another
+/// program or from a window that can be used beside the dialog.
 class KeyboardClaim : private wxTimer {
   public:
     explicit KeyboardClaim(wxWindow& dialog);
+    ~KeyboardClaim() override;
 
   private:
+    void begin();
     void Notify() override;
 
     wxWindow& dialog_;
-    int looksLeft_;
+    KeyboardClaim* previous_;
+    int looksLeft_ = 0;
 };
+
+/// Shows a dialog that another one of the module's has opened, until it is closed. Its result is
+/// that of wxDialog::ShowModal.
+int showModal(wxDialog& dialog);
 
 /// Destroys a dialog, but leaves it alone when its display has gone away: every request to that
 /// display could end the process.
