@@ -21,9 +21,9 @@ void paintError(wxGraphicsContext& context, double left, double top, double size
     context.DrawEllipse(left + size * 0.06, top + size * 0.06, size * 0.88, size * 0.88);
     context.SetPen(
         context.CreatePen(wxGraphicsPenInfo(*wxWHITE).Width(size * 0.13).Cap(wxCAP_ROUND)));
-    const double near = 0.34, far = 0.66;
-    context.StrokeLine(left + size * near, top + size * near, left + size * far, top + size * far);
-    context.StrokeLine(left + size * near, top + size * far, left + size * far, top + size * near);
+    const double low = 0.34, high = 0.66;
+    context.StrokeLine(left + size * low, top + size * low, left + size * high, top + size * high);
+    context.StrokeLine(left + size * low, top + size * high, left + size * high, top + size * low);
 }
 
 /// A triangle with an exclamation mark.
