@@ -148,8 +148,10 @@ void RecoveryKeeper::giveUp(const FoundRecord& found) {
 }
 
 bool RecoveryKeeper::offer() {
+    const std::vector<FoundRecord> all = store_.find();
+    if (all.empty()) return false;
     const RecoveryRecord now = document_.snapshot();
-    for (const FoundRecord& found : store_.find()) {
+    for (const FoundRecord& found : all) {
         if (elsewhere(found.record, now.hostHash)) {
             store_.remove(found);
             continue;
