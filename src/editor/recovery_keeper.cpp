@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
 constexpr std::size_t kLongestBeginning = 60;
+/// Of the texts that their hosts received and have not lost so far, this many are kept.
+constexpr int kMostDelivered = 5;
 constexpr char kUnnamed[] = "script";
 
 std::string nameFor(const RecoveryRecord& record) {
@@ -151,12 +153,16 @@ bool RecoveryKeeper::offer() {
     const std::vector<FoundRecord> all = store_.find();
     if (all.empty()) return false;
     const RecoveryRecord now = document_.snapshot();
+    int delivered = 0;
     for (const FoundRecord& found : all) {
         if (elsewhere(found.record, now.hostHash)) {
             store_.remove(found);
             continue;
         }
-        if (!concerns(found.record, now)) continue;
+        if (!concerns(found.record, now)) {
+            if (++delivered > kMostDelivered) store_.remove(found);
+            continue;
+        }
         const Answer answer = window_.ask(questionFor(found.record), true);
         if (answer == Answer::yes) return restore(found);
         if (answer == Answer::cancel) return false;

@@ -161,6 +161,19 @@ TEST_F(Recovery, TextThatTheHostReceivedIsOfferedOnlyIfTheHostLostIt) {
     EXPECT_EQ(window->questions.size(), 1u);
 }
 
+TEST_F(Recovery, TextsThatHostsReceivedDoNotPileUp) {
+    for (int i = 0; i < 10; ++i) {
+        reopen("script " + std::to_string(i));
+        window->editor.type("changed ");
+        EXPECT_TRUE(editor().closeBox());
+        EXPECT_TRUE(window->questions.empty());
+    }
+    close();
+    EXPECT_EQ(kept("recovery").size(), 2u * 6);  // copies and their locks
+    reopen("script 9");
+    EXPECT_EQ(window->questions.size(), 1u);
+}
+
 TEST_F(Recovery, CopyWhoseTextTheFileHoldsIsNotOffered) {
     const std::string path = folder.file("a.as");
     writeFile(path, "a");
