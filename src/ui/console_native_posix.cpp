@@ -14,6 +14,8 @@
 #include <csignal>
 #include <thread>
 
+#include "ui/lost_display_posix.h"
+
 namespace korvant::ui::native {
 namespace {
 
@@ -38,6 +40,7 @@ class KeyListener : public InterruptKeys {
     KeyListener(Display* display, Window window, void (*handler)() noexcept)
         : display_(display), window_(window), handler_(handler) {
         XSetIOErrorExitHandler(display_, stayAlive, nullptr);
+        ignoreErrors(display_);
         grab(XK_c);
         grab(XK_Pause);
         grab(XK_Break);

@@ -153,7 +153,9 @@ wxString CListCtrlEx::refusal() const {
 /// another program has the focus the field stays as it is.
 bool CListCtrlEx::CommitChangesFromEditor(wxUint32) {
     if (!edited_ || options() || !wxWindow::FindFocus()) return true;
-    return commit();
+    bool taken = false;
+    guarded([&] { taken = commit(); });
+    return taken;
 }
 
 void CListCtrlEx::resetSelected() {

@@ -19,7 +19,7 @@ namespace {
 constexpr int kDescriptionHeight = 120;
 constexpr int kLeastHeight = 50;
 /// Until the window has its size: scroll bars do not fit into less, and say so.
-const wxSize kFirstSize(300, 200);
+const wxSize kFirstSize(400, 400);
 
 void replaceAll(std::string& text, std::string_view from, const std::string& to) {
     for (std::size_t at = text.find(from); at != std::string::npos;
@@ -51,14 +51,14 @@ CListCtrlExPage::CListCtrlExPage(wxWindow* parent, EditSession& session, int pag
     : wxPanel(parent), session_(session), page_(page), host_(host) {}
 
 void CListCtrlExPage::makeContent() {
-    auto* splitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    const wxSize firstSize = FromDIP(kFirstSize);
+    auto* splitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, firstSize,
                                           wxSP_LIVE_UPDATE | wxSP_NOBORDER);
     splitter->SetMinimumPaneSize(FromDIP(kLeastHeight));
     splitter->SetSashGravity(1.0);
     wxWindow* upper = makeUpper(splitter);
     description_ = new HtmlView(splitter, HtmlView::Surface::field);
     setSizes(*description_);
-    description_->SetSize(FromDIP(kFirstSize));
     splitter->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
     auto* column = new wxBoxSizer(wxVERTICAL);
     if (session_.page(page_).isGroup) {
@@ -68,11 +68,11 @@ void CListCtrlExPage::makeContent() {
     }
     column->Add(splitter, wxSizerFlags(1).Expand());
     SetSizer(column);
-    if (GetClientSize().y >= FromDIP(kFirstSize).y) Layout();
+    if (GetClientSize().y >= firstSize.y) Layout();
 }
 
 wxWindow* CListCtrlExPage::makeUpper(wxWindow* parent) {
-    auto* panel = new wxPanel(parent);
+    auto* panel = new wxPanel(parent, wxID_ANY, wxDefaultPosition, FromDIP(kFirstSize));
     list_ = new CListCtrlEx(panel, session_, page_, host_);
     list_->SetSize(FromDIP(kFirstSize));
     header_ = new FormHeader(panel, *list_, session_.locale());

@@ -40,7 +40,7 @@ wxSize FormRow::OnMeasureImage(int) const {
 
 bool FormRow::OnEvent(wxPropertyGrid*, wxWindow*, wxEvent& event) {
     if (event.GetEventType() != wxEVT_BUTTON) return false;
-    list_.openChooser();
+    guarded([this] { list_.openChooser(); });
     return true;
 }
 

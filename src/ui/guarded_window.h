@@ -9,6 +9,17 @@
 
 namespace korvant::ui {
 
+/// Runs what must not throw into the toolkit's own code. False when it threw.
+template <class Action>
+bool guarded(Action&& action) noexcept {
+    try {
+        action();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 /// Inside a host of the same toolkit the host's application object would be asked what to do about
 /// an exception in a handler. Here the event counts as handled and the window goes on. Covers what
 /// is bound to this window and the command events that rise to it; a handler is to be bound here

@@ -1,4 +1,4 @@
-// A display connection that has broken off.
+// Display connections that break off, or report errors.
 #pragma once
 
 struct _XDisplay;
@@ -9,5 +9,9 @@ namespace korvant::ui::native {
 /// makes while its windows end: without one the next request would read a null pointer. What is
 /// written there goes nowhere. To be called from the handler of the connection's failure.
 void makeRequestsHarmless(_XDisplay* display);
+
+/// Errors that the display reports on a connection of the module's own end nothing: without this
+/// they reach the process's handler, which ends the host. The host's handler stays as it is.
+void ignoreErrors(_XDisplay* display);
 
 }  // namespace korvant::ui::native

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/text_encoding.h"
+#include "ui/lost_display_posix.h"
 #include "ui/progress_window.h"
 #include "ui/ui_runtime.h"
 
@@ -99,6 +100,7 @@ XlibProgressWindow::XlibProgressWindow(Display* display, const ProgressStyle& st
       width_(kNarrowest * style.scale),
       height_(3 * kPadding * style.scale) {
     XSetIOErrorExitHandler(display_, stayAlive, nullptr);
+    native::ignoreErrors(display_);
     openDrawing();
     createWindow();
     describeWindow();

@@ -42,23 +42,13 @@ int main() {
     return 0;
 })";
 
-/// Until the window is painted and nothing moves: the toolkit does not survive losing the display
-/// inside some of its own questions to it, which it asks while a window opens.
-void awaitRest(const char* title) {
-    unsigned long before = 0;
-    for (int same = 0; same < 20;) {
-        poll(nullptr, 0, 10);
-        const unsigned long now = korvant::test::windowFingerprint(title);
-        same = now > 1 && now == before ? same + 1 : 0;
-        before = now;
-    }
-}
-
+/// Once nothing moves: the toolkit does not survive losing the display inside some of its own
+/// questions to it, which it asks while a window opens.
 void loseTheDisplay() {
     const char* server = std::getenv("KORVANT_DISPLAY_PROCESS");
     host::check(server != nullptr, "no display process to end");
     host::check(korvant::test::awaitWindow("KorvantIDE"), "the box did not come");
-    awaitRest("KorvantIDE");
+    host::check(korvant::test::awaitRest("KorvantIDE"), "the box does not come to rest");
     kill(static_cast<pid_t>(std::atoi(server)), SIGKILL);
 }
 

@@ -5,6 +5,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -98,6 +99,20 @@ void press(Display* display, KeySym symbol, bool control) {
     XSync(display, False);
 }
 
+/// Presses every key of the chord in turn and lets them go in the other direction.
+void pressChord(Display* display, const std::string& chord) {
+    std::vector<KeyCode> held;
+    for (std::size_t from = 0; from <= chord.size();) {
+        const std::size_t end = std::min(chord.find('+', from), chord.size());
+        const std::string name = chord.substr(from, end - from);
+        held.push_back(XKeysymToKeycode(display, XStringToKeysym(name.c_str())));
+        XTestFakeKeyEvent(display, held.back(), True, 0);
+        from = end + 1;
+    }
+    for (; !held.empty(); held.pop_back()) XTestFakeKeyEvent(display, held.back(), False, 0);
+    XSync(display, False);
+}
+
 }  // namespace
 
 bool pressInWindow(const std::string& title, const std::string& key, bool control) {
@@ -107,6 +122,42 @@ bool pressInWindow(const std::string& title, const std::string& key, bool contro
     if (!await([&] { return hasKeyboard(display.get(), title); })) return false;
     press(display.get(), XStringToKeysym(key.c_str()), control);
     return true;
+}
+
+bool awaitRest(const std::string& title) {
+    constexpr int kLooks = 20, kBetween = 10;
+    unsigned long before = 0;
+    int same = 0;
+    return await([&] {
+        poll(nullptr, 0, kBetween);
+        const unsigned long now = windowFingerprint(title);
+        same = now > 1 && now == before ? same + 1 : 0;
+        before = now;
+        return same >= kLooks;
+    });
+}
+
+bool typeInWindow(const std::string& title, const std::vector<std::string>& keys) {
+    const Connection display = connect();
+    if (!display) return false;
+    XSetErrorHandler(ignoreError);
+    if (!await([&] { return hasKeyboard(display.get(), title); })) return false;
+    const Window window = find(display.get(), title);
+    for (const std::string& chord : keys) {
+        if (!await([&] { return hasKeyboard(display.get(), title); })) return false;
+        pressChord(display.get(), chord);
+        if (&chord != &keys.back() && chord.find('+') != std::string::npos) awaitRest(title);
+    }
+    return await([&] { return !viewable(display.get(), window); });
+}
+
+void turnWheel(bool up) {
+    const Connection display = connect();
+    if (!display) return;
+    const unsigned button = up ? Button4 : Button5;
+    XTestFakeButtonEvent(display.get(), button, True, 0);
+    XTestFakeButtonEvent(display.get(), button, False, 0);
+    XSync(display.get(), False);
 }
 
 bool answerWindow(const std::string& title, const std::string& key) {

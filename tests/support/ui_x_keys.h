@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace korvant::test {
 
@@ -9,7 +10,18 @@ namespace korvant::test {
 /// with Control if asked. False when the window did not come. Safe on any thread.
 bool pressInWindow(const std::string& title, const std::string& key, bool control);
 
-/// The same without Control, and waits until that window is gone.
+/// Presses one key after another, each once the window has the keyboard, and waits until that
+/// window is gone: X names, with the modifiers before them as in "Control_L+Return". After such a
+/// chord it waits until nothing moves any more, as a user would.
+bool typeInWindow(const std::string& title, const std::vector<std::string>& keys);
+
+/// Waits until the picture of the window stays the same for a fifth of a second.
+bool awaitRest(const std::string& title);
+
+/// Turns the wheel one notch where the pointer stands.
+void turnWheel(bool up);
+
+/// As pressInWindow() without Control, and waits until that window is gone.
 bool answerWindow(const std::string& title, const std::string& key);
 
 /// Waits until a window with this title is on the screen (or is gone). False when that took longer

@@ -9,6 +9,7 @@
 #include "support/ui_driver.h"
 #include "ui/html_view.h"
 #include "ui/message_box_dialog.h"
+#include "ui/prompt_dialogs.h"
 
 using namespace korvant;
 using korvant::test::findChild;
@@ -26,12 +27,17 @@ class DialogPictures : public testing::Test {
     }
     void TearDown() override { ScriptObject::m_locale = 0; }
 
+    static UiDriver& painted(UiDriver& driver) {
+        return driver.when("the paint", [turns = 0]() mutable { return ++turns > 40; });
+    }
+
     template <class Show>
     void inEveryLanguage(const std::string& name, const wxString& title, Show show) {
         for (int locale = 0; locale < 3; ++locale) {
             ScriptObject::m_locale = locale;
             UiDriver driver;
-            driver.window(title).picture(name + "-" + kLanguages[locale]).key(WXK_ESCAPE);
+            painted(driver.window(title)).picture(name + "-" + kLanguages[locale]);
+            driver.key(WXK_ESCAPE);
             show(driver);
             EXPECT_TRUE(driver.done());
         }
@@ -80,7 +86,7 @@ TEST_F(DialogPictures, Details) {
     UiDriver driver;
     const auto opened = [] { return findChild<ui::HtmlView>(findWindow("Survey"), 1) != nullptr; };
     driver.window("Survey").key('M', wxMOD_ALT).when("the details", opened);
-    driver.picture("box-details-open").key(WXK_ESCAPE);
+    painted(driver).picture("box-details-open").key(WXK_ESCAPE);
     ui::showMessageBox(made);
     EXPECT_TRUE(driver.done());
 }
@@ -92,6 +98,32 @@ TEST_F(DialogPictures, LongText) {
     inEveryLanguage("box-long", "Survey", [&](UiDriver&) {
         ui::showMessageBox(request(box_style::kOk | box_style::kIconInformation, text));
     });
+}
+
+TEST_F(DialogPictures, Prompts) {
+    inEveryLanguage("prompt-string", "KorvantIDE", [](UiDriver&) {
+        ui::PromptString(nullptr, "Name of the site", "North Ridge").ask();
+    });
+    inEveryLanguage("prompt-lines", "KorvantIDE", [](UiDriver&) {
+        ui::PromptString(nullptr, "Remarks", "Two lines\nof text").ask();
+    });
+    inEveryLanguage("prompt-double", "KorvantIDE", [](UiDriver&) {
+        ui::PromptDouble(nullptr, "Depth of each hole in m", 150.25).ask();
+    });
+    inEveryLanguage("prompt-float", "KorvantIDE",
+                    [](UiDriver&) { ui::PromptFloat(nullptr, "Grade", 0.1F).ask(); });
+}
+
+TEST_F(DialogPictures, RefusedNumber) {
+    for (int locale = 0; locale < 3; ++locale) {
+        ScriptObject::m_locale = locale;
+        UiDriver driver;
+        driver.window("KorvantIDE").type("12 holes").key(WXK_RETURN);
+        painted(driver).picture(std::string("prompt-refused-") + kLanguages[locale]);
+        driver.key(WXK_ESCAPE);
+        ui::PromptInt(nullptr, "Number of holes", 12).ask();
+        EXPECT_TRUE(driver.done());
+    }
 }
 
 }  // namespace
