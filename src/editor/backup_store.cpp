@@ -56,11 +56,10 @@ int BackupStore::keep(const std::string& path, std::string& kept) {
     if (folder_.empty()) return ENOENT;
     if (const int error = files_.makeFolder(folder_)) return error;
     const std::string temporary = temporaryBeside(joinPath(folder_, "new"));
+    const Leftover leftover(files_, temporary);
     std::uint64_t hash = 0;
-    int error = copy(path, temporary, hash);
-    if (error == 0) error = adopt(temporary, prefixOf(path), hash, nameOf(path), kept);
-    if (error != 0) files_.remove(temporary);
-    return error;
+    if (const int error = copy(path, temporary, hash)) return error;
+    return adopt(temporary, prefixOf(path), hash, nameOf(path), kept);
 }
 
 int BackupStore::keepSomewhere(const std::string& path, std::string& kept) {
@@ -76,20 +75,16 @@ int BackupStore::keepText(const std::string& name, std::string_view bytes) {
     if (folder_.empty()) return ENOENT;
     if (const int error = files_.makeFolder(folder_)) return error;
     const std::string temporary = temporaryBeside(joinPath(folder_, "new"));
+    const Leftover leftover(files_, temporary);
     if (const int error = writeSecretFile(files_, temporary, bytes)) return error;
     std::string kept;
-    const int error = adopt(temporary, prefixOf("text:" + name), contentHash(bytes), name, kept);
-    if (error != 0) files_.remove(temporary);
-    return error;
+    return adopt(temporary, prefixOf("text:" + name), contentHash(bytes), name, kept);
 }
 
 int BackupStore::adopt(const std::string& temporary, const std::string& prefix, std::uint64_t hash,
                        const std::string& name, std::string& kept) {
     kept = keptAlready(prefix, hash);
-    if (!kept.empty()) {
-        files_.remove(temporary);
-        return 0;
-    }
+    if (!kept.empty()) return 0;
     kept = joinPath(folder_, backupName(prefix, hash, name));
     if (const int error = files_.rename(temporary, kept)) return error;
     dropOldest(prefix);

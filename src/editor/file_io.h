@@ -27,6 +27,20 @@ class OpenFile {
     FileOperations::Handle handle_ = -1;
 };
 
+/// Removes what stands at `path` at the end, however a function is left: what became a file under
+/// another name is not there any more.
+class Leftover {
+  public:
+    Leftover(FileOperations& files, const std::string& path) : files_(files), path_(path) {}
+    ~Leftover() { files_.remove(path_); }
+    Leftover(const Leftover&) = delete;
+    Leftover& operator=(const Leftover&) = delete;
+
+  private:
+    FileOperations& files_;
+    const std::string& path_;
+};
+
 /// Everything up to the end. EFBIG above `limit` bytes, ENOMEM without memory; `bytes` then holds
 /// what was read so far.
 int readAll(FileOperations& files, FileOperations::Handle handle, std::size_t limit,

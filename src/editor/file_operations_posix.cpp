@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "editor/file_operations.h"
 
@@ -172,13 +173,12 @@ class SystemFiles final : public FileOperations {
     }
 
     int list(const std::string& folder, std::vector<std::string>& names) override {
-        DIR* entries = ::opendir(folder.c_str());
+        const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
         if (!entries) return errno;
         names.clear();
-        while (const dirent* entry = ::readdir(entries))
+        while (const dirent* entry = ::readdir(entries.get()))
             if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
                 names.emplace_back(entry->d_name);
-        ::closedir(entries);
         return 0;
     }
 

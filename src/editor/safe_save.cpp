@@ -89,18 +89,15 @@ SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
     OpenFile file(files_);
     if (const int error = files_.create(temporary, true, file.handle()))
         return folderRefuses(error) ? writeThrough(target, bytes) : SaveFailure::cannotCreate;
+    const Leftover leftover(files_, temporary);
     int error = writeAll(files_, file.handle(), bytes);
     const bool attributesKept = files_.copyAttributes(target.path, file.handle()) == 0;
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();
     if (error == 0) error = closing;
-    if (error != 0 || !attributesKept) files_.remove(temporary);
     if (error != 0) return SaveFailure::whileWriting;
     if (!attributesKept) return writeThrough(target, bytes);
-    if (files_.rename(temporary, target.path) != 0) {
-        files_.remove(temporary);
-        return SaveFailure::cannotCreate;
-    }
+    if (files_.rename(temporary, target.path) != 0) return SaveFailure::cannotCreate;
     files_.flushFolder(folderOf(target.path));
     return SaveFailure::none;
 }

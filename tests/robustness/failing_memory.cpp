@@ -12,6 +12,7 @@ namespace {
 
 struct Counting {
     bool on = false;
+    bool others = false;
     bool failed = false;
     Shortage shortage = Shortage::once;
     std::uint64_t left = 0;  ///< allocations until the first that fails
@@ -21,7 +22,7 @@ thread_local Counting counting;
 std::atomic<std::int64_t> live{0};
 
 bool mustFail() {
-    if (!counting.on) return false;
+    if (!counting.on || counting.others) return false;
     if (counting.failed) return counting.shortage == Shortage::lasting;
     counting.failed = --counting.left == 0;
     return counting.failed;
@@ -50,7 +51,7 @@ constexpr std::size_t kUsual = alignof(std::max_align_t);
 }  // namespace
 
 FailingMemory::FailingMemory(std::uint64_t which, Shortage shortage) {
-    counting = {true, false, shortage, which};
+    counting = {true, false, false, shortage, which};
 }
 
 FailingMemory::~FailingMemory() {
@@ -61,12 +62,12 @@ bool FailingMemory::hasFailed() {
     return counting.failed;
 }
 
-MemoryOfOthers::MemoryOfOthers() : before_(counting.on) {
-    counting.on = false;
+MemoryOf::MemoryOf(Whose whose) : before_(counting.others) {
+    counting.others = whose == Whose::others;
 }
 
-MemoryOfOthers::~MemoryOfOthers() {
-    counting.on = before_;
+MemoryOf::~MemoryOf() {
+    counting.others = before_;
 }
 
 std::int64_t liveAllocations() {

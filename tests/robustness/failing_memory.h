@@ -22,14 +22,15 @@ class FailingMemory {
     static bool hasFailed();
 };
 
-/// While it lives, what the calling thread allocates does not fail and is not counted: for doubles
-/// that stand for code with memory of its own.
-class MemoryOfOthers {
+/// While it lives, what the calling thread allocates does not fail and is not counted, or again
+/// does: for doubles that stand for code with memory of its own and call back.
+class MemoryOf {
   public:
-    MemoryOfOthers();
-    ~MemoryOfOthers();
-    MemoryOfOthers(const MemoryOfOthers&) = delete;
-    MemoryOfOthers& operator=(const MemoryOfOthers&) = delete;
+    enum class Whose { others, ours };
+    explicit MemoryOf(Whose whose);
+    ~MemoryOf();
+    MemoryOf(const MemoryOf&) = delete;
+    MemoryOf& operator=(const MemoryOf&) = delete;
 
   private:
     bool before_;

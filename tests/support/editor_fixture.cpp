@@ -10,6 +10,7 @@ void EditorFixture::open(const std::string& hostText) {
     editor_.reset();
     window = std::make_unique<FakeEditorWindow>();
     window->watch = watch;
+    window->around = around;
     editor_ = std::make_unique<ScriptEditor>(
         EditorSurroundings{session(), *window, *files, dataFolder(), "/programs", allFamilies()});
     ScriptEditor* editor = editor_.get();

@@ -32,7 +32,8 @@ class EditorFixture : public ScriptFixture {
     TemporaryFolder folder;
     std::unique_ptr<FakeEditorWindow> window;
     FileOperations* files = &systemFiles();
-    std::function<ControlSend(ControlSend)> watch;  ///< of the next opening's window
+    std::function<ControlSend(ControlSend)> watch;   ///< of the next opening's window
+    std::function<ControlSend(ControlSend)> around;  ///< of the next opening's window
 
   private:
     std::unique_ptr<ScriptEditor> editor_;

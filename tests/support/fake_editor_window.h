@@ -26,8 +26,9 @@ class FakeEditorWindow : public EditorWindow {
     std::deque<Answer> answers;                    ///< to questions; none left: cancel or no
     std::optional<std::int32_t> line;              ///< chosen in the Go to line dialog
     bool documentsOpen = true;
-    std::function<bool()> pump;                     ///< what happens while events are pumped
-    std::function<ControlSend(ControlSend)> watch;  ///< put between editor and its control
+    std::function<bool()> pump;                      ///< what happens while events are pumped
+    std::function<ControlSend(ControlSend)> watch;   ///< put between editor and its control
+    std::function<ControlSend(ControlSend)> around;  ///< put between each control and the world
 
     std::string title;
     std::map<int, bool> checked;
@@ -51,7 +52,8 @@ class FakeEditorWindow : public EditorWindow {
         const bool isEditor = kind == ControlKind::editor;
         if (!(isEditor ? editorCreatable : outputCreatable)) return {};
         ControlSend send = (isEditor ? editor : output).send();
-        return isEditor && watch ? watch(send) : send;
+        if (isEditor && watch) send = watch(send);
+        return around ? around(send) : send;
     }
     void setTitle(const std::string& text) override { title = text; }
     void setMenuChecked(int command, bool on) override { checked[command] = on; }
