@@ -189,6 +189,7 @@ void EditSession::setFilter(const std::string& words) {
 
 std::int32_t EditSession::nextEditable(std::int32_t property, bool forward) const {
     const EditPage& shown = page(pageOf(property));
+    if (property < shown.first || property > shown.last) return -1;
     const std::int32_t step = forward ? 1 : -1;
     for (std::int32_t at = property + step; at >= shown.first && at <= shown.last; at += step)
         if (state_->visible[static_cast<std::size_t>(at)] && state_->editable(at)) return at;
