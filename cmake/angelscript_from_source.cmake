@@ -9,6 +9,10 @@ add_library(korvant_engine STATIC ${engine_sources} ${addons}/scriptarray/script
                                   ${addons}/scriptstdstring/scriptstdstring.cpp
                                   ${addons}/scriptstdstring/scriptstdstring_utils.cpp)
 target_compile_definitions(korvant_engine PRIVATE NDEBUG)
+# The add-ons ask this project which context runs: the host's engine is another copy of the library,
+# and this copy is not told.
+set_source_files_properties(${addons}/scriptarray/scriptarray.cpp PROPERTIES
+  COMPILE_DEFINITIONS asGetActiveContext=korvantActiveContext)
 target_compile_options(korvant_engine PRIVATE -w -fno-strict-aliasing)
 
 # The distribution installs the headers of all add-ons in one folder, under angelscript/.

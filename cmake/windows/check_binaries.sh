@@ -12,7 +12,7 @@ promised=$(sed '/extern "C++"/,$d' "$root/src/module/exports.map" | tr ';' '\n' 
            sed -n 's/^ *\([A-Z][A-Za-z]*\)$/\1/p' | sort -u)
 [ -n "$promised" ] || fail "no promised names found"
 exported=$($objdump -p "$folder/KorvantIDE.dll" | sed -n '/\[Ordinal\/Name Pointer\]/,/^$/p' |
-           sed -n 's/^.*\].* \([^ ]*\)$/\1/p' | sort -u)
+           sed -n 's/^[[:space:]]*\[.*\] \([^ ]*\)$/\1/p' | grep -v '^Table$' | sort -u)
 plain=$(grep -v '^_Z' <<<"$exported" || true)
 diff <(echo "$promised") <(echo "$plain") >&2 || fail "the plain names differ (< promised, > exported)"
 if grep '^_Z' <<<"$exported" | c++filt |

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "host/active_context.h"
 #include "host/engine_records.h"
 #include "host/memory_budget.h"
 #include "host/object_count.h"
@@ -50,7 +51,7 @@ CountedBuffers& countedBuffers() {
 }
 
 bool isOurScripts() {
-    asIScriptContext* const context = asGetActiveContext();
+    asIScriptContext* const context = activeContext();
     return context != nullptr && isObserved(context->GetEngine());
 }
 

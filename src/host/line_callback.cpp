@@ -1,5 +1,6 @@
 #include "host/line_callback.h"
 
+#include "host/active_context.h"
 #include "host/engine_memory.h"
 
 namespace korvant {
@@ -29,6 +30,7 @@ bool LineCallback::mayBeOff() const noexcept {
 
 int LineCallback::execute(asIScriptContext& context, bool ours) {
     begin(context, ours);
+    const ExecutionMark mark(context);
     const int result = context.Execute();
     end();
     return result;

@@ -1,5 +1,7 @@
 #include "host/object_count.h"
 
+#include "host/active_context.h"
+
 #include <algorithm>
 
 namespace korvant {
@@ -74,7 +76,7 @@ void ObjectCount::add(asIScriptEngine& engine, int typeId) {
 }
 
 bool growingArrayHoldsObjects() noexcept {
-    asIScriptContext* const context = asGetActiveContext();
+    asIScriptContext* const context = activeContext();
     asIScriptFunction* const native = context ? context->GetSystemFunction() : nullptr;
     if (native == nullptr) return false;
     asITypeInfo* array = native->GetObjectType();

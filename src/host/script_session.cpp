@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "host/active_context.h"
 #include "host/memory_budget.h"
 #include "host/null_services.h"
 #include "host/session_impl.h"
@@ -104,7 +105,7 @@ void ScriptSession::releaseBytes(std::size_t bytes) noexcept {
 }
 
 void ScriptSession::raise(const char* description) {
-    asIScriptContext* context = asGetActiveContext();
+    asIScriptContext* context = activeContext();
     if (context == nullptr) context = impl_->state.currentContext;
     if (context != nullptr) context->SetException(description);
 }

@@ -122,6 +122,8 @@ int HtmlView::heightAt(int width) {
 
 void HtmlView::hideScrollBars() {
     ShowScrollbars(wxSHOW_SB_NEVER, wxSHOW_SB_NEVER);
+    // Windows hides none, and a bar that came while the view was small takes room from the text.
+    SetWindowStyleFlag((GetWindowStyleFlag() & ~wxHW_SCROLLBAR_AUTO) | wxHW_SCROLLBAR_NEVER);
 }
 
 bool HtmlView::needsScrolling() const {

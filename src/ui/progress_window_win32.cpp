@@ -12,6 +12,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"KorvantIDE.Progress";
 constexpr int kPadding = 24, kNarrowest = 280;
+constexpr int kFromTop = 6;  // a share of the screen's height; dialogs stand in the middle
 
 COLORREF colourRef(std::uint32_t rgb) {
     return RGB((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
@@ -21,9 +22,9 @@ class SystemProgressWindow final : public ProgressWindow {
   public:
     explicit SystemProgressWindow(const ProgressStyle& style) : style_(style) {
         registerClass();
-        window_ = CreateWindowExW(WS_EX_TOPMOST | WS_EX_DLGMODALFRAME, kClass, L"",
-                                  WS_POPUP | WS_CAPTION, 0, 0, kNarrowest, 80, nullptr, nullptr,
-                                  GetModuleHandleW(nullptr), this);
+        window_ =
+            CreateWindowExW(WS_EX_DLGMODALFRAME, kClass, L"", WS_POPUP | WS_CAPTION, 0, 0,
+                            kNarrowest, 80, nullptr, nullptr, GetModuleHandleW(nullptr), this);
         const HDC screen = GetDC(nullptr);
         const int height =
             -MulDiv(static_cast<int>(style.fontPoints), GetDeviceCaps(screen, LOGPIXELSY), 72);
@@ -124,7 +125,7 @@ class SystemProgressWindow final : public ProgressWindow {
         const int width = std::min<int>(frame.right - frame.left, GetSystemMetrics(SM_CXSCREEN));
         const int height = std::min<int>(frame.bottom - frame.top, GetSystemMetrics(SM_CYSCREEN));
         SetWindowPos(window_, nullptr, (GetSystemMetrics(SM_CXSCREEN) - width) / 2,
-                     (GetSystemMetrics(SM_CYSCREEN) - height) / 2, width, height,
+                     GetSystemMetrics(SM_CYSCREEN) / kFromTop, width, height,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
 

@@ -24,7 +24,7 @@ TEST_P(Transcript, ShowsWhatIsExpected) {
 }
 
 std::string nameOfFolder(const ::testing::TestParamInfo<std::filesystem::path>& info) {
-    return info.param.filename();
+    return info.param.filename().string();
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Transcript, ::testing::ValuesIn(transcriptFolders(kRoot)),

@@ -103,15 +103,14 @@ void keepPicture(const std::string& name) {
 /// Does its steps on a thread while a call of the module waits for somebody.
 class User {
   public:
-    explicit User(std::function<bool()> steps) : thread_([this, steps] { done_ = steps(); }) {}
-    ~User() {
-        thread_.join();
-        check(done_, "a window did not come or did not go");
-    }
+    explicit User(std::function<bool()> steps)
+        : thread_([steps] { check(steps(), "a window did not come or did not go"); }) {}
+    ~User() { thread_.join(); }
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
 
   private:
     std::thread thread_;
-    bool done_ = false;
 };
 
 class Module {
@@ -174,16 +173,16 @@ void talk(Module& module) {
     const User user([] {
         if (!awaitWindow("KorvantIDE")) return false;
         keepPicture("box");
-        return answerWindow("KorvantIDE", "y") && answerWindow("Depth", "Return");
+        return answerWindow("KorvantIDE", "y") && answerWindow("Depth", "Escape");
     });
-    check(module.run(
-              "int main() {\n"
-              "  Progress(\"Survey\", \"one of two\");\n"
-              "  if (!Question(\"Carry on?\")) return 1;\n"
-              "  Object o;\n"
-              "  if (o.messageBox(\"Depth\", \"Keep it?\", \"BU_OK\", \"IC_WARNING\") != 201) {\n"
-              "    int[] a; a[0] = 1; }\n"
-              "  return 0;\n}"),
+    check(module.run("int main() {\n"
+                     "  Progress(\"Survey\", \"one of two\");\n"
+                     "  if (!Question(\"Carry on?\")) return 1;\n"
+                     "  Object o;\n"
+                     "  if (o.messageBox(\"Depth\", \"Keep it?\", \"BU_OK_CANCEL\", "
+                     "\"IC_WARNING\") != 202) {\n"
+                     "    int[] a; a[0] = 1; }\n"
+                     "  return 0;\n}"),
           "a script with dialogs does not end well: " + module.lastMessage());
 }
 

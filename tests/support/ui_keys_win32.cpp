@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <map>
+#include <sstream>
 #include <vector>
 
 #include "host/wide_text_win32.h"
@@ -47,10 +48,32 @@ bool await(const std::function<bool()>& condition) {
 
 /// The names are those of another display server; the tests use a few of them.
 WORD keyNamed(const std::string& name) {
-    static const std::map<std::string, WORD> named = {
-        {"Return", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB}, {"space", VK_SPACE},
-        {"Pause", VK_PAUSE},   {"Break", VK_CANCEL},  {"F5", VK_F5},   {"F9", VK_F9},
-        {"F10", VK_F10},       {"F11", VK_F11},       {"F12", VK_F12}, {"Down", VK_DOWN}};
+    static const std::map<std::string, WORD> named = {{"Control_L", VK_CONTROL},
+                                                      {"Shift_L", VK_SHIFT},
+                                                      {"Alt_L", VK_MENU},
+                                                      {"Return", VK_RETURN},
+                                                      {"Up", VK_UP},
+                                                      {"Left", VK_LEFT},
+                                                      {"Right", VK_RIGHT},
+                                                      {"Home", VK_HOME},
+                                                      {"End", VK_END},
+                                                      {"Next", VK_NEXT},
+                                                      {"Prior", VK_PRIOR},
+                                                      {"BackSpace", VK_BACK},
+                                                      {"Delete", VK_DELETE},
+                                                      {"F2", VK_F2},
+                                                      {"F4", VK_F4},
+                                                      {"Escape", VK_ESCAPE},
+                                                      {"Tab", VK_TAB},
+                                                      {"space", VK_SPACE},
+                                                      {"Pause", VK_PAUSE},
+                                                      {"Break", VK_CANCEL},
+                                                      {"F5", VK_F5},
+                                                      {"F9", VK_F9},
+                                                      {"F10", VK_F10},
+                                                      {"F11", VK_F11},
+                                                      {"F12", VK_F12},
+                                                      {"Down", VK_DOWN}};
     const auto place = named.find(name);
     if (place != named.end()) return place->second;
     return static_cast<WORD>(VkKeyScanW(static_cast<wchar_t>(name.front())) & 0xFF);
@@ -65,27 +88,43 @@ INPUT stroke(WORD key, bool up) {
     return input;
 }
 
-void press(WORD key, bool control) {
+/// All go down in this order, and up in the other.
+void pressTogether(const std::vector<WORD>& keys) {
     std::vector<INPUT> strokes;
-    if (control) strokes.push_back(stroke(VK_CONTROL, false));
-    strokes.push_back(stroke(key, false));
-    strokes.push_back(stroke(key, true));
-    if (control) strokes.push_back(stroke(VK_CONTROL, true));
+    for (const WORD key : keys) strokes.push_back(stroke(key, false));
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) strokes.push_back(stroke(*key, true));
     SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
 }
 
 }  // namespace
 
 bool pressInWindow(const std::string& title, const std::string& key, bool control) {
-    if (!await([&] { return hasKeyboard(title); })) return false;
-    press(keyNamed(key), control);
+    return typeInWindow(title, {control ? "Control_L+" + key : key});
+}
+
+bool typeInWindow(const std::string& title, const std::vector<std::string>& keys) {
+    for (const std::string& combination : keys) {
+        if (!await([&] { return hasKeyboard(title); })) return false;
+        std::vector<WORD> together;
+        std::istringstream names(combination);
+        for (std::string name; std::getline(names, name, '+');) together.push_back(keyNamed(name));
+        pressTogether(together);
+    }
     return true;
+}
+
+void turnWheel(bool up) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = MOUSEEVENTF_WHEEL;
+    input.mi.mouseData = static_cast<DWORD>(up ? WHEEL_DELTA : -WHEEL_DELTA);
+    SendInput(1, &input, sizeof input);
 }
 
 bool answerWindow(const std::string& title, const std::string& key) {
     if (!await([&] { return hasKeyboard(title); })) return false;
     const HWND window = find(title);
-    press(keyNamed(key), false);
+    pressTogether({keyNamed(key)});
     return await([&] { return !IsWindow(window) || !IsWindowVisible(window); });
 }
 
