@@ -111,6 +111,34 @@ std::string nameOf(const ::testing::TestParamInfo<std::string>& info) {
 
 INSTANTIATE_TEST_SUITE_P(All, Document, ::testing::ValuesIn(documents()), nameOf);
 
+/// "Suite" and "Suite.Name" of every test in the sources.
+std::set<std::string> namesOfTests() {
+    static const std::regex kTest("TEST(?:_F|_P)?\\((\\w+),\\s*(\\w+)\\)");
+    std::set<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(kRoot / "tests")) {
+        if (entry.path().extension() != ".cpp") continue;
+        const std::string text = readFile(entry.path());
+        for (std::sregex_iterator test(text.begin(), text.end(), kTest), end; test != end; ++test) {
+            names.insert((*test)[1].str());
+            names.insert((*test)[1].str() + "." + (*test)[2].str());
+        }
+    }
+    return names;
+}
+
+TEST(Documents, EveryTestThatTheTablesNameExists) {
+    static const std::regex kName("`([A-Z]\\w+(\\.[A-Z]\\w+)?)`");
+    const std::set<std::string> tests = namesOfTests();
+    std::string text = readFile(kRoot / "docs/robustness.md");
+    text = text.substr(text.find("\n| #"));
+    int named = 0;
+    for (std::sregex_iterator name(text.begin(), text.end(), kName), end; name != end; ++name) {
+        EXPECT_TRUE(tests.count((*name)[1])) << (*name)[1];
+        ++named;
+    }
+    EXPECT_GT(named, 100);
+}
+
 TEST(Documents, TheHostOnThePageIsTheOneThatIsBuilt) {
     std::string shown;
     for (const DocumentBlock& block : blocksOf("docs/embedding.md"))

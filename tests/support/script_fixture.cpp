@@ -1,5 +1,7 @@
 #include "support/script_fixture.h"
 
+#include <cstdlib>
+
 #include "host/script_console.h"
 #include "module/families.h"
 
@@ -18,7 +20,32 @@ ScriptFixture::~ScriptFixture() {
     moduleSession().setLimits({});
 }
 
+namespace {
+
+/// The system's, but its tick begins where KORVANT_TEST_TICK says.
+class ShiftedClock final : public Clock {
+  public:
+    void restart(std::uint32_t start) { shift_ = start - systemClock().tick(); }
+    std::uint32_t tick() override { return systemClock().tick() + shift_; }
+    std::uint64_t monotonic() override { return systemClock().monotonic(); }
+    void sleep(std::uint32_t milliseconds) override { systemClock().sleep(milliseconds); }
+
+  private:
+    std::atomic<std::uint32_t> shift_{0};
+};
+
+Clock* usualClock() {
+    const char* const start = std::getenv("KORVANT_TEST_TICK");
+    if (!start) return nullptr;
+    static ShiftedClock clock;
+    clock.restart(static_cast<std::uint32_t>(std::strtoul(start, nullptr, 10)));
+    return &clock;
+}
+
+}  // namespace
+
 void ScriptFixture::useClock(Clock* clock) {
+    if (!clock) clock = usualClock();
     moduleSession().setServices({&console, &frontend, clock, nullptr});
 }
 
