@@ -66,8 +66,9 @@ PromptDialog::PromptDialog(wxWindow* parent, const std::string& label)
     remark_ = new wxStaticText(this, wxID_ANY, wxString());
     remark_->SetForegroundColour(currentTheme().error);
     remark_->Hide();
-    column->Add(remark_,
-                wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, FromDIP(kGap / 2)));
+    auto* below = new wxBoxSizer(wxVERTICAL);
+    below->Add(remark_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap / 2)));
+    column->Add(below, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
     addButtons(column);
     SetSizer(column);
 }

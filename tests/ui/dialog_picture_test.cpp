@@ -1,5 +1,6 @@
 // Pictures of the dialogs for people to look at; only when KORVANT_SCREENSHOTS names a folder.
 #include <gtest/gtest.h>
+#include <wx/stattext.h>
 
 #include <cstdlib>
 #include <string>
@@ -28,7 +29,7 @@ class DialogPictures : public testing::Test {
     void TearDown() override { ScriptObject::m_locale = 0; }
 
     static UiDriver& painted(UiDriver& driver) {
-        return driver.when("the paint", [turns = 0]() mutable { return ++turns > 40; });
+        return driver.when("the paint", [turns = 0]() mutable { return ++turns > 80; });
     }
 
     template <class Show>
@@ -119,6 +120,10 @@ TEST_F(DialogPictures, RefusedNumber) {
         ScriptObject::m_locale = locale;
         UiDriver driver;
         driver.window("KorvantIDE").type("12 holes").key(WXK_RETURN);
+        driver.when("the refusal", [] {
+            const auto* remark = findChild<wxStaticText>(findWindow("KorvantIDE"), 1);
+            return remark && remark->IsShown();
+        });
         painted(driver).picture(std::string("prompt-refused-") + kLanguages[locale]);
         driver.key(WXK_ESCAPE);
         ui::PromptInt(nullptr, "Number of holes", 12).ask();
