@@ -4,6 +4,7 @@
 #include <wx/msw/wrapwin.h>
 #include <wx/window.h>
 
+#include <algorithm>
 #include <clocale>
 #include <string>
 #include <vector>
@@ -41,6 +42,14 @@ BOOL CALLBACK letGo(HWND window, LPARAM) {
     return TRUE;
 }
 
+BOOL CALLBACK holdForeign(HWND window, LPARAM held) {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+    if (wxFindWinFromHandle(window)) return TRUE;
+    reinterpret_cast<std::vector<HWND>*>(held)->push_back(window);
+    EnableWindow(window, FALSE);
+    return TRUE;
+}
+
 }  // namespace
 
 bool displayReachable() {
@@ -67,13 +76,22 @@ bool displayLost() {
     return false;
 }
 
-/// Every loop of the thread serves every window of the thread here.
+/// Any host may have windows that the toolkit does not know.
 bool foreignLoopRuns() {
-    return false;
+    return true;
 }
 
+/// Every loop of the thread serves every window of the thread here; what has to be held back is the
+/// user's input into those of the host. The toolkit sees to its own.
 void runInOwnLoop(const std::function<void()>& call) {
+    const HWND active = GetActiveWindow();
+    std::vector<HWND> held;
+    EnumThreadWindows(GetCurrentThreadId(), holdForeign, reinterpret_cast<LPARAM>(&held));
     call();
+    for (const HWND window : held)
+        if (IsWindow(window)) EnableWindow(window, TRUE);
+    const bool foreign = std::find(held.begin(), held.end(), active) != held.end();
+    if (foreign && IsWindow(active) && !GetActiveWindow()) SetActiveWindow(active);
 }
 
 void drainEvents() {

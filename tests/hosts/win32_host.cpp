@@ -6,6 +6,7 @@
 
 #include <angelscript.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -104,12 +105,24 @@ void keepPicture(const std::string& name) {
 class User {
   public:
     explicit User(std::function<bool()> steps)
-        : thread_([steps] { check(steps(), "a window did not come or did not go"); }) {}
-    ~User() { thread_.join(); }
+        : thread_([this, steps] {
+              check(steps(), "a window did not come or did not go");
+              done_ = true;
+          }) {}
+    /// The thread asks windows of this one for their titles, so they must go on answering.
+    ~User() {
+        while (!done_) {
+            for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+                DispatchMessageW(&message);
+            Sleep(1);
+        }
+        thread_.join();
+    }
     User(const User&) = delete;
     User& operator=(const User&) = delete;
 
   private:
+    std::atomic<bool> done_{false};
     std::thread thread_;
 };
 
