@@ -101,11 +101,6 @@ void ConsoleCanvas::update() {
     Refresh(false);
 }
 
-void ConsoleCanvas::paintNow() {
-    update();
-    wxWindow::Update();
-}
-
 /// The view moves only as far as it must to keep the cursor in sight.
 void ConsoleCanvas::followCursor() {
     follows_ = true;

@@ -29,8 +29,6 @@ class ConsoleCanvas : public wxWindow {
 
     /// Takes over what has changed in the grid; the painting follows.
     void update();
-    /// Paints at once, without an event loop.
-    void paintNow();
     /// Room for so many cells.
     wxSize sizeFor(int columns, int rows) const;
 

@@ -49,7 +49,14 @@ void ConsoleFrame::appear(void (*interrupt)() noexcept) {
         native::awaitDisplay(kPieceOfWaiting);
     }
     interrupt_ = native::listenForInterrupt(*this, interrupt);
-    canvas_->paintNow();
+    paintNow();
+}
+
+/// What the display has said about place and size counts before anything is painted.
+void ConsoleFrame::paintNow() {
+    native::pumpWindow(*this);
+    canvas_->update();
+    native::paintWindow(*this);
 }
 
 void ConsoleFrame::disappear() {

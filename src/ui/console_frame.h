@@ -19,6 +19,8 @@ class ConsoleFrame : public wxFrame {
     /// On the screen when this returns, or a moment later where the desktop is slow. Hears the
     /// interrupt keys from then on.
     void appear(void (*interrupt)() noexcept);
+    /// Shows what the grid holds, without a loop.
+    void paintNow();
     void disappear();
     bool ShouldPreventAppExit() const override { return false; }
 

@@ -11,6 +11,8 @@ namespace korvant::ui::native {
 bool isViewable(wxWindow& window);
 /// Returns when something has come from the display, at the latest after so many milliseconds.
 void awaitDisplay(int milliseconds);
+/// Lays the whole window out and paints it, without a loop that would do so in time.
+void paintWindow(wxWindow& window);
 
 /// Hears Ctrl+C and Ctrl+Break in a window while it lives, whatever the window's own thread is
 /// busy with.

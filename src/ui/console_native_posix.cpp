@@ -111,6 +111,18 @@ void awaitDisplay(int milliseconds) {
     poll(&wait, 1, milliseconds);
 }
 
+/// The toolkit's clock for both runs in the event loop only, which a script keeps from running.
+void paintWindow(wxWindow& window) {
+    GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
+    GdkWindow* native = gtk_widget_get_window(top);
+    if (!native || !GTK_IS_CONTAINER(top)) return;
+    gtk_container_check_resize(GTK_CONTAINER(top));
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    gdk_window_process_updates(native, TRUE);
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    gdk_display_flush(gdk_window_get_display(native));
+}
+
 std::unique_ptr<InterruptKeys> listenForInterrupt(wxWindow& window, void (*handler)() noexcept) {
     const Window native = serverWindow(window);
     if (native == 0 || !handler) return nullptr;

@@ -13,6 +13,11 @@ void awaitDisplay(int milliseconds) {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(milliseconds), QS_ALLINPUT);
 }
 
+void paintWindow(wxWindow& window) {
+    RedrawWindow(static_cast<HWND>(window.GetHandle()), nullptr, nullptr,
+                 RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
 /// Keys belong to the thread of the window that has them.
 std::unique_ptr<InterruptKeys> listenForInterrupt(wxWindow&, void (*)() noexcept) {
     return nullptr;

@@ -99,8 +99,10 @@ void ConsoleWindow::refreshIfDue() {
 
 void ConsoleWindow::refresh() {
     if (!frame_->IsShown()) return;
-    frame_->canvas().paintNow();
-    if (!waiting_) native::pumpWindow(*frame_);
+    if (waiting_)
+        frame_->canvas().update();
+    else
+        frame_->paintNow();
     painted_ = std::chrono::steady_clock::now();
 }
 
