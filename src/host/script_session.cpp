@@ -1,11 +1,11 @@
 #include "host/script_session.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include "host/active_context.h"
 #include "host/memory_budget.h"
 #include "host/null_services.h"
+#include "host/os_file.h"
 #include "host/session_impl.h"
 
 namespace korvant {
@@ -115,7 +115,7 @@ void ScriptSession::noteWriteFailure(const std::string& file, int systemError) {
     if (std::find(noted.begin(), noted.end(), file) != noted.end()) return;
     noted.push_back(file);
     impl_->failure.unwritten.push_back("could not write " + file + ": " +
-                                       std::system_category().message(systemError));
+                                       systemErrorText(systemError));
 }
 
 int ScriptSession::messageBox(const std::string& text, std::uint32_t style) {

@@ -1,7 +1,9 @@
 #include "support/literal_evaluator.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <vector>
 
 namespace korvant_test {
@@ -12,6 +14,15 @@ const char* const kTable[][2] = {{"\\/", "||"}, {"||", "||"}, {"/\\", "&&"}, {"&
                                  {"==", "=="},  {"=", "="},   {">", ">"},    {"<", "<"},
                                  {">", ">"},    {"%", "%"},   {"+", "+"},    {"-", "-"},
                                  {"*", "*"},    {"/", "/"},   {"^", "^"}};
+
+/// The longest part of the beginning that is a number, 0 without one, in every locale.
+double numberOf(const std::string& text) {
+    double value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (read.ec != std::errc::result_out_of_range) return value;
+    return text[0] == '-' ? -std::numeric_limits<double>::infinity()
+                          : std::numeric_limits<double>::infinity();
+}
 
 std::string lowered(std::string text) {
     for (char& byte : text)
@@ -151,7 +162,7 @@ class Reading {
             text = text.substr(1);
         }
         if (!text.empty() && text.find_first_not_of("0123456789.-") == std::string::npos)
-            return negate(negated, std::atof(text.c_str()));
+            return negate(negated, numberOf(text));
         const auto name = names_.find(text);
         if (name != names_.end()) return negate(negated, name->second);
         const std::size_t open = text.find('(');
