@@ -36,12 +36,13 @@ check_contents() { # DEB
 # A root with what a host developer has: a compiler, CMake, pkg-config. The package is installed by
 # apt, so that its dependencies are what it says they are.
 make_root() { # DEB ROOT
+    local install="apt-get install -q -y --no-install-recommends >/dev/null"
     mmdebstrap --quiet --mode=root --variant=apt \
         --include=g++,cmake,make,pkg-config,xvfb,xauth,desktop-file-utils,libxml2-utils,man-db \
-        --customize-hook="mkdir -p \"\$1/tmp/try\"" \
+        --customize-hook="mkdir -p \"\$1/opt/try\"" \
         --customize-hook="copy-in $1 $here/packaging/try_in_root.sh $here/tests/hosts/installed \
-            $here/examples /tmp/try" \
-        --customize-hook="chroot \"\$1\" sh -c 'apt-get install -q -y /tmp/try/*.deb >/dev/null'" \
+            $here/examples /opt/try" \
+        --customize-hook="chroot \"\$1\" sh -c '$install /opt/try/*.deb && $install angelscript-dev'" \
         bookworm "$2" "$mirror"
 }
 
@@ -55,9 +56,8 @@ dpkg-deb --field "$deb" Package Version Depends Recommends Installed-Size
 root=${KORVANT_PACKAGE_ROOT:-$(mktemp -d)}
 [ -n "${KORVANT_PACKAGE_ROOT:-}" ] || trap 'rm -rf --one-file-system "$root"' EXIT
 say "installing it in an empty root"
-timeout 900 mmdebstrap --version >/dev/null
 make_root "$deb" "$root"
 say "using it there"
 timeout 300 unshare --mount --pid --fork chroot "$root" /bin/sh -c \
-    'mount -t proc proc /proc && exec bash /tmp/try/try_in_root.sh'
+    'mount -t proc proc /proc && exec bash /opt/try/try_in_root.sh'
 say "the package installs, runs and can be built against"
