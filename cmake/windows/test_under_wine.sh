@@ -38,9 +38,14 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
     "$display" --seconds 60 wineserver --wait >>"$logs/wineboot.log" 2>&1
 fi
 
+# These name a device or separators of other systems, or count the bytes of line ends.
+elsewhere='*.AFailedWriteIsReported*:*.AFileThatCannotBeWritten*:*.AppendingKeepsWhatIsThere*'
+elsewhere+=':*.NothingPrintedIsLost*:*.PrintWritesEveryByte*:Debug.FilesAreClosedWhenTheRunIsFirst*'
+elsewhere+=':Document.AnotherProgramsVersion*'
 cd "$root"
 for suite in expr host object editor; do
-    under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1
+    under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
+        --gtest_filter="-$elsewhere"
 done
 
 # The tests of the program run here and start the Windows program; they compare whole lines, and it

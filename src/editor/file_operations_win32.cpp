@@ -189,8 +189,10 @@ class SystemFiles final : public FileOperations {
         return 0;
     }
 
+    /// Nobody else can open it, but its holder can remove it before letting go.
     int lock(const std::string& path, Handle& handle) override {
-        return open(path, GENERIC_READ | GENERIC_WRITE, 0, OPEN_ALWAYS, _O_RDWR, handle);
+        return open(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_DELETE, OPEN_ALWAYS, _O_RDWR,
+                    handle);
     }
 };
 

@@ -49,9 +49,10 @@ std::string programFolder() {
 }
 
 std::string absolutePath(const std::string& path) {
+    const bool isAbsolute = path.find(':') == 1 || path.starts_with("\\\\");
+    if (isAbsolute || path.empty()) return path;
     wchar_t absolute[32768];
-    const DWORD length =
-        path.empty() ? 0 : GetFullPathNameW(wideOfUtf8(path).c_str(), 32768, absolute, nullptr);
+    const DWORD length = GetFullPathNameW(wideOfUtf8(path).c_str(), 32768, absolute, nullptr);
     return length > 0 && length < 32768 ? utf8OfWide({absolute, length}) : path;
 }
 

@@ -100,21 +100,20 @@ void activate(wxFrame& frame) {
 struct OnlyWindow::State {
     std::vector<HWND> held;
     HWND own = nullptr;
+
+    static BOOL CALLBACK hold(HWND window, LPARAM data) {
+        auto& state = *reinterpret_cast<State*>(data);
+        if (window == state.own || !IsWindowVisible(window) || !IsWindowEnabled(window))
+            return TRUE;
+        state.held.push_back(window);
+        EnableWindow(window, FALSE);
+        return TRUE;
+    }
 };
 
 OnlyWindow::OnlyWindow(wxFrame& frame) : state_(std::make_unique<State>()) {
     state_->own = static_cast<HWND>(frame.GetHandle());
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM data) -> BOOL {
-            auto& state = *reinterpret_cast<State*>(data);
-            if (window == state.own || !IsWindowVisible(window) || !IsWindowEnabled(window))
-                return TRUE;
-            state.held.push_back(window);
-            EnableWindow(window, FALSE);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(state_.get()));
+    EnumThreadWindows(GetCurrentThreadId(), State::hold, reinterpret_cast<LPARAM>(state_.get()));
 }
 
 OnlyWindow::~OnlyWindow() {

@@ -6,6 +6,7 @@
 
 #include "host/wide_text_win32.h"
 #include "ui/progress_window.h"
+#include "ui/ui_runtime.h"
 
 namespace korvant::ui {
 namespace {
@@ -46,8 +47,10 @@ class SystemProgressWindow final : public ProgressWindow {
             return;
         }
         place();
-        ShowWindow(window_, SW_SHOWNORMAL);
-        SetForegroundWindow(window_);
+        // A dialog that is being answered keeps the keyboard.
+        const bool mayTakeKeyboard = !dialogOpen();
+        ShowWindow(window_, mayTakeKeyboard ? SW_SHOWNORMAL : SW_SHOWNOACTIVATE);
+        if (mayTakeKeyboard) SetForegroundWindow(window_);
     }
 
     void setTexts(const std::string& caption, const std::string& text) override {
