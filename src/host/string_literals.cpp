@@ -1,6 +1,7 @@
 #include "host/string_literals.h"
 
 #include <cstring>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
@@ -52,9 +53,12 @@ class LiteralTable final : public asIStringFactory {
             ++found->second.count;
             return found->second.string;
         }
-        ScriptString* string = ScriptString::createConstant(text);
-        if (string != nullptr) uses_.emplace(string->text, Use{string, 1});
-        return string;
+        ScriptString* const string = ScriptString::createConstant(text);
+        if (string == nullptr) return nullptr;
+        std::unique_ptr<ScriptString, void (*)(const ScriptString*)> held(
+            string, [](const ScriptString* lost) { ScriptString::destroyConstant(lost); });
+        uses_.emplace(string->text, Use{string, 1});
+        return held.release();
     }
 
     std::unordered_map<std::string_view, Use> uses_;
