@@ -68,10 +68,6 @@ KORVANT_PROGRAM=$starter timeout -k 10 460 "$display" --seconds 400 "$native/bin
 count program $? "$logs/program.log"
 
 under_wine win32_host 200 "$folder/bin/win32_host.exe" KorvantIDE.dll "$(winepath -w "$logs" 2>/dev/null || echo "Z:$logs")"
-for group in dialog form editor; do
-    [ -f "$folder/bin/ui_${group}_tests.exe" ] || continue
-    under_wine "ui_$group" 500 "$folder/bin/ui_${group}_tests.exe" --gtest_brief=1
-done
 
 wineserver --kill 2>/dev/null
 echo "dev: windows: $tests tests passed under Wine, ${#failed[@]} programs failed"

@@ -108,8 +108,15 @@ void pumpWindow(wxWindow& window) {
 /// They are always visible here.
 void keepScrollBarsVisible(wxWindow&) {}
 
-/// A new dialog has the keyboard here.
-bool claimKeyboard(wxWindow&) {
+/// The window of a script's progress may have asked for the keyboard just before the dialog came.
+bool claimKeyboard(wxWindow& window) {
+    const HWND dialog = static_cast<HWND>(window.GetHandle());
+    if (!IsWindowVisible(dialog)) return false;
+    const HWND front = GetForegroundWindow();
+    DWORD process = 0;
+    if (front) GetWindowThreadProcessId(front, &process);
+    const bool ofHost = process == GetCurrentProcessId() && !wxFindWinFromHandle(front);
+    if (!front || ofHost) SetForegroundWindow(dialog);
     return true;
 }
 

@@ -202,16 +202,15 @@ void talk(Module& module) {
 void print(Module& module) {
     const User user([] {
         if (!awaitWindow("Output")) return false;
-        Sleep(700);
         keepPicture("console");
-        return true;
+        return answerWindow("KorvantIDE", "y");
     });
     check(module.run("int main() {\n"
                      "  Print(\"Ore grades\\n\"); double[] g = {0.2, 1.4, 3.8};\n"
                      "  for (uint i = 0; i < g.length(); i++) {\n"
                      "    if (g[i] > 1) SetTextColor(6, 0); if (g[i] > 3) SetTextColor(4, 1);\n"
                      "    Print(\"  \" + g[i] + \" %% caf\xE9 \xE2\x82\xAC\\n\"); ResetText(); }\n"
-                     "  uint end = GetSystemTime() + 3000; while (GetSystemTime() < end) {}\n"
+                     "  Question(\"Seen?\");\n"
                      "  return 0;\n}"),
           "a script that prints does not end well: " + module.lastMessage());
 }
