@@ -1,29 +1,12 @@
 // Methods of script types, bound for both calling conventions of the engine.
 #pragma once
 
-#include <cstring>
 #include <type_traits>
 #include <utility>
 
 #include "host/native_call.h"
 
 namespace korvant {
-
-/// Argument `index` of a generic call, as the native function takes it.
-template <class Argument>
-Argument genericArgument(asIScriptGeneric* call, asUINT index) {
-    using Plain = std::remove_reference_t<Argument>;
-    if constexpr (std::is_reference_v<Argument>)
-        return *static_cast<Plain*>(call->GetArgAddress(index));
-    else if constexpr (std::is_pointer_v<Argument>)
-        return static_cast<Argument>(call->GetArgAddress(index));
-    else {
-        // The script's stack is aligned to four bytes only.
-        Plain value;
-        std::memcpy(&value, call->GetAddressOfArg(index), sizeof value);
-        return value;
-    }
-}
 
 /// Runs `invoke` and hands its result to the engine. A pointer is a reference or a handle whose
 /// reference belongs to the caller.

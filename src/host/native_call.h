@@ -13,6 +13,23 @@ namespace korvant {
 /// Sets a script exception on the context that runs; nothing outside a script.
 void raiseInScript(const char* description) noexcept;
 
+/// Argument `index` of a generic call, as the native function takes it. The script's stack is
+/// aligned to four bytes only, and references lead there.
+template <class Argument>
+__attribute__((no_sanitize("alignment"))) Argument genericArgument(asIScriptGeneric* call,
+                                                                   asUINT index) {
+    using Plain = std::remove_reference_t<Argument>;
+    if constexpr (std::is_reference_v<Argument>)
+        return *static_cast<Plain*>(call->GetArgAddress(index));
+    else if constexpr (std::is_pointer_v<Argument>)
+        return static_cast<Argument>(call->GetArgAddress(index));
+    else {
+        Plain value;
+        std::memcpy(&value, call->GetAddressOfArg(index), sizeof value);
+        return value;
+    }
+}
+
 /// `call` is the function with every C++ exception turned into a script exception; `generic` is
 /// the same behind the engine's generic interface. Parameters: primitives by value, and pointers
 /// or references for everything that the declaration passes by reference. Results: nothing, a
@@ -38,32 +55,17 @@ struct NativeCall<Function> {
     }
 
   private:
-    template <class Argument>
-    static Argument argument(asIScriptGeneric* engineCall, asUINT index) {
-        using Plain = std::remove_reference_t<Argument>;
-        if constexpr (std::is_reference_v<Argument>)
-            return *static_cast<Plain*>(engineCall->GetArgAddress(index));
-        else if constexpr (std::is_pointer_v<Argument>)
-            return static_cast<Argument>(engineCall->GetArgAddress(index));
-        else {
-            // The script's stack is aligned to four bytes only.
-            Plain value;
-            std::memcpy(&value, engineCall->GetAddressOfArg(index), sizeof value);
-            return value;
-        }
-    }
-
     template <std::size_t... Index>
     static void invoke([[maybe_unused]] asIScriptGeneric* engineCall,
                        std::index_sequence<Index...>) {
         if constexpr (std::is_void_v<Result>)
-            call(argument<Arguments>(engineCall, Index)...);
+            call(genericArgument<Arguments>(engineCall, Index)...);
         else if constexpr (std::is_pointer_v<Result>)
             engineCall->SetReturnAddress(const_cast<void*>(
-                static_cast<const void*>(call(argument<Arguments>(engineCall, Index)...))));
+                static_cast<const void*>(call(genericArgument<Arguments>(engineCall, Index)...))));
         else
             *static_cast<Result*>(engineCall->GetAddressOfReturnLocation()) =
-                call(argument<Arguments>(engineCall, Index)...);
+                call(genericArgument<Arguments>(engineCall, Index)...);
     }
 };
 

@@ -28,8 +28,10 @@ bool nextProperty(ScriptObject* self, std::string& name, std::int32_t& index) {
     return self->_getNextProperty(name, index);
 }
 
+/// The output may lie on the engine's stack, which is aligned to four bytes only.
 template <class Value, bool (ScriptObject::*Get)(std::string&, Value&)>
-bool getProperty(ScriptObject* self, std::string& name, Value& value) {
+__attribute__((no_sanitize("alignment"))) bool getProperty(ScriptObject* self, std::string& name,
+                                                           Value& value) {
     value = Value();
     return (self->*Get)(name, value);
 }

@@ -3,6 +3,7 @@
 
 using korvant::orRaise;
 using korvant::PropertyRecord;
+using korvant::realAt;
 using korvant::saturated;
 
 namespace {
@@ -117,7 +118,8 @@ bool ScriptObject::_addLongOptionProperty(std::string& name, std::string& label,
 
 bool ScriptObject::_addDoubleProperty(std::string& name, std::string& label, double& value,
                                       std::string& unit, bool& flag) {
-    return orRaise(false, [&] { return impl_->model.addReal(name, label, value, unit, flag); });
+    const double real = realAt(&value);
+    return orRaise(false, [&] { return impl_->model.addReal(name, label, real, unit, flag); });
 }
 
 bool ScriptObject::_addFloatProperty(std::string& name, std::string& label, float& value,

@@ -7,6 +7,7 @@
 #include "object/rich_text.h"
 
 using korvant::orRaise;
+using korvant::realAt;
 
 namespace {
 
@@ -91,9 +92,10 @@ double ScriptObject::prompt(std::string label, double value) {
 }
 
 double ScriptObject::_promptDouble(std::string& label, double& value) {
-    return orRaise(value, [&] {
-        return ask(value,
-                   [&](korvant::Frontend& f) { return f.promptDouble(translate(label), value); });
+    const double initial = realAt(&value);
+    return orRaise(initial, [&] {
+        return ask(initial,
+                   [&](korvant::Frontend& f) { return f.promptDouble(translate(label), initial); });
     });
 }
 

@@ -4,6 +4,8 @@
 using korvant::ObjectModel;
 using korvant::orRaise;
 using korvant::PropertyRecord;
+using korvant::putReal;
+using korvant::realAt;
 using korvant::saturated;
 
 namespace {
@@ -146,7 +148,7 @@ bool ScriptObject::_getLongProperty(std::string& name, std::int32_t& value) {
 }
 
 bool ScriptObject::_getDoubleProperty(std::string& name, double& value) {
-    return readSlot(impl_->model, name, [&](const PropertyRecord& p) { value = p.real; });
+    return readSlot(impl_->model, name, [&](const PropertyRecord& p) { putReal(&value, p.real); });
 }
 
 bool ScriptObject::_getFloatProperty(std::string& name, float& value) {
@@ -172,7 +174,7 @@ bool ScriptObject::_setLongProperty(std::string& name, std::int32_t& value) {
 }
 
 bool ScriptObject::_setDoubleProperty(std::string& name, double& value) {
-    return writeSlot(impl_->model, name, [&](PropertyRecord& p) { p.real = value; });
+    return writeSlot(impl_->model, name, [&](PropertyRecord& p) { p.real = realAt(&value); });
 }
 
 bool ScriptObject::_setFloatProperty(std::string& name, float& value) {
