@@ -42,8 +42,8 @@ typedef struct KorvantLimits {
 
 /* Fills what `limits->size` has room for with the limits in force. */
 KORVANTIDE_API void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits);
-/* Fills it with bounds for scripts that nobody has read: seconds, megabytes, no files. They come into
-   force with SetScriptLimits. */
+/* Fills it with bounds for scripts that nobody has read: seconds, megabytes, no files. They come
+   into force with SetScriptLimits. */
 KORVANTIDE_API void KORVANTIDE_CALL GetStrictScriptLimits(KorvantLimits* limits);
 /* In force from the next compile or run. Null brings the defaults back. 1, or 0 when `size` or
    `fileAccess` makes no sense: nothing changes then. */

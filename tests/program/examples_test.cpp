@@ -50,8 +50,8 @@ TEST_P(Example, PrintsWhatIsExpected) {
 }
 
 TEST(Examples, TheHostsFormsNeedNoWindow) {
-    const ProcessResult result = runProcess({"/usr/bin/env", "-u", "DISPLAY", "-u",
-                                             "WAYLAND_DISPLAY", KORVANT_BIN_DIR "/host_form"});
+    const ProcessResult result = runProcess(
+        {"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", KORVANT_BIN_DIR "/host_form"});
     EXPECT_EQ(readFile(kExamples / "expected" / "host_form.out"), result.output);
     EXPECT_EQ(0, result.exitCode) << result.errors;
 }
