@@ -8,10 +8,10 @@
 #include <string>
 #include <thread>
 
+#include "host/ansi_terminal.h"
 #include "host/console_functions.h"
 #include "host/gathered_output.h"
 #include "host/pipe_console.h"
-#include "host/posix_terminal.h"
 #include "host/script_console.h"
 #include "host/script_files.h"
 #include "host/script_session.h"
@@ -133,8 +133,8 @@ void printPipe(benchmark::State& state) {
 
 void printTerminal(benchmark::State& state) {
     printInto(state, Channel::terminal(), kTerminalPrints, [](auto& input, auto& output) {
-        return std::make_unique<korvant::PosixTerminal>(input, output, nullptr,
-                                                        korvant::PosixTerminal::Options{});
+        return std::make_unique<korvant::AnsiTerminal>(input, output, nullptr,
+                                                       korvant::AnsiTerminal::Options{});
     });
 }
 

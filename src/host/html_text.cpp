@@ -84,7 +84,8 @@ bool isAllowed(std::string_view name, std::string_view value) {
     if (name == "colspan" || name == "rowspan") return isSmallNumber(value) && value.size() <= 2;
     if (name == "width" || name == "border" || name.substr(0, 4) == "cell")
         return isSmallNumber(value);
-    if (name == "href") return !value.empty() && value.front() == '#';
+    if (name == "href")
+        return value.substr(0, 1) == "#" && value.find_first_of("\"'<>") == value.npos;
     return std::all_of(value.begin(), value.end(), [](char c) {
         return isLetter(c) || isDigit(c) || c == '#' || c == '+' || c == '-' || c == ' ' ||
                c == ',';

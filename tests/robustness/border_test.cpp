@@ -59,6 +59,9 @@ TEST(BoundedHtml, FetchesNothingAndRunsNothing) {
 
 TEST(BoundedHtml, ClosesWhatIsOpenAndKeepsWhatIsNoTag) {
     EXPECT_EQ(boundedHtml("<b>bold"), "<b>bold</b>");
+    EXPECT_EQ(boundedHtml("<a href='#top'>t</a>"), "<a href=\"#top\">t</a>");
+    EXPECT_EQ(boundedHtml("<a href='#x><b>'>t</a>"), "<a>t</a>");
+    EXPECT_EQ(boundedHtml("<a href=#x\"onclick=y>t</a>"), "<a>t</a>");
     EXPECT_EQ(boundedHtml("a < b && c > d"), "a &lt; b &amp;&amp; c &gt; d");
     EXPECT_THAT(boundedHtml("<b><i>x</b></i>"), HasSubstr("</i></b>"));
 }
