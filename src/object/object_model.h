@@ -28,12 +28,10 @@ std::int32_t ofLetter(char letter) noexcept;
 /// The unit that makes an integer property a colour.
 inline constexpr std::string_view kColourUnit = "color";
 
-/// One property: a name, how it is shown, and a slot for each kind of value.
+/// One property: a name, how it is shown, and a slot for each kind of value. What reading a value
+/// by name touches stands together in front.
 struct PropertyRecord {
-    std::string name;   ///< the key, never translated
-    std::string label;  ///< translated for display
-    std::string unit;   ///< unit text, colour marker or file filter
-    std::string text;
+    std::string name;  ///< the key, never translated
     double real = 0.0;
     std::int32_t integer = 0;
     std::int32_t radioGroup = -1;  ///< of a boolean
@@ -42,6 +40,9 @@ struct PropertyRecord {
     char letter = '?';
     bool boolean = false;
     bool flag = false;  ///< may be edited
+    std::string label;  ///< translated for display
+    std::string unit;   ///< unit text, colour marker or file filter
+    std::string text;
 };
 
 struct ClassRecord {
