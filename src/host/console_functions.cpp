@@ -1,5 +1,6 @@
 #include "host/console_functions.h"
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -127,9 +128,13 @@ void inputString(ScriptString* value) {
     act(state);
 }
 
+/// The result lies on the script's stack, which is aligned to four bytes only.
 void inputDouble(double* value) {
     const InteractionScope waiting;
-    act(scanDouble(inputSource(), runShouldStop, *value));
+    double read = 0;
+    const ScanState state = scanDouble(inputSource(), runShouldStop, read);
+    std::memcpy(value, &read, sizeof read);
+    act(state);
 }
 
 void inputFloat(float* value) {

@@ -1,5 +1,6 @@
 #include "host/dialog_functions.h"
 
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -54,8 +55,11 @@ float promptFloat(const ScriptString* label, const float* initial) {
     return prompt(*initial, [&](Frontend& f) { return f.promptFloat(label->text, *initial); });
 }
 
+/// The number lies on the script's stack, which is aligned to four bytes only.
 double promptDouble(const ScriptString* label, const double* initial) {
-    return prompt(*initial, [&](Frontend& f) { return f.promptDouble(label->text, *initial); });
+    double number = 0;
+    std::memcpy(&number, initial, sizeof number);
+    return prompt(number, [&](Frontend& f) { return f.promptDouble(label->text, number); });
 }
 
 ScriptString* promptString(const ScriptString* label, const ScriptString* initial) {

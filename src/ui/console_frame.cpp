@@ -37,6 +37,10 @@ ConsoleFrame::ConsoleFrame(const ConsoleGrid& grid)
          [this](wxCloseEvent& event) { IsShown() ? event.Veto() : event.Skip(); });
 }
 
+ConsoleFrame::~ConsoleFrame() {
+    if (onDestroy) onDestroy();
+}
+
 void ConsoleFrame::appear(void (*interrupt)() noexcept) {
     const bool hidden = !IsShown();
     if (hidden) Show();

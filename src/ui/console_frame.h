@@ -3,6 +3,7 @@
 
 #include <wx/frame.h>
 
+#include <functional>
 #include <memory>
 
 #include "ui/console_canvas.h"
@@ -14,8 +15,10 @@ namespace korvant::ui {
 class ConsoleFrame : public wxFrame {
   public:
     explicit ConsoleFrame(const ConsoleGrid& grid);
+    ~ConsoleFrame() override;
 
     ConsoleCanvas& canvas() { return *canvas_; }
+    std::function<void()> onDestroy;  ///< called when the toolkit takes it down; may be empty
     /// On the screen when this returns, or a moment later where the desktop is slow. Hears the
     /// interrupt keys from then on.
     void appear(void (*interrupt)() noexcept);

@@ -60,10 +60,7 @@ void ConsoleWindow::makeFrame() {
         if (interrupt_) interrupt_();
     };
     canvas.mayAsk = [this] { return waiting_; };
-    frame_->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
-        if (event.GetEventObject() == frame_) frame_ = nullptr;
-        event.Skip();
-    });
+    frame_->onDestroy = [this] { frame_ = nullptr; };
 }
 
 std::uint32_t ConsoleWindow::release() {
@@ -71,6 +68,11 @@ std::uint32_t ConsoleWindow::release() {
     hide();
     ConsoleFrame* frame = frame_;
     frame_ = nullptr;
+    // The toolkit destroys it later, when this object may be gone.
+    frame->onDestroy = nullptr;
+    frame->canvas().onKey = nullptr;
+    frame->canvas().onInterrupt = nullptr;
+    frame->canvas().mayAsk = nullptr;
     if (toolkitUsable()) frame->Destroy();
     return 0;
 }
