@@ -29,4 +29,11 @@ struct ModuleFunctions {
 /// not there; the reason was given on standard error. It stays loaded.
 const ModuleFunctions* loadModule();
 
+// What each system does in its own way.
+using ModuleAddress = void (*)();
+/// The module's handle; null when it cannot be loaded, with the reason given on standard error.
+void* openModule();
+/// Null when the module exports no function of that name.
+ModuleAddress addressInModule(void* library, const char* name);
+
 }  // namespace korvant_app

@@ -1,6 +1,5 @@
 #include "host/console_functions.h"
 
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -128,12 +127,11 @@ void inputString(ScriptString* value) {
     act(state);
 }
 
-/// The result lies on the script's stack, which is aligned to four bytes only.
 void inputDouble(double* value) {
     const InteractionScope waiting;
     double read = 0;
     const ScanState state = scanDouble(inputSource(), runShouldStop, read);
-    std::memcpy(value, &read, sizeof read);
+    putReal(value, read);
     act(state);
 }
 

@@ -1,6 +1,5 @@
 #include "host/dialog_functions.h"
 
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -55,10 +54,8 @@ float promptFloat(const ScriptString* label, const float* initial) {
     return prompt(*initial, [&](Frontend& f) { return f.promptFloat(label->text, *initial); });
 }
 
-/// The number lies on the script's stack, which is aligned to four bytes only.
 double promptDouble(const ScriptString* label, const double* initial) {
-    double number = 0;
-    std::memcpy(&number, initial, sizeof number);
+    const double number = realAt(initial);
     return prompt(number, [&](Frontend& f) { return f.promptDouble(label->text, number); });
 }
 

@@ -179,9 +179,9 @@ bool LineCallback::outOfMemory() const noexcept {
 
 /// Where objects become many, a look every two milliseconds sees them in time.
 std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
-    if (state_.stopRequest || outOfMemory()) return 0;
-    const bool many = objects_.largest() > ObjectCount::kMost / 4;
-    return limit_.millisecondsLeft(many ? 2 : longest);
+    const int objects = objects_.largest();
+    if (state_.stopRequest || engineMemoryExceeded() || objects > ObjectCount::kMost) return 0;
+    return limit_.millisecondsLeft(objects > ObjectCount::kMost / 4 ? 2 : longest);
 }
 
 /// Putting the callback back is what the engine offers to a second thread without a side effect:

@@ -30,6 +30,16 @@ __attribute__((no_sanitize("alignment"))) Argument genericArgument(asIScriptGene
     }
 }
 
+/// Reals that scripts pass by reference lie on the engine's stack, which is aligned to four bytes.
+inline double realAt(const double* place) noexcept {
+    double value;
+    std::memcpy(&value, place, sizeof value);
+    return value;
+}
+inline void putReal(double* place, double value) noexcept {
+    std::memcpy(place, &value, sizeof value);
+}
+
 /// `call` is the function with every C++ exception turned into a script exception; `generic` is
 /// the same behind the engine's generic interface. Parameters: primitives by value, and pointers
 /// or references for everything that the declaration passes by reference. Results: nothing, a

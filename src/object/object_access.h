@@ -1,7 +1,6 @@
 // The inside of a ScriptObject, for this folder.
 #pragma once
 
-#include <cstring>
 #include <limits>
 #include <new>
 #include <stdexcept>
@@ -90,16 +89,6 @@ void orRaise(Body body) noexcept {
         body();
         return 0;
     });
-}
-
-/// Reals that scripts pass by reference lie on the engine's stack, which is aligned to four bytes.
-inline double realAt(const double* place) noexcept {
-    double value;
-    std::memcpy(&value, place, sizeof value);
-    return value;
-}
-inline void putReal(double* place, double value) noexcept {
-    std::memcpy(place, &value, sizeof value);
 }
 
 /// True when the script that runs has been told to stop, so that it must not ask the user anything.
