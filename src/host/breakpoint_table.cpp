@@ -11,6 +11,7 @@ void BreakpointTable::set(const std::vector<std::int32_t>* lines) {
     std::sort(lines_.begin(), lines_.end());
     lines_.erase(std::unique(lines_.begin(), lines_.end()), lines_.end());
     bits_.assign(lines_.empty() ? 0 : static_cast<std::size_t>(lines_.back()) / 64 + 1, 0);
+    bitCount_ = static_cast<std::uint32_t>(bits_.size() * 64);
     for (const std::int32_t line : lines_)
         bits_[static_cast<std::size_t>(line) / 64] |= std::uint64_t{1} << (line % 64);
     forgetFunctions();

@@ -23,8 +23,8 @@ class BreakpointTable {
     const std::vector<std::int32_t>& lines() const noexcept { return lines_; }
 
     bool contains(std::int32_t line) const noexcept {
-        const auto word = static_cast<std::size_t>(line) / 64;
-        return line > 0 && word < bits_.size() && (bits_[word] >> (line % 64) & 1) != 0;
+        const auto number = static_cast<std::uint32_t>(line);
+        return number < bitCount_ && (bits_[number / 64] >> (number % 64) & 1) != 0;
     }
 
     /// False when no line of `function` is in the set. Remembered; see forgetFunctions().
@@ -50,6 +50,7 @@ class BreakpointTable {
 
     std::vector<std::int32_t> lines_;
     std::vector<std::uint64_t> bits_;
+    std::uint32_t bitCount_ = 0;  ///< no line from here on, and no negative one, is in the set
     std::array<Remembered, kSlots> remembered_{};
 };
 

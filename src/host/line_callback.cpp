@@ -76,27 +76,39 @@ void LineCallback::lookNow() {
 // nobody watches, and the flag stays set: hosts may execute the context themselves.
 void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
     auto& callback = *static_cast<LineCallback*>(self);
-    if (callback.attention_.load(std::memory_order_relaxed) != 0) {
-        callback.decideSlowly(*context);
-        return;
-    }
+    const unsigned attention = callback.attention_.load(std::memory_order_relaxed);
+    if (attention == kByLine) return callback.passByLine(*context);
+    if (attention != 0) return callback.decideSlowly(*context);
     asIScriptFunction* const function = currentFunction(*context);
-    if (function != nullptr && function == callback.clear_)
-        callback.state_.lastStoppedLine = 0;
-    else
-        callback.pass(*context, function);
+    if (function == nullptr || function != callback.clear_)
+        return callback.pass(*context, function);
+    callback.state_.lastStoppedLine = 0;
 }
 
 /// Neither stepping nor due. The call when execution leaves the context needs no care: at a line
 /// that is just stopped at nothing changes, and stopAt() sees that nothing runs.
-void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) {
+void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) noexcept {
     if (function != nullptr && !breakpoints_.mayStopIn(function)) {
         clear_ = function;
         state_.lastStoppedLine = 0;
         return;
     }
+    byLineLeft_ = kStatementsByLine;
+    attention_.fetch_or(kByLine);
     const std::int32_t line = currentLine(context);
     if (line > 0 && isRun(context)) decide(context, line);
+}
+
+/// The same for some statements from one on whose function holds a breakpoint: where the line is
+/// wanted anyway, asking for the function first would be in vain.
+void LineCallback::passByLine(asIScriptContext& context) noexcept {
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && !breakpoints_.contains(line) && isRun(context) && --byLineLeft_ > 0) {
+        state_.lastStoppedLine = 0;
+        return;
+    }
+    attention_.fetch_and(~unsigned{kByLine});
+    pass(context, currentFunction(context));
 }
 
 void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept {
@@ -106,7 +118,7 @@ void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept 
 
 /// The engine calls once more when execution leaves the context; nothing is decided then. An
 /// execution that the host started itself is not latched beyond its end.
-void LineCallback::decideSlowly(asIScriptContext& context) {
+void LineCallback::decideSlowly(asIScriptContext& context) noexcept {
     if (context.GetState() != asEXECUTION_ACTIVE) {
         if (!executing_) ending_ = Ending::none;
         return;

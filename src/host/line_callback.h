@@ -62,8 +62,9 @@ class LineCallback final : public WatchTarget {
 
     void begin(asIScriptContext& context, bool ours);
     void end();
-    void decideSlowly(asIScriptContext& context);
-    void pass(asIScriptContext& context, asIScriptFunction* function);
+    void decideSlowly(asIScriptContext& context) noexcept;
+    void pass(asIScriptContext& context, asIScriptFunction* function) noexcept;
+    void passByLine(asIScriptContext& context) noexcept;
     void lookAtEnd(asIScriptContext& context);
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
@@ -92,10 +93,13 @@ class LineCallback final : public WatchTarget {
         kDue = 1,        ///< the limit or a stop is to be looked at
         kStepping = 2,   ///< every line decides
         kUnwatched = 4,  ///< nobody tells when something is due
+        kByLine = 8,     ///< no function is asked for; see passByLine()
     };
+    static constexpr int kStatementsByLine = 64;
     static_assert(std::atomic<unsigned>::is_always_lock_free);
     std::atomic<unsigned> attention_{kUnwatched};
     asIScriptFunction* clear_ = nullptr;  ///< the last function seen without a breakpoint
+    int byLineLeft_ = 0;
 };
 
 }  // namespace korvant

@@ -1,5 +1,6 @@
 // Breakpoints and steps.
 #include "support/script_fixture.h"
+#include "support/temporary_folder.h"
 
 namespace korvant::test {
 namespace {
@@ -46,6 +47,25 @@ constexpr char kCalls[] =
     "  return a + b;\n"      // 8
     "}\n";
 
+/// Hundreds of statements from one stop to the next, in the function that is stopped and below it.
+constexpr char kFarApart[] =
+    "int count(int n) {\n"                 // 1
+    "  int s = 0;\n"                       // 2
+    "  while (n-- > 0)\n"                  // 3
+    "    s++;\n"                           // 4
+    "  return s;\n"                        // 5
+    "}\n"                                  // 6
+    "int main() {\n"                       // 7
+    "  int sum = 0;\n"                     // 8
+    "  for (int i = 0; i < 2; i++) {\n"    // 9
+    "    sum += count(150);\n"             // 10
+    "    for (int k = 0; k < 150; k++)\n"  // 11
+    "      sum++;\n"                       // 12
+    "    sum += 2;\n"                      // 13
+    "  }\n"                                // 14
+    "  return sum;\n"                      // 15
+    "}\n";
+
 struct Walk {
     const char* name;
     const char* script;
@@ -74,6 +94,8 @@ INSTANTIATE_TEST_SUITE_P(
              {3},
              0,
              {3}},
+        Walk{"FarApartInTheCaller", kFarApart, {10, 13}, 0, {10, 13, 10, 13}},
+        Walk{"FarApartInBoth", kFarApart, {2, 5, 13}, 0, {2, 5, 13, 2, 5, 13}},
         // Never above the last line, so the loop is left at the end of its body.
         Walk{"OverLeavesTheLoop", kLoop, {2}, 1, {2, 3, 4, 5, 7, 8}},
         Walk{"OverStopsAtABreakpointAbove", kLoop, {2, 4}, 1, {2, 3, 4, 5, 4, 5, 4, 5, 7, 8}},
@@ -128,7 +150,8 @@ TEST_F(Debug, AFailureAfterAStopClearsTheLine) {
 }
 
 TEST_F(Debug, FilesAreClosedWhenTheRunIsFirstSuspended) {
-    const std::string file = ::testing::TempDir() + "h1_debug.txt";
+    const TemporaryFolder folder;
+    const std::string file = folder.file("debug.txt");
     const std::string script = "int main() {\n OpenOutputFile(\"" + file +
                                "\");\n Print(\"in the file\");\n"
                                " Print(\"on the console\");\n"
