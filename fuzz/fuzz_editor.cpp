@@ -6,8 +6,6 @@
 #include "editor/scramble.h"
 #include "editor/script_editor.h"
 #include "support/fake_editor_window.h"
-#include "support/memory_control.cpp"
-#include "support/memory_control_search.cpp"
 
 namespace {
 

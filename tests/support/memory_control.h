@@ -77,7 +77,8 @@ class MemoryControl {
 
     std::intptr_t handle(unsigned message, std::uintptr_t w, std::intptr_t l);
     void record(unsigned message, std::intptr_t w, std::intptr_t l);
-    bool query(unsigned message, std::intptr_t w, std::intptr_t l, std::intptr_t& result) const;
+    bool query(unsigned message, std::intptr_t& result) const;
+    bool queryText(unsigned message, std::intptr_t w, std::intptr_t l, std::intptr_t& result) const;
     bool queryLines(unsigned message, std::intptr_t w, std::intptr_t l,
                     std::intptr_t& result) const;
     bool change(unsigned message, std::intptr_t w, std::intptr_t l, std::intptr_t& result);
@@ -90,7 +91,7 @@ class MemoryControl {
     void insert(int position, std::string_view bytes, bool undoing = false);
     void erase(int position, int length, bool undoing = false);
     void replaceSelection(std::string_view bytes);
-    void modified(bool inserted, int position, int length, int linesAdded);
+    void modified(bool inserted, int position, int linesAdded);
     void readLines();
     void remember(bool insert, int position, std::string_view bytes);
     void undo();
