@@ -70,7 +70,8 @@ void EditorDocument::begin(const std::string& hostBytes) {
 
 std::optional<std::string> EditorDocument::bytes() {
     const std::optional<std::string> text = editor_.text();
-    if (!text || incomplete_) return std::nullopt;
+    // A control that could not be made holds nothing, which is not the text.
+    if (!text || incomplete_ || !editor_.exists()) return std::nullopt;
     return encodeDocument(*text, encoding_);
 }
 

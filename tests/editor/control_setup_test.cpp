@@ -175,6 +175,11 @@ TEST_F(EditorLooks, ControlsThatCannotBeCreatedAreReportedAndLeftOut) {
     // Whatever is asked of it, nothing is sent to controls that are not there.
     for (const EditorCommand& command : editorCommands())
         if (command.id != command_id::kExit) broken.command(command.id);
+    const std::string path = folder.file("a.as");
+    writeFile(path, "content");
+    window->files = {path};
+    broken.command(command_id::kSaveAs);
+    EXPECT_EQ(readFile(path), "content");
     EXPECT_TRUE(broken.closeBox());
     EXPECT_EQ(broken.hostText(), "int main() { return 0; }");
 }
