@@ -1,4 +1,5 @@
-// What a host calls. One thread: the one that runs the host's windows.
+// What a host calls. One thread: the one that runs the host's windows. While one thread is inside a
+// function, the calls of others fail at once.
 #ifndef KORVANTIDE_KORVANTIDE_H
 #define KORVANTIDE_KORVANTIDE_H
 

@@ -16,6 +16,8 @@ void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* 
 }
 
 const char* KORVANTIDE_CALL GetEditedFile(void) {
-    const auto& file = korvant::ui::lastEditedFile();
-    return file ? file->c_str() : nullptr;
+    return korvant::guarded<const char*>(nullptr, []() -> const char* {
+        const auto& file = korvant::ui::lastEditedFile();
+        return file ? file->c_str() : nullptr;
+    });
 }

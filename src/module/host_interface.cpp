@@ -28,6 +28,16 @@ void handOver(const Record& full, Record* record) {
     record->size = size;
 }
 
+/// Fills a record with what `make` says; one that cannot be filled now says so by its size.
+template <class Record, class Make>
+void fill(Record* record, Make make) {
+    const bool filled = guarded(false, [&] {
+        handOver(make(), record);
+        return true;
+    });
+    if (!filled && record && record->size >= sizeof record->size) record->size = 0;
+}
+
 KorvantLimits toRecord(const Limits& limits) {
     KorvantLimits record{};
     record.size = sizeof record;
@@ -70,7 +80,7 @@ void takeOver(const KorvantLimits& record, Limits& limits) {
 }  // namespace
 
 void KORVANTIDE_CALL GetScriptLimits(KorvantLimits* limits) {
-    handOver(toRecord(moduleSession().limits()), limits);
+    fill(limits, [] { return toRecord(moduleSession().limits()); });
 }
 
 void KORVANTIDE_CALL GetStrictScriptLimits(KorvantLimits* limits) {
@@ -106,38 +116,54 @@ std::int32_t KORVANTIDE_CALL FeedScriptInput(const char* line) {
     return guarded(0, [&] { return line && feedScriptInput(line) ? 1 : 0; });
 }
 
-void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result) {
+namespace {
+
+KorvantRunResult lastRun() {
     const RunFailure& failure = moduleSession().lastFailure();
-    KorvantRunResult full{};
-    full.size = sizeof full;
-    full.end = static_cast<std::int32_t>(failure.kind);
-    full.line = failure.line;
-    full.unwritten = static_cast<std::uint32_t>(failure.unwritten.size());
-    full.message = failure.text.c_str();
-    handOver(full, result);
+    KorvantRunResult record{};
+    record.size = sizeof record;
+    record.end = static_cast<std::int32_t>(failure.kind);
+    record.line = failure.line;
+    record.unwritten = static_cast<std::uint32_t>(failure.unwritten.size());
+    record.message = failure.text.c_str();
+    return record;
+}
+
+KorvantBuildMessage toRecord(const BuildMessage& message) {
+    KorvantBuildMessage record{};
+    record.size = sizeof record;
+    record.kind = static_cast<std::int32_t>(message.kind);
+    record.row = message.row;
+    record.column = message.column;
+    record.text = message.plain.c_str();
+    return record;
+}
+
+}  // namespace
+
+void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result) {
+    fill(result, lastRun);
 }
 
 const char* KORVANTIDE_CALL GetUnwrittenFile(std::uint32_t index) {
-    const auto& files = moduleSession().lastFailure().unwritten;
-    return index < files.size() ? files[index].c_str() : nullptr;
+    return guarded<const char*>(nullptr, [index]() -> const char* {
+        const auto& files = moduleSession().lastFailure().unwritten;
+        return index < files.size() ? files[index].c_str() : nullptr;
+    });
 }
 
 std::uint32_t KORVANTIDE_CALL CountBuildMessages(void) {
-    return static_cast<std::uint32_t>(moduleSession().buildMessages().count());
+    return guarded<std::uint32_t>(
+        0, [] { return static_cast<std::uint32_t>(moduleSession().buildMessages().count()); });
 }
 
 std::int32_t KORVANTIDE_CALL GetBuildMessage(std::uint32_t index, KorvantBuildMessage* message) {
-    const auto& messages = moduleSession().buildMessages().all();
-    if (index >= messages.size()) return 0;
-    const BuildMessage& found = messages[index];
-    KorvantBuildMessage full{};
-    full.size = sizeof full;
-    full.kind = static_cast<std::int32_t>(found.kind);
-    full.row = found.row;
-    full.column = found.column;
-    full.text = found.plain.c_str();
-    handOver(full, message);
-    return 1;
+    return guarded(0, [&] {
+        const auto& messages = moduleSession().buildMessages().all();
+        if (index >= messages.size()) return 0;
+        handOver(toRecord(messages[index]), message);
+        return 1;
+    });
 }
 
 void KORVANTIDE_CALL RequestScriptStop(void) {

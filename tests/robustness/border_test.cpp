@@ -1,10 +1,16 @@
-// What comes from outside and is not as one would wish: nothing at all from hosts, markup from
-// scripts.
+// What comes from outside and is not as one would wish: nothing at all from hosts, or too much at
+// once, and markup from scripts.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <thread>
+
 #include "host/html_text.h"
+#include "korvantide/host_interface.h"
+#include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"
+#include "support/script_fixture.h"
 
 namespace korvant::test {
 
@@ -36,6 +42,75 @@ TEST(NullArguments, AreEmptyTextsAndRefusedResults) {
     EXPECT_FALSE(object.getGroup("none", 0, nullptr));
     EXPECT_FALSE(object.addListener("none", nullptr));
     object.translate(static_cast<std::map<unsigned long, const char*>*>(nullptr));
+}
+
+const std::string kShortScript = "int main() { return 0; }";
+
+class TwoThreads : public ScriptFixture {
+  protected:
+    TwoThreads() {
+        engine()->RegisterGlobalFunction("void meanwhile()", asFUNCTION(callMeanwhile),
+                                         asCALL_CDECL);
+    }
+    static void onAnotherThread(const std::function<void()>& calls) {
+        std::thread([&] {
+            calls();
+            asThreadCleanup();
+        }).join();
+    }
+
+    static inline std::function<void()> meanwhile;  ///< what scripts call by that name
+
+  private:
+    static void callMeanwhile() { meanwhile(); }
+};
+
+TEST_F(TwoThreads, ThatMeetInTheModuleAreToldApart) {
+    KorvantLimits limits{};
+    limits.size = sizeof limits;
+    KorvantRunResult result{};
+    result.size = sizeof result;
+    KorvantBuildMessage message{};
+    message.size = sizeof message;
+    const auto calls = [&] {
+        EXPECT_EQ(ConfigureScriptEngine(engine()), nullptr);
+        EXPECT_EQ(CompileScript(engine(), kShortScript), 0);
+        EXPECT_LT(RunScript(context()), 0);
+        EXPECT_FALSE(RunApplication(engine(), context(), kShortScript, nullptr));
+        EXPECT_FALSE(ContinueApplication(engine(), context(), nullptr, 0));
+        ReleaseScriptEngine(engine());
+        GetScriptLimits(&limits);
+        EXPECT_EQ(SetScriptLimits(nullptr), 0);
+        GetLastRunResult(&result);
+        EXPECT_EQ(CountBuildMessages(), 0u);
+        EXPECT_EQ(GetBuildMessage(0, &message), 0);
+        EXPECT_EQ(GetUnwrittenFile(0), nullptr);
+    };
+    meanwhile = [&] { onAnotherThread(calls); };
+    EXPECT_TRUE(RunApplication(engine(), context(),
+                               "int main() { meanwhile(); Print(\"on\"); return 0; }", nullptr));
+    EXPECT_EQ(console.output, "on");
+    EXPECT_TRUE(frontend.boxes.empty());  // which would stand on a thread without windows
+    EXPECT_EQ(limits.size, 0u);
+    EXPECT_EQ(result.size, 0u);
+}
+
+TEST_F(TwoThreads, ThatTakeTurnsAreBothServed) {
+    onAnotherThread([&] {
+        EXPECT_EQ(CompileScript(engine(), "not a script"), 0);
+        EXPECT_GT(CountBuildMessages(), 0u);
+    });
+    EXPECT_GT(CountBuildMessages(), 0u);
+    EXPECT_TRUE(RunApplication(engine(), context(), kShortScript, nullptr));
+    onAnotherThread(
+        [&] { EXPECT_TRUE(RunApplication(engine(), context(), kShortScript, nullptr)); });
+}
+
+TEST_F(TwoThreads, TheStopOfOneReachesTheRunOfTheOther) {
+    meanwhile = [] { onAnotherThread(RequestScriptStop); };
+    EXPECT_FALSE(RunApplication(engine(), context(),
+                                "int main() { meanwhile(); while (true) {} return 0; }", nullptr));
+    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::stopped);
 }
 
 std::string repeated(const std::string& text, int times) {
