@@ -11,6 +11,7 @@
 #include "editor/recovery_record.h"
 #include "editor/safe_save.h"
 #include "editor/text_control.h"
+#include "host/limits.h"
 
 namespace korvant {
 
@@ -25,7 +26,7 @@ struct DocumentParts {
 /// Every failure is one line in the output pane and leaves the editor usable.
 class EditorDocument {
   public:
-    static constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+    static constexpr std::size_t kLargestFile = scaledMebibytes(256);
 
     explicit EditorDocument(const DocumentParts& parts);
 

@@ -9,18 +9,27 @@ namespace korvant {
 
 enum class FileAccess { all, readOnly, oneFolder, none };
 
+/// That many mebibytes, or a quarter of them where addresses have 32 bits: a host with two or three
+/// gigabytes to itself must not lose them to one script.
+constexpr std::size_t scaledMebibytes(std::size_t count, std::size_t addressBytes = sizeof(void*)) {
+    return (addressBytes < 8 ? count / 4 : count) << 20;
+}
+
+inline constexpr std::size_t kStringBytes = scaledMebibytes(256);
+inline constexpr std::size_t kRunBytes = scaledMebibytes(512);
+
 struct Limits {
-    std::uint32_t callDepth = 10000;                   ///< only where the host left none
-    std::size_t stringBytes = std::size_t{256} << 20;  ///< one string
-    std::size_t runBytes = std::size_t{512} << 20;     ///< all strings and objects of a run
-    std::size_t scriptBytes = std::size_t{4} << 20;    ///< script text
-    std::size_t scriptTokens = 1'000'000;              ///< tokens of a script text
-    std::uint32_t nesting = 256;                       ///< brackets inside each other
-    std::size_t nameBytes = 255;                       ///< one name
-    std::uint64_t hardCeilingMs = 0;                   ///< whole run, waits included; 0: none
-    std::uint32_t boxesBeforeStopButton = 20;          ///< message boxes in a run; 0: never
-    bool endOfInputEndsRun = false;                    ///< reading past the end stops the run
-    bool restoreLocaleAfterRun = false;                ///< undo a script's setLocale
+    std::uint32_t callDepth = 10000;                 ///< only where the host left none
+    std::size_t stringBytes = kStringBytes;          ///< one string
+    std::size_t runBytes = kRunBytes;                ///< all strings and objects of a run
+    std::size_t scriptBytes = std::size_t{4} << 20;  ///< script text
+    std::size_t scriptTokens = 1'000'000;            ///< tokens of a script text
+    std::uint32_t nesting = 256;                     ///< brackets inside each other
+    std::size_t nameBytes = 255;                     ///< one name
+    std::uint64_t hardCeilingMs = 0;                 ///< whole run, waits included; 0: none
+    std::uint32_t boxesBeforeStopButton = 20;        ///< message boxes in a run; 0: never
+    bool endOfInputEndsRun = false;                  ///< reading past the end stops the run
+    bool restoreLocaleAfterRun = false;              ///< undo a script's setLocale
     FileAccess fileAccess = FileAccess::all;
     std::string fileFolder;  ///< with FileAccess::oneFolder
 };

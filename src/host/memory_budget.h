@@ -3,14 +3,16 @@
 
 #include <cstddef>
 
+#include "host/limits.h"
+
 namespace korvant {
 
 /// Bytes that live strings and objects take. One for the module, because strings are made by the
 /// engine without a word about the run they belong to. Script's thread only.
 struct MemoryBudget {
     std::size_t used = 0;
-    std::size_t limit = std::size_t{512} << 20;        ///< all together
-    std::size_t stringLimit = std::size_t{256} << 20;  ///< one string
+    std::size_t limit = kRunBytes;           ///< all together
+    std::size_t stringLimit = kStringBytes;  ///< one string
 
     bool charge(std::size_t bytes) noexcept {
         if (bytes > limit || used > limit - bytes) return false;

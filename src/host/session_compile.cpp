@@ -11,7 +11,7 @@ namespace {
 constexpr char kModule[] = "main";
 constexpr char kSection[] = "script";
 constexpr std::uint64_t kCompileMs = 10000;
-constexpr std::size_t kCompileBytes = std::size_t{1} << 30;
+constexpr std::size_t kCompileBytes = scaledMebibytes(1024);
 
 BuildMessage::Kind kindOf(asEMsgType type) {
     if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <thread>
 
+#include "host/memory_budget.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -295,6 +296,16 @@ TEST_F(Limit, ObjectsWithoutEndAreAnException) {
         EXPECT_THAT(session().lastFailure().text, ::testing::HasSubstr("desc: Out of memory"));
     }
     EXPECT_TRUE(run("int main() { int[] all(2000000); return 0; }"));
+}
+
+// A 32-bit host has two or three gigabytes for everything.
+TEST_F(Limit, DefaultsLeaveAHostOfTwoGigabytesItsRoom) {
+    EXPECT_EQ(scaledMebibytes(512, 4), std::size_t{128} << 20);
+    EXPECT_EQ(scaledMebibytes(512, 8), std::size_t{512} << 20);
+    EXPECT_EQ(session().limits().runBytes, scaledMebibytes(512, sizeof(void*)));
+    EXPECT_EQ(session().limits().stringBytes, scaledMebibytes(256, sizeof(void*)));
+    EXPECT_EQ(MemoryBudget().limit, Limits().runBytes);
+    EXPECT_EQ(MemoryBudget().stringLimit, Limits().stringBytes);
 }
 
 TEST_F(Limit, DestructorsInTheCollectorBelongToTheRun) {
