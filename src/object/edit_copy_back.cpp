@@ -31,7 +31,7 @@ std::vector<NewValue> newValues(const EditState& session, const ObjectModel& obj
         if (property.name != session.layout.rows[static_cast<std::size_t>(row)].name) continue;
         if (!belongsToTouched(session, row)) continue;
         ValueSlots slots = session.values.slots(row);
-        if (!sameSlots(slots, slotsOf(property))) values.push_back({row, std::move(slots)});
+        if (!sameSlots(slots, slotsOf(object, property))) values.push_back({row, std::move(slots)});
     }
     return values;
 }
@@ -52,8 +52,9 @@ std::vector<NewGroup> newGroups(const EditState& session) {
 std::size_t growth(const std::vector<NewValue>& values, const ObjectModel& object) {
     std::size_t bytes = 0;
     for (const NewValue& one : values) {
-        const std::string& before = object.properties[static_cast<std::size_t>(one.property)].text;
-        if (one.slots.text.size() > before.size()) bytes += one.slots.text.size() - before.size();
+        const PropertyRecord& property = object.properties[static_cast<std::size_t>(one.property)];
+        const std::size_t before = object.textOf(property).size();
+        if (one.slots.text.size() > before) bytes += one.slots.text.size() - before;
     }
     return bytes;
 }
@@ -68,11 +69,14 @@ std::vector<std::int32_t> copyBack(EditState& session, ObjectModel& object) {
     std::vector<NewGroup> groups = newGroups(session);
     std::vector<std::int32_t> changed;
     changed.reserve(values.size());
+    for (const NewValue& one : values)
+        if (!one.slots.text.empty())
+            object.ownText(object.properties[static_cast<std::size_t>(one.property)]);
     object.charged.add(growth(values, object));
     // From here on nothing can fail, so that the object gets all of it or nothing.
     for (NewValue& one : values) {
         PropertyRecord& property = object.properties[static_cast<std::size_t>(one.property)];
-        property.text.swap(one.slots.text);
+        if (property.text >= 0) object.ownText(property).swap(one.slots.text);
         property.integer = one.slots.integer;
         property.real = one.slots.real;
         property.boolean = one.slots.boolean;

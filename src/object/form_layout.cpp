@@ -52,8 +52,7 @@ void FormLayout::makeRows(const ObjectModel& object) {
     for (const PropertyRecord& property : object.properties) {
         const std::int32_t index = count();
         while (begun < object.categories.size() && object.categories[begun].first <= index) ++begun;
-        EditRow row = makeRow(object, property);
-        row.property = index;
+        EditRow row = makeRow(object, index);
         const EditPage& page = pages[static_cast<std::size_t>(pageOfRow[rows.size()])];
         // A category does not go on into the next page.
         if (begun > 0 && object.categories[begun - 1].first >= page.first)
@@ -65,18 +64,22 @@ void FormLayout::makeRows(const ObjectModel& object) {
     }
 }
 
-EditRow FormLayout::makeRow(const ObjectModel& object, const PropertyRecord& property) const {
+EditRow FormLayout::makeRow(const ObjectModel& object, std::int32_t index) const {
+    const auto at = static_cast<std::size_t>(index);
+    const PropertyRecord& property = object.properties[at];
+    const std::string unit(object.labels.unit(at));
     EditRow row;
+    row.property = index;
     row.letter = property.letter;
     row.name = property.name;
-    row.label = object.translate(property.label, locale);
+    row.label = object.translate(std::string(object.labels.label(at)), locale);
     row.radioGroup = property.letter == 'b' ? property.radioGroup : -1;
     const bool file = property.letter == 'F' || property.letter == 'f';
     if (file) {
-        row.filters = parseFileFilter(object.translate(property.unit, locale),
-                                      formText(FormText::allFiles, locale));
+        row.filters =
+            parseFileFilter(object.translate(unit, locale), formText(FormText::allFiles, locale));
     } else if (property.letter != 'c' && property.letter != 'o') {
-        row.unit = object.translate(property.unit, locale);
+        row.unit = object.translate(unit, locale);
     }
     if (property.letter == 'o' && property.options >= 0)
         for (const std::string& option :

@@ -38,7 +38,7 @@ class FormLayout {
     void makePage(const ObjectModel& object, const std::string& caption, std::size_t classIndex,
                   std::int32_t first, std::int32_t last);
     void makeRows(const ObjectModel& object);
-    EditRow makeRow(const ObjectModel& object, const PropertyRecord& property) const;
+    EditRow makeRow(const ObjectModel& object, std::int32_t index) const;
 };
 
 }  // namespace korvant

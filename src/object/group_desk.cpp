@@ -109,10 +109,10 @@ ValueSlots GroupDesk::memberSlots(const EditGroup& group, const EditElement& ele
     if (!element.values.empty()) return element.values[member];
     const std::int32_t index = indexIn(group, member, *element.base);
     if (index != ObjectModel::kUnknown)
-        return slotsOf(element.base->properties[static_cast<std::size_t>(index)]);
+        return slotsOf(*element.base, element.base->properties[static_cast<std::size_t>(index)]);
     // An element that lacks the property shows the layout's value.
     const auto likely = static_cast<std::size_t>(group.layoutIndexes[member]);
-    return slotsOf(group.layout->properties[likely]);
+    return slotsOf(*group.layout, group.layout->properties[likely]);
 }
 
 GroupContent GroupDesk::innerContent(const EditGroup& group, const EditElement& element,

@@ -7,6 +7,8 @@ namespace korvant {
 ModelRollback::ModelRollback(ObjectModel& model)
     : model_(model),
       properties_(model.properties.size()),
+      labelBytes_(model.labels.bytes()),
+      texts_(model.texts.size()),
       optionLists_(model.optionLists.size()),
       rules_(model.rules.size()),
       classes_(model.classes.size()),
@@ -36,6 +38,8 @@ void cutTo(std::vector<Item>& items, std::size_t size) noexcept {
 /// Nothing here allocates: the tables of names are refilled inside the room that they have.
 void ModelRollback::takeBack() noexcept {
     cutTo(model_.properties, properties_);
+    model_.labels.cutTo(properties_, labelBytes_);
+    cutTo(model_.texts, texts_);
     cutTo(model_.optionLists, optionLists_);
     cutTo(model_.rules, rules_);
     cutTo(model_.classes, classes_);
@@ -64,11 +68,10 @@ ModelMerge::ModelMerge(ObjectModel& target, const ObjectModel& other)
 void ModelMerge::run() {
     for (std::int32_t index = 0; index < other_.count(); ++index) {
         addStructureAt(index);
-        const PropertyRecord& property = other_.properties[static_cast<std::size_t>(index)];
-        if (index < broughtTo_ || !addProperty(property)) notAdded_.push_back(&property);
+        if (index < broughtTo_ || !addProperty(index)) notAdded_.push_back(index);
     }
     addStructureAt(other_.count());
-    for (const PropertyRecord* property : notAdded_) takeOver(*property);
+    for (const std::int32_t index : notAdded_) takeOver(index);
     addElements();
     addTranslations();
 }
@@ -141,11 +144,25 @@ void ModelMerge::addElements() {
     }
 }
 
-bool ModelMerge::addProperty(const PropertyRecord& property) {
+const PropertyRecord& ModelMerge::theirs(std::int32_t index) const {
+    return other_.properties[static_cast<std::size_t>(index)];
+}
+
+/// Without what stands elsewhere in its object.
+PropertyRecord ModelMerge::withoutParts(const PropertyRecord& property) {
     PropertyRecord made = property;
     made.rules = -1;
     made.options = -1;
-    if (!target_.insert(std::move(made))) return false;
+    made.text = -1;
+    return made;
+}
+
+bool ModelMerge::addProperty(std::int32_t index) {
+    const PropertyRecord& property = theirs(index);
+    const auto at = static_cast<std::size_t>(index);
+    if (!target_.insert(withoutParts(property), other_.labels.label(at), other_.labels.unit(at),
+                        other_.textOf(property)))
+        return false;
     addRules(property);
     addOptions(property, target_.properties.back());
     return true;
@@ -153,17 +170,18 @@ bool ModelMerge::addProperty(const PropertyRecord& property) {
 
 /// What the layout of a group brought in becomes what it is in the other object. A
 /// property that the target had before stays as it is.
-void ModelMerge::takeOver(const PropertyRecord& property) {
-    const std::int32_t index = target_.find(property.name);
-    if (index < countBefore_) return;
-    PropertyRecord& brought = target_.properties[static_cast<std::size_t>(index)];
-    PropertyRecord copy = property;
-    copy.rules = -1;
-    copy.options = -1;
-    target_.setText(brought, property.text);
-    brought = std::move(copy);
+void ModelMerge::takeOver(std::int32_t index) {
+    const PropertyRecord& property = theirs(index);
+    const std::int32_t place = target_.find(property.name);
+    if (place < countBefore_) return;
+    const auto from = static_cast<std::size_t>(index), to = static_cast<std::size_t>(place);
+    PropertyRecord copy = withoutParts(property);
+    target_.labels.set(to, other_.labels.label(from), other_.labels.unit(from));
+    target_.setText(target_.properties[to], other_.textOf(property));
+    copy.text = target_.properties[to].text;
+    target_.properties[to] = std::move(copy);
     addRules(property);
-    addOptions(property, target_.properties[static_cast<std::size_t>(index)]);
+    addOptions(property, target_.properties[to]);
 }
 
 void ModelMerge::addOptions(const PropertyRecord& from, PropertyRecord& to) {

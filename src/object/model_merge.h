@@ -20,7 +20,8 @@ class ModelRollback {
 
     ObjectModel& model_;
     bool kept_ = false;
-    std::size_t properties_, optionLists_, rules_, classes_, categories_, dictionaries_, charged_;
+    std::size_t properties_, labelBytes_, texts_, optionLists_, rules_;
+    std::size_t classes_, categories_, dictionaries_, charged_;
     std::vector<GroupRecord> groups_;
     std::string currentGroup_;
     ClassRecord lastClass_;
@@ -42,8 +43,10 @@ class ModelMerge {
     void addClassesAndCategories(std::int32_t index, const ModelPosition& limit);
     void addCategory(const std::string& name);
     void addGroup(const GroupRecord& group);
-    bool addProperty(const PropertyRecord& property);
-    void takeOver(const PropertyRecord& property);
+    bool addProperty(std::int32_t index);
+    void takeOver(std::int32_t index);
+    const PropertyRecord& theirs(std::int32_t index) const;
+    static PropertyRecord withoutParts(const PropertyRecord& property);
     void addRules(const PropertyRecord& property);
     void addOptions(const PropertyRecord& from, PropertyRecord& to);
     void addElements();
@@ -56,10 +59,10 @@ class ModelMerge {
     std::size_t nextCategory_ = 0;
     std::size_t nextGroup_ = 0;
     std::int32_t broughtTo_ = 0;  ///< properties below came, or were refused, with their group
-    std::vector<const PropertyRecord*> notAdded_;  ///< properties of `other`
-    const GroupRecord* handled_ = nullptr;         ///< the group that was added or refused last
-    std::vector<const GroupRecord*> declared_;     ///< groups of `other`, outer before inner
-    std::vector<std::string> declaredBefore_;      ///< names of groups that the target had
+    std::vector<std::int32_t> notAdded_;        ///< properties of `other`
+    const GroupRecord* handled_ = nullptr;      ///< the group that was added or refused last
+    std::vector<const GroupRecord*> declared_;  ///< groups of `other`, outer before inner
+    std::vector<std::string> declaredBefore_;   ///< names of groups that the target had
 };
 
 }  // namespace korvant

@@ -2,14 +2,16 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
+#include "expr/text_hash.h"
+
 namespace korvant {
 
-/// An open-addressed table of 8-byte cells: part of the name's hash, and a number. The names
-/// themselves stay with the owner, who tells by number which name is meant. Copies copy the cells.
+/// An open-addressed table of 8-byte cells, at most half full: part of the name's hash, and a
+/// number. The names themselves stay with the owner, who tells by number which name is meant.
+/// Copies copy the cells.
 class NameIndex {
   public:
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
@@ -21,16 +23,17 @@ class NameIndex {
         const std::uint32_t hash = hashOf(name);
         for (std::size_t at = hash & mask_;; at = (at + 1) & mask_) {
             const Cell& cell = cells_[at];
+            if (cell.hash == hash && cell.number != kNone && isSame(nameOf(cell.number), name))
+                return cell.number;
             if (cell.number == kNone) return kNone;
-            if (cell.hash == hash && nameOf(cell.number) == name) return cell.number;
         }
     }
 
     /// Makes room for `count` names in all; after that so many inserts throw nothing.
     void reserve(std::size_t count) {
-        if (count + count / 3 + 1 < cells_.size()) return;
+        if (count * 2 < cells_.size()) return;
         std::size_t size = 8;
-        while (size <= count + count / 3 + 1) size *= 2;
+        while (size <= count * 2) size *= 2;
         rehash(size);
     }
 
@@ -54,36 +57,11 @@ class NameIndex {
         std::uint32_t number = kNone;
     };
 
-    static std::uint64_t load(const char* from, std::size_t bytes) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, from, bytes);
-        return word;
+    static std::uint32_t hashOf(std::string_view name) noexcept {
+        return static_cast<std::uint32_t>(expr::hashText(name));
     }
-
-    /// Multiplies eight bytes at a time into a 64-bit state; the multiplier is 2^64 divided by
-    /// the golden ratio, as in multiplicative hashing.
-    static std::uint32_t hashOf(std::string_view name) {
-        constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15U;
-        const char* at = name.data();
-        std::size_t left = name.size();
-        std::uint64_t state = left * kMultiplier;
-        for (; left >= 8; at += 8, left -= 8) {
-            state = (state ^ load(at, 8)) * kMultiplier;
-            state ^= state >> 32;
-        }
-        if (left >= 4)
-            state = (state ^ load(at, 4) ^ (load(at + left - 4, 4) << 32)) * kMultiplier;
-        else if (left > 0)
-            state = (state ^ shortTail(at, left)) * kMultiplier;
-        state ^= state >> 29;
-        return static_cast<std::uint32_t>((state * kMultiplier) >> 32);
-    }
-
-    static std::uint64_t shortTail(const char* at, std::size_t left) {
-        const auto byte = [at](std::size_t place) {
-            return static_cast<std::uint64_t>(static_cast<unsigned char>(at[place]));
-        };
-        return byte(0) | byte(left / 2) << 8 | byte(left - 1) << 16;
+    static bool isSame(std::string_view a, std::string_view b) noexcept {
+        return a.size() == b.size() && expr::sameBytes(a.data(), b.data(), a.size());
     }
 
     void place(Cell cell) noexcept {

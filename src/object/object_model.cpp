@@ -26,77 +26,67 @@ std::int32_t property_type::ofLetter(char letter) noexcept {
 
 namespace {
 
-std::size_t bytesOf(const PropertyRecord& property) {
-    return sizeof(PropertyRecord) + property.name.size() + property.label.size() +
-           property.unit.size() + property.text.size();
-}
-
-PropertyRecord makeRecord(std::string_view name, std::string_view label, char letter, bool flag) {
+PropertyRecord makeRecord(std::string_view name, char letter, bool flag) {
     PropertyRecord made;
     made.name = name;
-    made.label = label;
     made.letter = letter;
     made.flag = flag;
     return made;
 }
 
+template <class Item>
+void makeRoomForOne(std::vector<Item>& items) {
+    if (items.size() == items.capacity()) items.reserve(std::max<std::size_t>(8, items.size() * 2));
+}
+
 }  // namespace
 
-std::string_view ObjectModel::nameOf(std::uint32_t number) const {
-    if ((number & kAlias) != 0) return aliases_[number & ~kAlias];
-    return properties[number].name;
-}
-
-std::int32_t ObjectModel::find(std::string_view name) const {
-    const std::uint32_t number = names_.find(name, [this](std::uint32_t n) { return nameOf(n); });
-    if (number == NameIndex::kNone || properties.empty()) return kUnknown;
-    return (number & kAlias) != 0 ? 0 : static_cast<std::int32_t>(number);
-}
-
 /// After this one property more can be taken in without an allocation.
-void ObjectModel::growForOne() {
-    if (properties.size() == properties.capacity())
-        properties.reserve(std::max<std::size_t>(8, properties.size() * 2));
+void ObjectModel::growForOne(std::size_t labelBytes) {
+    makeRoomForOne(properties);
+    labels.reserve(labelBytes);
     names_.reserve(names_.size() + 1);
     if (listeners.size() <= properties.size()) listeners.push_back(nullptr);
 }
 
-bool ObjectModel::insert(PropertyRecord&& property) {
+bool ObjectModel::insert(PropertyRecord&& property, std::string_view label, std::string_view unit,
+                         std::string_view text) {
     const auto nameAt = [this](std::uint32_t number) { return nameOf(number); };
     if (names_.find(property.name, nameAt) != NameIndex::kNone) return false;
-    growForOne();
-    charged.add(bytesOf(property));
+    std::string words(text);
+    if (!words.empty()) makeRoomForOne(texts);
+    growForOne(label.size() + unit.size());
+    charged.add(sizeof(PropertyRecord) + PropertyLabels::bytesOfOne() + property.name.size() +
+                label.size() + unit.size() + text.size());
     const std::int32_t index = count();
     if (!classes.empty()) classes.back().last = index;
     names_.insert(property.name, static_cast<std::uint32_t>(index));
+    labels.add(label, unit);
     properties.push_back(std::move(property));
+    if (!words.empty()) ownText(properties.back()).swap(words);
     return true;
 }
 
 bool ObjectModel::addText(std::string_view name, std::string_view label, std::string_view value,
                           bool flag, char letter, std::string_view unit) {
-    PropertyRecord made = makeRecord(name, label, letter, flag);
-    made.text = value;
-    made.unit = unit;
-    return insert(std::move(made));
+    return insert(makeRecord(name, letter, flag), label, unit, value);
 }
 
 bool ObjectModel::addInteger(std::string_view name, std::string_view label, std::int32_t value,
                              std::string_view unit, bool flag) {
     if (!pendingOptions.empty()) return addOptions(name, label, value, flag);
-    PropertyRecord made = makeRecord(name, label, unit == kColourUnit ? 'c' : 'l', flag);
+    PropertyRecord made = makeRecord(name, unit == kColourUnit ? 'c' : 'l', flag);
     made.integer = value;
-    made.unit = unit;
-    return insert(std::move(made));
+    return insert(std::move(made), label, unit);
 }
 
 bool ObjectModel::addOptions(std::string_view name, std::string_view label, std::int32_t value,
                              bool flag) {
-    PropertyRecord made = makeRecord(name, label, 'o', flag);
+    PropertyRecord made = makeRecord(name, 'o', flag);
     made.integer = value;
     made.options = static_cast<std::int32_t>(optionLists.size());
     optionLists.emplace_back();
-    if (!insert(std::move(made))) {
+    if (!insert(std::move(made), label)) {
         optionLists.pop_back();
         return false;
     }
@@ -106,18 +96,17 @@ bool ObjectModel::addOptions(std::string_view name, std::string_view label, std:
 
 bool ObjectModel::addReal(std::string_view name, std::string_view label, double value,
                           std::string_view unit, bool flag) {
-    PropertyRecord made = makeRecord(name, label, 'd', flag);
+    PropertyRecord made = makeRecord(name, 'd', flag);
     made.real = value;
-    made.unit = unit;
-    return insert(std::move(made));
+    return insert(std::move(made), label, unit);
 }
 
 bool ObjectModel::addBoolean(std::string_view name, std::string_view label, bool value, bool flag,
                              std::int32_t radioGroup) {
-    PropertyRecord made = makeRecord(name, label, 'b', flag);
+    PropertyRecord made = makeRecord(name, 'b', flag);
     made.boolean = value;
     made.radioGroup = radioGroup;
-    return insert(std::move(made));
+    return insert(std::move(made), label);
 }
 
 void ObjectModel::addOption(std::string_view option) {
@@ -146,14 +135,30 @@ void ObjectModel::addClass(std::string_view name, bool value) {
     classNames_.insert(name, static_cast<std::uint32_t>(classes.size() - 1));
 }
 
+const std::string& ObjectModel::textOf(const PropertyRecord& property) const noexcept {
+    static const std::string kEmpty;
+    return property.text < 0 ? kEmpty : texts[static_cast<std::size_t>(property.text)];
+}
+
+std::string& ObjectModel::ownText(PropertyRecord& property) {
+    if (property.text < 0) {
+        makeRoomForOne(texts);
+        property.text = static_cast<std::int32_t>(texts.size());
+        texts.emplace_back();
+    }
+    return texts[static_cast<std::size_t>(property.text)];
+}
+
 void ObjectModel::setText(PropertyRecord& property, std::string_view value) {
-    const std::size_t before = property.text.size();
-    property.text.reserve(value.size());
+    if (property.text < 0 && value.empty()) return;
+    std::string& text = ownText(property);
+    const std::size_t before = text.size();
+    text.reserve(value.size());
     if (value.size() > before)
         charged.add(value.size() - before);
     else
         charged.drop(before - value.size());
-    property.text.assign(value);
+    text.assign(value);
 }
 
 void ObjectModel::clear() noexcept {

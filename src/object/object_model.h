@@ -14,6 +14,7 @@
 #include "object/constraint_list.h"
 #include "object/name_index.h"
 #include "object/object_title.h"
+#include "object/property_labels.h"
 
 class KorStampListener;
 
@@ -28,21 +29,19 @@ std::int32_t ofLetter(char letter) noexcept;
 /// The unit that makes an integer property a colour.
 inline constexpr std::string_view kColourUnit = "color";
 
-/// One property: a name, how it is shown, and a slot for each kind of value. What reading a value
-/// by name touches stands together in front.
-struct PropertyRecord {
+/// One property: a name, and a slot for each kind of value. What reading a value by name touches
+/// is one line of the processor's cache; texts and labels are kept apart.
+struct alignas(64) PropertyRecord {
     std::string name;  ///< the key, never translated
     double real = 0.0;
     std::int32_t integer = 0;
     std::int32_t radioGroup = -1;  ///< of a boolean
     std::int32_t options = -1;     ///< index in ObjectModel::optionLists; -1 none
     std::int32_t rules = -1;       ///< index in ObjectModel::rules; -1 none
+    std::int32_t text = -1;        ///< index in ObjectModel::texts; -1 empty
     char letter = '?';
     bool boolean = false;
     bool flag = false;  ///< may be edited
-    std::string label;  ///< translated for display
-    std::string unit;   ///< unit text, colour marker or file filter
-    std::string text;
 };
 
 struct ClassRecord {
@@ -124,6 +123,8 @@ struct ObjectModel {
 
     ChargedBytes charged;  ///< first, so that a copy is refused before anything is copied
     std::vector<PropertyRecord> properties;
+    PropertyLabels labels;  ///< by property index, translated for display
+    std::vector<std::string> texts;
     std::vector<std::vector<std::string>> optionLists;
     std::vector<PropertyRules> rules;
     std::vector<ClassRecord> classes;
@@ -144,9 +145,14 @@ struct ObjectModel {
     ModelPosition position() const noexcept { return {count(), classes.size(), categories.size()}; }
     bool holds(std::int32_t index) const noexcept { return index >= 0 && index < count(); }
     /// Index of the property, or kUnknown.
-    std::int32_t find(std::string_view name) const;
+    std::int32_t find(std::string_view name) const {
+        const auto number = names_.find(name, [this](std::uint32_t one) { return nameOf(one); });
+        if (number == NameIndex::kNone || properties.empty()) return kUnknown;
+        return (number & kAlias) != 0 ? 0 : static_cast<std::int32_t>(number);
+    }
     /// Takes the property in behind the others; false when its name is taken.
-    bool insert(PropertyRecord&& property);
+    bool insert(PropertyRecord&& property, std::string_view label, std::string_view unit = {},
+                std::string_view text = {});
     bool addText(std::string_view name, std::string_view label, std::string_view value, bool flag,
                  char letter, std::string_view unit = {});
     bool addInteger(std::string_view name, std::string_view label, std::int32_t value,
@@ -160,6 +166,9 @@ struct ObjectModel {
     void addCategory(std::string_view name);
     void addClass(std::string_view name, bool value);
     std::int32_t findClass(std::string_view name) const;
+    const std::string& textOf(const PropertyRecord& property) const noexcept;
+    /// Gives the property a text of its own to write to, if it has none.
+    std::string& ownText(PropertyRecord& property);
     void setText(PropertyRecord& property, std::string_view value);
     void clear() noexcept;
 
@@ -195,8 +204,10 @@ struct ObjectModel {
     friend class ModelRollback;
     static constexpr std::uint32_t kAlias = 0x80000000U;
 
-    std::string_view nameOf(std::uint32_t number) const;
-    void growForOne();
+    std::string_view nameOf(std::uint32_t number) const {
+        return (number & kAlias) != 0 ? aliases_[number & ~kAlias] : properties[number].name;
+    }
+    void growForOne(std::size_t labelBytes);
     PropertyRules& rulesFor(std::int32_t index);
     void addCondition(std::string_view name, ConstraintList PropertyRules::*list,
                       std::string_view expression, std::string_view message);

@@ -18,9 +18,8 @@ long ScriptObject::createProperty(std::string& name, std::string label, bool& fl
     return orRaise(-1L, [&] {
         PropertyRecord made;
         made.name = name;
-        made.label = std::move(label);
         made.flag = flag;
-        return impl_->model.insert(std::move(made)) ? impl_->model.count() - 1L : -1L;
+        return impl_->model.insert(std::move(made), label) ? impl_->model.count() - 1L : -1L;
     });
 }
 

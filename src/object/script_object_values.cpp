@@ -136,7 +136,8 @@ bool ScriptObject::setProperty(std::string name, const char* value) {
 }
 
 bool ScriptObject::_getStringProperty(std::string& name, std::string& value) {
-    return readSlot(impl_->model, name, [&](const PropertyRecord& p) { value = p.text; });
+    return readSlot(impl_->model, name,
+                    [&](const PropertyRecord& p) { value = impl_->model.textOf(p); });
 }
 
 bool ScriptObject::_getIntProperty(std::string& name, std::int32_t& value) {

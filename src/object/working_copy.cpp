@@ -14,8 +14,8 @@ bool sameSlots(const ValueSlots& a, const ValueSlots& b) noexcept {
            a.text == b.text;
 }
 
-ValueSlots slotsOf(const PropertyRecord& property) {
-    return {property.text, property.integer, property.real, property.boolean};
+ValueSlots slotsOf(const ObjectModel& object, const PropertyRecord& property) {
+    return {object.textOf(property), property.integer, property.real, property.boolean};
 }
 
 WorkingCopy::WorkingCopy(const ObjectModel& object) {
@@ -25,7 +25,7 @@ WorkingCopy::WorkingCopy(const ObjectModel& object) {
     reals_.reserve(count);
     booleans_.reserve(count);
     for (const PropertyRecord& property : object.properties) {
-        texts_.push_back(property.text);
+        texts_.push_back(object.textOf(property));
         integers_.push_back(property.integer);
         reals_.push_back(property.real);
         booleans_.push_back(property.boolean ? 1 : 0);

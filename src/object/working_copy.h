@@ -24,7 +24,7 @@ struct ValueSlots {
 /// The same bits: a not-a-number equals itself, and zero is not minus zero.
 bool sameReal(double a, double b) noexcept;
 bool sameSlots(const ValueSlots& a, const ValueSlots& b) noexcept;
-ValueSlots slotsOf(const PropertyRecord& property);
+ValueSlots slotsOf(const ObjectModel& object, const PropertyRecord& property);
 
 struct ValueChange {
     std::int32_t property = 0;

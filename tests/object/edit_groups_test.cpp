@@ -261,7 +261,7 @@ TEST_F(EditGroups, LayoutAndFlagsAndUntouchedElementsStayWhatTheyAre) {
     element.getProperty("note", &note);
     EXPECT_EQ(note, "edited");
     const GroupRecord* group = ObjectAccess::model(object).findGroup("Intervals");
-    EXPECT_EQ(group->layout->properties[0].text, "new");
+    EXPECT_EQ(group->layout->textOf(group->layout->properties[0]), "new");
     EXPECT_TRUE(group->flags.add && group->flags.order);
 }
 

@@ -241,7 +241,7 @@ TEST(RandomForms, CheckAndSummaryLeaveWhatIsShownAndOkKeepsIt) {
         const ObjectModel& after = ObjectAccess::model(user.object);
         for (std::size_t row = 0; row < shown.size(); ++row) {
             if (layout.desk.groupOfRow(static_cast<std::int32_t>(row)) == GroupDesk::kNoGroup) {
-                ASSERT_TRUE(sameSlots(slotsOf(after.properties[row]), shown[row])) << row;
+                ASSERT_TRUE(sameSlots(slotsOf(after, after.properties[row]), shown[row])) << row;
             }
         }
         ASSERT_EQ(user.object.getGroupSize("Outer"),
@@ -253,7 +253,7 @@ TEST(RandomForms, CheckAndSummaryLeaveWhatIsShownAndOkKeepsIt) {
         for (const PropertyRecord& property : element.properties) {
             const std::int32_t row = after.find(property.name);
             if (layout.desk.groupOfRow(row) != layout.desk.groupOfPage(1)) continue;
-            ASSERT_TRUE(sameSlots(slotsOf(property), shown[static_cast<std::size_t>(row)]))
+            ASSERT_TRUE(sameSlots(slotsOf(element, property), shown[static_cast<std::size_t>(row)]))
                 << property.name;
         }
     }

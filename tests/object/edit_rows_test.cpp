@@ -121,7 +121,8 @@ TEST_F(EditRows, OpeningAndConfirmingChangesNoBit) {
     EXPECT_TRUE(edit(confirmUntouched));
     const ObjectModel& after = ObjectAccess::model(object);
     for (std::size_t at = 0; at < before.properties.size(); ++at)
-        EXPECT_TRUE(sameSlots(slotsOf(before.properties[at]), slotsOf(after.properties[at])))
+        EXPECT_TRUE(
+            sameSlots(slotsOf(before, before.properties[at]), slotsOf(after, after.properties[at])))
             << before.properties[at].name;
 }
 

@@ -332,9 +332,9 @@ class Player {
         const PropertyRecord& from = model.properties[index];
         PlainProperty made;
         made.name = from.name;
-        made.label = from.label;
-        made.unit = from.unit;
-        made.text = from.text;
+        made.label = model.labels.label(index);
+        made.unit = model.labels.unit(index);
+        made.text = model.textOf(from);
         made.real = from.real;
         made.integer = from.integer;
         made.boolean = from.boolean;
