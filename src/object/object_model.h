@@ -147,8 +147,10 @@ struct ObjectModel {
     /// Index of the property, or kUnknown.
     std::int32_t find(std::string_view name) const {
         const auto number = names_.find(name, [this](std::uint32_t one) { return nameOf(one); });
-        if (number == NameIndex::kNone || properties.empty()) return kUnknown;
-        return (number & kAlias) != 0 ? 0 : static_cast<std::int32_t>(number);
+        // kNone has that bit as well.
+        if ((number & kAlias) != 0) [[unlikely]]
+            return number == NameIndex::kNone || properties.empty() ? kUnknown : 0;
+        return static_cast<std::int32_t>(number);
     }
     /// Takes the property in behind the others; false when its name is taken.
     bool insert(PropertyRecord&& property, std::string_view label, std::string_view unit = {},
@@ -202,7 +204,7 @@ struct ObjectModel {
 
   private:
     friend class ModelRollback;
-    static constexpr std::uint32_t kAlias = 0x80000000U;
+    static constexpr std::uint32_t kAlias = (NameIndex::kMost + 1) / 2;
 
     std::string_view nameOf(std::uint32_t number) const {
         return (number & kAlias) != 0 ? aliases_[number & ~kAlias] : properties[number].name;
