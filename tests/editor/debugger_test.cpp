@@ -130,8 +130,10 @@ TEST_F(Debugging, NamesAreTrimmedAndHugeSelectionsAreCut) {
     EXPECT_THAT(pane(), HasSubstr("int value = 1\n"));
     setText(std::string(10 << 20, 'x'));
     window->editor.anchor = 0;
+    window->editor.longestRead = 0;
     editor().functionKey(4);
     EXPECT_EQ(window->editor.callTip, "int value = 1");
+    EXPECT_LE(window->editor.longestRead, std::size_t{64} << 10);
 }
 
 TEST_F(Debugging, MouseAtRestShowsAValueOnlyWhileStopped) {

@@ -137,6 +137,7 @@ TEST(BoundedHtml, ClosesWhatIsOpenAndKeepsWhatIsNoTag) {
     EXPECT_EQ(boundedHtml("<a href='#top'>t</a>"), "<a href=\"#top\">t</a>");
     EXPECT_EQ(boundedHtml("<a href='#x><b>'>t</a>"), "<a>t</a>");
     EXPECT_EQ(boundedHtml("<a href=#x\"onclick=y>t</a>"), "<a>t</a>");
+    EXPECT_EQ(boundedHtml("<font color=" + std::string(65, 'r') + ">t</font>"), "<font>t</font>");
     EXPECT_EQ(boundedHtml("a < b && c > d"), "a &lt; b &amp;&amp; c &gt; d");
     EXPECT_THAT(boundedHtml("<b><i>x</b></i>"), HasSubstr("</i></b>"));
 }

@@ -65,6 +65,7 @@ class MemoryControl {
     std::vector<SentMessage> sent;  ///< everything but queries
     std::set<unsigned> unknown;     ///< messages that are not understood
     int insertsUntilFull = -1;      ///< that many inserts later there is no memory; negative: never
+    mutable std::size_t longestRead = 0;  ///< most bytes that were asked for in one go
 
   private:
     struct Change {

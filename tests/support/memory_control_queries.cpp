@@ -77,8 +77,10 @@ bool MemoryControl::queryText(unsigned message, std::intptr_t w, std::intptr_t l
             return true;
         case sci::kGetSelText: {
             const std::string selected = selectedText();
-            if (l != 0)
+            if (l != 0) {
                 std::memcpy(reinterpret_cast<char*>(l), selected.c_str(), selected.size() + 1);
+                longestRead = std::max(longestRead, selected.size());
+            }
             result = selected.empty() ? 0 : static_cast<std::intptr_t>(selected.size()) + 1;
             return true;
         }
@@ -94,6 +96,7 @@ bool MemoryControl::queryText(unsigned message, std::intptr_t w, std::intptr_t l
             const std::string part = text.substr(static_cast<std::size_t>(range.from),
                                                  static_cast<std::size_t>(range.to - range.from));
             std::memcpy(range.text, part.c_str(), part.size() + 1);
+            longestRead = std::max(longestRead, part.size());
             return true;
         }
         default:
