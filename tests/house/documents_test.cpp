@@ -4,6 +4,7 @@
 
 #include <regex>
 #include <set>
+#include <sstream>
 
 #include "document_blocks.h"
 #include "support/process_runner.h"
@@ -137,6 +138,35 @@ TEST(Documents, EveryTestThatTheTablesNameExists) {
         ++named;
     }
     EXPECT_GT(named, 100);
+}
+
+/// The cells of the tables in docs/robustness.md, row by row; without their heads.
+std::vector<std::vector<std::string>> dangers() {
+    std::vector<std::vector<std::string>> rows;
+    std::istringstream text(readFile(kRoot / "docs/robustness.md"));
+    for (std::string line; std::getline(text, line);) {
+        if (line.size() < 3 || !std::isdigit(static_cast<unsigned char>(line[2]))) continue;
+        std::vector<std::string> cells;
+        std::istringstream cut(line.substr(2));
+        for (std::string cell; std::getline(cut, cell, '|');) cells.push_back(cell);
+        rows.push_back(cells);
+    }
+    return rows;
+}
+
+TEST(Documents, EveryDangerHasATestOrAReason) {
+    static const std::regex kFuzzTarget("fuzz target `(\\w+)`");
+    EXPECT_GT(dangers().size(), 80u);
+    for (const std::vector<std::string>& cells : dangers()) {
+        ASSERT_EQ(cells.size(), 4u) << cells[0];
+        const std::string& test = cells[3];
+        EXPECT_TRUE(test.find('`') != std::string::npos || test.rfind(" open: ", 0) == 0) << test;
+        std::smatch target;
+        if (std::regex_search(test, target, kFuzzTarget)) {
+            const std::string program = "fuzz/fuzz_" + target[1].str() + ".cpp";
+            EXPECT_TRUE(fs::exists(kRoot / program)) << program;
+        }
+    }
 }
 
 TEST(Documents, TheHostOnThePageIsTheOneThatIsBuilt) {

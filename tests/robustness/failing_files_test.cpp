@@ -1,6 +1,10 @@
 // Every operation on files fails in turn, for every reason, under an editing session; and the files
 // that scripts read and write fail as the system makes them.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -127,13 +131,13 @@ TEST_P(FailingSession, KeepsTheOldTextOrTheNewOneAndSaysWhichCouldNotBeWritten) 
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, FailingSession,
-                         ::testing::Values(Reason{"full", ENOSPC, false},
-                                           Reason{"broken", EIO, false},
-                                           Reason{"brokenForGood", EIO, true},
-
-                                           Reason{"interrupted", EINTR, false}),
-                         [](const auto& one) { return std::string(one.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    All, FailingSession,
+    ::testing::Values(Reason{"full", ENOSPC, false}, Reason{"broken", EIO, false},
+                      Reason{"brokenForGood", EIO, true}, Reason{"denied", EACCES, false},
+                      Reason{"deniedForGood", EACCES, true}, Reason{"notPermitted", EPERM, false},
+                      Reason{"readOnlyDisk", EROFS, true}, Reason{"interrupted", EINTR, false}),
+    [](const auto& one) { return std::string(one.param.name); });
 
 class FailingScriptFiles : public ScriptFixture {};
 
@@ -143,6 +147,58 @@ TEST_F(FailingScriptFiles, ARunThatCannotReadEndsWithDefinedValues) {
         output("int n = 7; string s = \"s\"; if (!OpenInputFile(\"/proc/self/mem\")) return 1; "
                "Input(n); Input(s); CloseInputFile(); Print(\"\" + n + \"[\" + s + \"]\");"),
         "0[]");
+}
+
+/// While it lives, files that nobody may touch cannot be touched, not even by a test that root
+/// runs.
+class WithoutPrivileges {
+  public:
+    WithoutPrivileges() {
+        constexpr uid_t kNobody = 65534;
+        if (before_ == 0 && ::seteuid(kNobody) != 0) ADD_FAILURE() << "root for ever";
+    }
+    ~WithoutPrivileges() {
+        if (::seteuid(before_) != 0) ADD_FAILURE() << "never root again";
+    }
+    WithoutPrivileges(const WithoutPrivileges&) = delete;
+    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
+
+  private:
+    uid_t before_ = ::geteuid();
+};
+
+TEST_F(FailingScriptFiles, WhatIsDeniedIsNotOpenedAndTheConsoleStays) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("secret"), inside = folder.file("inside/new");
+    writeFile(path, "7");
+    ::mkdir(folder.file("inside").c_str(), 0755);
+    ::chmod(path.c_str(), 0);
+    ::chmod(folder.file("inside").c_str(), 0);
+    {
+        const WithoutPrivileges here;
+        EXPECT_EQ(output("string all; if (OpenInputFile(\"" + path + "\")) all += \"read \";" +
+                         "if (OpenOutputFile(\"" + path + "\")) all += \"written \";" +
+                         "if (ApendOutputFile(\"" + path + "\")) all += \"appended \";" +
+                         "if (OpenOutputFile(\"" + inside + "\")) all += \"made \";" +
+                         "Print(\"[\" + all + \"]\");"),
+                  "[]");
+    }
+    ::chmod(folder.file("inside").c_str(), 0755);
+    EXPECT_EQ(readFile(path), "7");
+    EXPECT_TRUE(session().lastFailure().unwritten.empty());
+}
+
+TEST_F(FailingScriptFiles, AFileThatIsSealedMeanwhileCutsTheOutputAndNotTheRun) {
+    const int sealed = ::memfd_create("sealed", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+    ASSERT_GE(sealed, 0);
+    ASSERT_EQ(::fcntl(sealed, F_ADD_SEALS, F_SEAL_WRITE), 0);
+    EXPECT_TRUE(run("int main() { if (!OpenOutputFile(\"/proc/self/fd/" + std::to_string(sealed) +
+                    "\")) return 1; for (int i = 0; i < 100000; i++) Print(\"0123456789\"); "
+                    "CloseOutputFile(); Print(\"done\"); return 0; }"));
+    ::close(sealed);
+    EXPECT_EQ(console.output, "done");
+    ASSERT_EQ(session().lastFailure().unwritten.size(), 1u);
+    EXPECT_NE(session().lastFailure().unwritten[0].find("not permitted"), std::string::npos);
 }
 
 TEST_F(FailingScriptFiles, AFullDiskCutsTheOutputAndNotTheRun) {
