@@ -13,18 +13,12 @@ namespace {
 
 /// What one object takes beside the text's own buffer.
 constexpr std::size_t kObjectBytes = sizeof(ScriptString);
-/// A text of this many bytes needs no buffer of its own.
-const std::size_t kInside = std::string().capacity();
 /// Objects in the free list keep buffers up to this size, so that a loop over short lines
 /// allocates nothing.
 constexpr std::size_t kKeptBuffer = 256;
 constexpr std::size_t kPooled = 512;
 /// The result string is emptied at the end of a run when it holds more.
 constexpr std::size_t kKeptResult = std::size_t{64} << 10;
-
-std::size_t heapBytes(const std::string& text) {
-    return text.capacity() > kInside ? text.capacity() + 1 : 0;
-}
 
 }  // namespace
 
@@ -68,9 +62,15 @@ StringPool pool;
 
 }  // namespace
 
+// What comes from the pool is empty, so that appending does, which is the least that can be called.
+
 ScriptString* ScriptString::create(std::string_view bytes) noexcept {
     ScriptString* string = pool.take();
-    if (string == nullptr || string->assign(bytes)) return string;
+    if (string == nullptr) return nullptr;
+    if (string->makeRoom(bytes.size())) {
+        string->text.append(bytes);
+        return string;
+    }
     pool.give(string);
     return nullptr;
 }
@@ -79,8 +79,7 @@ ScriptString* ScriptString::join(std::string_view first, std::string_view second
     ScriptString* string = pool.take();
     if (string == nullptr) return nullptr;
     if (string->makeRoom(first.size() + second.size())) {
-        string->text.assign(first);
-        string->text.append(second);
+        string->text.append(first).append(second);
         return string;
     }
     pool.give(string);
@@ -145,14 +144,6 @@ bool ScriptString::adopt(std::string&& bytes) noexcept {
     return true;
 }
 
-bool ScriptString::makeRoom(std::size_t bytes) noexcept {
-    if (bytes <= text.capacity()) {
-        settle();
-        return bytes <= memoryBudget.stringLimit;
-    }
-    return grow(bytes);
-}
-
 bool ScriptString::grow(std::size_t bytes) noexcept {
     const std::size_t limit = memoryBudget.stringLimit;
     if (bytes > limit) return false;
@@ -171,10 +162,8 @@ bool ScriptString::grow(std::size_t bytes) noexcept {
     return true;
 }
 
-/// Counts a buffer that came or went without a word to the budget.
-void ScriptString::settle() noexcept {
+void ScriptString::countAnew() noexcept {
     const std::size_t heap = heapBytes(text);
-    if (heap == charged_) return;
     memoryBudget.used += heap;
     memoryBudget.release(charged_);
     charged_ = heap;

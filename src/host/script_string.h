@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/memory_budget.h"
+
 namespace korvant {
 
 /// A reference-counted byte string. The text stands first, so that a pointer to the object is a
@@ -40,7 +42,18 @@ class ScriptString {
 
     /// `bytes` may lie inside this text.
     bool assign(std::string_view bytes) noexcept;
+    bool assign(const std::string& bytes) noexcept {
+        if (bytes.size() > text.capacity()) return assign(std::string_view(bytes));
+        text = bytes;
+        settle();
+        return true;
+    }
     bool append(std::string_view bytes) noexcept;
+    bool append(const std::string& bytes) noexcept {
+        if (!makeRoom(text.size() + bytes.size())) return false;
+        text.append(bytes);
+        return true;
+    }
     /// Cuts, or adds zero bytes.
     bool resize(std::size_t bytes) noexcept;
     /// Takes the text over.
@@ -55,9 +68,21 @@ class ScriptString {
     static constexpr std::int32_t kImmortal = std::numeric_limits<std::int32_t>::max();
 
     void giveBack() noexcept;
-    bool makeRoom(std::size_t bytes) noexcept;
+    bool makeRoom(std::size_t bytes) noexcept {
+        if (bytes > text.capacity()) return grow(bytes);
+        settle();
+        return bytes <= memoryBudget.stringLimit;
+    }
     bool grow(std::size_t bytes) noexcept;
-    void settle() noexcept;
+    /// What a text takes beside the object itself.
+    static std::size_t heapBytes(const std::string& text) noexcept {
+        return text.capacity() > std::string().capacity() ? text.capacity() + 1 : 0;
+    }
+    /// Counts a buffer that came or went without a word to the budget.
+    void settle() noexcept {
+        if (heapBytes(text) != charged_) countAnew();
+    }
+    void countAnew() noexcept;
 
     std::int32_t count_ = 1;
     bool constant_ = false;

@@ -57,7 +57,7 @@ bool opEquals(const ScriptString* self, const ScriptString& other) {
 }
 
 std::int32_t opCmp(const ScriptString* self, const ScriptString& other) {
-    const int order = self->text.compare(other.text);
+    const int order = std::string_view(self->text).compare(other.text);
     return (order > 0) - (order < 0);
 }
 
