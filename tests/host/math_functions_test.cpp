@@ -1,9 +1,6 @@
 // Mathematical functions as scripts call them.
-#include <bit>
-#include <charconv>
 #include <chrono>
 #include <cmath>
-#include <random>
 
 #include "host/math_functions.h"
 #include "host/number_text.h"
@@ -124,42 +121,6 @@ TEST(NumberText, IsTheSameEverywhere) {
     for (const int whole : {INT32_MIN, INT32_MAX, 0, 9, 10, 99, 100, 101, -999, 1000, -10203})
         EXPECT_EQ(formatInt(whole), std::to_string(whole));
     EXPECT_EQ(formatUint(UINT32_MAX), "4294967295");
-}
-
-/// The library's own digits, with the third digit of the exponent.
-std::string sixDigits(double number) {
-    char buffer[40];
-    std::string text(
-        buffer,
-        std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, 6).ptr);
-    const std::size_t mark = text.find('e');
-    if (mark != std::string::npos && text.size() - mark == 4) text.insert(mark + 2, 1, '0');
-    return text;
-}
-
-TEST(NumberText, RoundsToSixDigitsAsTheLibraryDoes) {
-    const auto compare = [](double number) {
-        for (const double near :
-             {std::nextafter(number, 0.0), number, std::nextafter(number, HUGE_VAL)}) {
-            ASSERT_EQ(formatGeneral(near), sixDigits(near));
-            ASSERT_EQ(formatGeneral(-near), sixDigits(-near));
-        }
-    };
-    for (int power = -1074; power < 1024; ++power) compare(std::ldexp(1.0, power));
-    for (int power = -307; power < 308; ++power)
-        for (const char* digits : {"1e", "9.999995e", "9.999994999e", "5.000005e", "1.2345e"}) {
-            const std::string text = digits + std::to_string(power);
-            double number = 0.0;
-            std::from_chars(text.data(), text.data() + text.size(), number);
-            compare(number);
-        }
-    std::mt19937_64 random(7);
-    for (int turn = 0; turn < 20000; ++turn) {
-        const double tie = static_cast<double>(random() % 1800000 + 200001) / 2.0;
-        compare(std::bit_cast<double>(random() >> 1));
-        compare(tie * std::pow(10.0, static_cast<int>(random() % 24) - 12));
-        compare(static_cast<double>(random() % 100000000) / 1e4);
-    }
 }
 
 TEST(NumberText, ReadsWholeTextsOnly) {
