@@ -69,7 +69,7 @@ struct ExpressionEvaluator::State {
     ExpressionLimits limits;
     ExpressionReader reader;
     ProgramBuilder builder;
-    std::vector<double> values;
+    Scratch<double> values;
 };
 
 /// Readings hold slots; a change in the set of names makes them worthless.
@@ -94,7 +94,7 @@ ExpressionReader::Bounds ExpressionEvaluator::State::bounds() const {
 /// The value of steps as they were read; `failed` is the step that divides by zero, if any.
 double ExpressionEvaluator::State::runRead(const Step* steps, std::size_t count,
                                            std::uint32_t result, std::size_t& failed) {
-    if (values.size() < count) values.resize(count);
+    values.reserve(count);
     failed = runAsRead(steps, count, names.cells(), values.data());
     return failed == kNoStep ? values[result] : 0.0;
 }
@@ -217,7 +217,7 @@ void ExpressionEvaluator::State::releaseBuffersOf(std::string_view text) {
     if (text.size() <= kLongText) return;
     reader.releaseLargeBuffers();
     builder.releaseLargeBuffers();
-    values = {};
+    values.releaseIfLarge();
 }
 
 ExpressionEvaluator::ExpressionEvaluator(const ExpressionLimits& limits)

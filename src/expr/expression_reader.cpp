@@ -8,6 +8,9 @@
 namespace korvant::expr {
 namespace {
 
+/// Texts of more bytes get all room at once, so that nothing is moved.
+constexpr std::size_t kLongText = std::size_t{64} << 10;
+
 constexpr Binary meaningOf(Operator op) noexcept {
     switch (op) {
         case Operator::Or:
@@ -84,10 +87,19 @@ bool ExpressionReader::prepare(std::string_view text, const Bounds& bounds) {
     if (text.empty()) return fail(FailureKind::EmptyText, {});
     if (text.size() > bounds.textBytes) return fail(FailureKind::TextTooLong, {});
     text_.assignCleaned(text);
+    if (text.size() > kLongText) makeRoom(text.size());
     // Pieces of a balanced text that splits leave over are balanced, so this is asked once.
     if (!text_.balanced()) return fail(FailureKind::Unbalanced, text_.all());
     if (text_.depth() > bounds.depth) return fail(FailureKind::TooDeep, {});
     return true;
+}
+
+/// For the most that texts of this size need; others may still need more.
+void ExpressionReader::makeRoom(std::size_t textSize) {
+    steps_.steps().reserve(textSize);
+    waiting_.reserve(textSize / 2);
+    results_.reserve(textSize / 2);
+    contexts_.reserve(textSize / 2);
 }
 
 bool ExpressionReader::fail(FailureKind kind, TextRange place, std::uint32_t count) {

@@ -71,6 +71,7 @@ class ExpressionReader {
     };
 
     bool prepare(std::string_view text, const Bounds& bounds);
+    void makeRoom(std::size_t textSize);
     bool readPieces();
     bool readOperand(const SplitPlace& after, bool& entered);
     bool enterCall(TextRange piece, const Operand& operand, const SplitPlace& after);

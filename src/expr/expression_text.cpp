@@ -80,8 +80,8 @@ bool stripOuterParentheses(std::string& text) {
 
 void PairedText::begin(std::size_t most) {
     // Eight bytes more: whole words are written before it is known what of them is kept.
-    if (bytes_.size() < most + 8) bytes_.resize(most + 8);
-    if (closing_.size() < most) closing_.resize(most);
+    bytes_.reserve(most + 8);
+    closing_.reserve(most);
     size_ = 0;
     innermost_ = kNoOpen;
     open_ = 0;
@@ -158,8 +158,8 @@ void PairedText::finish() {
 }
 
 void PairedText::releaseLargeBuffers() {
-    if (bytes_.capacity() > kLargeText) bytes_ = {};
-    if (closing_.capacity() > kLargeText) closing_ = {};
+    bytes_.releaseIfLarge(kLargeText);
+    closing_.releaseIfLarge(kLargeText);
     size_ = 0;
 }
 

@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "expr/scratch.h"
 
 namespace korvant::expr {
 
@@ -77,8 +78,8 @@ class PairedText {
     void pair(std::uint32_t at);
     void finish();
 
-    std::vector<char> bytes_;             ///< eight more than size_ at least
-    std::vector<std::uint32_t> closing_;  ///< set at positions of "(" only
+    Scratch<char> bytes_;             ///< room for eight more than size_ at least
+    Scratch<std::uint32_t> closing_;  ///< set at positions of "(" only
     std::uint32_t size_ = 0;
     std::uint32_t innermost_ = 0;  ///< of the parentheses that are open while the text is taken
     std::uint32_t open_ = 0;
