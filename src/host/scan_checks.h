@@ -32,6 +32,9 @@ ScanResult checkNesting(const TokenList& tokens, const Outline& outline, const L
 /// every call: doubling, or without end.
 ScanResult checkDefaultArguments(const TokenList& tokens, const Outline& outline);
 
+/// Handles that are assigned to themselves, which the engine does not survive.
+ScanResult checkHandles(const TokenList& tokens);
+
 /// What the compiler takes more than some ten seconds for, by its own costs: the square of a
 /// function's variables, jumps and operators, of a class's members, of all declarations.
 ScanResult checkWork(const TokenList& tokens, const Outline& outline);

@@ -21,6 +21,7 @@ ScanResult firstFinding(const TokenList& tokens, const Limits& limits) {
     if (auto finding = checkNesting(tokens, outline, limits)) return finding;
     if (auto finding = checkNames(tokens, outline, limits)) return finding;
     if (auto finding = checkMessages(tokens, outline)) return finding;
+    if (auto finding = checkHandles(tokens)) return finding;
     if (auto finding = checkDefaultArguments(tokens, outline)) return finding;
     return checkWork(tokens, outline);
 }
