@@ -13,11 +13,15 @@
 RATIO_ROW("Line callback", "no breakpoints, step mode 0 / the script without any callback", 1.02,
           "line_quiet/", "line_bare/");
 RATIO_ROW("Line callback", "breakpoints, none in the running function / an empty callback", 1.20,
-          "line_elsewhere/", "line_empty/");
+          "line_elsewhere/", "line_empty/", "the engine's answer which function runs, next row");
+RATIO_ROW("Line callback", "asking for the function and nothing else / an empty callback", 0,
+          "line_function/", "line_empty/");
 RATIO_ROW("Line callback", "breakpoints in the running function / an empty callback", 1.65,
-          "line_inside/", "line_empty/");
+          "line_inside/", "line_empty/", "the engine's answer which line runs, next row");
+RATIO_ROW("Line callback", "asking for the line and nothing else / an empty callback", 0,
+          "line_number/", "line_empty/");
 COUNTER_ROW("Line callback", "milliseconds beyond its limit that an endless script runs", 2.0,
-            "line_endless", "beyond");
+            "line_endless", "beyond", "a busy machine wakes the watch thread late");
 
 namespace {
 
@@ -55,6 +59,12 @@ class Silent final : public korvant::RunEndReport {
 };
 
 void emptyCallback(asIScriptContext*, void*) {}
+void askFunction(asIScriptContext* context, void*) {
+    benchmark::DoNotOptimize(korvant::currentFunction(*context));
+}
+void askLine(asIScriptContext* context, void*) {
+    benchmark::DoNotOptimize(korvant::currentLine(*context));
+}
 
 /// One script in an engine of its own, never ended by a limit.
 class Prepared {
@@ -86,7 +96,7 @@ class Prepared {
     asIScriptFunction* main_ = nullptr;
 };
 
-enum class Form { bare, empty, quiet, elsewhere, inside };
+enum class Form { bare, empty, function, line, quiet, elsewhere, inside };
 
 void execute(benchmark::State& state, const Script& script, Form form) {
     Prepared prepared(script);
@@ -96,8 +106,12 @@ void execute(benchmark::State& state, const Script& script, Form form) {
     LineCallback callback(run, limit, report);
     const std::vector<std::int32_t> elsewhere = {51, 52, 53, 54, 55, 56, 57, 58, 59, 60};
     const std::vector<std::int32_t> inside = {1, 3, 51, 52, 53, 54, 55, 56, 57, 58};
-    if (form == Form::empty)
-        prepared.context().SetLineCallback(asFUNCTION(emptyCallback), nullptr, asCALL_CDECL);
+    const auto setCallback = [&](asSFuncPtr function) {
+        prepared.context().SetLineCallback(function, nullptr, asCALL_CDECL);
+    };
+    if (form == Form::empty) setCallback(asFUNCTION(emptyCallback));
+    if (form == Form::function) setCallback(asFUNCTION(askFunction));
+    if (form == Form::line) setCallback(asFUNCTION(askLine));
     if (form >= Form::quiet) callback.install(prepared.context());
     for (auto _ : state) {
         asIScriptContext& context = prepared.context();
@@ -113,11 +127,11 @@ void execute(benchmark::State& state, const Script& script, Form form) {
 }
 
 const bool registered = [] {
-    const std::pair<const char*, Form> forms[] = {{"line_bare/", Form::bare},
-                                                  {"line_empty/", Form::empty},
-                                                  {"line_quiet/", Form::quiet},
-                                                  {"line_elsewhere/", Form::elsewhere},
-                                                  {"line_inside/", Form::inside}};
+    const std::pair<const char*, Form> forms[] = {
+        {"line_bare/", Form::bare},         {"line_empty/", Form::empty},
+        {"line_function/", Form::function}, {"line_number/", Form::line},
+        {"line_quiet/", Form::quiet},       {"line_elsewhere/", Form::elsewhere},
+        {"line_inside/", Form::inside}};
     for (const Script& script : kScripts)
         for (const auto& [name, form] : forms)
             benchmark::RegisterBenchmark(

@@ -15,9 +15,12 @@
 #include "ratio_table.h"
 
 RATIO_ROW("Strings", "our reference type / the engine's std::string value type", 0.83,
-          "string_ours/", "string_addon/");
+          "string_ours/", "string_addon/",
+          "the engine itself: even doing nothing, next row but one");
 RATIO_ROW("Strings", "our reference type / a type whose operations return at once", 1.08,
-          "string_ours/", "string_nothing/");
+          "string_ours/", "string_nothing/", "one copy and one release for each argument");
+RATIO_ROW("Strings", "a type whose operations return at once / the engine's value type", 0,
+          "string_nothing/", "string_addon/");
 RATIO_ROW("Strings", "double to text / \"%g\"", 0.25, "number_double", "number_percent_g");
 RATIO_ROW("Strings", "int to text / \"%d\"", 0.15, "number_int", "number_percent_d");
 

@@ -40,11 +40,16 @@ std::string formatted(const char* format, double value) {
 }
 
 void printLine(std::ostream& out, const char* figure, const std::string& value,
-               const std::string& goal, const char* verdict) {
-    char line[256];
-    std::snprintf(line, sizeof line, "  %-72.72s %10s %8s  %s\n", figure, value.c_str(),
-                  goal.c_str(), verdict);
-    out << line;
+               const std::string& goal, const std::string& verdict) {
+    char line[128];
+    std::snprintf(line, sizeof line, "  %-72.72s %10s %8s  ", figure, value.c_str(), goal.c_str());
+    out << line << verdict << '\n';
+}
+
+std::string verdictOn(double figure, double goal, const char* limitedBy) {
+    if (goal <= 0) return "";
+    if (figure <= goal) return "met";
+    return *limitedBy == '\0' ? "missed" : std::string("missed: ") + limitedBy;
 }
 
 /// The sections in the order in which they were first declared.
@@ -126,6 +131,16 @@ RatioReporter::Outcome RatioReporter::outcomeOf(const CounterRow& row) const {
     return outcome;
 }
 
+template <class AnyRow>
+void RatioReporter::printRow(std::ostream& out, const AnyRow& row, const Outcome& outcome) const {
+    const std::string goal = row.goal > 0 ? formatted("%.4g", row.goal) : "-";
+    if (outcome.cases == 0 || !outcome.error.empty())
+        printLine(out, row.figure, "-", goal, outcome.error.empty() ? "not run" : outcome.error);
+    else
+        printLine(out, row.figure, formatted("%.4g", outcome.figure), goal,
+                  verdictOn(outcome.figure, row.goal, row.limitedBy));
+}
+
 void RatioReporter::Finalize() {
     std::ostream& out = GetOutputStream();
     for (const std::string& section : sections()) {
@@ -134,17 +149,7 @@ void RatioReporter::Finalize() {
             if (section != sectionOf(row)) continue;
             const Outcome outcome =
                 std::visit([this](const auto& each) { return outcomeOf(each); }, row);
-            const char* figure = std::visit([](const auto& each) { return each.figure; }, row);
-            const double goal = std::visit([](const auto& each) { return each.goal; }, row);
-            const std::string goalText = goal > 0 ? formatted("%.4g", goal) : "-";
-            if (outcome.cases == 0 || !outcome.error.empty())
-                printLine(out, figure, "-", goalText,
-                          outcome.error.empty() ? "not run" : outcome.error.c_str());
-            else
-                printLine(out, figure, formatted("%.4g", outcome.figure), goalText,
-                          goal <= 0                ? ""
-                          : outcome.figure <= goal ? "met"
-                                                   : "missed");
+            std::visit([&](const auto& each) { printRow(out, each, outcome); }, row);
         }
     }
     if (details_) printDetails(out);

@@ -22,6 +22,7 @@ struct RatioRow {
     double goal;  ///< met when the ratio is not above it; 0 when there is no goal
     const char* numerator;
     const char* denominator;
+    const char* limitedBy = "";  ///< shown where the goal is missed: what stands in the way
 };
 
 /// One line whose figure is not a ratio: the median of a user counter, the worst over the
@@ -32,6 +33,7 @@ struct CounterRow {
     double goal;  ///< met when the counter is not above it; 0 when there is no goal
     const char* prefix;
     const char* counter;
+    const char* limitedBy = "";
 };
 
 /// Rows appear in the order of their declaration within a file; sections stay together.
@@ -47,7 +49,8 @@ bool addRow(const CounterRow& row);
     [[maybe_unused]] static const bool KORVANT_BENCH_JOIN(row, __LINE__) = \
         ::korvant_bench::addRow(::korvant_bench::CounterRow{__VA_ARGS__})
 
-/// Gathers every repetition and prints the table at the end.
+/// Gathers every repetition and prints the table at the end: figure, goal, and whether it is met
+/// or what stands in the way.
 class RatioReporter : public benchmark::BenchmarkReporter {
   public:
     /// With `details`, the median of every benchmark follows the table.
@@ -72,6 +75,8 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     Outcome outcomeOf(const RatioRow& row) const;
     Outcome outcomeOf(const CounterRow& row) const;
     const Samples* partnerOf(const RatioRow& row, const std::string& caseName) const;
+    template <class AnyRow>
+    void printRow(std::ostream& out, const AnyRow& row, const Outcome& outcome) const;
     void printDetails(std::ostream& out) const;
 
     bool details_;
