@@ -12,13 +12,13 @@
 namespace korvant {
 
 /// An open-addressed table of 4-byte cells, at most half full, so that it stays in the processor's
-/// cache for as long as it can: a number, and six bits of the name's hash. The names themselves
+/// cache for as long as it can: a number, and eight bits of the name's hash. The names themselves
 /// stay with the owner, who tells by number which name is meant. Copies copy the cells.
 class NameIndex {
   public:
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
     /// Numbers are below this, and there are at most half as many names.
-    static constexpr std::uint32_t kMost = (std::uint32_t{1} << 26) - 1;
+    static constexpr std::uint32_t kMost = (std::uint32_t{1} << 24) - 1;
 
     /// The number that was inserted for `name`, or kNone. `nameOf(number)` gives the name.
     template <class NameOf>
