@@ -1,8 +1,11 @@
 #include "host/number_text.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <system_error>
 
 namespace korvant {
@@ -15,18 +18,40 @@ constexpr std::size_t kNumberBytes = 40;
 /// Deliberate: exponents have three digits ("1e+008") whatever the platform's printing does;
 /// texts that scripts wrote and compare rely on it.
 std::string withWideExponent(const char* first, const char* last) {
-    const char* mark = std::find(first, last, 'e');
-    if (last - mark != 4) return std::string(first, last);
-    std::string text(first, mark + 2);
+    if (last - first < 5 || last[-4] != 'e') return std::string(first, last);
+    std::string text(first, last - 2);
     text += '0';
-    text.append(mark + 2, last);
+    text.append(last - 2, last);
     return text;
 }
 
-template <class Integer>
-std::string decimal(Integer value) {
-    char buffer[kNumberBytes];
-    return std::string(buffer, std::to_chars(buffer, buffer + kNumberBytes, value).ptr);
+std::uint32_t digitCount(std::uint32_t number) {
+    constexpr std::uint32_t kPowers[] = {0,      10,      100,      1000,      10000,
+                                         100000, 1000000, 10000000, 100000000, 1000000000};
+    // The binary digits times log10(2) are the decimal ones, or one less.
+    const auto count = static_cast<std::uint32_t>(std::bit_width(number | 1)) * 1233 >> 12;
+    return count + (number >= kPowers[count] ? 1 : 0);
+}
+
+/// Two digits at a time into the result itself.
+std::string decimal(std::uint32_t magnitude, bool negative) {
+    static constexpr auto kPairs = [] {
+        std::array<char, 200> pairs{};
+        for (std::size_t i = 0; i < 200; ++i)
+            pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+        return pairs;
+    }();
+    const std::size_t size = digitCount(magnitude) + (negative ? 1 : 0);
+    std::string text = "-0123456789";  // cut rather than grown: no call for so short a text
+    char* at = text.data() + size;
+    for (; magnitude >= 100; magnitude /= 100)
+        std::memcpy(at -= 2, kPairs.data() + magnitude % 100 * 2, 2);
+    if (magnitude < 10)
+        at[-1] = static_cast<char>('0' + magnitude);
+    else
+        std::memcpy(at - 2, kPairs.data() + magnitude * 2, 2);
+    text.erase(size);
+    return text;
 }
 
 template <class Real>
@@ -74,6 +99,12 @@ double outOfRange(std::string_view number) {
 }  // namespace
 
 std::string formatGeneral(double value) {
+    // Whole numbers of six digits at most, which most are. Only the library computes with others:
+    // a 32-bit host can set its processor to fewer bits than a double has.
+    if (value > -1e6 && value < 1e6) {
+        const auto whole = static_cast<std::int32_t>(value);
+        if (whole == value && (whole != 0 || !std::signbit(value))) return formatInt(whole);
+    }
     char buffer[kNumberBytes];
     const auto end =
         std::to_chars(buffer, buffer + kNumberBytes, value, std::chars_format::general, 6).ptr;
@@ -81,10 +112,11 @@ std::string formatGeneral(double value) {
 }
 
 std::string formatInt(std::int32_t value) {
-    return decimal(value);
+    const auto bits = static_cast<std::uint32_t>(value);
+    return value < 0 ? decimal(0 - bits, true) : decimal(bits, false);
 }
 std::string formatUint(std::uint32_t value) {
-    return decimal(value);
+    return decimal(value, false);
 }
 std::string formatShortest(double value) {
     return shortest(value);

@@ -1,4 +1,5 @@
 // Mathematical functions as scripts call them.
+#include <charconv>
 #include <chrono>
 #include <cmath>
 
@@ -121,6 +122,30 @@ TEST(NumberText, IsTheSameEverywhere) {
     for (const int whole : {INT32_MIN, INT32_MAX, 0, 9, 10, 99, 100, 101, -999, 1000, -10203})
         EXPECT_EQ(formatInt(whole), std::to_string(whole));
     EXPECT_EQ(formatUint(UINT32_MAX), "4294967295");
+}
+
+/// The library's own digits, for a number whose exponent has three digits or none.
+std::string sixDigits(double number) {
+    char buffer[40];
+    const auto general = std::chars_format::general;
+    return std::string(buffer, std::to_chars(buffer, buffer + 40, number, general, 6).ptr);
+}
+
+TEST(NumberText, WholeNumbersAreTheirDigits) {
+    for (std::int64_t whole = 1; whole <= INT32_MAX; whole = whole * 3 / 2 + 1)
+        for (const std::int64_t number : {whole, -whole, whole - 1}) {
+            EXPECT_EQ(formatInt(static_cast<std::int32_t>(number)), std::to_string(number));
+            const auto real = static_cast<double>(number);
+            if (std::abs(real) > 999998.0) continue;
+            for (const double near :
+                 {real, std::nextafter(real, 2e6), std::nextafter(real, -2e6), real + 0.5})
+                if (std::abs(near) >= 1e-4 || near == 0.0) {
+                    EXPECT_EQ(formatGeneral(near), sixDigits(near));
+                }
+        }
+    EXPECT_EQ(formatInt(INT32_MIN), "-2147483648");
+    EXPECT_EQ(formatGeneral(-999999.0), "-999999");
+    EXPECT_EQ(formatGeneral(999999.5), "1e+006");
 }
 
 TEST(NumberText, ReadsWholeTextsOnly) {
