@@ -11,10 +11,10 @@ if ! command -v "$compiler" >/dev/null; then
     exit 0
 fi
 
-# The engine's header alone, apart from the other headers of this machine.
+# The headers of the engine and of the test library alone, apart from the others of this machine.
 headers=$(mktemp -d)
 trap 'rm -rf "$headers"' EXIT
-ln -s /usr/include/angelscript.h "$headers/"
+ln -s /usr/include/angelscript.h /usr/include/gtest "$headers/"
 options=(-fsyntax-only -std=gnu++20 -Wall -Wextra -Wpedantic -Wshadow -Wno-attributes -Werror
          -DKORVANTIDE_BUILD -DAS_DEBIAN_LIB -I"$root/src" -I"$root/include" -I"$root/tests"
          -isystem "$headers")

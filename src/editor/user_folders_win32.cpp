@@ -31,6 +31,10 @@ std::string moduleFolder() {
     return folderOf(module);
 }
 
+bool isAbsolute(const std::wstring& path) {
+    return path.find(L':') == 1 || path.starts_with(L"\\\\");
+}
+
 bool isFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesW(wideOfUtf8(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
@@ -39,7 +43,10 @@ bool isFile(const std::string& path) {
 }  // namespace
 
 std::string userDataFolder() {
-    wchar_t path[MAX_PATH];
+    wchar_t path[32768];
+    const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", path, 32768);
+    if (length > 0 && length < 32768 && isAbsolute({path, length}))
+        return utf8OfWide(std::wstring(path, length) + kProduct);
     if (SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, 0, path) != S_OK) return {};
     return utf8OfWide(std::wstring(path) + kProduct);
 }
@@ -49,8 +56,7 @@ std::string programFolder() {
 }
 
 std::string absolutePath(const std::string& path) {
-    const bool isAbsolute = path.find(':') == 1 || path.starts_with("\\\\");
-    if (isAbsolute || path.empty()) return path;
+    if (isAbsolute(wideOfUtf8(path)) || path.empty()) return path;
     wchar_t absolute[32768];
     const DWORD length = GetFullPathNameW(wideOfUtf8(path).c_str(), 32768, absolute, nullptr);
     return length > 0 && length < 32768 ? utf8OfWide({absolute, length}) : path;

@@ -23,7 +23,7 @@ class ConsoleFunctions : public test::ScriptInBothConventions {
     /// A text as a literal of the script language.
     static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
     std::string file(const std::string& name) { return quoted(folder_.file(name)); }
-    std::string content(const std::string& name) { return test::readFile(folder_.file(name)); }
+    std::string content(const std::string& name) { return test::readText(folder_.file(name)); }
     void put(const std::string& name, const std::string& text) {
         test::writeFile(folder_.file(name), text);
     }

@@ -65,7 +65,7 @@ TEST(EngineMemory, ScriptObjectsWithoutEndAreAnException) {
                      "return 0; }",
                      nullptr),
                 ::testing::ExitedWithCode(0),
-                "The script ended with an exception.\n\nline: [13]\ndesc: Out of memory");
+                "The script ended with an exception.\n\nline: .\ndesc: Out of memory");
 }
 
 TEST(EngineMemory, AnOrdinaryScriptRuns) {

@@ -1,7 +1,7 @@
 // A host with nothing but the system's own windows: it loads the module by name, runs scripts in
 // it, stops in them, has a form filled in and opens the editor, while a thread plays the user.
 //
-// win32_host MODULE [FOLDER]     FOLDER: where pictures of the screen are kept, as bitmaps
+// win32_host MODULE [FOLDER]     FOLDER: where pictures of the screen are kept
 #include <windows.h>
 
 #include <angelscript.h>
@@ -17,6 +17,7 @@
 #include "host/wide_text_win32.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
+#include "support/screen_win32.h"
 #include "support/ui_x_keys.h"
 
 namespace {
@@ -73,32 +74,10 @@ void goOn() {
 
 std::string pictureFolder;
 
-/// The whole screen as a 24-bit bitmap file.
 void keepPicture(const std::string& name) {
     if (pictureFolder.empty()) return;
     Sleep(500);  // for a person to look at: what is still being drawn shall be on it
-    const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-    const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
-    void* bits = nullptr;
-    const HBITMAP picture = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(memory, picture);
-    BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
-    GdiFlush();
-    const DWORD size = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height);
-    const DWORD start = sizeof(BITMAPFILEHEADER) + sizeof info.bmiHeader;
-    const BITMAPFILEHEADER header{0x4D42, start + size, 0, 0, start};
-    if (std::FILE* file = std::fopen((pictureFolder + "/" + name + ".bmp").c_str(), "wb")) {
-        std::fwrite(&header, sizeof header, 1, file);
-        std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, file);
-        std::fwrite(bits, size, 1, file);
-        std::fclose(file);
-    }
-    SelectObject(memory, before);
-    DeleteObject(picture);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
+    check(korvant::test::keepScreen(pictureFolder + "/" + name + ".png"), "no picture");
 }
 
 /// Does its steps on a thread while a call of the module waits for somebody.

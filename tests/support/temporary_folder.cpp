@@ -27,6 +27,13 @@ std::string readFile(const fs::path& path) {
     return text.str();
 }
 
+std::string readText(const fs::path& path) {
+    std::string text = readFile(path);
+    for (auto at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at))
+        text.erase(at, 1);
+    return text;
+}
+
 void writeFile(const fs::path& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }

@@ -23,6 +23,8 @@ class TemporaryFolder {
 
 /// Empty when the file cannot be read.
 std::string readFile(const std::filesystem::path& path);
+/// The same with every line ended by a line feed alone, however the system ends lines in its files.
+std::string readText(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
 }  // namespace korvant::test

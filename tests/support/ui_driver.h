@@ -85,8 +85,14 @@ class UiDriver {
     bool failed_ = false;
 };
 
-/// Writes a picture of the screen, or of one window of ours.
+// Of the system's own.
+
+/// Writes a picture of the screen.
 void saveScreen(const std::string& path);
+/// A menu is open and takes the keys.
+bool menuIsOpen();
+/// As a click on the window's frame would.
+void giveKeyboard(wxTopLevelWindow& window);
 
 namespace detail {
 wxWindow* nthChild(const wxWindow* parent, int& index, const std::function<bool(wxWindow*)>& test);

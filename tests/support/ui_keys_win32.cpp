@@ -20,7 +20,8 @@ struct Search {
 BOOL CALLBACK compare(HWND window, LPARAM data) {
     auto& search = *reinterpret_cast<Search*>(data);
     wchar_t title[1024];
-    const int length = GetWindowTextW(window, title, 1024);
+    // Unlike the usual call this one does not wait for the thread of the window.
+    const int length = InternalGetWindowText(window, title, 1024);
     if (!IsWindowVisible(window) || std::wstring(title, length) != search.title) return TRUE;
     search.found = window;
     return FALSE;
@@ -37,8 +38,10 @@ bool hasKeyboard(const std::string& title) {
     return window && GetForegroundWindow() == window;
 }
 
-bool await(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+constexpr std::chrono::seconds kPatience{20}, kUntilTheNextTry{2};
+
+bool await(const std::function<bool()>& condition, std::chrono::seconds patience = kPatience) {
+    const auto end = std::chrono::steady_clock::now() + patience;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end) return false;
         Sleep(2);
@@ -121,11 +124,17 @@ void turnWheel(bool up) {
     SendInput(1, &input, sizeof input);
 }
 
+/// A key that fell between two windows, while another one came up, is pressed again.
 bool answerWindow(const std::string& title, const std::string& key) {
     if (!await([&] { return hasKeyboard(title); })) return false;
     const HWND window = find(title);
-    pressTogether({keyNamed(key)});
-    return await([&] { return !IsWindow(window) || !IsWindowVisible(window); });
+    const auto gone = [window] { return !IsWindow(window) || !IsWindowVisible(window); };
+    for (int attempt = 0; attempt < 5 && !gone(); ++attempt) {
+        if (!await([&] { return gone() || GetForegroundWindow() == window; })) return false;
+        if (!gone()) pressTogether({keyNamed(key)});
+        await(gone, kUntilTheNextTry);
+    }
+    return gone();
 }
 
 bool awaitWindow(const std::string& title, bool present) {

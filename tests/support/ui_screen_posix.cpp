@@ -1,4 +1,5 @@
 #include <gtk/gtk.h>
+#include <wx/toplevel.h>
 
 #include "support/ui_driver.h"
 
@@ -11,6 +12,14 @@ void saveScreen(const std::string& path) {
     if (!picture) return;
     gdk_pixbuf_save(picture, path.c_str(), "png", nullptr, "compression", "9", nullptr);
     g_object_unref(picture);
+}
+
+bool menuIsOpen() {
+    return GTK_IS_MENU(gtk_grab_get_current());
+}
+
+void giveKeyboard(wxTopLevelWindow& window) {
+    gdk_window_focus(gtk_widget_get_window(window.GetHandle()), GDK_CURRENT_TIME);
 }
 
 }  // namespace korvant::test

@@ -1,19 +1,24 @@
-#include <wx/bitmap.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
-#include <wx/image.h>
+#include <windows.h>
 
+#include <wx/toplevel.h>
+
+#include "support/screen_win32.h"
 #include "support/ui_driver.h"
 
 namespace korvant::test {
 
-/// The toolkit is built without PNG here; the name stays the caller's.
 void saveScreen(const std::string& path) {
-    wxScreenDC screen;
-    const wxSize size = screen.GetSize();
-    wxBitmap picture(size);
-    wxMemoryDC(picture).Blit(wxPoint(0, 0), size, &screen, wxPoint(0, 0));
-    picture.SaveFile(path, wxBITMAP_TYPE_BMP);
+    keepScreen(path);
+}
+
+bool menuIsOpen() {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMENUMODE) != 0;
+}
+
+void giveKeyboard(wxTopLevelWindow& window) {
+    SetForegroundWindow(static_cast<HWND>(window.GetHandle()));
 }
 
 }  // namespace korvant::test

@@ -1,22 +1,19 @@
 // An editor that is killed while somebody types in its window, and what the next one offers.
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 #include <thread>
 
 #include "editor/recovery_store.h"
+#include "editor/user_folders.h"
 #include "editor_window_fixture.h"
-
-extern char** environ;
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;
+using korvant::test::OtherProcess;
 using korvant::test::readFile;
+using korvant::test::Variable;
 using korvant::test::writeFile;
 using SteadyClock = std::chrono::steady_clock;
 
@@ -32,24 +29,14 @@ constexpr std::chrono::milliseconds kBound{10'500};
 
 class KilledWindow : public EditorWindowTest {
   protected:
-    /// The other editor's process: this program with the test that follows alone.
-    pid_t startVictim(bool fewLetters) {
-        ::setenv(kVictimFolder, folder.path().c_str(), 1);
-        ::setenv("TMPDIR", folder.path().c_str(), 1);  // what it leaves is cleared away with ours
-        if (fewLetters) ::setenv(kFewLetters, "1", 1);
-        std::string program = "/proc/self/exe", also = "--gtest_also_run_disabled_tests",
-                    filter = "--gtest_filter=KilledWindow.DISABLED_TypesUntilItIsKilled";
-        char* arguments[] = {program.data(), also.data(), filter.data(), nullptr};
-        pid_t victim = -1;
-        ::posix_spawn(&victim, program.c_str(), nullptr, nullptr, arguments, environ);
-        ::unsetenv("TMPDIR");
-        ::unsetenv(kVictimFolder);
-        ::unsetenv(kFewLetters);
-        return victim;
-    }
-    static void kill(pid_t victim) {
-        ::kill(victim, SIGKILL);
-        ::waitpid(victim, nullptr, 0);
+    /// The other editor's process, with the test that follows alone.
+    void startVictim(bool fewLetters) {
+        const Variable place(kVictimFolder, folder.path().string());
+        // What it leaves is cleared away with ours.
+        const Variable temporary(test::temporaryVariable(), folder.path().string());
+        std::optional<Variable> few;
+        if (fewLetters) few.emplace(kFewLetters, "1");
+        victim.emplace("KilledWindow.DISABLED_TypesUntilItIsKilled");
     }
     static void await(const std::function<bool()>& condition) {
         const auto patience = SteadyClock::now() + std::chrono::seconds(40);
@@ -59,7 +46,7 @@ class KilledWindow : public EditorWindowTest {
     std::string progressFile() const { return folder.file("typed"); }
     int typedByVictim() const { return std::atoi(readFile(progressFile()).c_str()); }
     bool copyExists() const {
-        const std::string copies = folder.file("data") + "/korvantide/recovery";
+        const std::string copies = userDataFolder() + "/recovery";
         std::vector<std::string> names;
         systemFiles().list(copies, names);
         return std::any_of(names.begin(), names.end(),
@@ -74,17 +61,23 @@ class KilledWindow : public EditorWindowTest {
         closeBox();
         return edit("");
     }
+
+    std::optional<OtherProcess> victim;
 };
 
 TEST_F(KilledWindow, DISABLED_TypesUntilItIsKilled) {
     const char* place = std::getenv(kVictimFolder);
     if (!place) GTEST_SKIP() << "not a process that is to be killed";
-    ::setenv("XDG_DATA_HOME", (std::string(place) + "/data").c_str(), 1);
+    const Variable data(test::userDataVariable(), (std::filesystem::path(place) / "data").string());
     const int words = std::getenv(kFewLetters) ? 1 : 100'000;
     ready();
     std::function<void()> typeMore = [&, typed = 0]() mutable {
         writeFile(std::string(place) + "/typed.new", std::to_string(text().size()));
-        std::filesystem::rename(std::string(place) + "/typed.new", std::string(place) + "/typed");
+        // Some systems move nothing onto a file that is being read.
+        std::error_code busy;
+        for (int attempt = 0; attempt == 0 || (busy && attempt < 1000); ++attempt)
+            std::filesystem::rename(std::string(place) + "/typed.new",
+                                    std::string(place) + "/typed", busy);
         if (typed++ >= words) {
             driver.when("death", [] { return false; });
             return;
@@ -99,22 +92,22 @@ TEST_F(KilledWindow, DISABLED_TypesUntilItIsKilled) {
 }
 
 TEST_F(KilledWindow, LosesAtMostTenSecondsOfAPause) {
-    const pid_t victim = startVictim(true);
+    startVictim(true);
     await([this] { return typedByVictim() > 0; });
     const auto typed = SteadyClock::now();
     await([this] { return copyExists(); });
     EXPECT_LT(SteadyClock::now() - typed, kBound);
-    kill(victim);
+    victim->kill();
     EXPECT_EQ(recovered(), kWord);
 }
 
 TEST_F(KilledWindow, LosesAtMostTenSecondsOfSteadyTyping) {
-    const pid_t victim = startVictim(false);
+    startVictim(false);
     await([this] { return typedByVictim() > 0; });
     const int early = typedByVictim();
     std::this_thread::sleep_for(kBound);
     const int late = typedByVictim();
-    kill(victim);
+    victim->kill();
     const std::string text = recovered();
     EXPECT_GE(text.size(), static_cast<std::size_t>(early));
     EXPECT_GE(text.size() + RecoveryTimer::kMostChanges, static_cast<std::size_t>(late));

@@ -1,5 +1,4 @@
 // Find, Replace and Go to line with real keys.
-#include <gtk/gtk.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/combobox.h>
@@ -17,6 +16,7 @@ using korvant::test::EditorWindowTest;
 using korvant::test::findActive;
 using korvant::test::findChild;
 using korvant::test::findWindow;
+using korvant::test::giveKeyboard;
 
 namespace {
 
@@ -36,10 +36,7 @@ class EditorSearch : public EditorWindowTest {
         });
     }
     void backTo(const wxString& title) {
-        driver.run([title] {
-            GtkWidget* window = findWindow(title)->GetHandle();
-            gdk_window_focus(gtk_widget_get_window(window), GDK_CURRENT_TIME);
-        });
+        driver.run([title] { giveKeyboard(*findWindow(title)); });
         driver.window(title);
     }
 };

@@ -2,8 +2,6 @@
 
 #include <wx/menu.h>
 
-#include <cstdlib>
-
 #include "editor/control_messages.h"
 #include "module/families.h"
 #include "ui/editor_file_dialog.h"
@@ -38,7 +36,6 @@ wxMenuItem* findItem(wxMenuBar& bar, const wxString& label) {
 }  // namespace
 
 EditorWindowTest::EditorWindowTest() : windows_(frontend) {
-    ::setenv("XDG_DATA_HOME", folder.file("data").c_str(), 1);
     driver.onTimeout = [this] {
         if (frame()) frame()->Close();
     };

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "support/desktop.h"
 #include "support/script_fixture.h"
 #include "support/temporary_folder.h"
 #include "support/ui_driver.h"
@@ -64,6 +65,7 @@ class EditorWindowTest : public ScriptFixture {
     TemporaryFolder folder;
 
   private:
+    Variable data_{userDataVariable(), (folder.path() / "data").string()};
     ui::WxFrontend windows_;
 };
 

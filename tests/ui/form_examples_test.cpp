@@ -45,7 +45,7 @@ std::string printedBy(const std::string& script,
     user.join();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(result.errors, "");
-    return readFile(folder.path() / file);
+    return readText(folder.path() / file);
 }
 
 TEST(FormExamples, PumpIsFilledWithoutAMouse) {

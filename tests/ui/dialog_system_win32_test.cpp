@@ -1,0 +1,101 @@
+// What the system does for us: it keeps answers in its registry, and asks for files.
+#include <gtest/gtest.h>
+#include <wx/msw/wrapwin.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/wide_text_win32.h"
+#include "support/temporary_folder.h"
+#include "support/ui_driver.h"
+#include "ui/clipboard.h"
+#include "ui/editor_file_dialog.h"
+#include "ui/settings_store.h"
+#include "ui/text_conversion.h"
+
+using namespace korvant;
+using korvant::test::TemporaryFolder;
+using korvant::test::UiDriver;
+using korvant::test::writeFile;
+
+namespace {
+
+constexpr wchar_t kSettings[] = L"Software\\KorvantIDE tests\\Registry";
+
+TEST(Registry, SettingsAreUnderTheNamesOfCompanyAndModule) {
+    {
+        const auto store = ui::openSettings("KorvantIDE tests", "Registry");
+        ASSERT_NE(store, nullptr);
+        EXPECT_TRUE(store->Write("/DoNotShow/0123456789abcdef", 6L) && store->Flush());
+    }
+    DWORD value = 0, size = sizeof value;
+    EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, (std::wstring(kSettings) + L"\\DoNotShow").c_str(),
+                           L"0123456789abcdef", RRF_RT_REG_DWORD, nullptr, &value, &size),
+              ERROR_SUCCESS);
+    EXPECT_EQ(value, 6U);
+    EXPECT_EQ(ui::openSettings("KorvantIDE tests", "Registry")->ReadLong("/DoNotShow/none", 3), 3);
+    EXPECT_EQ(ui::openSettings("Up\\and\\away", "Registry"), nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);
+}
+
+/// The system's dialog, which the toolkit does not know, is answered by its title.
+class FileDialogs : public testing::Test {
+  protected:
+    FileDialogs() {
+        driver.onTimeout = [] {
+            PostMessageW(FindWindowW(nullptr, L"Choose a script"), WM_COMMAND, IDCANCEL, 0);
+        };
+    }
+
+    static bool inFront(const std::string& title) {
+        wchar_t text[256];
+        const int length = GetWindowTextW(GetForegroundWindow(), text, 256);
+        return utf8OfWide({text, static_cast<std::size_t>(length)}) == title;
+    }
+
+    void untilAsked() {
+        driver.when("the dialog", [] { return inFront("Choose a script"); });
+    }
+
+    /// Pastes the path over the name that is offered.
+    void choose(const std::string& path) {
+        untilAsked();
+        driver.run([path] { ui::copyToClipboard(ui::fromUtf8(path)); });
+        driver.key('A', wxMOD_CONTROL).key('V', wxMOD_CONTROL).key(WXK_RETURN);
+    }
+
+    std::optional<std::string> ask(bool saving) {
+        FileDialogRequest request;
+        request.title = "Choose a script";
+        request.saving = saving;
+        request.fileMustExist = !saving;
+        request.filters = {{"Scripts (*.as)", "*.as"}, {"All files (*.*)", "*.*"}};
+        const auto path = ui::chooseFile(nullptr, request);
+        EXPECT_TRUE(driver.done());
+        return path;
+    }
+
+    TemporaryFolder folder;
+    UiDriver driver;
+};
+
+TEST_F(FileDialogs, GivePathsOfAnyLetters) {
+    const std::string path = utf8OfWide((folder.path() / L"sond\u00E9 \u20AC \u0416.as").wstring());
+    choose(path);
+    EXPECT_EQ(ask(true), path) << "a file that is to be written need not exist";
+    writeFile(wideOfUtf8(path), "x");
+    choose(path);
+    EXPECT_EQ(ask(false), path);
+}
+
+TEST_F(FileDialogs, OnlyAFileThatIsThereIsOpened) {
+    choose(utf8OfWide((folder.path() / L"missing.as").wstring()));
+    driver.when("a complaint", [] { return GetForegroundWindow() && !inFront("Choose a script"); });
+    driver.key(WXK_RETURN);
+    untilAsked();
+    driver.key(WXK_ESCAPE);
+    EXPECT_EQ(ask(false), std::nullopt);
+}
+
+}  // namespace
