@@ -11,6 +11,7 @@
 #include "ui/editor_native.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
+#include "ui/ui_runtime.h"
 
 namespace korvant::ui {
 namespace {
@@ -66,7 +67,7 @@ void CGotoLineDlg::accept() {
 }
 
 std::optional<std::int32_t> CGotoLineDlg::ask() {
-    return ShowModal() == wxID_OK ? line_ : std::nullopt;
+    return showModal(*this) == wxID_OK ? line_ : std::nullopt;
 }
 
 void showAboutBox(wxWindow* parent) {
@@ -86,7 +87,7 @@ void showAboutBox(wxWindow* parent) {
     box.SetSizerAndFit(column);
     box.CentreOnParent();
     box.SetEscapeId(wxID_OK);
-    box.ShowModal();
+    showModal(box);
 }
 
 }  // namespace korvant::ui

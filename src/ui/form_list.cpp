@@ -47,6 +47,10 @@ CListCtrlEx::CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormH
     });
 }
 
+bool CListCtrlEx::ProcessEvent(wxEvent& event) {
+    return event.GetEventType() != wxEVT_KEY_DOWN && Guarded::ProcessEvent(event);
+}
+
 /// The rows ask the painter's list until they are gone.
 CListCtrlEx::~CListCtrlEx() {
     edited_ = nullptr;

@@ -31,6 +31,10 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
   public:
     CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormHost& host);
     ~CListCtrlEx() override;
+    /// Keys are dealt with in onKey() and onCharacter() alone: the toolkit's own reading of a key
+    /// that it has no action for depends on what happens to be on the stack, and may walk on by a
+    /// row. It also stands between the key and its character.
+    bool ProcessEvent(wxEvent& event) override;
 
     /// Makes the rows, when the page is first shown.
     void fill();

@@ -40,6 +40,18 @@ void CListCtrlEx::editSelected() {
     if (FormRow* row = selectedRow()) beginEdit(*row);
 }
 
+namespace {
+
+/// Where the window around the open list takes the keyboard, the list itself is to have it: the
+/// arrows would walk through the form. The list's own function does nothing on such systems.
+void giveKeysTo(wxOwnerDrawnComboBox& list) {
+    wxComboPopup* const popup = list.GetPopupControl();
+    wxWindow* const shown = popup ? popup->GetControl() : nullptr;
+    if (shown && wxWindow::FindFocus() == shown->GetParent()) shown->wxWindow::SetFocus();
+}
+
+}  // namespace
+
 void CListCtrlEx::beginEdit(FormRow& row) {
     if (isEdited(row) || !session_.state(row.property()).editable) return;
     switch (editorOf(row.property())) {
@@ -60,7 +72,10 @@ void CListCtrlEx::open(FormRow& row) {
     typed_.emplace(session_.state(row.property()).text);
     edited_ = &row;
     DoSelectProperty(&row, wxPG_SEL_FORCE | wxPG_SEL_FOCUS | wxPG_SEL_DONT_SEND_EVENT);
-    if (wxOwnerDrawnComboBox* list = options()) list->Popup();
+    if (wxOwnerDrawnComboBox* list = options()) {
+        list->Popup();
+        giveKeysTo(*list);
+    }
 }
 
 void CListCtrlEx::endEdit() {
