@@ -1,5 +1,6 @@
 #include "host/console_functions.h"
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -82,6 +83,7 @@ void closeOutputFile() {
 /// Calls `write` with the text in pieces, two percent signs in a row written as one.
 template <class Write>
 void writeText(std::string_view text, Write write) {
+    if (std::memchr(text.data(), '%', text.size()) == nullptr) return write(text);
     for (auto mark = text.find("%%"); mark != std::string_view::npos; mark = text.find("%%")) {
         write(text.substr(0, mark + 1));
         text.remove_prefix(mark + 2);

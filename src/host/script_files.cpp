@@ -62,14 +62,11 @@ OutputFile::~OutputFile() {
     close([] { return true; });
 }
 
-void OutputFile::write(std::string_view bytes, StopQuery shouldStop) {
-    if (bytes.size() > kBufferBytes - filled_) {
-        hand(std::string_view(buffer_.get(), filled_), shouldStop);
-        filled_ = 0;
-        if (bytes.size() > kBufferBytes) return hand(bytes, shouldStop);
-    }
-    std::memcpy(buffer_.get() + filled_, bytes.data(), bytes.size());
-    filled_ += bytes.size();
+void OutputFile::writeBeyond(std::string_view bytes, StopQuery shouldStop) {
+    hand(std::string_view(buffer_.get(), filled_), shouldStop);
+    filled_ = 0;
+    if (bytes.size() > kBufferBytes) return hand(bytes, shouldStop);
+    write(bytes, shouldStop);
 }
 
 void OutputFile::hand(std::string_view bytes, StopQuery shouldStop) {

@@ -1,6 +1,7 @@
 // The input file and the output file of a run.
 #pragma once
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -49,7 +50,11 @@ class OutputFile {
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    void write(std::string_view bytes, StopQuery shouldStop);
+    void write(std::string_view bytes, StopQuery shouldStop) {
+        if (bytes.size() > kBufferBytes - filled_) return writeBeyond(bytes, shouldStop);
+        std::memcpy(buffer_.get() + filled_, bytes.data(), bytes.size());
+        filled_ += bytes.size();
+    }
     /// Writes out and closes; failure() afterwards.
     void close(StopQuery shouldStop);
     /// The system error of the first failure, ECANCELED for a wait that was stopped, 0 for none.
@@ -58,6 +63,7 @@ class OutputFile {
 
   private:
     OutputFile(int handle, std::string name);
+    void writeBeyond(std::string_view bytes, StopQuery shouldStop);
     void hand(std::string_view bytes, StopQuery shouldStop);
 
     int handle_;
