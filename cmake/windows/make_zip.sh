@@ -15,6 +15,8 @@ cp -r "$root/include" "$root/examples" "$top/"
 rm -rf "$top/examples/CMakeLists.txt" "$top/examples/expected"
 cp -r "$manual" "$top/scripting_manual"
 cp "$root/docs/windows.md" "$top/"
+mkdir "$top/images"
+cp "$root/docs/images/editor_windows.png" "$top/images/"
 for text in README.md LICENSE; do sed 's/$/\r/' "$root/$text" >"$top/$text.txt"; done
 mv "$top/README.md.txt" "$top/README.txt"
 rm -f "$zip"

@@ -33,23 +33,52 @@ under_wine() { # NAME SECONDS PROGRAM [ARGS...]
     count "$name" $? "$log"
 }
 
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    "$display" --seconds 200 wineboot --init >"$logs/wineboot.log" 2>&1
-    "$display" --seconds 60 wineserver --wait >>"$logs/wineboot.log" 2>&1
-fi
+# The user's folders are made as links into a home folder that is gone with the display.
+make_prefix() {
+    "$display" --seconds 200 wineboot --init
+    "$display" --seconds 60 wineserver --wait
+    local link
+    for link in "$WINEPREFIX"/drive_c/users/*/*; do
+        [ -L "$link" ] && rm "$link" && mkdir "$link"
+    done
+    # A crash ends a program at once instead of asking somebody.
+    "$display" --seconds 60 wine reg delete \
+        'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /f
+    "$display" --seconds 60 wineserver --wait
+    touch "$WINEPREFIX/ready"
+}
+[ -f "$WINEPREFIX/ready" ] || make_prefix >"$logs/wineboot.log" 2>&1
 
-# These name a device or separators of other systems, or count the bytes of line ends.
-elsewhere='*.AFailedWriteIsReported*:*.AFileThatCannotBeWritten*:*.AppendingKeepsWhatIsThere*'
-elsewhere+=':*.NothingPrintedIsLost*:*.PrintWritesEveryByte*:Debug.FilesAreClosedWhenTheRunIsFirst*'
-elsewhere+=':Document.AnotherProgramsVersion*'
+# Left out, with the reason:
+left_out=(
+    # Windows has the system's console. The window that stands in for it elsewhere hears no key
+    # while its thread is busy.
+    'ConsoleWindowTest.ControlCIsHeardWhileTheThreadIsBusy'
+    # Alt with the letter of a button does not reach the buttons below a list yet.
+    'FormGroup.ElementsAreAdded*' 'FormGroup.OrderIsChanged*' 'FormGroup.UndoGoes*'
+    'FormGroup.Browsing*' 'FormConfirm.LinksOfTheCheck*'
+    # A second process of the tests, or a dialog of a menu's, does not get the keyboard there.
+    'KilledWindow.*' 'EditorMenu.AboutBox*'
+    # A loop of the toolkit's own around the editor; hosts on Windows have the system's.
+    'EditorFrame.OpensInsideALoopOfTheHosts' 'EditorFrame.StaysOpenWhenTheHostEndsItsLoop'
+)
+filter=-$(IFS=:; echo "${left_out[*]}")
 cd "$root"
 for suite in expr host object editor; do
     under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
-        --gtest_filter="-$elsewhere"
+        --gtest_filter="$filter"
 done
 
-# The tests of the program run here and start the Windows program; they compare whole lines, and it
-# ends its lines as its system does.
+# The windows. What the editor's help opens is the manual beside the program.
+rm -rf "$folder/bin/scripting_manual"
+cp -r "$native/bin/scripting_manual" "$folder/bin/"
+for suite in ui_dialog ui_form ui_editor; do
+    under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
+        --gtest_filter="$filter"
+done
+
+# These tests run here and start the Windows program; they compare whole lines, and it ends its
+# lines as its system does.
 starter=$folder/korvant-under-wine
 cat >"$starter" <<EOF
 #!/bin/sh
@@ -62,10 +91,15 @@ rm -f "\$output" "\$errors"
 exit \$code
 EOF
 chmod +x "$starter"
-KORVANT_PROGRAM=$starter timeout -k 10 460 "$display" --seconds 400 "$native/bin/program_tests" \
-    --gtest_brief=1 --gtest_filter="${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}" \
-    >"$logs/program.log" 2>&1
-count program $? "$logs/program.log"
+
+with_program() { # NAME PROGRAM FILTER
+    KORVANT_PROGRAM=$starter timeout -k 10 460 "$display" --wm --seconds 400 "$native/bin/$2" \
+        --gtest_brief=1 --gtest_filter="$3" >"$logs/$1.log" 2>&1
+    count "$1" $? "$logs/$1.log"
+}
+
+with_program program program_tests "${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}"
+with_program examples ui_form_tests 'FormExamples.*-*DrillHole*'  # Alt again
 
 under_wine win32_host 200 "$folder/bin/win32_host.exe" KorvantIDE.dll "$(winepath -w "$logs" 2>/dev/null || echo "Z:$logs")"
 

@@ -53,6 +53,7 @@ void openHostWindow() {
     type.lpfnWndProc = DefWindowProcW;
     type.hInstance = GetModuleHandleW(nullptr);
     type.lpszClassName = L"Host";
+    type.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     RegisterClassW(&type);
     hostWindow = CreateWindowExW(0, L"Host", L"A host of its own", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
                                  20, 20, 300, 120, nullptr, nullptr, type.hInstance, nullptr);
@@ -74,10 +75,10 @@ void goOn() {
 
 std::string pictureFolder;
 
-void keepPicture(const std::string& name) {
+void keepPicture(const std::string& name, const std::string& title = {}) {
     if (pictureFolder.empty()) return;
     Sleep(500);  // for a person to look at: what is still being drawn shall be on it
-    check(korvant::test::keepScreen(pictureFolder + "/" + name + ".png"), "no picture");
+    check(korvant::test::keepScreen(pictureFolder + "/" + name + ".png", title), "no picture");
 }
 
 /// Does its steps on a thread while a call of the module waits for somebody.
@@ -225,15 +226,37 @@ void fillForm(Module& module) {
 
 void openEditor(Module& module) {
     const std::string script =
-        "int main() {\n  int a = 6;\n  int b = a * 7;\n  Print(\"\" + b);\n  return 0;\n}\n";
+        "// Mean grade of the samples above a cut-off.\n"
+        "double meanAbove(const double[] &in grades, double cutOff)\n"
+        "{\n"
+        "    double sum = 0;\n"
+        "    int used = 0;\n"
+        "    for (uint i = 0; i < grades.length(); i++)\n"
+        "        if (grades[i] >= cutOff)\n"
+        "        {\n"
+        "            sum += grades[i];\n"
+        "            used++;\n"
+        "        }\n"
+        "    return used == 0 ? 0.0 : sum / used;\n"
+        "}\n"
+        "\n"
+        "int main()\n"
+        "{\n"
+        "    double[] grades = {0.2, 1.4, 3.8, 0.9};\n"
+        "    double mean = meanAbove(grades, 0.5);\n"
+        "    Print(\"Mean grade: \" + mean + \"\\n\");\n"
+        "    return 0;\n"
+        "}\n";
     const User user([] {
         const char* const title = "Script Editor";
         if (!awaitWindow(title)) return false;
         check(IsWindowEnabled(hostWindow) == 0, "the host can be used beside the editor");
-        for (const char* key : {"Down", "Down", "F9", "F5"})
+        for (int line = 1; line < 19; ++line)
+            if (!pressInWindow(title, "Down", false)) return false;
+        for (const char* key : {"F9", "F5"})
             if (!pressInWindow(title, key, false)) return false;
         Sleep(1500);
-        keepPicture("editor");
+        keepPicture("editor", title);
         if (!pressInWindow(title, "F5", false)) return false;
         Sleep(1500);
         PostMessageW(FindWindowW(nullptr, L"Script Editor"), WM_CLOSE, 0, 0);

@@ -15,12 +15,12 @@ namespace gdiplus = Gdiplus::DllExports;
 constexpr CLSID kPng = {
     0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
-HBITMAP screenPicture() {
-    const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+HBITMAP screenPicture(const RECT& area) {
+    const int width = area.right - area.left, height = area.bottom - area.top;
     const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
     const HBITMAP picture = CreateCompatibleBitmap(screen, width, height);
     const HGDIOBJ before = SelectObject(memory, picture);
-    BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
     SelectObject(memory, before);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
@@ -38,11 +38,14 @@ bool save(HBITMAP picture, const std::wstring& path) {
 
 }  // namespace
 
-bool keepScreen(const std::string& path) {
+bool keepScreen(const std::string& path, const std::string& title) {
+    RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    const HWND window = FindWindowW(nullptr, wideOfUtf8(title).c_str());
+    if (window && !title.empty()) GetWindowRect(window, &area);
     ULONG_PTR token = 0;
     const Gdiplus::GdiplusStartupInput input;
     if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) return false;
-    const HBITMAP picture = screenPicture();
+    const HBITMAP picture = screenPicture(area);
     const bool saved = save(picture, wideOfUtf8(path));
     DeleteObject(picture);
     Gdiplus::GdiplusShutdown(token);

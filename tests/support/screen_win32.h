@@ -5,7 +5,8 @@
 
 namespace korvant::test {
 
-/// The whole screen as a PNG file; the path is UTF-8. False when it could not be written.
-bool keepScreen(const std::string& path);
+/// The screen, or the part of it where the window with this title stands, as a PNG file; the path
+/// and the title are UTF-8. False when it could not be written.
+bool keepScreen(const std::string& path, const std::string& title = {});
 
 }  // namespace korvant::test
