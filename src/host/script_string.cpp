@@ -180,9 +180,12 @@ ScriptString* resultString() noexcept {
 
 ScriptString* returnResultString(std::string bytes) noexcept {
     ScriptString* const string = resultString();
-    if (string == nullptr || !string->adopt(std::move(bytes)))
+    if (string == nullptr || !string->adopt(std::move(bytes))) {
+        // An object that comes with an exception is left lying in the engine.
         moduleSession().raise("Out of memory");
-    if (string != nullptr) string->addRef();
+        return nullptr;
+    }
+    string->addRef();
     return string;
 }
 

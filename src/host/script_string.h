@@ -91,7 +91,8 @@ class ScriptString {
 
 /// Overwrites the module-wide result string and returns it with one reference added for the
 /// caller. Functions that are declared to return `string@` return this. `bytes` may lie inside
-/// the result string itself. A text that is too long raises "Out of memory" and changes nothing.
+/// the result string itself. A text that is too long raises "Out of memory", changes nothing and
+/// gives null.
 ScriptString* returnResultString(std::string bytes) noexcept;
 
 /// Empties the result string when it holds much and no script holds it; for the end of a run.

@@ -198,6 +198,8 @@ class Declarations {
         while (i < tokens_.size() && !tokens_.isSymbol(i, ';') && !tokens_.isSymbol(i, ',') &&
                !tokens_.isSymbol(i, '}'))
             i = opens(tokens_[i].symbol) ? outline_.closing[i] + std::size_t{1} : i + 1;
+        // Behind a bracket that nothing closes there is no token.
+        i = std::min(i, tokens_.size());
         variable(assign, {assign + 1, i});
         if (tokens_.isSymbol(i, ';')) beginAt(i + 1);
         return tokens_.isSymbol(i, '}') ? i : i + 1;

@@ -253,7 +253,8 @@ TEST_F(Scan, WrongTextsAreLeftToTheCompiler) {
           times("if (a < b, c < d, e < f) {}\n", 300), std::string("\"never ends"),
           std::string("/* never ends"), std::string("\xEF\xBB\xBFint main() {}"),
           std::string(1000, '\0'), std::string("class"), std::string("namespace {"),
-          std::string("enum {,,,"), std::string("= = ="), std::string("(((")})
+          std::string("enum {,,,"), std::string("= = ="), std::string("((("),
+          std::string("int n = {1, 2 n array<string@> t;")})
         EXPECT_EQ(refusal(text), "") << text.substr(0, 40);
 }
 

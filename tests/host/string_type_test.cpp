@@ -184,6 +184,16 @@ TEST(ScriptStringObject, TheResultStringOutlivesAllItsHandles) {
     EXPECT_EQ(first->count(), 1);
 }
 
+TEST(ScriptStringObject, AResultThatIsTooLongIsNone) {
+    ScriptString* const result = returnResultString("kept");
+    memoryBudget.stringLimit = 100;
+    EXPECT_EQ(returnResultString(std::string(101, 'x')), nullptr);
+    memoryBudget.stringLimit = Limits().stringBytes;
+    EXPECT_EQ(result->text, "kept");
+    EXPECT_EQ(result->count(), 2);
+    result->release();
+}
+
 TEST(ScriptStringObject, ALargeResultIsDroppedWhenNobodyHoldsIt) {
     ScriptString* result = returnResultString(std::string(1 << 20, 'x'));
     trimResultString();
