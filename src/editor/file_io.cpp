@@ -12,6 +12,8 @@ namespace korvant {
 
 namespace {
 
+/// One read; small at first, since most files are.
+constexpr std::size_t kFirstBytes = std::size_t{16} << 10;
 constexpr std::size_t kReadBytes = std::size_t{1} << 20;
 
 /// Reads once behind what `bytes` holds; 0 at the end, negative on failure.
@@ -41,7 +43,8 @@ int readAll(FileOperations& files, FileOperations::Handle handle, std::size_t li
     try {
         for (;;) {
             // One byte beyond the limit is enough to see that there is too much.
-            const std::size_t room = std::min(kReadBytes, limit + 1 - bytes.size());
+            const std::size_t piece = std::clamp(bytes.size(), kFirstBytes, kReadBytes);
+            const std::size_t room = std::min(piece, limit + 1 - bytes.size());
             const std::int64_t count = readMore(files, handle, room, bytes);
             if (count <= 0) return static_cast<int>(-count);
             if (bytes.size() > limit) return EFBIG;
