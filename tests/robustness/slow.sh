@@ -1,11 +1,26 @@
 #!/usr/bin/env bash
-# slow.sh BUILD [GTEST ARGS]: the suites of the core as in hosts that speak French, Spanish and
-# Turkish, and with the millisecond tick just before each of its wraps.
+# slow.sh BUILD [PART...] [-- GTEST ARGS]: the suites without windows in surroundings that every
+# test run cannot afford. Parts, all of them without a choice:
+#   C fr es tr    as in hosts of that language
+#   wrap sign     with the millisecond tick just before it wraps to 0, and at 2^31, where a signed
+#                 one would change its sign
+#   repeat        what hosts do ten thousand times in a day
 set -euo pipefail
-build=$1
+build=$(cd "$1" && pwd)
 shift
-locales=$(cd "$build" && pwd)/locales
-suites=(expr host object editor)
+parts=()
+while [ $# -gt 0 ] && [ "$1" != -- ]; do
+    parts+=("$1")
+    shift
+done
+[ $# -eq 0 ] || shift
+arguments=("$@")
+[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign repeat)
+jobs=${KORVANT_JOBS:-$(nproc)}
+locales=$build/locales
+logs=$(mktemp -d)
+trap 'rm -rf "$logs"' EXIT
+suites=(expr host object editor robustness program)
 
 make_locale() { # NAME
     [ -e "$locales/$1.UTF-8" ] && return
@@ -13,30 +28,50 @@ make_locale() { # NAME
     localedef -i "$1" -f UTF-8 "$locales/$1.UTF-8"
 }
 
-failed=0
-run() { # WHAT [NAME=VALUE...]
-    local what=$1 suite
+run_one() { # PART SUITE [ARGUMENTS OR NAME=VALUE...]
+    local part=$1 suite=$2 began=$SECONDS log=$logs/$1-$2 result=0
+    shift 2
+    # The program's own messages are English, and only its tests read them.
+    env LOCPATH="$locales" "$@" timeout 900 "$build/bin/${suite}_tests" --gtest_brief=1 \
+        "${choice[@]}" "${arguments[@]}" </dev/null >"$log" 2>&1 || result=$?
+    local counted
+    counted=$(grep -oE '[0-9]+ tests? from' "$log" | tail -n 1 || true)
+    echo "slow: $part, $suite: ${counted% from}, $((SECONDS - began)) s"
+    [ "$result" -eq 0 ] && return
+    echo "slow: $part, $suite failed ($result)" >&2
+    cat "$log" >&2
+    touch "$logs/failed"
+}
+
+run() { # PART [NAME=VALUE...]: every suite, as many at a time as there are processors
+    local part=$1 suite
     shift
     for suite in "${suites[@]}"; do
-        echo "slow: $suite, $what"
-        if ! env LOCPATH="$locales" "$@" timeout 600 "$build/bin/${suite}_tests" --gtest_brief=1 \
-            "${arguments[@]}" </dev/null; then
-            echo "slow: $suite failed, $what" >&2
-            failed=1
-        fi
+        while [ "$(jobs -rp | wc -l)" -ge "$jobs" ]; do wait -n || true; done
+        run_one "$part" "$suite" "$@" &
     done
 }
 
-arguments=("$@")
-run "locale C" KORVANT_TEST_LOCALE=C
-for name in fr_FR es_ES tr_TR; do
-    make_locale "$name"
-    run "locale $name" KORVANT_TEST_LOCALE="$name.UTF-8" LC_ALL="$name.UTF-8"
+run_in() { # PART LOCALE
+    make_locale "$2"
+    run "$1" KORVANT_TEST_LOCALE="$2.UTF-8" LC_ALL="$2.UTF-8"
+}
+
+for part in "${parts[@]}"; do
+    choice=(--gtest_filter=-Repetition.*)
+    suites=(expr host object editor robustness program)
+    case $part in
+        C) run C KORVANT_TEST_LOCALE=C LC_ALL=C ;;
+        fr) run_in fr fr_FR ;;
+        es) run_in es es_ES ;;
+        tr) run_in tr tr_TR ;;
+        # Every test begins with that tick: a few milliseconds before 2^32, and at 2^31 (in the ten
+        # seconds before that a run may end early, which has a test of its own).
+        wrap) suites=(host object editor robustness) && run wrap KORVANT_TEST_TICK=4294967288 ;;
+        sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
+        repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
+        *) echo "slow: no part '$part'" >&2 && exit 64 ;;
+    esac
 done
-# Every test begins with that tick: a few milliseconds before 2^32, and at 2^31 (in the ten seconds
-# before that a run may end early, which has a test of its own).
-suites=(host object editor)
-for tick in 4294967288 2147483648; do
-    run "tick from $tick" KORVANT_TEST_TICK="$tick"
-done
-exit "$failed"
+wait
+[ ! -e "$logs/failed" ]
