@@ -31,7 +31,7 @@ RATIO_ROW("Expressions", "a text read before / exprtk's value()", 0, "expr_again
 RATIO_ROW("Expressions", "first reading / exprtk's compile and value()", 0, "expr_first/",
           "exprtk_first/");
 RATIO_ROW("Expressions", "growth: 1 MiB of text / 128 KiB (8 would be linear)", 12, "expr_1024k/",
-          "expr_128k/", "the system's new pages for 50 MB of steps, given back each time");
+          "expr_128k/", "the system's new pages for some 35 MB of steps, given back each time");
 
 namespace {
 
