@@ -54,10 +54,11 @@ left_out=(
     # Windows has the system's console. The window that stands in for it elsewhere hears no key
     # while its thread is busy.
     'ConsoleWindowTest.ControlCIsHeardWhileTheThreadIsBusy'
-    # Alt with the letter of a button does not reach the buttons below a list yet.
-    'FormGroup.ElementsAreAdded*' 'FormGroup.OrderIsChanged*' 'FormGroup.UndoGoes*'
-    'FormGroup.Browsing*' 'FormConfirm.LinksOfTheCheck*'
-    # A second process of the tests, or a dialog of a menu's, does not get the keyboard there.
+    # Return after Shift+Tab presses a button, and a link of the check leaves its row unselected:
+    # not cleared up yet.
+    'FormGroup.BrowsingTakes*' 'FormConfirm.LinksOfTheCheck*'
+    # A second process of the tests does not get the keyboard there, and Escape does not reach the
+    # box that a menu opens: not cleared up yet.
     'KilledWindow.*' 'EditorMenu.AboutBox*'
     # A loop of the toolkit's own around the editor; hosts on Windows have the system's.
     'EditorFrame.OpensInsideALoopOfTheHosts' 'EditorFrame.StaysOpenWhenTheHostEndsItsLoop'
@@ -99,7 +100,7 @@ with_program() { # NAME PROGRAM FILTER
 }
 
 with_program program program_tests "${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}"
-with_program examples ui_form_tests 'FormExamples.*-*DrillHole*'  # Alt again
+with_program examples ui_form_tests 'FormExamples.*'
 
 under_wine win32_host 200 "$folder/bin/win32_host.exe" KorvantIDE.dll "$(winepath -w "$logs" 2>/dev/null || echo "Z:$logs")"
 

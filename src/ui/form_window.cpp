@@ -22,6 +22,31 @@ namespace {
 
 constexpr int kGap = 8;
 
+/// The button below `parent` whose caption underlines the letter; null for none that can be
+/// pressed.
+wxButton* buttonWithKey(const wxWindow& parent, int letter) {
+    for (wxWindow* child : parent.GetChildren()) {
+        if (!child->IsShown() || !child->IsEnabled()) continue;
+        if (auto* button = dynamic_cast<wxButton*>(child)) {
+            wxString label = button->GetLabel();
+            label.Replace("&&", wxEmptyString);
+            const wxString key = label.AfterFirst('&').Left(1);
+            if (!key.empty() && static_cast<int>(wxToupper(key[0])) == letter) return button;
+        } else if (wxButton* found = buttonWithKey(*child, letter)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+bool press(wxButton* button) {
+    if (!button) return false;
+    wxCommandEvent pressed(wxEVT_BUTTON, button->GetId());
+    pressed.SetEventObject(button);
+    button->GetEventHandler()->AddPendingEvent(pressed);
+    return true;
+}
+
 }  // namespace
 
 FormWindow::FormWindow(wxWindow* parent, EditSession& session)
@@ -229,6 +254,9 @@ bool FormWindow::handleSearchKey(const wxKeyEvent& key) {
 bool FormWindow::handleKey(const wxKeyEvent& key) {
     const int code = key.GetKeyCode();
     const bool control = key.GetModifiers() == wxMOD_CONTROL;
+    // A list that has the keyboard keeps these keys from the system's own search for the button.
+    if (key.GetModifiers() == wxMOD_ALT && code > ' ' && code < WXK_DELETE)
+        return press(buttonWithKey(*this, code));
     if (code == WXK_ESCAPE && !key.HasAnyModifiers())
         cancel();
     else if (code == WXK_F9 && !key.HasAnyModifiers())
