@@ -45,7 +45,7 @@ if(KORVANT_WINDOWS_UI)
     # A host's own event loop is asked for at GTK itself, and the progress window is drawn over a
     # display connection of its own.
     find_package(PkgConfig REQUIRED)
-    pkg_check_modules(KORVANT_NATIVE REQUIRED IMPORTED_TARGET gtk+-3.0 x11 xft)
+    pkg_check_modules(KORVANT_NATIVE REQUIRED IMPORTED_TARGET gtk+-3.0 x11 xft xrender)
     target_link_libraries(korvant_wx INTERFACE PkgConfig::KORVANT_NATIVE)
   endif()
 endif()

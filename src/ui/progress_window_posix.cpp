@@ -1,5 +1,6 @@
 // The progress window in plain Xlib: a toolkit belongs to one thread, and it is not this one.
 #include <unistd.h>
+#include <X11/extensions/Xrender.h>
 #include <X11/Xatom.h>
 #include <X11/Xft/Xft.h>
 #include <X11/Xlib.h>
@@ -113,8 +114,13 @@ XlibProgressWindow::~XlibProgressWindow() {
     XCloseDisplay(display_);
 }
 
+/// The rendering extension is asked for first, because a display's extensions are closed in reverse
+/// order: closed before the fonts that are drawn with it, it would be found again by them, and the
+/// next display at this address would get what is left of it.
 void XlibProgressWindow::openDrawing() {
     const std::lock_guard<std::mutex> lock(drawing());
+    int event = 0, error = 0;
+    XRenderQueryExtension(display_, &event, &error);
     const int screen = DefaultScreen(display_);
     font_ = XftFontOpen(display_, screen, XFT_FAMILY, XftTypeString, style_.fontFamily.c_str(),
                         XFT_SIZE, XftTypeDouble, style_.fontPoints * style_.scale, nullptr);
