@@ -158,7 +158,9 @@ TEST_F(EditorSearch, GotoLineExplainsWhatIsNoNumber) {
         const auto* dialog = findActive("Goto line");
         return dialog && findChild<wxStaticText>(dialog, 1) != nullptr;
     });
-    driver.type("3").key(WXK_RETURN);
+    driver.type("3");
+    untilField("3");
+    driver.key(WXK_RETURN);
     ready();
     check([this] { EXPECT_EQ(caretLine(), 3); });
     closeBox();
