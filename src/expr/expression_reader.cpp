@@ -9,7 +9,7 @@ namespace korvant::expr {
 namespace {
 
 /// Texts of more bytes get all room at once, so that nothing is moved.
-constexpr std::size_t kLongText = std::size_t{64} << 10;
+constexpr std::size_t kRoomAtOnce = std::size_t{64} << 10;
 
 constexpr Binary meaningOf(Operator op) noexcept {
     switch (op) {
@@ -87,7 +87,7 @@ bool ExpressionReader::prepare(std::string_view text, const Bounds& bounds) {
     if (text.empty()) return fail(FailureKind::EmptyText, {});
     if (text.size() > bounds.textBytes) return fail(FailureKind::TextTooLong, {});
     text_.assignCleaned(text);
-    if (text.size() > kLongText) makeRoom(text.size());
+    if (text.size() > kRoomAtOnce) makeRoom(text.size());
     // Pieces of a balanced text that splits leave over are balanced, so this is asked once.
     if (!text_.balanced()) return fail(FailureKind::Unbalanced, text_.all());
     if (text_.depth() > bounds.depth) return fail(FailureKind::TooDeep, {});

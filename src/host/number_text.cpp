@@ -1,11 +1,8 @@
 #include "host/number_text.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <system_error>
 
 namespace korvant {
@@ -25,32 +22,12 @@ std::string withWideExponent(const char* first, const char* last) {
     return text;
 }
 
-std::uint32_t digitCount(std::uint32_t number) {
-    constexpr std::uint32_t kPowers[] = {0,      10,      100,      1000,      10000,
-                                         100000, 1000000, 10000000, 100000000, 1000000000};
-    // The binary digits times log10(2) are the decimal ones, or one less.
-    const auto count = static_cast<std::uint32_t>(std::bit_width(number | 1)) * 1233 >> 12;
-    return count + (number >= kPowers[count] ? 1 : 0);
-}
-
-/// Two digits at a time into the result itself.
-std::string decimal(std::uint32_t magnitude, bool negative) {
-    static constexpr auto kPairs = [] {
-        std::array<char, 200> pairs{};
-        for (std::size_t i = 0; i < 200; ++i)
-            pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
-        return pairs;
-    }();
-    const std::size_t size = digitCount(magnitude) + (negative ? 1 : 0);
-    std::string text = "-0123456789";  // cut rather than grown: no call for so short a text
-    char* at = text.data() + size;
-    for (; magnitude >= 100; magnitude /= 100)
-        std::memcpy(at -= 2, kPairs.data() + magnitude % 100 * 2, 2);
-    if (magnitude < 10)
-        at[-1] = static_cast<char>('0' + magnitude);
-    else
-        std::memcpy(at - 2, kPairs.data() + magnitude * 2, 2);
-    text.erase(size);
+/// Into the result itself, which is cut rather than grown: no call for so short a text.
+template <class Integer>
+std::string decimal(Integer value) {
+    std::string text = "-0123456789";
+    text.erase(static_cast<std::size_t>(
+        std::to_chars(text.data(), text.data() + text.size(), value).ptr - text.data()));
     return text;
 }
 
@@ -112,11 +89,10 @@ std::string formatGeneral(double value) {
 }
 
 std::string formatInt(std::int32_t value) {
-    const auto bits = static_cast<std::uint32_t>(value);
-    return value < 0 ? decimal(0 - bits, true) : decimal(bits, false);
+    return decimal(value);
 }
 std::string formatUint(std::uint32_t value) {
-    return decimal(value, false);
+    return decimal(value);
 }
 std::string formatShortest(double value) {
     return shortest(value);
