@@ -12,9 +12,9 @@
 
 #include "module/families.h"
 #include "ratio_table.h"
-#include "ui/editor_dialog.h"
-#include "ui/editor_run.h"
-#include "ui/ui_runtime.h"
+#include "ui/editor/editor_dialog.h"
+#include "ui/editor/editor_run.h"
+#include "ui/kit/ui_runtime.h"
 
 COUNTER_ROW("Windows", "the editor opens 10 MB, milliseconds of processor", 0, "editor_large",
             "open");

@@ -10,11 +10,11 @@
 #include <string>
 
 #include "korvantide/script_object.h"
-#include "object/edit_session.h"
-#include "object/object_access.h"
+#include "object/form/edit_session.h"
+#include "object/script/object_access.h"
 #include "ratio_table.h"
-#include "ui/form_dialog.h"
-#include "ui/ui_runtime.h"
+#include "ui/form/form_dialog.h"
+#include "ui/kit/ui_runtime.h"
 
 RATIO_ROW("Windows", "opening a form of 5,000 / building the rows alone", 3, "form_open",
           "form_rows_plain");

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "host/engine_compat.h"
-#include "host/line_callback.h"
-#include "host/script_session.h"
+#include "host/engine/engine_compat.h"
+#include "host/run/line_callback.h"
+#include "host/run/script_session.h"
 #include "module/families.h"
 #include "ratio_table.h"
 

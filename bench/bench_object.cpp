@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "korvantide/script_object.h"
-#include "object/edit_session.h"
-#include "object/object_access.h"
-#include "object/rule_book.h"
+#include "object/form/edit_session.h"
+#include "object/form/rule_book.h"
+#include "object/script/object_access.h"
 #include "ratio_table.h"
 
 RATIO_ROW("Property objects", "add / parallel sequences and std::map for the names", 0.36,

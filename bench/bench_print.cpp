@@ -8,14 +8,14 @@
 #include <string>
 #include <thread>
 
-#include "host/ansi_terminal.h"
-#include "host/console_functions.h"
-#include "host/gathered_output.h"
-#include "host/pipe_console.h"
-#include "host/script_console.h"
-#include "host/script_files.h"
-#include "host/script_session.h"
-#include "host/script_string.h"
+#include "base/system/gathered_output.h"
+#include "host/engine/script_string.h"
+#include "host/library/console_functions.h"
+#include "host/library/script_console.h"
+#include "host/library/script_files.h"
+#include "host/run/script_session.h"
+#include "host/terminal/ansi_terminal.h"
+#include "host/terminal/pipe_console.h"
 #include "module/families.h"
 #include "ratio_table.h"
 

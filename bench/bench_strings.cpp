@@ -7,11 +7,11 @@
 #include <string>
 #include <unordered_map>
 
-#include "host/engine_compat.h"
-#include "host/native_call.h"
-#include "host/number_text.h"
-#include "host/script_string.h"
-#include "host/string_type.h"
+#include "base/text/number_text.h"
+#include "host/engine/engine_compat.h"
+#include "host/engine/native_call.h"
+#include "host/engine/script_string.h"
+#include "host/library/string_type.h"
 #include "ratio_table.h"
 
 RATIO_ROW("Strings", "our reference type / the engine's std::string value type", 0.83,

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "host/display_text.h"
-#include "host/input_scanner.h"
-#include "host/key_codes.h"
-#include "host/text_encoding.h"
+#include "base/system/key_codes.h"
+#include "base/text/display_text.h"
+#include "base/text/text_encoding.h"
+#include "host/library/input_scanner.h"
 #include "support/byte_text.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/command_ids.h"
-#include "editor/document_encoding.h"
+#include "editor/control/command_ids.h"
+#include "editor/document/document_encoding.h"
 #include "editor/script_editor.h"
 #include "support/fake_editor_window.h"
 

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "editor/scramble.h"
+#include "editor/document/scramble.h"
 #include "editor/script_editor.h"
 #include "support/fake_editor_window.h"
 

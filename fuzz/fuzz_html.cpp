@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/html_text.h"
-#include "host/plain_text.h"
-#include "host/text_encoding.h"
+#include "base/text/html_text.h"
+#include "base/text/plain_text.h"
+#include "base/text/text_encoding.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <iterator>
 #include <string>
 
-#include "host/null_services.h"
-#include "host/script_session.h"
+#include "host/run/script_session.h"
+#include "host/services/null_services.h"
 #include "module/families.h"
 
 namespace {

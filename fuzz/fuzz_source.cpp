@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/null_services.h"
-#include "host/script_session.h"
-#include "host/source_scan.h"
+#include "host/run/script_session.h"
+#include "host/scan/source_scan.h"
+#include "host/services/null_services.h"
 #include "module/families.h"
 
 namespace {

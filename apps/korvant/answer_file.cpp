@@ -5,9 +5,9 @@
 #include <fstream>
 #include <limits>
 
-#include "host/box_buttons.h"
-#include "host/number_text.h"
-#include "host/text_encoding.h"
+#include "base/text/number_text.h"
+#include "base/text/text_encoding.h"
+#include "host/services/box_buttons.h"
 #include "source_report.h"
 
 namespace korvant_app {

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "host/frontend.h"
-#include "host/script_session.h"
-#include "object/edit_session.h"
-#include "object/object_editor.h"
+#include "host/run/script_session.h"
+#include "host/services/frontend.h"
+#include "object/form/edit_session.h"
+#include "object/script/object_editor.h"
 
 namespace korvant_app {
 

@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/system/file_io.h"
+#include "base/system/user_folders.h"
 #include "commands.h"
-#include "editor/file_io.h"
-#include "editor/safe_save.h"
-#include "editor/scramble.h"
-#include "editor/user_folders.h"
+#include "editor/document/safe_save.h"
+#include "editor/document/scramble.h"
 #include "process_setup.h"
 #include "script_file.h"
 #include "source_report.h"

@@ -1,6 +1,6 @@
 // korvant doc: opens the scripting manual.
+#include "base/system/user_folders.h"
 #include "commands.h"
-#include "editor/user_folders.h"
 #include "source_report.h"
 
 namespace korvant_app {

@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text/number_text.h"
 #include "commands.h"
 #include "eval_lines.h"
 #include "expr/evaluator.h"
 #include "expr/expression_text.h"
-#include "host/number_text.h"
 #include "source_report.h"
 
 namespace korvant_app {

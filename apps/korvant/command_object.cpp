@@ -7,7 +7,7 @@
 #include "answer_file.h"
 #include "commands.h"
 #include "form_report.h"
-#include "host/terminal_frontend.h"
+#include "host/terminal/terminal_frontend.h"
 #include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"
 #include "limit_options.h"

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <system_error>
 
-#include "editor/file_io.h"
-#include "editor/user_folders.h"
-#include "host/os_file.h"
+#include "base/system/file_io.h"
+#include "base/system/os_file.h"
+#include "base/system/user_folders.h"
 #include "source_report.h"
 
 namespace fs = std::filesystem;

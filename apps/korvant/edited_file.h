@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "editor/safe_save.h"
+#include "editor/document/safe_save.h"
 
 namespace korvant_app {
 

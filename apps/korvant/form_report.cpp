@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "host/text_encoding.h"
+#include "base/text/text_encoding.h"
 
 namespace korvant_app {
 

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "object/edit_session.h"
+#include "object/form/edit_session.h"
 
 namespace korvant_app {
 

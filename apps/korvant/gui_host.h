@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "host/build_messages.h"
-#include "host/limits.h"
-#include "host/script_session.h"
+#include "host/engine/limits.h"
+#include "host/run/build_messages.h"
+#include "host/run/script_session.h"
 
 namespace korvant_app {
 

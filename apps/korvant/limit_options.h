@@ -3,7 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/limits.h"
+#include "host/engine/limits.h"
 
 namespace korvant_app {
 

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <exception>
 
+#include "base/system/os_file.h"
 #include "commands.h"
-#include "host/engine_memory.h"
-#include "host/os_file.h"
+#include "host/engine/engine_memory.h"
 #include "process_display.h"
 #include "process_setup.h"
 #include "source_report.h"

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "editor/user_folders.h"
-#include "host/wide_text_win32.h"
+#include "base/system/user_folders.h"
+#include "base/system/wide_text_win32.h"
 #include "source_report.h"
 
 namespace korvant_app {

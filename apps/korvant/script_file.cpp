@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "host/os_file.h"
+#include "base/system/os_file.h"
 
 namespace korvant_app {
 

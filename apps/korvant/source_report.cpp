@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <string_view>
 
-#include "host/display_text.h"
-#include "host/os_file.h"
-#include "host/text_encoding.h"
+#include "base/system/os_file.h"
+#include "base/text/display_text.h"
+#include "base/text/text_encoding.h"
 
 namespace korvant_app {
 

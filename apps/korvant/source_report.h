@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "host/build_messages.h"
-#include "host/script_session.h"
+#include "host/run/build_messages.h"
+#include "host/run/script_session.h"
 
 namespace korvant_app {
 

@@ -4,11 +4,11 @@
 
 #include <functional>
 
-#include "host/ansi_terminal.h"
-#include "host/os_file.h"
-#include "host/script_console.h"
-#include "host/status_line.h"
-#include "host/terminal_state.h"
+#include "base/system/os_file.h"
+#include "base/system/terminal_state.h"
+#include "host/library/script_console.h"
+#include "host/terminal/ansi_terminal.h"
+#include "host/terminal/status_line.h"
 #include "korvantide/korvantide.h"
 #include "source_report.h"
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "host/gathered_output.h"
-#include "host/pipe_console.h"
-#include "host/script_session.h"
-#include "host/stream_input.h"
-#include "host/terminal_frontend.h"
+#include "base/system/gathered_output.h"
+#include "host/run/script_session.h"
+#include "host/terminal/pipe_console.h"
+#include "host/terminal/stream_input.h"
+#include "host/terminal/terminal_frontend.h"
 
 namespace korvant_app {
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 
 namespace korvant {
 

@@ -1,8 +1,8 @@
 // New, Open, Save and scrambling: the commands that change which text is in the editor.
-#include "editor/file_io.h"
-#include "editor/scramble.h"
+#include "base/system/file_io.h"
+#include "base/system/user_folders.h"
+#include "editor/document/scramble.h"
 #include "editor/script_editor.h"
-#include "editor/user_folders.h"
 
 namespace korvant {
 

@@ -1,9 +1,9 @@
 // What the editor does when its controls tell it something.
 #include <algorithm>
 
-#include "editor/control_setup.h"
-#include "editor/line_shift.h"
+#include "editor/control/control_setup.h"
 #include "editor/script_editor.h"
+#include "editor/stops/line_shift.h"
 
 namespace korvant {
 

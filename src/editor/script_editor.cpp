@@ -1,8 +1,8 @@
 #include "editor/script_editor.h"
 
-#include "editor/control_setup.h"
-#include "editor/file_io.h"
-#include "editor/user_folders.h"
+#include "base/system/file_io.h"
+#include "base/system/user_folders.h"
+#include "editor/control/control_setup.h"
 
 namespace korvant {
 

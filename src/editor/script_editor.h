@@ -7,21 +7,21 @@
 #include <optional>
 #include <string>
 
-#include "editor/assistant.h"
-#include "editor/backup_store.h"
-#include "editor/breakpoints.h"
-#include "editor/debugger.h"
+#include "editor/assist/assistant.h"
+#include "editor/control/editor_window.h"
+#include "editor/control/output_pane.h"
+#include "editor/control/search.h"
+#include "editor/control/search_dialogs.h"
+#include "editor/control/text_control.h"
+#include "editor/control/view_options.h"
+#include "editor/document/backup_store.h"
+#include "editor/document/editor_document.h"
+#include "editor/document/recent_files.h"
+#include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
-#include "editor/editor_document.h"
-#include "editor/editor_window.h"
-#include "editor/output_pane.h"
-#include "editor/recent_files.h"
-#include "editor/recovery_keeper.h"
-#include "editor/search.h"
-#include "editor/search_dialogs.h"
-#include "editor/text_control.h"
-#include "editor/view_options.h"
-#include "host/script_session.h"
+#include "editor/stops/breakpoints.h"
+#include "editor/stops/debugger.h"
+#include "host/run/script_session.h"
 
 namespace korvant {
 

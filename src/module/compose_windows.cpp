@@ -3,19 +3,19 @@
 
 #include <cstdio>
 
-#include "host/gathered_output.h"
-#include "host/os_file.h"
-#include "host/pipe_console.h"
-#include "host/script_session.h"
-#include "host/stream_input.h"
-#include "host/terminal_frontend.h"
+#include "base/system/gathered_output.h"
+#include "base/system/os_file.h"
+#include "host/run/script_session.h"
+#include "host/terminal/pipe_console.h"
+#include "host/terminal/stream_input.h"
+#include "host/terminal/terminal_frontend.h"
 #include "module/composition.h"
 #include "module/korvant_ide_app.h"
 #include "module/own_looks.h"
 #include "module/window_console.h"
-#include "ui/form_editor.h"
-#include "ui/ui_runtime.h"
-#include "ui/wx_frontend.h"
+#include "ui/boxes/wx_frontend.h"
+#include "ui/form/form_editor.h"
+#include "ui/kit/ui_runtime.h"
 
 namespace korvant {
 namespace {

@@ -1,10 +1,10 @@
 // The exported functions that need windows.
-#include "host/dialog_functions.h"
+#include "host/library/dialog_functions.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "module/families.h"
 #include "module/guarded.h"
-#include "ui/editor_run.h"
+#include "ui/editor/editor_run.h"
 
 void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
                                      std::string& script, std::string title) {

@@ -1,5 +1,5 @@
 // The exported functions. What they do is the session's.
-#include "host/script_session.h"
+#include "host/run/script_session.h"
 #include "korvantide/korvantide.h"
 #include "module/composition.h"
 #include "module/families.h"

@@ -1,11 +1,11 @@
 #include "module/families.h"
 
-#include "host/console_functions.h"
-#include "host/dialog_functions.h"
-#include "host/math_functions.h"
-#include "host/string_functions.h"
-#include "host/string_type.h"
-#include "object/object_binding.h"
+#include "host/library/console_functions.h"
+#include "host/library/dialog_functions.h"
+#include "host/library/math_functions.h"
+#include "host/library/string_functions.h"
+#include "host/library/string_type.h"
+#include "object/script/object_binding.h"
 
 namespace korvant {
 

@@ -3,8 +3,8 @@
 
 #include <span>
 
-#include "host/registration.h"
-#include "host/script_session.h"
+#include "host/engine/registration.h"
+#include "host/run/script_session.h"
 
 namespace korvant {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include "host/script_session.h"
+#include "host/run/script_session.h"
 #include "module/composition.h"
 #include "module/guarded.h"
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "host/console.h"
+#include "host/services/console.h"
 
 namespace korvant {
 

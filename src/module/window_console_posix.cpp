@@ -1,5 +1,5 @@
 #include "module/window_console.h"
-#include "ui/console_window.h"
+#include "ui/console/console_window.h"
 
 namespace korvant {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "host/console_win32.h"
+#include "host/terminal/console_win32.h"
 
 namespace korvant {
 namespace {

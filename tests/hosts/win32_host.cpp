@@ -14,7 +14,7 @@
 #include <thread>
 #include <vector>
 
-#include "host/wide_text_win32.h"
+#include "base/system/wide_text_win32.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "support/screen_win32.h"

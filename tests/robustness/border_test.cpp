@@ -6,7 +6,7 @@
 #include <functional>
 #include <thread>
 
-#include "host/html_text.h"
+#include "base/text/html_text.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"

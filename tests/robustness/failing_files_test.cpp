@@ -8,7 +8,7 @@
 
 #include <cerrno>
 
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "support/editor_fixture.h"
 
 namespace korvant::test {

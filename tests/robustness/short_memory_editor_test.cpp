@@ -1,8 +1,8 @@
 // The editor without memory: nothing typed is lost, and it goes on when there is memory again.
 #include <gtest/gtest.h>
 
-#include "editor/command_ids.h"
-#include "editor/control_messages.h"
+#include "editor/control/command_ids.h"
+#include "editor/control/control_messages.h"
 #include "failing_memory.h"
 #include "support/editor_fixture.h"
 

@@ -8,7 +8,7 @@
 
 #include "expr/evaluator.h"
 #include "failing_memory.h"
-#include "host/native_call.h"
+#include "host/engine/native_call.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"

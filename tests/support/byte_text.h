@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/byte_source.h"
+#include "base/text/byte_source.h"
 
 namespace korvant::test {
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "host/wide_text_win32.h"
+#include "base/system/wide_text_win32.h"
 #include "support/desktop.h"
 #include "support/temporary_folder.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/console.h"
+#include "host/services/console.h"
 
 namespace korvant::test {
 

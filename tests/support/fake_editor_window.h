@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/editor_window.h"
-#include "editor/search_dialogs.h"
+#include "editor/control/editor_window.h"
+#include "editor/control/search_dialogs.h"
 #include "support/memory_control.h"
 
 namespace korvant::test {

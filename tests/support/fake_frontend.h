@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/frontend.h"
+#include "host/services/frontend.h"
 
 namespace korvant::test {
 

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "editor/text_control.h"
+#include "editor/control/text_control.h"
 
 namespace korvant::test {
 

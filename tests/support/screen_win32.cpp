@@ -4,7 +4,7 @@
 
 #include <gdiplus.h>
 
-#include "host/wide_text_win32.h"
+#include "base/system/wide_text_win32.h"
 
 namespace korvant::test {
 namespace {

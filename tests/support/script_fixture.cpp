@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "host/script_console.h"
+#include "host/library/script_console.h"
 #include "module/families.h"
 
 namespace korvant::test {

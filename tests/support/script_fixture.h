@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/script_session.h"
+#include "host/run/script_session.h"
 #include "support/fake_console.h"
 #include "support/fake_frontend.h"
 

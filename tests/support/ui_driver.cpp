@@ -8,7 +8,7 @@
 
 #include <cstdlib>
 
-#include "ui/ui_runtime.h"
+#include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <vector>
 
-#include "host/wide_text_win32.h"
+#include "base/system/wide_text_win32.h"
 #include "support/ui_x_keys.h"
 
 namespace korvant::test {

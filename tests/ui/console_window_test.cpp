@@ -1,5 +1,5 @@
 // The console window, typed into with real keys.
-#include "ui/console_window.h"
+#include "ui/console/console_window.h"
 
 #include <gtest/gtest.h>
 #include <wx/menu.h>
@@ -12,9 +12,9 @@
 #include "support/fake_console.h"
 #include "support/ui_driver.h"
 #include "support/ui_x_keys.h"
-#include "ui/clipboard.h"
-#include "ui/console_frame.h"
-#include "ui/text_conversion.h"
+#include "ui/console/console_frame.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/text_conversion.h"
 
 using namespace korvant;
 using korvant::test::findActive;

@@ -6,11 +6,11 @@
 
 #include <string>
 
-#include "host/frontend.h"
+#include "host/services/frontend.h"
 #include "support/ui_driver.h"
-#include "ui/message_box_dialog.h"
-#include "ui/settings_store.h"
-#include "ui/ui_runtime.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/kit/settings_store.h"
+#include "ui/kit/ui_runtime.h"
 
 using namespace korvant;
 using korvant::test::findChild;

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "host/frontend.h"
+#include "host/services/frontend.h"
 #include "korvantide/script_object.h"
 #include "support/ui_driver.h"
-#include "ui/clipboard.h"
-#include "ui/html_view.h"
-#include "ui/message_box_dialog.h"
-#include "ui/remembered_answers.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/boxes/remembered_answers.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/html_view.h"
 
 using namespace korvant;
 using korvant::test::findActive;

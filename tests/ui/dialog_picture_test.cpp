@@ -5,12 +5,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/frontend.h"
+#include "host/services/frontend.h"
 #include "korvantide/script_object.h"
 #include "support/ui_driver.h"
-#include "ui/html_view.h"
-#include "ui/message_box_dialog.h"
-#include "ui/prompt_dialogs.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/boxes/prompt_dialogs.h"
+#include "ui/kit/html_view.h"
 
 using namespace korvant;
 using korvant::test::findChild;

@@ -11,10 +11,10 @@
 #include "korvantide/script_object.h"
 #include "support/fake_frontend.h"
 #include "support/ui_driver.h"
-#include "ui/clipboard.h"
-#include "ui/text_conversion.h"
-#include "ui/ui_texts.h"
-#include "ui/wx_frontend.h"
+#include "ui/boxes/wx_frontend.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_texts.h"
 
 using namespace korvant;
 using korvant::test::findChild;

@@ -6,13 +6,13 @@
 #include <optional>
 #include <string>
 
-#include "host/wide_text_win32.h"
+#include "base/system/wide_text_win32.h"
 #include "support/temporary_folder.h"
 #include "support/ui_driver.h"
-#include "ui/clipboard.h"
-#include "ui/editor_file_dialog.h"
-#include "ui/settings_store.h"
-#include "ui/text_conversion.h"
+#include "ui/editor/editor_file_dialog.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/settings_store.h"
+#include "ui/kit/text_conversion.h"
 
 using namespace korvant;
 using korvant::test::TemporaryFolder;

@@ -1,5 +1,5 @@
 // What the editor offers while somebody writes and looks.
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 
 using namespace korvant;

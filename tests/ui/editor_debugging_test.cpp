@@ -2,7 +2,7 @@
 #include <wx/combobox.h>
 #include <wx/textctrl.h>
 
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 
 using namespace korvant;

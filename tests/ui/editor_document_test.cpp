@@ -1,7 +1,7 @@
 // Files, the host's text, and that nothing typed is lost.
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
-#include "ui/editor_file_dialog.h"
+#include "ui/editor/editor_file_dialog.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;

@@ -8,13 +8,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 #include "module/families.h"
 #include "support/ui_x_keys.h"
-#include "ui/editor_icon.h"
-#include "ui/editor_run.h"
-#include "ui/ui_runtime.h"
+#include "ui/editor/editor_icon.h"
+#include "ui/editor/editor_run.h"
+#include "ui/kit/ui_runtime.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;

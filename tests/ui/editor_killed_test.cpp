@@ -5,8 +5,8 @@
 #include <optional>
 #include <thread>
 
-#include "editor/recovery_store.h"
-#include "editor/user_folders.h"
+#include "base/system/user_folders.h"
+#include "editor/document/recovery_store.h"
 #include "editor_window_fixture.h"
 
 using namespace korvant;

@@ -2,10 +2,10 @@
 #include <wx/dialog.h>
 #include <wx/stattext.h>
 
-#include "editor/command_ids.h"
-#include "editor/user_folders.h"
+#include "base/system/user_folders.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
-#include "ui/editor_file_dialog.h"
+#include "ui/editor/editor_file_dialog.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;

@@ -8,7 +8,7 @@
 
 #include <set>
 
-#include "editor/command_ids.h"
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 
 using namespace korvant;

@@ -5,14 +5,14 @@
 #include "support/editor_fixture.h"
 #include "support/transcript_runner.h"
 #include "support/ui_driver.h"
-#include "ui/editor_control.h"
-#include "ui/ui_runtime.h"
+#include "ui/editor/editor_control.h"
+#include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
 namespace {
 
 const std::filesystem::path kRoot =
-    std::filesystem::path(KORVANT_SOURCE_DIR) / "tests/editor/transcripts";
+    std::filesystem::path(KORVANT_SOURCE_DIR) / "tests/editor/stops/transcripts";
 
 /// The recording window, with the toolkit's controls in place of those without a screen.
 class RealControls : public FakeEditorWindow {

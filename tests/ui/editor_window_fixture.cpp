@@ -2,12 +2,12 @@
 
 #include <wx/menu.h>
 
-#include "editor/control_messages.h"
+#include "editor/control/control_messages.h"
 #include "module/families.h"
-#include "ui/editor_file_dialog.h"
-#include "ui/editor_run.h"
-#include "ui/message_box_dialog.h"
-#include "ui/ui_runtime.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/editor/editor_file_dialog.h"
+#include "ui/editor/editor_run.h"
+#include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
 namespace {

@@ -9,8 +9,8 @@
 #include "support/script_fixture.h"
 #include "support/temporary_folder.h"
 #include "support/ui_driver.h"
-#include "ui/editor_dialog.h"
-#include "ui/wx_frontend.h"
+#include "ui/boxes/wx_frontend.h"
+#include "ui/editor/editor_dialog.h"
 
 namespace korvant::test {
 

@@ -5,9 +5,9 @@
 
 #include "form_objects.h"
 #include "form_probe.h"
-#include "object/form_memory.h"
-#include "ui/form_report.h"
-#include "ui/html_view.h"
+#include "object/form/form_memory.h"
+#include "ui/form/form_report.h"
+#include "ui/kit/html_view.h"
 
 namespace korvant::test {
 namespace {

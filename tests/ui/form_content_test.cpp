@@ -12,7 +12,7 @@
 #include "form_objects.h"
 #include "form_probe.h"
 #include "support/ui_x_keys.h"
-#include "ui/form_choosers.h"
+#include "ui/form/form_choosers.h"
 
 namespace korvant::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "form_objects.h"
 #include "form_probe.h"
-#include "ui/form_choosers.h"
+#include "ui/form/form_choosers.h"
 
 namespace korvant::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "form_objects.h"
 #include "form_probe.h"
-#include "ui/text_conversion.h"
+#include "ui/kit/text_conversion.h"
 
 namespace korvant::test {
 namespace {

@@ -7,9 +7,9 @@
 
 #include <cstdlib>
 
-#include "ui/form_group_bar.h"
-#include "ui/form_report.h"
-#include "ui/text_conversion.h"
+#include "ui/form/form_group_bar.h"
+#include "ui/form/form_report.h"
+#include "ui/kit/text_conversion.h"
 
 namespace korvant::test {
 ui::FormWindow* shownForm() {

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "support/ui_driver.h"
-#include "ui/form_editor.h"
-#include "ui/form_list.h"
-#include "ui/form_window.h"
+#include "ui/form/form_editor.h"
+#include "ui/form/form_list.h"
+#include "ui/form/form_window.h"
 
 namespace korvant::test {
 

@@ -6,12 +6,12 @@
 #include <string>
 #include <thread>
 
-#include "host/progress.h"
-#include "host/run_state.h"
+#include "host/library/progress.h"
+#include "host/run/run_state.h"
 #include "support/ui_driver.h"
 #include "support/ui_x_keys.h"
-#include "ui/message_box_dialog.h"
-#include "ui/progress_window.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/boxes/progress_window.h"
 
 using namespace korvant;
 using korvant::test::answerWindow;

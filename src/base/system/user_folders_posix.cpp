@@ -1,0 +1,106 @@
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <thread>
+
+#include "base/system/file_io.h"
+#include "base/system/user_folders.h"
+
+extern char** environ;
+
+namespace korvant {
+
+namespace {
+
+constexpr char kProduct[] = "korvantide";
+constexpr char kManual[] = "/scripting_manual/index.html";
+constexpr char kSharedManual[] = "/share/korvantide/scripting_manual/index.html";
+constexpr int kWaitStep = 10'000, kLongestWait = 500'000;  // microseconds
+
+/// An environment variable that holds an absolute path; others are to be ignored.
+std::string folderVariable(const char* name) {
+    const char* value = std::getenv(name);
+    return value && value[0] == '/' ? value : "";
+}
+
+std::string homeFolder() {
+    const std::string home = folderVariable("HOME");
+    if (!home.empty()) return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user && user->pw_dir ? user->pw_dir : "";
+}
+
+/// The folder of the library or program that this code is a part of.
+std::string moduleFolder() {
+    static const char here = 0;
+    Dl_info found{};
+    return ::dladdr(&here, &found) != 0 && found.dli_fname ? folderOf(absolutePath(found.dli_fname))
+                                                           : std::string();
+}
+
+/// Some desktops hand the file over and end at once, others stay for as long as it is shown.
+bool failsSoon(pid_t child) {
+    for (int waited = 0; waited < kLongestWait; waited += kWaitStep) {
+        int status = 0;
+        if (::waitpid(child, &status, WNOHANG) == child)
+            return !WIFEXITED(status) || WEXITSTATUS(status) != 0;
+        ::usleep(kWaitStep);
+    }
+    std::thread([child] {
+        while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }).detach();
+    return false;
+}
+
+}  // namespace
+
+std::string userDataFolder() {
+    // Source: the XDG base directories (freedesktop.org).
+    std::string data = folderVariable("XDG_DATA_HOME");
+    if (data.empty() && !homeFolder().empty()) data = homeFolder() + "/.local/share";
+    return data.empty() ? data : joinPath(data, kProduct);
+}
+
+std::string programFolder() {
+    char path[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
+    return length <= 0 ? std::string() : folderOf({path, static_cast<std::size_t>(length)});
+}
+
+std::string absolutePath(const std::string& path) {
+    char folder[PATH_MAX];
+    if (path.empty() || path[0] == '/' || !::getcwd(folder, sizeof folder)) return path;
+    return joinPath(folder, path);
+}
+
+std::string manualPage(const std::string& programFolder) {
+    // An installed program and an installed module have the manual in the shared data of their
+    // tree: below PREFIX/bin, PREFIX/lib and PREFIX/lib/ARCHITECTURE.
+    const std::string beside = programFolder + kManual, module = moduleFolder();
+    for (const std::string& place :
+         {beside, programFolder + "/.." + kSharedManual, module + kManual,
+          module + "/.." + kSharedManual, module + "/../.." + kSharedManual})
+        if (::access(place.c_str(), R_OK) == 0) return place;
+    return beside;
+}
+
+bool openWithDesktop(const std::string& path) {
+    if (::access(path.c_str(), R_OK) != 0) return false;
+    std::string program = "xdg-open";
+    std::string argument = path;
+    char* arguments[] = {program.data(), argument.data(), nullptr};
+    pid_t child = 0;
+    if (::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+        return false;
+    return !failsSoon(child);
+}
+
+}  // namespace korvant

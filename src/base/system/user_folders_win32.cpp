@@ -1,0 +1,79 @@
+#include <windows.h>
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include "base/system/user_folders.h"
+#include "base/system/wide_text_win32.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr wchar_t kProduct[] = L"\\KorvantIDE";
+constexpr char kManual[] = "\\scripting_manual\\index.html";
+constexpr INT_PTR kLargestFailure = 32;  // of ShellExecute
+
+std::string folderOf(HMODULE module) {
+    wchar_t path[32768];
+    const DWORD length = GetModuleFileNameW(module, path, 32768);
+    const std::wstring file(path, length);
+    const auto slash = file.find_last_of(L'\\');
+    return slash == std::wstring::npos ? std::string() : utf8OfWide(file.substr(0, slash));
+}
+
+/// Of the library that this code is in, which a host may keep elsewhere.
+std::string moduleFolder() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&moduleFolder), &module);
+    return folderOf(module);
+}
+
+bool isAbsolute(const std::wstring& path) {
+    return path.find(L':') == 1 || path.starts_with(L"\\\\");
+}
+
+bool isFile(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(wideOfUtf8(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+}  // namespace
+
+std::string userDataFolder() {
+    wchar_t path[32768];
+    const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", path, 32768);
+    if (length > 0 && length < 32768 && isAbsolute({path, length}))
+        return utf8OfWide(std::wstring(path, length) + kProduct);
+    if (SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, 0, path) != S_OK) return {};
+    return utf8OfWide(std::wstring(path) + kProduct);
+}
+
+std::string programFolder() {
+    return folderOf(nullptr);
+}
+
+std::string absolutePath(const std::string& path) {
+    if (isAbsolute(wideOfUtf8(path)) || path.empty()) return path;
+    wchar_t absolute[32768];
+    const DWORD length = GetFullPathNameW(wideOfUtf8(path).c_str(), 32768, absolute, nullptr);
+    return length > 0 && length < 32768 ? utf8OfWide({absolute, length}) : path;
+}
+
+std::string manualPage(const std::string& programFolder) {
+    const std::string beside = programFolder + kManual;
+    if (isFile(beside)) return beside;
+    const std::string withModule = moduleFolder() + kManual;
+    return isFile(withModule) ? withModule : beside;
+}
+
+bool openWithDesktop(const std::string& path) {
+    if (!isFile(path)) return false;
+    const HINSTANCE result = ShellExecuteW(nullptr, L"open", wideOfUtf8(path).c_str(), nullptr,
+                                           nullptr, SW_SHOWMAXIMIZED);
+    return reinterpret_cast<INT_PTR>(result) > kLargestFailure;
+}
+
+}  // namespace korvant

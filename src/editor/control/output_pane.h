@@ -1,0 +1,48 @@
+// The pane below the editor in which everything is reported.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "editor/control/line_number.h"
+#include "editor/control/text_control.h"
+
+namespace korvant {
+
+/// Where a line of the pane points into the script.
+struct ReportedPlace {
+    ScriptLine line;
+    std::int32_t column = 1;  ///< 1-based, in bytes of the compiled text
+};
+
+/// Texts are UTF-8. The pane is left editable, so its text may be anything.
+class OutputPane {
+  public:
+    /// The pane keeps this much, of what was written last.
+    static constexpr std::size_t kLimit = std::size_t{1} << 20;
+
+    explicit OutputPane(const TextControl& control) : control_(control) {}
+
+    /// Replaces what stood there.
+    void show(std::string text);
+    /// Puts a line before what stood there.
+    void showAbove(const std::string& line);
+    void clear() { show({}); }
+    std::string text() const { return control_.text().value_or(std::string()); }
+
+    /// The place that the line at `position` tells of: a message of the compiler or of the
+    /// debugger; nothing for any other line.
+    std::optional<ReportedPlace> placeAt(int position) const;
+
+  private:
+    const TextControl& control_;
+};
+
+/// The place that one line of the pane tells of.
+std::optional<ReportedPlace> reportedPlace(const std::string& line);
+
+/// `text` cut to `limit` bytes, never inside a character.
+std::string cutUtf8(std::string text, std::size_t limit);
+
+}  // namespace korvant

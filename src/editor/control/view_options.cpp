@@ -1,0 +1,61 @@
+#include "editor/control/view_options.h"
+
+#include "editor/control/command_ids.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr int kNumberPadding = 4;  // pixels
+
+void setMarginWidth(const TextControl& editor, int margin, int width) {
+    editor.send(sci::kSetMarginWidthN, static_cast<std::uintptr_t>(margin), width);
+}
+
+}  // namespace
+
+void ViewOptions::setUp() {
+    useScheme(ColourScheme::light);
+    black_ = false;
+    if (!lineNumbers_) showLineNumbers(true);
+    setMarginWidth(editor_, kFoldMargin, kMarkMarginWidth);
+    setMarginWidth(editor_, kBookmarkMargin, kMarkMarginWidth);
+    lineNumbers_ = bookmarks_ = folding_ = true;
+}
+
+void ViewOptions::useScheme(ColourScheme scheme) {
+    applyScheme(editor_, output_, scheme);
+    colourMargins(editor_, output_, scheme);
+}
+
+void ViewOptions::showLineNumbers(bool shown) {
+    setMarginWidth(editor_, kNumberMargin, shown ? lineNumberWidth(editor_) + kNumberPadding : 0);
+}
+
+void ViewOptions::toggleLineNumbers() {
+    lineNumbers_ = !lineNumbers_;
+    showLineNumbers(lineNumbers_);
+    window_.setMenuChecked(command_id::kLineNumbers, lineNumbers_);
+}
+
+void ViewOptions::toggleMargin(bool& shown, int margin, int command) {
+    shown = !shown;
+    setMarginWidth(editor_, margin, shown ? kMarkMarginWidth : 0);
+    window_.setMenuChecked(command, shown);
+}
+
+void ViewOptions::toggleBookmarks() {
+    toggleMargin(bookmarks_, kBookmarkMargin, command_id::kBookmarks);
+}
+
+void ViewOptions::toggleFolding() {
+    toggleMargin(folding_, kFoldMargin, command_id::kFolding);
+}
+
+void ViewOptions::toggleBackground() {
+    black_ = !black_;
+    useScheme(black_ ? ColourScheme::black : ColourScheme::light);
+    window_.setMenuChecked(command_id::kBlackBackground, black_);
+}
+
+}  // namespace korvant

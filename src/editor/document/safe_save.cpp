@@ -1,0 +1,131 @@
+#include "editor/document/safe_save.h"
+
+#include <cerrno>
+
+#include "base/system/file_io.h"
+
+namespace korvant {
+
+namespace {
+
+/// Contents above this are never compared by reading them.
+constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
+
+bool folderRefuses(int error) {
+    return error == EACCES || error == EPERM || error == EROFS;
+}
+
+}  // namespace
+
+struct SafeSave::Target {
+    std::string path;  ///< links resolved
+    FileStatus status;
+    std::string backup;  ///< where its content is kept, empty when nowhere
+    bool changedByOthers = false;
+};
+
+SaveResult SafeSave::write(const std::string& path, std::string_view bytes, const FileMark& known) {
+    SaveResult result;
+    result.failure = SaveFailure::cannotCreate;
+    Target target;
+    if (files_.resolve(path, target.path) != 0) return result;
+    if (files_.status(target.path, target.status) != 0) return result;
+    if (target.status.kind == FileStatus::Kind::none) {
+        result.failure = writeNew(target, bytes);
+    } else {
+        if (target.status.kind != FileStatus::Kind::regular) return result;
+        if (files_.mayWrite(target.path) != 0 ||
+            !keepPrevious(target, bytes, known, known.path == path))
+            return result;
+        result.failure = replace(target, bytes);
+    }
+    if (result.failure != SaveFailure::none) return result;
+    if (target.changedByOthers) result.otherVersion = target.backup;
+    result.mark = {path, {}, contentHash(bytes), true};
+    files_.status(path, result.mark.status);
+    return result;
+}
+
+bool SafeSave::unchanged(const Target& target, const FileMark& known) {
+    if (target.status == known.status) return true;
+    std::string content;
+    return target.status.size <= kLargestCompared &&
+           readFile(files_, target.path, kLargestCompared, content) == 0 &&
+           contentHash(content) == known.hash;
+}
+
+bool SafeSave::keepPrevious(Target& target, std::string_view bytes, const FileMark& known,
+                            bool sameFile) {
+    if (target.status.size == 0) return true;
+    const bool same = sameFile && unchanged(target, known);
+    target.changedByOthers = sameFile && !same;
+    if (same && !bytes.empty()) {
+        // The text was in the editor, so a full disk or a missing folder need not stop the save.
+        if (!known.written) backups_.keep(target.path, target.backup);
+        return true;
+    }
+    return backups_.keepSomewhere(target.path, target.backup) == 0;
+}
+
+SaveFailure SafeSave::writeNew(const Target& target, std::string_view bytes) {
+    const std::string temporary = temporaryBeside(target.path);
+    OpenFile file(files_);
+    if (files_.create(temporary, false, file.handle()) != 0) return SaveFailure::cannotCreate;
+    int error = writeAll(files_, file.handle(), bytes);
+    if (error == 0) error = files_.flush(file.handle());
+    const int closing = file.close();
+    if (error == 0) error = closing;
+    const bool written = error == 0;
+    if (written) error = files_.rename(temporary, target.path);
+    if (error != 0) files_.remove(temporary);
+    files_.flushFolder(folderOf(target.path));
+    if (error == 0) return SaveFailure::none;
+    return written ? SaveFailure::cannotCreate : SaveFailure::whileWriting;
+}
+
+SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
+    if (target.status.links > 1) return writeThrough(target, bytes);
+    const std::string temporary = temporaryBeside(target.path);
+    OpenFile file(files_);
+    if (const int error = files_.create(temporary, true, file.handle()))
+        return folderRefuses(error) ? writeThrough(target, bytes) : SaveFailure::cannotCreate;
+    const Leftover leftover(files_, temporary);
+    int error = writeAll(files_, file.handle(), bytes);
+    const bool attributesKept = files_.copyAttributes(target.path, file.handle()) == 0;
+    if (error == 0) error = files_.flush(file.handle());
+    const int closing = file.close();
+    if (error == 0) error = closing;
+    if (error != 0) return SaveFailure::whileWriting;
+    if (!attributesKept) return writeThrough(target, bytes);
+    if (files_.rename(temporary, target.path) != 0) return SaveFailure::cannotCreate;
+    files_.flushFolder(folderOf(target.path));
+    return SaveFailure::none;
+}
+
+SaveFailure SafeSave::writeThrough(const Target& target, std::string_view bytes) {
+    std::string backup = target.backup;
+    if (backup.empty() && target.status.size > 0 &&
+        backups_.keepSomewhere(target.path, backup) != 0)
+        return SaveFailure::cannotCreate;
+    if (fill(target.path, bytes) == 0) return SaveFailure::none;
+    restore(target.path, backup);
+    return SaveFailure::whileWriting;
+}
+
+int SafeSave::fill(const std::string& path, std::string_view bytes) {
+    OpenFile file(files_);
+    if (const int error = files_.openWrite(path, file.handle())) return error;
+    int error = writeAll(files_, file.handle(), bytes);
+    if (error == 0) error = files_.truncate(file.handle(), bytes.size());
+    if (error == 0) error = files_.flush(file.handle());
+    const int closing = file.close();
+    return error != 0 ? error : closing;
+}
+
+void SafeSave::restore(const std::string& path, const std::string& backup) {
+    std::string content;
+    if (!backup.empty() && readFile(files_, backup, SIZE_MAX - 1, content) != 0) return;
+    fill(path, content);
+}
+
+}  // namespace korvant

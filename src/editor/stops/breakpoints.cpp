@@ -1,0 +1,137 @@
+#include "editor/stops/breakpoints.h"
+
+#include "editor/control/control_setup.h"
+#include "editor/control/output_pane.h"
+#include "editor/stops/line_shift.h"
+
+namespace korvant {
+
+struct Breakpoints::Look {
+    int symbol;
+    std::intptr_t fore;
+    std::intptr_t back;
+};
+
+namespace {
+
+constexpr int kMask = 1 << kBreakpointMarker;
+
+}  // namespace
+
+void Breakpoints::setLook(const Look& look) {
+    editor_.send(sci::kMarkerDefine, kBreakpointMarker, look.symbol);
+    editor_.send(sci::kMarkerSetFore, kBreakpointMarker, look.fore);
+    editor_.send(sci::kMarkerSetBack, kBreakpointMarker, look.back);
+}
+
+void Breakpoints::keep() {
+    kept_.clear();
+    for (auto line = editor_.nextMarker(0, kMask); line;
+         line = editor_.nextMarker(line->index + 1, kMask)) {
+        // Deliberate: the caret ends on the last breakpoint.
+        editor_.gotoLine(*line);
+        kept_.push_back(toScript(*line).number);
+    }
+}
+
+void Breakpoints::restore() {
+    setLook({sci::kMarkCircle, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)});
+    if (kept_.empty() && !arrows_) return;
+    editor_.deleteAllMarkers(kBreakpointMarker);
+    for (const std::int32_t line : kept_) editor_.addMarker(toControl({line}), kBreakpointMarker);
+    kept_.clear();
+    arrows_ = false;
+}
+
+void Breakpoints::prepareRun() {
+    // After a build with warnings alone the breakpoints are kept aside and no arrow is shown.
+    if (!arrows_ && kept_.empty()) keep();
+    arrows_ = false;
+    editor_.deleteAllMarkers(kBreakpointMarker);
+}
+
+void Breakpoints::becomeCurrentLine() {
+    setLook({sci::kMarkArrow, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)});
+    arrows_ = true;
+}
+
+void Breakpoints::becomeErrors() {
+    setLook({sci::kMarkShortArrow, sci::rgb(80, 0, 0), sci::rgb(255, 0, 0)});
+    arrows_ = true;
+}
+
+void Breakpoints::markErrors(const std::vector<ScriptLine>& lines) {
+    becomeErrors();
+    for (const ScriptLine line : lines) editor_.addMarker(toControl(line), kBreakpointMarker);
+}
+
+void Breakpoints::markCurrent(ControlLine line) {
+    editor_.addMarker(line, kBreakpointMarker);
+}
+
+void Breakpoints::toggle(ControlLine line) {
+    if (editor_.hasMarker(line, kBreakpointMarker)) return remove(line);
+    ensure(line);
+    setCondition(toScript(line), {});
+}
+
+void Breakpoints::remove(ControlLine line) {
+    restore();
+    if (!editor_.hasMarker(line, kBreakpointMarker)) return;
+    editor_.deleteMarker(line, kBreakpointMarker);
+    setCondition(toScript(line), {});
+}
+
+void Breakpoints::ensure(ControlLine line) {
+    if (editor_.hasMarker(line, kBreakpointMarker)) return;
+    restore();
+    // An arrow may just have become the breakpoint that was here before.
+    if (!editor_.hasMarker(line, kBreakpointMarker)) editor_.addMarker(line, kBreakpointMarker);
+    arrows_ = false;
+}
+
+void Breakpoints::gotoFound(std::optional<ControlLine> line) {
+    if (line) editor_.gotoLine(*line);
+}
+
+void Breakpoints::gotoNext() {
+    restore();
+    gotoFound(editor_.nextMarker(editor_.caretLine().index + 1, kMask));
+}
+
+void Breakpoints::gotoPrevious() {
+    restore();
+    gotoFound(editor_.previousMarker(editor_.caretLine().index - 1, kMask));
+}
+
+void Breakpoints::deleteAll() {
+    restore();
+    editor_.deleteAllMarkers(kBreakpointMarker);
+    clearConditions();
+}
+
+std::string Breakpoints::condition(ScriptLine line) const {
+    const auto found = conditions_.find(line.number);
+    return found == conditions_.end() ? std::string() : found->second;
+}
+
+void Breakpoints::setCondition(ScriptLine line, std::string condition) {
+    if (condition.empty())
+        conditions_.erase(line.number);
+    else
+        conditions_[line.number] = cutUtf8(std::move(condition), kLongestCondition);
+}
+
+void Breakpoints::reset() {
+    clearConditions();
+    kept_.clear();
+    arrows_ = false;
+    editor_.deleteAllMarkers(kBreakpointMarker);
+}
+
+void Breakpoints::follow(const LineShift& shift) {
+    shiftKeys(conditions_, shift);
+    shiftLines(kept_, shift);
+}
+
+}  // namespace korvant

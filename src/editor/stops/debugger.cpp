@@ -1,0 +1,290 @@
+#include "editor/stops/debugger.h"
+
+#include <algorithm>
+
+#include "base/text/number_text.h"
+#include "base/text/text_encoding.h"
+#include "editor/control/command_ids.h"
+#include "editor/stops/condition_check.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr char kNoError[] = "Builded, no error.";
+constexpr char kFailed[] = "Application terminated in run time error.\n";
+constexpr char kFinished[] = "Application finished normaly.\n";
+constexpr char kTimedOut[] =
+    "The script was aborted before it could finish. Probably it timed out.\n";
+constexpr std::uint64_t kPumpEvery = 50;  // milliseconds
+/// A limit that began this much after a continuation was started afresh inside it.
+constexpr std::int32_t kRestartSeen = 50;  // milliseconds
+constexpr int kFarUp = -99999999;
+constexpr std::int32_t kContinue = 0, kStepOver = 1, kStepInto = 2;
+
+class BusyMark {
+  public:
+    explicit BusyMark(bool& busy) : busy_(busy) { busy_ = true; }
+    ~BusyMark() { busy_ = false; }
+    BusyMark(const BusyMark&) = delete;
+    BusyMark& operator=(const BusyMark&) = delete;
+
+  private:
+    bool& busy_;
+};
+
+}  // namespace
+
+Debugger::Debugger(const DebuggerParts& parts, ScriptText scriptText)
+    : session_(parts.session),
+      window_(parts.window),
+      editor_(parts.editor),
+      output_(parts.output),
+      breakpoints_(parts.breakpoints),
+      scriptText_(std::move(scriptText)) {}
+
+void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
+    engine_ = engine;
+    context_ = context;
+}
+
+void Debugger::setUp() {
+    debugging_ = false;
+    session_.state().currentContext = nullptr;
+    setRunMenu(false);
+}
+
+void Debugger::setRunMenu(bool enabled) {
+    for (const int command : {command_id::kStepOver, command_id::kStepInto, command_id::kStop})
+        window_.setMenuEnabled(command, enabled);
+}
+
+/// The text of a build or a run that may begin now.
+std::optional<std::string> Debugger::beginRun() {
+    output_.clear();
+    std::optional<std::string> text = scriptText_();
+    if (!text) output_.show("Memory allocation error");
+    if (!text || text->empty()) return std::nullopt;
+    breakpoints_.prepareRun();
+    lines_.begin(editor_.lineCount());
+    lastPump_ = session_.services().clock->monotonic();
+    usedTime_ = 0;
+    return text;
+}
+
+void Debugger::build() {
+    if (busy_) return;
+    // The suspended run ends with the module that it belongs to.
+    if (debugging_) endDebugging();
+    const BusyMark mark(busy_);
+    const std::optional<std::string> text = beginRun();
+    if (!text) return;
+    const bool built = session_.compile(engine_, *text) != 0;
+    if (session_.buildMessages().count() == 0) {
+        output_.show(kNoError);
+        breakpoints_.restore();
+    } else if (built) {
+        output_.show(messageTexts());
+    } else {
+        failedBuild(false);
+    }
+}
+
+void Debugger::failedBuild(bool showFirst) {
+    const std::vector<ScriptLine> lines = messageLines();
+    breakpoints_.markErrors(lines);
+    if (showFirst && !lines.empty()) scrollTo(toControl(lines.front()));
+    output_.show(messageTexts());
+}
+
+void Debugger::execute() {
+    if (busy_) return;
+    const BusyMark mark(busy_);
+    if (debugging_)
+        continueRun(kContinue);
+    else
+        startRun();
+}
+
+void Debugger::stepOver() {
+    if (busy_ || !debugging_) return;
+    const BusyMark mark(busy_);
+    continueRun(kStepOver);
+}
+
+void Debugger::stepInto() {
+    if (busy_ || !debugging_) return;
+    const BusyMark mark(busy_);
+    continueRun(kStepInto);
+}
+
+void Debugger::startRun() {
+    const std::optional<std::string> text = beginRun();
+    if (!text) return;
+    const std::vector<std::int32_t> lines = breakpoints_.kept();
+    ran_ = true;
+    const Progress progress = progressOf(session_.runApplication(engine_, context_, *text, &lines));
+    if (progress == Progress::stopped) return beginDebugging();
+    if (progress == Progress::failed && session_.buildMessages().count() > 0) {
+        toStart();
+        failedBuild(true);
+        return;
+    }
+    output_.show(progress == Progress::failed ? kFailed : kFinished);
+    toStart();
+    breakpoints_.restore();
+}
+
+Debugger::Progress Debugger::progressOf(bool ran) {
+    if (!ran) return Progress::failed;
+    return session_.state().lastStoppedLine == 0 ? Progress::finished : Progress::stopped;
+}
+
+void Debugger::beginDebugging() {
+    debugging_ = true;
+    setRunMenu(true);
+    breakpoints_.becomeCurrentLine();
+    const ScriptLine line{session_.state().lastStoppedLine};
+    if (shouldStop(line))
+        showAt(line);
+    else
+        continueRun(kContinue);
+}
+
+void Debugger::continueRun(std::int32_t stepMode) {
+    breakpoints_.prepareRun();
+    usedTime_ = 0;
+    for (;;) {
+        const std::vector<std::int32_t> lines = lines_.runningLines(breakpoints_.kept());
+        const std::uint32_t startTick = session_.services().clock->tick();
+        const Progress progress =
+            progressOf(session_.continueApplication(engine_, context_, &lines, stepMode));
+        if (progress != Progress::stopped) return finishRun(progress);
+        const ScriptLine line{session_.state().lastStoppedLine};
+        if (shouldStop(line)) return showAt(line);
+        if (outOfTime(startTick)) {
+            session_.abandon(context_);
+            session_.messageBox(kTimedOut, box_style::kIconError);
+            return finishRun(Progress::failed);
+        }
+        if (giveWindowTime()) session_.requestStop();
+    }
+}
+
+/// A condition that is never true must not let an endless script go on for ever: continuations
+/// that nobody asked for share one time limit. Waiting for the user starts the limit afresh.
+bool Debugger::outOfTime(std::uint32_t startTick) {
+    const RunState& state = session_.state();
+    const std::uint32_t limitBegan = state.deadline - state.maxRunTime;
+    const bool restarted = static_cast<std::int32_t>(limitBegan - startTick) > kRestartSeen;
+    const std::uint32_t used =
+        session_.services().clock->tick() - (restarted ? limitBegan : startTick);
+    usedTime_ = restarted ? used : usedTime_ + used;
+    return usedTime_ > state.maxRunTime;
+}
+
+bool Debugger::giveWindowTime() {
+    const std::uint64_t now = session_.services().clock->monotonic();
+    if (now - lastPump_ < kPumpEvery) return false;
+    const bool stopWanted = window_.pumpEvents();
+    lastPump_ = session_.services().clock->monotonic();
+    return stopWanted;
+}
+
+void Debugger::finishRun(Progress progress) {
+    output_.show(progress == Progress::failed ? kFailed : kFinished);
+    endDebugging();
+}
+
+void Debugger::endDebugging() {
+    toStart();
+    breakpoints_.restore();
+    session_.buildMessages().clear();
+    session_.state().lastStoppedLine = 0;
+    debugging_ = false;
+    setRunMenu(false);
+}
+
+void Debugger::stop() {
+    if (busy_)
+        session_.requestStop();
+    else if (debugging_)
+        endDebugging();
+}
+
+void Debugger::close() {
+    if (!busy_ && ran_) session_.abandon(context_);
+}
+
+void Debugger::toStart() {
+    window_.focusEditor();
+    editor_.select(0, 0);
+}
+
+void Debugger::showAt(ScriptLine line) {
+    const ControlLine shown = toControl(lines_.editorLine(line));
+    breakpoints_.becomeCurrentLine();
+    window_.activate();
+    window_.focusEditor();
+    breakpoints_.markCurrent(shown);
+    scrollTo(shown);
+}
+
+void Debugger::scrollTo(ControlLine line) {
+    const int position = editor_.lineStart(line);
+    editor_.send(sci::kEnsureVisible, static_cast<std::uintptr_t>(line.index));
+    editor_.select(position, position);
+    editor_.scrollLines(kFarUp);
+    editor_.scrollLines(line.index);
+}
+
+bool Debugger::shouldStop(ScriptLine running) {
+    const ScriptLine line = lines_.editorLine(running);
+    const std::string condition = breakpoints_.condition(line);
+    const std::string place = "reakpoint reached at line " + formatInt(line.number);
+    if (condition.empty()) {
+        output_.show("B" + place + "\n");
+        return true;
+    }
+    if (!conditionHolds(condition)) return false;
+    output_.show("Conditional b" + place + " (" + decodeForDisplay(condition) + ")\n");
+    return true;
+}
+
+/// A condition that fails stops nothing and says nothing.
+bool Debugger::conditionHolds(const std::string& condition) {
+    bindVariables();
+    const ExpressionResult result = evaluator_.evaluate(condition);
+    // Not-a-number is not 0 and stops.
+    return result.error.empty() && !(result.value == 0.0);
+}
+
+void Debugger::follow(const LineShift& shift) {
+    breakpoints_.follow(shift);
+    if (debugging_ || busy_) lines_.follow(shift);
+}
+
+std::string Debugger::messageTexts() const {
+    std::string texts;
+    for (const BuildMessage& message : session_.buildMessages().all()) texts += message.text;
+    return decodeForDisplay(texts);
+}
+
+std::vector<ScriptLine> Debugger::messageLines() const {
+    std::vector<ScriptLine> lines;
+    for (const BuildMessage& message : session_.buildMessages().all())
+        if (message.row > 0) lines.push_back({message.row});
+    return lines;
+}
+
+void Debugger::addCondition(ControlLine line) {
+    breakpoints_.ensure(line);
+    const ScriptLine number = toScript(line);
+    std::string condition =
+        session_.services().frontend->promptString("Condition:", breakpoints_.condition(number));
+    const std::string problem = conditionProblem(condition);
+    breakpoints_.setCondition(number, std::move(condition));
+    if (!problem.empty()) window_.errorBox(problem);
+}
+
+}  // namespace korvant

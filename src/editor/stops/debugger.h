@@ -1,0 +1,106 @@
+// Building, running and stepping the script in the editor, and looking at its variables.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "editor/control/editor_window.h"
+#include "editor/control/output_pane.h"
+#include "editor/control/text_control.h"
+#include "editor/stops/breakpoints.h"
+#include "editor/stops/run_line_map.h"
+#include "expr/evaluator.h"
+#include "host/run/script_session.h"
+
+namespace korvant {
+
+/// What the debugger works on; each must outlive it.
+struct DebuggerParts {
+    ScriptSession& session;
+    EditorWindow& window;
+    const TextControl& editor;
+    OutputPane& output;
+    Breakpoints& breakpoints;
+};
+
+class Debugger {
+  public:
+    /// The bytes to compile; nothing when there is no memory for them.
+    using ScriptText = std::function<std::optional<std::string>()>;
+
+    Debugger(const DebuggerParts& parts, ScriptText scriptText);
+
+    void setHost(asIScriptEngine* engine, asIScriptContext* context);
+    /// Nothing is debugged, and no variable is shown until a run has started.
+    void setUp();
+
+    /// A script is suspended and waits for the user.
+    bool debugging() const noexcept { return debugging_; }
+    /// A build or a run is under way; every command but stop() does nothing then.
+    bool busy() const noexcept { return busy_; }
+
+    void build();
+    /// Starts a run, or lets a suspended one go on.
+    void execute();
+    void stepOver();
+    void stepInto();
+    /// Gives a suspended run up, which keeps its context until the next run or close(); asks a
+    /// script that runs to stop.
+    void stop();
+    /// Lets go of a suspended run and its objects.
+    void close();
+
+    void addCondition(ControlLine line);
+    /// Shows the variable whose name is selected as a tip, and puts it on top of the output pane.
+    void displayVariable();
+    /// Declaration and value of a variable, the declaration alone when nothing is being debugged;
+    /// empty when there is no such variable.
+    std::string variableText(std::string_view name) const;
+
+    void follow(const LineShift& shift);
+
+  private:
+    enum class Progress { failed, finished, stopped };
+    Progress progressOf(bool ran);
+    std::optional<std::string> beginRun();
+    void startRun();
+    void continueRun(std::int32_t stepMode);
+    void endDebugging();
+    void finishRun(Progress progress);
+    void failedBuild(bool showFirst);
+    void beginDebugging();
+    bool shouldStop(ScriptLine line);
+    bool conditionHolds(const std::string& condition);
+    void bindVariables();
+    void showAt(ScriptLine line);
+    void scrollTo(ControlLine line);
+    void toStart();
+    void setRunMenu(bool enabled);
+    bool giveWindowTime();
+    bool outOfTime(std::uint32_t startTick);
+    std::string messageTexts() const;
+    std::vector<ScriptLine> messageLines() const;
+
+    ScriptSession& session_;
+    EditorWindow& window_;
+    const TextControl& editor_;
+    OutputPane& output_;
+    Breakpoints& breakpoints_;
+    ScriptText scriptText_;
+    asIScriptEngine* engine_ = nullptr;
+    asIScriptContext* context_ = nullptr;
+    ExpressionEvaluator evaluator_;
+    std::vector<std::string> boundNames_;
+    RunLineMap lines_;
+    bool debugging_ = false;
+    bool busy_ = false;
+    bool ran_ = false;  ///< the context has been used here, so that it is ours to let go of
+    std::uint64_t lastPump_ = 0;
+    std::uint32_t usedTime_ = 0;  ///< of the run limit, by continuations that nobody asked for
+};
+
+}  // namespace korvant

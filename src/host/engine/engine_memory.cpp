@@ -1,0 +1,87 @@
+#include "host/engine/engine_memory.h"
+
+#include <atomic>
+#include <cstdlib>
+
+#include "host/engine/engine_compat.h"
+
+namespace korvant {
+
+namespace {
+
+/// Stands before every block and keeps the alignment of the system's.
+struct alignas(std::max_align_t) Header {
+    std::size_t bytes;
+};
+
+/// Allocations between two looks at the clock. The slow parts of a compile allocate little.
+constexpr unsigned kLook = 64;
+
+struct Watched {
+    Clock* clock = nullptr;
+    std::uint64_t end = 0;
+    std::size_t most = 0;
+    unsigned left = kLook;
+};
+
+std::atomic<bool> owned{false};
+std::atomic<std::size_t> held{0};
+std::atomic<std::size_t> most{~std::size_t{0}};
+thread_local Watched watched;
+
+/// The engine's frames are left by an exception; it has no other way out of its compiler.
+void lookAtCompile() {
+    if (held > watched.most) throw CompileEnded{"compile took too much memory"};
+    if (--watched.left != 0) return;
+    watched.left = kLook;
+    if (watched.clock->monotonic() > watched.end) throw CompileEnded{"compile took too long"};
+}
+
+void* allocate(std::size_t bytes) {
+    if (watched.clock != nullptr) lookAtCompile();
+    auto* const header = static_cast<Header*>(std::malloc(sizeof(Header) + bytes));
+    if (header == nullptr) return nullptr;
+    header->bytes = bytes;
+    held += bytes;
+    return header + 1;
+}
+
+void release(void* block) {
+    if (block == nullptr) return;
+    Header* const header = static_cast<Header*>(block) - 1;
+    held -= header->bytes;
+    std::free(header);
+}
+
+}  // namespace
+
+void ownEngineMemory() {
+    if (!owned.exchange(true)) asSetGlobalMemoryFunctions(allocate, release);
+}
+
+bool ownsEngineMemory() noexcept {
+    return owned;
+}
+
+std::size_t engineMemory() noexcept {
+    return held;
+}
+
+void boundEngineMemory(std::size_t bytes) noexcept {
+    const std::size_t now = held;
+    most = bytes < ~std::size_t{0} - now ? now + bytes : ~std::size_t{0};
+}
+
+bool engineMemoryExceeded() noexcept {
+    return held > most;
+}
+
+CompileGuard::CompileGuard(Clock& clock, std::uint64_t end, std::size_t bytes) {
+    if (owned) watched = {&clock, end, held + bytes, kLook};
+}
+
+CompileGuard::~CompileGuard() {
+    watched = {};
+}
+
+}  // namespace korvant

@@ -1,0 +1,101 @@
+#include "host/library/script_console.h"
+
+#include <cerrno>
+
+#include "host/run/script_session.h"
+
+namespace korvant {
+
+ScriptConsole& scriptConsole() {
+    static ScriptConsole* const console = new ScriptConsole;
+    return *console;
+}
+
+Console& ScriptConsole::current() {
+    return *moduleSession().services().console;
+}
+
+bool ScriptConsole::allocated() const {
+    return allocated_ != nullptr && allocated_ == &current();
+}
+
+void ScriptConsole::ensure() {
+    RunState& state = moduleSession().state();
+    if (!allocated()) {
+        allocated_ = nullptr;
+        visible_ = false;
+        state.consoleReady = false;
+    }
+    if (!state.consoleReady) {
+        setUp();
+        current().setTitle("Output");
+        state.consoleReady = true;
+    }
+    if (!visible_) show();
+}
+
+void ScriptConsole::allocate() {
+    record_.lastError = current().allocate(record_.info);
+    if (record_.lastError != 0) return;
+    allocated_ = &current();
+    current().onInterrupt([]() noexcept { moduleSession().requestStop(); });
+}
+
+void ScriptConsole::setUp() {
+    if (!allocated()) allocate();
+    if (allocated()) current().setUp(record_.info);
+    record_.attached = true;
+}
+
+void ScriptConsole::show() {
+    current().show();
+    visible_ = true;
+}
+
+void ScriptConsole::hide() {
+    if (!visible_) return;
+    visible_ = false;
+    current().hide();
+    flush();  // tells what could not be handed over
+}
+
+void ScriptConsole::clear() {
+    if (allocated()) current().clear();
+}
+
+bool ScriptConsole::release() {
+    if (!allocated()) return true;
+    hide();
+    record_.lastError = current().release();
+    if (record_.lastError != 0) return false;
+    allocated_ = nullptr;
+    record_.attached = false;
+    return true;
+}
+
+void ScriptConsole::noteFailure(bool written) {
+    if (!written) moduleSession().noteWriteFailure("standard output", errno);
+}
+
+void ScriptConsole::write(std::string_view bytes) {
+    ensure();
+    noteFailure(current().write(bytes));
+}
+
+void ScriptConsole::flush() {
+    if (allocated()) noteFailure(current().flush());
+}
+
+std::uint16_t ScriptConsole::attributes() {
+    return allocated() ? current().attributes() : 0;
+}
+
+void ScriptConsole::setAttributes(std::uint16_t attributes) {
+    if (allocated()) current().setAttributes(attributes);
+}
+
+void ScriptConsole::moveCursor(std::int16_t column, std::int16_t row) {
+    if (allocated()) current().moveCursor(column, row);
+}
+
+}  // namespace korvant

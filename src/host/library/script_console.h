@@ -1,0 +1,59 @@
+// The module's use of its console: the record, the lazy set-up, showing and hiding.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "host/services/console.h"
+
+namespace korvant {
+
+/// What the module knows of its console.
+struct ConsoleRecord {
+    bool attached = false;        ///< the streams lead to the console
+    ConsoleInfo info;             ///< as it was when the module allocated it
+    std::uint32_t lastError = 0;  ///< of the last allocation or release; 0 after success
+};
+
+/// The one console of the module over the console of the session's services. Script's thread only.
+class ScriptConsole {
+  public:
+    /// The lazy set-up: allocates and sets the console up once in a configuration, then shows it.
+    void ensure();
+    void show();
+    /// Hands over what was printed and hides the window; for the end of a run. Also when the
+    /// console was never used.
+    void hide();
+    /// Blanks everything, cursor to 0,0; nothing when no console is allocated.
+    void clear();
+    /// Gives the console back; false and the error is recorded when that failed.
+    bool release();
+
+    /// Prints after the lazy set-up. A failed write is noted with the session.
+    void write(std::string_view bytes);
+    /// Hands over what was printed, before anything else is shown or asked.
+    void flush();
+    bool allocated() const;
+    const ConsoleRecord& record() const noexcept { return record_; }
+
+    /// 0 when no console is allocated.
+    std::uint16_t attributes();
+    /// Nothing when no console is allocated; the same holds for moveCursor.
+    void setAttributes(std::uint16_t attributes);
+    void moveCursor(std::int16_t column, std::int16_t row);
+
+  private:
+    static Console& current();
+    void allocate();
+    void setUp();
+    void noteFailure(bool written);
+
+    ConsoleRecord record_;
+    Console* allocated_ = nullptr;  ///< the console that was allocated; null for none
+    bool visible_ = false;
+};
+
+/// The one of the module. Never destroyed.
+ScriptConsole& scriptConsole();
+
+}  // namespace korvant

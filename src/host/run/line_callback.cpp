@@ -1,0 +1,217 @@
+#include "host/run/line_callback.h"
+
+#include "host/engine/active_context.h"
+#include "host/engine/engine_memory.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr std::int32_t kStepOver = 1;
+constexpr std::int32_t kStepInto = 2;
+
+bool steps(std::int32_t mode) {
+    return mode == kStepOver || mode == kStepInto;
+}
+
+}  // namespace
+
+int LineCallback::install(asIScriptContext& context) {
+    return context.SetLineCallback(asFUNCTION(entry), this, asCALL_CDECL);
+}
+
+int LineCallback::installEndOnly(asIScriptContext& context) {
+    return context.SetLineCallback(asFUNCTION(endOnlyEntry), this, asCALL_CDECL);
+}
+
+bool LineCallback::mayBeOff() const noexcept {
+    return breakpoints_.empty() && !steps(state_.stepMode);
+}
+
+int LineCallback::execute(asIScriptContext& context, bool ours) {
+    begin(context, ours);
+    const ExecutionMark mark(context);
+    const int result = context.Execute();
+    end();
+    return result;
+}
+
+void LineCallback::begin(asIScriptContext& context, bool ours) {
+    breakpoints_.forgetFunctions();
+    executing_ = true;
+    clear_ = nullptr;
+    watched_ = watch_.start();
+    attention_ = (watched_ ? 0u : kUnwatched) | (steps(state_.stepMode) ? kStepping : 0u);
+    if (watched_) objects_.watch(*context.GetEngine());
+    // What is due from the start must not wait for the watch thread to wake up.
+    const bool due = millisecondsLeft(1) == 0;
+    if (due) attend();
+    if (ours && watched_ && mayBeOff() && !due) {
+        state_.lastStoppedLine = 0;
+        off_ = &context;
+        context.ClearLineCallback();
+    }
+    if (watched_) watch_.arm(*this);
+}
+
+void LineCallback::end() {
+    if (watched_) watch_.disarm();
+    objects_.forget();
+    if (off_ != nullptr) install(*off_);
+    off_ = nullptr;
+    attention_ = kUnwatched;
+    watched_ = false;
+    executing_ = false;
+}
+
+void LineCallback::lookNow() {
+    if (!watched_) return;
+    if (state_.stopRequest || limit_.expired())
+        watch_.alertNow();
+    else
+        watch_.lookAgain();
+}
+
+// All that most statements cost is one flag and the function that runs. Without a run of ours
+// nobody watches, and the flag stays set: hosts may execute the context themselves.
+void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
+    auto& callback = *static_cast<LineCallback*>(self);
+    const unsigned attention = callback.attention_.load(std::memory_order_relaxed);
+    if (attention == kByLine) return callback.passByLine(*context);
+    if (attention != 0) return callback.decideSlowly(*context);
+    asIScriptFunction* const function = currentFunction(*context);
+    if (function == nullptr || function != callback.clear_)
+        return callback.pass(*context, function);
+    callback.state_.lastStoppedLine = 0;
+}
+
+/// Neither stepping nor due. The call when execution leaves the context needs no care: at a line
+/// that is just stopped at nothing changes, and stopAt() sees that nothing runs.
+void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) noexcept {
+    if (function != nullptr && !breakpoints_.mayStopIn(function)) {
+        clear_ = function;
+        state_.lastStoppedLine = 0;
+        return;
+    }
+    byLineLeft_ = kStatementsByLine;
+    attention_.fetch_or(kByLine);
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && isRun(context)) decide(context, line);
+}
+
+/// The same for some statements from one on whose function holds a breakpoint: where the line is
+/// wanted anyway, asking for the function first would be in vain.
+void LineCallback::passByLine(asIScriptContext& context) noexcept {
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && !breakpoints_.contains(line) && isRun(context) && --byLineLeft_ > 0) {
+        state_.lastStoppedLine = 0;
+        return;
+    }
+    attention_.fetch_and(~unsigned{kByLine});
+    pass(context, currentFunction(context));
+}
+
+void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept {
+    auto& callback = *static_cast<LineCallback*>(self);
+    if (context->GetState() == asEXECUTION_ACTIVE) callback.checkEnd(*context);
+}
+
+/// The engine calls once more when execution leaves the context; nothing is decided then. An
+/// execution that the host started itself is not latched beyond its end.
+void LineCallback::decideSlowly(asIScriptContext& context) noexcept {
+    if (context.GetState() != asEXECUTION_ACTIVE) {
+        if (!executing_) ending_ = Ending::none;
+        return;
+    }
+    const std::int32_t line = currentLine(context);
+    if (line > 0 && isRun(context)) decide(context, line);
+    if ((attention_.load() & (kDue | kUnwatched)) != 0) lookAtEnd(context);
+}
+
+/// Suspending is for the context of the run; any other is only ended.
+bool LineCallback::isRun(const asIScriptContext& context) const {
+    return state_.currentContext == nullptr || state_.currentContext == &context;
+}
+
+void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
+    std::int32_t& last = state_.lastStoppedLine;
+    if (breakpoints_.contains(line)) {
+        if (line != last) stopAt(context, line);
+    } else if (state_.stepMode == kStepOver) {
+        // Deliberate: never stops on a line above the last one, so that stepping over the end of a
+        // loop's body leaves the loop.
+        if (line > last) stopAt(context, line);
+    } else if (state_.stepMode == kStepInto && line != last) {
+        stopAt(context, line);
+    } else {
+        last = 0;
+    }
+}
+
+/// Natives that called back into the script cannot wait: the engine restarts a destructor, and a
+/// suspended comparator leaves its context unusable.
+void LineCallback::stopAt(asIScriptContext& context, std::int32_t line) {
+    if (context.GetState() != asEXECUTION_ACTIVE || context.IsNested()) return;
+    state_.lastStoppedLine = line;
+    context.Suspend();
+}
+
+void LineCallback::lookAtEnd(asIScriptContext& context) {
+    attention_.fetch_and(~unsigned{kDue});
+    if (checkEnd(context)) {
+        attend();
+    } else if (watched_) {
+        // False alarm: the limit moved while the watch thread raised it.
+        if (off_ == &context) context.ClearLineCallback();
+        watch_.rearm();
+    }
+}
+
+bool LineCallback::checkEnd(asIScriptContext& context) {
+    if (ending_ == Ending::none) {
+        if (state_.stopRequest.exchange(false)) {
+            ending_ = Ending::stopped;
+            report_.onStopped();
+        } else if (limit_.expired()) {
+            ending_ = Ending::timedOut;
+            report_.onTimedOut();
+        } else if (outOfMemory()) {
+            ending_ = Ending::outOfMemory;
+            report_.onTimedOut();
+        }
+    }
+    if (ending_ == Ending::none) return false;
+    context.Abort();
+    return true;
+}
+
+bool LineCallback::outOfMemory() const noexcept {
+    return engineMemoryExceeded() || objects_.largest() > ObjectCount::kMost;
+}
+
+/// Where objects become many, a look every two milliseconds sees them in time.
+std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
+    const int objects = objects_.largest();
+    if (state_.stopRequest || engineMemoryExceeded() || objects > ObjectCount::kMost) return 0;
+    return limit_.millisecondsLeft(objects > ObjectCount::kMost / 4 ? 2 : longest);
+}
+
+/// Putting the callback back is what the engine offers to a second thread without a side effect:
+/// a suspension would end a nested execution and break the native function under it.
+void LineCallback::alert() {
+    attend();
+    outsideLately_ = false;
+    if (off_ != nullptr) install(*off_);
+}
+
+/// The engine may have dropped its mark that a callback waits, at the end of a nested execution
+/// that ended while alert() was at work. Only a context that was seen twice between native calls
+/// is touched, so that the callback is never replaced while a statement is about to call it.
+void LineCallback::insist() {
+    if (off_ == nullptr || (attention_.load() & kDue) == 0) return;
+    const bool outside = off_->GetSystemFunction() == nullptr;
+    if (outside && outsideLately_) install(*off_);
+    outsideLately_ = outside;
+}
+
+}  // namespace korvant

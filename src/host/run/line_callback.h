@@ -1,0 +1,105 @@
+// What happens before each statement of a script.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include "host/engine/engine_compat.h"
+#include "host/engine/object_count.h"
+#include "host/run/breakpoint_table.h"
+#include "host/run/run_limit.h"
+#include "host/run/run_watch.h"
+
+namespace korvant {
+
+/// What tells the user how a run is ended. Called on the script's thread.
+class RunEndReport {
+  public:
+    virtual ~RunEndReport() = default;
+    virtual void onStopped() = 0;   ///< the stop request was seen
+    virtual void onTimedOut() = 0;  ///< the limit has passed
+};
+
+/// Suspends a run at breakpoints and steps, and aborts it on a stop request or when its limit has
+/// passed. While a run has neither breakpoints nor a step mode the callback is taken off its
+/// context and a watch thread puts it back when something is due.
+///
+/// A callback costs a few nanoseconds and is called for every statement, so all but the rare is
+/// decided by one flag and the function that runs.
+class LineCallback final : public WatchTarget {
+  public:
+    LineCallback(RunState& state, const RunLimit& limit, RunEndReport& report)
+        : state_(state), limit_(limit), report_(report) {}
+
+    BreakpointTable& breakpoints() noexcept { return breakpoints_; }
+    RunWatch& watch() noexcept { return watch_; }
+
+    /// Negative when the engine refuses.
+    int install(asIScriptContext& context);
+    /// For contexts that initialise global variables: ends them, and never suspends.
+    int installEndOnly(asIScriptContext& context);
+
+    /// Executes and gives the engine's result. `ours`: the context bears this callback.
+    int execute(asIScriptContext& context, bool ours);
+
+    enum class Ending { none, stopped, timedOut, outOfMemory };
+    /// How the last execution was ended. Latched, because the engine swallows the end of a nested
+    /// execution: the outer one is then ended at its next statement.
+    Ending ending() const noexcept { return ending_; }
+    void forgetEnding() noexcept { ending_ = Ending::none; }
+
+    /// Ends `context` when the run must end; false when it goes on.
+    bool checkEnd(asIScriptContext& context);
+    /// Makes the next statement look at the limit. Safe from any thread and signal handler.
+    void attend() noexcept { attention_.fetch_or(kDue); }
+    /// The limit has moved, or what it is about: the run ends before its next statement when it
+    /// must. Script's thread.
+    void lookNow();
+
+  private:
+    static void entry(asIScriptContext* context, void* self) noexcept;
+    static void endOnlyEntry(asIScriptContext* context, void* self) noexcept;
+
+    void begin(asIScriptContext& context, bool ours);
+    void end();
+    void decideSlowly(asIScriptContext& context) noexcept;
+    void pass(asIScriptContext& context, asIScriptFunction* function) noexcept;
+    void passByLine(asIScriptContext& context) noexcept;
+    void lookAtEnd(asIScriptContext& context);
+    void decide(asIScriptContext& context, std::int32_t line);
+    void stopAt(asIScriptContext& context, std::int32_t line);
+    bool mayBeOff() const noexcept;
+    bool isRun(const asIScriptContext& context) const;
+    bool outOfMemory() const noexcept;
+
+    std::uint32_t millisecondsLeft(std::uint32_t longest) override;
+    void alert() override;
+    void insist() override;
+
+    RunState& state_;
+    const RunLimit& limit_;
+    RunEndReport& report_;
+    BreakpointTable breakpoints_;
+    RunWatch watch_;
+    ObjectCount objects_;
+    Ending ending_ = Ending::none;
+    asIScriptContext* off_ = nullptr;  ///< the context whose callback is taken off during its run
+    bool outsideLately_ = false;       ///< watch thread only: between statements when last seen
+    bool executing_ = false;
+    bool watched_ = false;  ///< a watch thread tells when something is due
+
+    /// Why statements are not passed over quickly; none for most of a run.
+    enum Attention : unsigned {
+        kDue = 1,        ///< the limit or a stop is to be looked at
+        kStepping = 2,   ///< every line decides
+        kUnwatched = 4,  ///< nobody tells when something is due
+        kByLine = 8,     ///< no function is asked for; see passByLine()
+    };
+    static constexpr int kStatementsByLine = 64;
+    static_assert(std::atomic<unsigned>::is_always_lock_free);
+    std::atomic<unsigned> attention_{kUnwatched};
+    asIScriptFunction* clear_ = nullptr;  ///< the last function seen without a breakpoint
+    int byLineLeft_ = 0;
+};
+
+}  // namespace korvant

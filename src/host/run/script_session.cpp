@@ -1,0 +1,148 @@
+#include "host/run/script_session.h"
+
+#include <algorithm>
+
+#include "base/system/os_file.h"
+#include "host/engine/active_context.h"
+#include "host/engine/memory_budget.h"
+#include "host/run/session_impl.h"
+#include "host/services/null_services.h"
+
+namespace korvant {
+
+ScriptSession::ScriptSession() : impl_(new Impl(*this)) {
+    setServices({});
+}
+
+ScriptSession::~ScriptSession() {
+    for (const EngineRecord& record : impl_->engines) {
+        forgetObserver(record.engine);
+        if (record.context != nullptr) {
+            forgetObserver(record.context);
+            record.context->ClearLineCallback();
+        }
+        record.engine->SetContextCallbacks(nullptr, nullptr, nullptr);
+        record.engine->ClearMessageCallback();
+    }
+    delete impl_;
+}
+
+void ScriptSession::setServices(const SessionServices& services) {
+    SessionServices& own = impl_->services;
+    own = services;
+    if (own.console == nullptr) own.console = &nullConsole();
+    if (own.frontend == nullptr) own.frontend = &nullFrontend();
+    if (own.clock == nullptr) own.clock = &systemClock();
+    impl_->limit.setClock(*own.clock);
+}
+
+const SessionServices& ScriptSession::services() const noexcept {
+    return impl_->services;
+}
+
+void ScriptSession::setLimits(const Limits& limits) {
+    impl_->limits = limits;
+    memoryBudget.limit = limits.runBytes;
+    memoryBudget.stringLimit = limits.stringBytes;
+}
+
+const Limits& ScriptSession::limits() const noexcept {
+    return impl_->limits;
+}
+RunState& ScriptSession::state() noexcept {
+    return impl_->state;
+}
+BuildMessages& ScriptSession::buildMessages() noexcept {
+    return impl_->messages;
+}
+const RunFailure& ScriptSession::lastFailure() const noexcept {
+    return impl_->failure;
+}
+bool ScriptSession::running() const noexcept {
+    return impl_->busy;
+}
+
+void ScriptSession::requestStop() noexcept {
+    impl_->state.stopRequest = true;
+    impl_->lineCallback.attend();
+}
+
+bool ScriptSession::shouldStop() {
+    if (impl_->lineCallback.ending() != LineCallback::Ending::none) return true;
+    if (!impl_->state.stopRequest && !impl_->limit.expired()) return false;
+    impl_->lineCallback.lookNow();
+    return true;
+}
+
+void ScriptSession::restartDeadline() {
+    impl_->limit.restart();
+    impl_->lineCallback.lookNow();
+}
+
+void ScriptSession::setMaxRunTime(std::int32_t milliseconds) {
+    impl_->limit.setMax(milliseconds);
+    impl_->lineCallback.lookNow();
+}
+
+void ScriptSession::beginInteraction() {
+    ++impl_->interactionDepth;
+    impl_->state.interacting = true;
+}
+
+void ScriptSession::endInteraction() {
+    impl_->limit.restart();
+    if (impl_->interactionDepth > 0) --impl_->interactionDepth;
+    if (impl_->interactionDepth == 0) impl_->state.interacting = false;
+    impl_->lineCallback.lookNow();
+}
+
+bool ScriptSession::chargeBytes(std::size_t bytes) noexcept {
+    return memoryBudget.charge(bytes);
+}
+
+void ScriptSession::releaseBytes(std::size_t bytes) noexcept {
+    memoryBudget.release(bytes);
+}
+
+void ScriptSession::raise(const char* description) {
+    asIScriptContext* context = activeContext();
+    if (context == nullptr) context = impl_->state.currentContext;
+    if (context != nullptr) context->SetException(description);
+}
+
+void ScriptSession::noteWriteFailure(const std::string& file, int systemError) {
+    auto& noted = impl_->filesNoted;
+    if (std::find(noted.begin(), noted.end(), file) != noted.end()) return;
+    noted.push_back(file);
+    impl_->failure.unwritten.push_back("could not write " + file + ": " +
+                                       systemErrorText(systemError));
+}
+
+int ScriptSession::messageBox(const std::string& text, std::uint32_t style) {
+    MessageBoxRequest request;
+    request.caption = kModuleCaption;
+    request.text = text;
+    request.style = style;
+    request.plain = true;
+    return show(request);
+}
+
+int ScriptSession::show(const MessageBoxRequest& request) {
+    void (*const uiScope)(bool) = impl_->services.uiScope;
+    if (uiScope != nullptr) uiScope(true);
+    int answer = 0;
+    try {
+        answer = impl_->services.frontend->messageBox(request);
+    } catch (...) {
+        // A front end that fails answers as if the box had been closed.
+    }
+    if (uiScope != nullptr) uiScope(false);
+    return answer;
+}
+
+ScriptSession& moduleSession() {
+    static auto* const session = new ScriptSession;
+    return *session;
+}
+
+}  // namespace korvant

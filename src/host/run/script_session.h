@@ -1,0 +1,127 @@
+// Compiling and running scripts: the one owner of everything that a run touches.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/system/clock.h"
+#include "host/engine/engine_compat.h"
+#include "host/engine/limits.h"
+#include "host/engine/registration.h"
+#include "host/run/build_messages.h"
+#include "host/run/run_state.h"
+#include "host/services/console.h"
+#include "host/services/frontend.h"
+
+namespace korvant {
+
+/// Whom a session talks to. Nothing is owned; each must outlive the session or be replaced.
+/// A null console or front end means the do-nothing one.
+struct SessionServices {
+    Console* console = nullptr;
+    Frontend* frontend = nullptr;
+    Clock* clock = nullptr;
+    /// Switches the framework to the module's resources (true) and back (false); may be null.
+    void (*uiScope)(bool enter) = nullptr;
+};
+
+/// Registers one family of types or functions. Returns the first negative engine result, else 0.
+using RegisterFamily = int (*)(asIScriptEngine* engine);
+
+/// How a run ended, beyond what its callers are told.
+struct RunFailure {
+    enum class Kind { none, build, noMain, prepare, timeOut, stopped, exception, other };
+    Kind kind = Kind::none;
+    std::string text;                    ///< the message as shown to the user
+    std::int32_t line = 0;               ///< 1-based; 0 unknown
+    std::vector<std::string> unwritten;  ///< "could not write FILE: reason", one a file
+};
+
+class ScriptSession {
+  public:
+    ScriptSession();
+    ~ScriptSession();
+    ScriptSession(const ScriptSession&) = delete;
+    ScriptSession& operator=(const ScriptSession&) = delete;
+
+    void setServices(const SessionServices& services);
+    const SessionServices& services() const noexcept;  ///< no null among them but uiScope
+    void setLimits(const Limits& limits);
+    const Limits& limits() const noexcept;
+
+    /// Sets the engine up and creates the context of the module, which the caller keeps with one
+    /// reference of its own; null on failure. A second call for the same engine returns the same
+    /// context. Families register in the order given.
+    asIScriptContext* configure(asIScriptEngine* engine, std::span<const RegisterFamily> families);
+    /// Discards the module "main" and everything that the session holds of `engine`, within a
+    /// bounded time. The engine may be released afterwards.
+    void release(asIScriptEngine* engine);
+
+    /// 1 when the text built as the module "main", else 0 and the messages say why.
+    std::int32_t compile(asIScriptEngine* engine, const std::string& text);
+    /// Executes a context that the host prepared; its execution result.
+    std::int32_t run(asIScriptContext* context);
+    /// `breakpoints`: 1-based lines, null for none. True when finished or suspended.
+    bool runApplication(asIScriptEngine* engine, asIScriptContext* context, const std::string& text,
+                        const std::vector<std::int32_t>* breakpoints);
+    bool continueApplication(asIScriptEngine* engine, asIScriptContext* context,
+                             const std::vector<std::int32_t>* breakpoints, std::int32_t stepMode);
+    /// Ends a suspended run and lets go of its objects.
+    void abandon(asIScriptContext* context);
+
+    RunState& state() noexcept;
+    BuildMessages& buildMessages() noexcept;
+    const RunFailure& lastFailure() const noexcept;
+    bool running() const noexcept;  ///< a compile or an execution is under way
+
+    /// Safe from any thread and from a signal handler. The run ends before its next statement, and
+    /// natives that ask shouldStop() end early.
+    void requestStop() noexcept;
+    /// True when a native function that takes long should end: stop request, time-out while not
+    /// interacting, or the hard ceiling. The line callback then ends the run. Looks at the clock
+    /// (some 20 ns), so a tight loop asks every few thousand steps.
+    bool shouldStop();
+    /// Deadline := now + maximum run time.
+    void restartDeadline();
+    /// The maximum as an unsigned number; -1 is 2^32 - 1. Restarts the deadline.
+    void setMaxRunTime(std::int32_t milliseconds);
+    /// Deeper than 0 while a built-in waits for the user; the flag follows it. Whoever must leave
+    /// the flag set writes state().interacting instead.
+    void beginInteraction();
+    void endInteraction();  ///< restarts the deadline, clears the flag at depth 0
+
+    /// Memory that strings and objects of scripts hold, counted against limits().runBytes. False,
+    /// and nothing is counted, when that would be exceeded; the caller then raises
+    /// "Out of memory" and leaves its object as it was.
+    bool chargeBytes(std::size_t bytes) noexcept;
+    /// What chargeBytes() counted goes back.
+    void releaseBytes(std::size_t bytes) noexcept;
+
+    /// Sets a script exception on the context that runs; nothing outside a script.
+    void raise(const char* description);
+    /// Remembers a failed write for the report at the end of the run; once per file.
+    void noteWriteFailure(const std::string& file, int systemError);
+    /// A message box of the module: its caption is the module's; returns the button.
+    int messageBox(const std::string& text, std::uint32_t style);
+
+  private:
+    struct Impl;
+    int show(const MessageBoxRequest& request);
+    Impl* impl_;
+};
+
+/// The one session of the module. Never destroyed, so that nothing of it runs at exit.
+ScriptSession& moduleSession();
+
+/// Waiting for the user does not count against the run time.
+class InteractionScope {
+  public:
+    InteractionScope() { moduleSession().beginInteraction(); }
+    ~InteractionScope() { moduleSession().endInteraction(); }
+    InteractionScope(const InteractionScope&) = delete;
+    InteractionScope& operator=(const InteractionScope&) = delete;
+};
+
+}  // namespace korvant

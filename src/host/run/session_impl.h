@@ -1,0 +1,111 @@
+// What a session consists of. Only the files session_*.cpp see it.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/text/fp_environment.h"
+#include "host/engine/engine_records.h"
+#include "host/run/line_callback.h"
+#include "host/run/run_limit.h"
+#include "host/run/script_session.h"
+
+namespace korvant {
+
+struct ScriptSession::Impl final : RunEndReport, EngineObserver {
+    explicit Impl(ScriptSession& owner) : session(owner) {}
+
+    // What a run is told, see script_session.h.
+    ScriptSession& session;
+    SessionServices services;
+    Limits limits;
+    RunState state;
+    BuildMessages messages;
+    RunFailure failure;
+
+    // What a run consists of.
+    RunLimit limit{state};
+    LineCallback lineCallback{state, limit, *this};
+    int interactionDepth = 0;
+    bool busy = false;     ///< a compile, a run or a release is under way
+    bool running = false;  ///< the limit of the run counts
+    std::size_t unwrittenShown = 0;
+    std::vector<std::string> filesNoted;  ///< files whose failure has been noted in this run
+
+    // What is known of engines.
+    std::deque<EngineRecord> engines;
+    std::uint64_t cleanupBegan = 0;
+    std::uint64_t cleanupSeen = 0;
+    std::thread::id thread;
+
+    EngineRecord* find(const asIScriptEngine* engine);
+    bool isOurs(const asIScriptContext* context) const;
+    asIScriptContext* configureNew(asIScriptEngine* engine,
+                                   std::span<const RegisterFamily> families);
+    asIScriptContext* makeContext(EngineRecord& record);
+    void registerFamilies(EngineRecord& record, std::span<const RegisterFamily> families);
+    void forgetEngine(EngineRecord& record);
+
+    // Compiling.
+    bool build(asIScriptEngine* engine, const std::string& text);
+    int buildModule(asIScriptModule& module, bool utf8);
+    int callCompiler(asIScriptModule& module);
+    int initialiseGlobals(asIScriptModule& module);
+    void addComplaints(asIScriptEngine* engine);
+    void addAbortMessage();
+
+    // Running.
+    void beginRun(asIScriptContext* context);
+    void endRun();
+    void setCurrent(asIScriptContext* context);
+    void setBreakpoints(const std::vector<std::int32_t>* lines);
+    void forgetStops();
+    int execute(asIScriptContext& context);
+    bool executeAndReport(asIScriptContext& context);
+    bool buildAndRun(asIScriptEngine& engine, asIScriptContext& context, const std::string& text);
+    void endSuspended(asIScriptEngine& engine);
+    bool fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
+    bool failWithException(std::int32_t line, const char* description);
+    bool failRun(asIScriptContext& context, int result);
+    void reportUnwritten();
+    void letGo(asIScriptContext& context);
+    void showReport(const std::string& text, std::uint32_t style);
+
+    // Contexts that the engine asks for, above all for destructors.
+    void discardMain(asIScriptEngine& engine);
+    void collectSome(asIScriptEngine& engine);
+    void beginCleanup();
+    bool cleanupOver();
+    static asIScriptContext* requestContext(asIScriptEngine* engine, void* self) noexcept;
+    static void returnContext(asIScriptEngine* engine, asIScriptContext* context,
+                              void* self) noexcept;
+    static void cleanupEntry(asIScriptContext* context, void* self) noexcept;
+    static void compilerMessage(const asSMessageInfo* message, void* self) noexcept;
+
+    void onStopped() override;
+    void onTimedOut() override;
+    void onEngineGone(asIScriptEngine* engine) override;
+    void onContextGone(asIScriptContext* context) override;
+};
+
+/// For as long as it lives, the session is busy and refuses to compile or run anything else: a
+/// dialog of a script pumps messages, and the user may press F5 in it.
+class BusyScope {
+  public:
+    explicit BusyScope(bool& busy) : busy_(busy) { busy_ = true; }
+    ~BusyScope() { busy_ = false; }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+  private:
+    bool& busy_;
+};
+
+/// The text for a run that was aborted; also what a build says whose global variables took too
+/// long.
+inline constexpr char kAbortedText[] =
+    "The script was aborted before it could finish. Probably it timed out.\n";
+
+}  // namespace korvant

@@ -1,0 +1,230 @@
+// Running what was built, and saying how it ended.
+#include <algorithm>
+#include <system_error>
+
+#include "host/engine/engine_memory.h"
+#include "host/engine/script_string.h"
+#include "host/library/console_functions.h"
+#include "host/library/progress.h"
+#include "host/library/script_console.h"
+#include "host/run/session_impl.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr char kStoppedText[] = "The Script is stopped.";
+constexpr char kNoMainText[] = "The function 'int main()' was not found.";
+constexpr char kPrepareText[] = "Failed to prepare the context.";
+constexpr char kUnforeseenText[] = "The script ended for some unforeseen reason.\n";
+
+}  // namespace
+
+std::int32_t ScriptSession::run(asIScriptContext* context) {
+    if (context == nullptr) return asINVALID_ARG;
+    if (impl_->busy) return asCONTEXT_ACTIVE;
+    const BusyScope scope(impl_->busy);
+    impl_->beginRun(context);
+    const int result = impl_->execute(*context);
+    impl_->endRun();
+    if (result != asEXECUTION_SUSPENDED) impl_->forgetStops();
+    return result;
+}
+
+bool ScriptSession::runApplication(asIScriptEngine* engine, asIScriptContext* context,
+                                   const std::string& text,
+                                   const std::vector<std::int32_t>* breakpoints) {
+    if (engine == nullptr || context == nullptr) return false;
+    if (impl_->busy) {
+        messageBox(kPrepareText, box_style::kIconError);
+        return false;
+    }
+    const BusyScope scope(impl_->busy);
+    impl_->setBreakpoints(breakpoints);
+    impl_->beginRun(context);
+    const bool ran = impl_->buildAndRun(*engine, *context, text);
+    impl_->endRun();
+    if (impl_->state.lastStoppedLine == 0) impl_->forgetStops();
+    return ran;
+}
+
+bool ScriptSession::continueApplication(asIScriptEngine* engine, asIScriptContext* context,
+                                        const std::vector<std::int32_t>* breakpoints,
+                                        std::int32_t stepMode) {
+    if (engine == nullptr || context == nullptr || impl_->busy) return false;
+    const BusyScope scope(impl_->busy);
+    impl_->state.stepMode = stepMode;
+    impl_->setBreakpoints(breakpoints);
+    impl_->limit.restart();
+    const bool ran = impl_->executeAndReport(*context);
+    if (!ran) impl_->state.lastStoppedLine = 0;
+    if (impl_->state.lastStoppedLine == 0) impl_->forgetStops();
+    scriptConsole().hide();
+    endProgress(impl_->state);
+    impl_->reportUnwritten();
+    return ran;
+}
+
+void ScriptSession::abandon(asIScriptContext* context) {
+    if (context == nullptr || impl_->busy) return;
+    const BusyScope scope(impl_->busy);
+    impl_->beginCleanup();
+    impl_->letGo(*context);
+}
+
+bool ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
+                                      const std::string& text) {
+    if (!build(&engine, text)) return fail(RunFailure::Kind::build, {});
+    messages.clear();
+    asIScriptModule* module = engine.GetModule("main", asGM_ONLY_IF_EXISTS);
+    asIScriptFunction* main = module != nullptr ? findFunction(*module, "int main()") : nullptr;
+    if (main == nullptr) return fail(RunFailure::Kind::noMain, kNoMainText);
+    beginCleanup();
+    if (context.Abort() < 0 || context.Unprepare() < 0 || context.Prepare(main) < 0)
+        return fail(RunFailure::Kind::prepare, kPrepareText);
+    return executeAndReport(context);
+}
+
+void ScriptSession::Impl::beginRun(asIScriptContext* context) {
+    setCurrent(context);
+    clearProgress(state.progressCaption);
+    clearProgress(state.progressText);
+    failure = {};
+    unwrittenShown = 0;
+    filesNoted.clear();
+    closeScriptFiles(session);
+    messages.clear();
+    state.lastStoppedLine = 0;
+    state.interacting = false;
+    interactionDepth = 0;
+    state.stepMode = 0;
+    state.boxesShown = 0;
+    scriptConsole().clear();
+    scriptConsole().hide();
+    state.stopRequest = false;
+    endProgress(state);
+    limit.begin(limits.hardCeilingMs);
+}
+
+void ScriptSession::Impl::endRun() {
+    scriptConsole().hide();
+    closeScriptFiles(session);
+    endProgress(state);
+    trimResultString();
+    reportUnwritten();
+}
+
+/// Uncounted, so that the engine can go when the host lets go of it; it says when the context goes.
+void ScriptSession::Impl::setCurrent(asIScriptContext* context) {
+    state.currentContext = context;
+    observeContext(context, *this);
+}
+
+void ScriptSession::Impl::setBreakpoints(const std::vector<std::int32_t>* lines) {
+    lineCallback.breakpoints().set(lines);
+}
+
+/// So that nothing else that runs on this context stops where nobody waits for it.
+void ScriptSession::Impl::forgetStops() {
+    setBreakpoints(nullptr);
+    state.stepMode = 0;
+}
+
+int ScriptSession::Impl::execute(asIScriptContext& context) {
+    setCurrent(&context);
+    lineCallback.forgetEnding();
+    context.AddRef();
+    boundEngineMemory(limits.runBytes);
+    running = true;
+    limit.beginExecution();
+    int result = 0;
+    {
+        const QuietArithmetic quiet;
+        result = lineCallback.execute(context, isOurs(&context));
+    }
+    limit.endExecution();
+    running = false;
+    state.interacting = false;
+    interactionDepth = 0;
+    if (context.Release() == 0) state.currentContext = nullptr;
+    return result;
+}
+
+bool ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
+    int result = execute(context);
+    // A destructor that was ended after the last statement leaves a run that looks finished.
+    const bool cut = lineCallback.ending() != LineCallback::Ending::none;
+    if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
+    if (result == asEXECUTION_FINISHED) state.lastStoppedLine = 0;
+    if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return true;
+    return failRun(context, result);
+}
+
+bool ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
+    using Kind = RunFailure::Kind;
+    if (lineCallback.ending() == LineCallback::Ending::outOfMemory)
+        return failWithException(currentLine(context), "Out of memory");
+    if (result == asEXECUTION_ABORTED) {
+        const bool stopped = lineCallback.ending() == LineCallback::Ending::stopped;
+        return fail(stopped ? Kind::stopped : Kind::timeOut, kAbortedText, currentLine(context));
+    }
+    if (result == asEXECUTION_EXCEPTION)
+        return failWithException(context.GetExceptionLineNumber(), context.GetExceptionString());
+    return fail(Kind::other, kUnforeseenText);
+}
+
+bool ScriptSession::Impl::failWithException(std::int32_t line, const char* description) {
+    return fail(RunFailure::Kind::exception,
+                "The script ended with an exception.\n\nline: " + std::to_string(line) +
+                    "\ndesc: " + (description != nullptr ? description : ""),
+                line);
+}
+
+bool ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text, std::int32_t line) {
+    failure.kind = kind;
+    failure.text = std::move(text);
+    failure.line = std::max(line, 0);
+    if (!failure.text.empty()) showReport(failure.text, box_style::kIconError);
+    return false;
+}
+
+/// One box for all that is new, so that a full disk costs one click.
+void ScriptSession::Impl::reportUnwritten() {
+    std::string text;
+    for (; unwrittenShown < failure.unwritten.size(); ++unwrittenShown)
+        text += (text.empty() ? "" : "\n") + failure.unwritten[unwrittenShown];
+    if (!text.empty()) showReport(text, box_style::kIconError);
+}
+
+void ScriptSession::Impl::endSuspended(asIScriptEngine& engine) {
+    asIScriptContext* const context = state.currentContext;
+    if (context == nullptr || context->GetEngine() != &engine) return;
+    if (context->GetState() == asEXECUTION_SUSPENDED) letGo(*context);
+}
+
+void ScriptSession::Impl::letGo(asIScriptContext& context) {
+    if (context.GetState() == asEXECUTION_ACTIVE) return;
+    context.Abort();
+    context.Unprepare();
+}
+
+void ScriptSession::Impl::showReport(const std::string& text, std::uint32_t style) {
+    MessageBoxRequest request;
+    request.caption = kModuleCaption;
+    request.text = text;
+    request.style = style;
+    request.plain = true;
+    request.runReport = true;
+    session.show(request);
+}
+
+void ScriptSession::Impl::onStopped() {
+    scriptConsole().hide();
+    showReport(kStoppedText, box_style::kIconWarning);
+}
+
+void ScriptSession::Impl::onTimedOut() {
+    scriptConsole().hide();
+}
+
+}  // namespace korvant

@@ -1,0 +1,24 @@
+// A look at a script's text ahead of the compiler.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/engine/limits.h"
+
+namespace korvant {
+
+/// Why a text is not given to the compiler.
+struct ScanRefusal {
+    std::string text;         ///< as a compiler would say it
+    std::int32_t row = 1;     ///< 1-based
+    std::int32_t column = 1;  ///< 1-based
+};
+
+/// Refuses what would overflow the compiler's stack or its message buffer, or keep it busy without
+/// end; nothing for every other text, however wrong. Linear in the text's length.
+std::optional<ScanRefusal> scanSource(std::string_view text, const Limits& limits);
+
+}  // namespace korvant

@@ -1,0 +1,92 @@
+#include "host/terminal/stream_input.h"
+
+#include "base/system/key_codes.h"
+#include "base/system/os_file.h"
+#include "base/system/terminal_state.h"
+#include "base/text/text_encoding.h"
+
+namespace korvant {
+
+namespace {
+
+/// How long the rest of a key may be on its way; a lone escape byte is the Escape key after that.
+constexpr int kKeyGapMilliseconds = 30;
+
+}  // namespace
+
+StreamInput::StreamInput(int handle) : handle_(handle), terminal_(isTerminal(handle)) {}
+
+void StreamInput::feed(std::string line) {
+    fed_.push_back(std::move(line) + "\n");
+}
+
+int StreamInput::bufferedChar() {
+    return next_ < bytes_.size() ? static_cast<unsigned char>(bytes_[next_++]) : -1;
+}
+
+int StreamInput::readChar(StopQuery shouldStop) {
+    const int state = next_ < bytes_.size() ? 0 : fill(shouldStop);
+    return state == 0 ? bufferedChar() : state;
+}
+
+int StreamInput::fill(StopQuery shouldStop) {
+    next_ = 0;
+    if (!fed_.empty()) {
+        bytes_ = std::move(fed_.front());
+        fed_.pop_front();
+        return 0;
+    }
+    bytes_.clear();
+    leaveSingleKeyMode();
+    char piece[8192];
+    std::size_t got = 0;
+    const ReadState state = readSome(handle_, piece, sizeof piece, got, shouldStop);
+    if (state == ReadState::stopped) return kStopped;
+    if (state == ReadState::end) return kEndOfInput;
+    const std::string_view read(piece, got);
+    bytes_ = terminal_ ? encodeTyped(read) : std::string(read);
+    return 0;
+}
+
+void StreamInput::unreadChar(int byte) {
+    if (byte < 0) return;
+    if (next_ == 0)
+        bytes_.insert(bytes_.begin(), static_cast<char>(byte));
+    else
+        bytes_[--next_] = static_cast<char>(byte);
+}
+
+int StreamInput::readKey(StopQuery shouldStop) {
+    return terminal_ ? keyFromTerminal(shouldStop) : readChar(shouldStop);
+}
+
+int StreamInput::keyFromTerminal(StopQuery shouldStop) {
+    if (keys_.empty()) {
+        int state = 0;
+        const std::string bytes = readKeyBytes(shouldStop, state);
+        if (bytes.empty()) return state;
+        for (const int code : keyCodes(bytes)) keys_.push_back(code);
+    }
+    const int code = keys_.front();
+    keys_.pop_front();
+    return code;
+}
+
+std::string StreamInput::readKeyBytes(StopQuery shouldStop, int& state) {
+    enterSingleKeyMode();
+    std::string bytes;
+    while (keyGoesOn(bytes)) {
+        if (!bytes.empty() && !awaitBytes(handle_, kKeyGapMilliseconds)) break;
+        char byte = 0;
+        std::size_t got = 0;
+        const ReadState read = readSome(handle_, &byte, 1, got, shouldStop);
+        if (read != ReadState::bytes) {
+            state = read == ReadState::stopped ? kStopped : kEndOfInput;
+            break;
+        }
+        bytes.push_back(byte);
+    }
+    return bytes;
+}
+
+}  // namespace korvant

@@ -1,0 +1,43 @@
+// Input from a descriptor: lines, bytes and single keys.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+
+#include "base/text/byte_source.h"
+
+namespace korvant {
+
+/// Standard input as scripts read it. On a terminal what was typed becomes bytes as encodeTyped
+/// says; from a pipe or file every byte comes as it stands.
+class StreamInput final : public ByteSource {
+  public:
+    /// `handle` stays the caller's.
+    explicit StreamInput(int handle);
+
+    bool terminal() const noexcept { return terminal_; }
+    /// A line that is read before anything of the stream.
+    void feed(std::string line);
+    /// A byte of the line or piece that was read last, taken; -1 for none.
+    int bufferedChar();
+    int readChar(StopQuery shouldStop) override;
+    void unreadChar(int byte) override;
+    /// On a terminal one key, at once and without echo, whatever is left of a typed line; from
+    /// anything else the next byte.
+    int readKey(StopQuery shouldStop);
+
+  private:
+    int fill(StopQuery shouldStop);
+    int keyFromTerminal(StopQuery shouldStop);
+    std::string readKeyBytes(StopQuery shouldStop, int& state);
+
+    int handle_;
+    bool terminal_;
+    std::deque<std::string> fed_;
+    std::string bytes_;
+    std::size_t next_ = 0;
+    std::deque<int> keys_;  ///< codes of a key that are still to be given
+};
+
+}  // namespace korvant

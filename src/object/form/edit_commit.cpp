@@ -1,0 +1,78 @@
+// Values that the user enters.
+#include "object/form/edit_state.h"
+#include "object/form/form_texts.h"
+#include "object/form/report_text.h"
+#include "object/form/value_text.h"
+
+namespace korvant {
+
+namespace {
+
+/// The message of a typed value that is refused; accepted otherwise.
+template <class Value>
+EditCommit refused(TypedValue<Value>& typed) {
+    return {false, std::move(typed.message)};
+}
+
+}  // namespace
+
+EditCommit EditState::store(std::int32_t row, const SlotValue& value) {
+    lastEdited = row;
+    transact({layout.pageOfRow[at(row)], row}, row, false, [&] { values.set(row, value); });
+    return {};
+}
+
+std::vector<std::int32_t> EditState::radioMembers(std::int32_t row) const {
+    const EditRow& chosen = layout.rows[at(row)];
+    if (chosen.radioGroup < 0) return {row};
+    std::vector<std::int32_t> members;
+    for (const EditRow& other : layout.rows)
+        if (other.letter == 'b' && other.radioGroup == chosen.radioGroup &&
+            desk.groupOfRow(other.property) == desk.groupOfRow(row))
+            members.push_back(other.property);
+    return members;
+}
+
+EditCommit EditState::storeBoolean(std::int32_t row, bool value) {
+    const bool radio = layout.rows[at(row)].radioGroup >= 0;
+    if (!radio) return store(row, value);
+    // The chosen one of a radio group is cleared by choosing another.
+    if (!value) return {};
+    lastEdited = row;
+    transact({layout.pageOfRow[at(row)], row}, row, false, [&] {
+        for (const std::int32_t member : radioMembers(row))
+            values.setBoolean(member, member == row);
+    });
+    return {};
+}
+
+EditCommit EditState::storeTyped(std::int32_t row, const std::string& typed) {
+    const Evaluate evaluate = [this](std::string_view text) { return rules.evaluate(text); };
+    const EditRow& target = layout.rows[at(row)];
+    switch (target.letter) {
+        case 'l': {
+            auto whole = readInteger(typed, evaluate, layout.locale);
+            return whole.accepted ? store(row, whole.value) : refused(whole);
+        }
+        case 'd': {
+            auto real = readReal(typed, evaluate, layout.locale);
+            return real.accepted ? store(row, real.value) : refused(real);
+        }
+        case 'c': {
+            auto colour = readColour(typed, layout.locale);
+            return colour.accepted ? store(row, colour.value) : refused(colour);
+        }
+        case 'o': {
+            auto option = readOption(typed, target.options, layout.locale);
+            return option.accepted ? store(row, option.value) : refused(option);
+        }
+        case 'b': {
+            auto boolean = readBoolean(typed, layout.locale);
+            return boolean.accepted ? storeBoolean(row, boolean.value) : refused(boolean);
+        }
+        default:
+            return store(row, typed);
+    }
+}
+
+}  // namespace korvant

@@ -1,0 +1,95 @@
+// An edited form on its way back into its object.
+#include "object/form/edit_state.h"
+
+namespace korvant {
+
+namespace {
+
+struct NewValue {
+    std::int32_t property = 0;
+    ValueSlots slots;
+};
+
+struct NewGroup {
+    std::string name;
+    std::vector<SharedModel> elements;
+    std::int32_t current = 0;
+};
+
+/// The rows of a group that nobody touched keep what the object itself holds there.
+bool belongsToTouched(const EditState& session, std::int32_t row) {
+    const int group = session.desk.groupOfRow(row);
+    return group == GroupDesk::kNoGroup || session.desk.changed(group);
+}
+
+std::vector<NewValue> newValues(const EditState& session, const ObjectModel& object) {
+    std::vector<NewValue> values;
+    const std::int32_t count = std::min(session.layout.count(), object.count());
+    for (std::int32_t row = 0; row < count; ++row) {
+        const PropertyRecord& property = object.properties[static_cast<std::size_t>(row)];
+        // Somebody may have cleared the object meanwhile and given the index to another property.
+        if (property.name != session.layout.rows[static_cast<std::size_t>(row)].name) continue;
+        if (!belongsToTouched(session, row)) continue;
+        ValueSlots slots = session.values.slots(row);
+        if (!sameSlots(slots, slotsOf(object, property))) values.push_back({row, std::move(slots)});
+    }
+    return values;
+}
+
+std::vector<NewGroup> newGroups(const EditState& session) {
+    std::vector<NewGroup> groups;
+    for (int number = 0; number < session.desk.count(); ++number) {
+        const EditGroup& group = session.desk.group(number);
+        if (!session.desk.changed(number)) continue;
+        NewGroup made{group.name, {}, group.content.current};
+        for (const ElementPlace& place : *group.content.list)
+            made.elements.push_back(session.desk.toModel(number, *place.now));
+        groups.push_back(std::move(made));
+    }
+    return groups;
+}
+
+std::size_t growth(const std::vector<NewValue>& values, const ObjectModel& object) {
+    std::size_t bytes = 0;
+    for (const NewValue& one : values) {
+        const PropertyRecord& property = object.properties[static_cast<std::size_t>(one.property)];
+        const std::size_t before = object.textOf(property).size();
+        if (one.slots.text.size() > before) bytes += one.slots.text.size() - before;
+    }
+    return bytes;
+}
+
+}  // namespace
+
+std::vector<std::int32_t> copyBack(EditState& session, ObjectModel& object) {
+    for (int number = 0; number < session.desk.count(); ++number)
+        if (session.desk.group(number).outer == GroupDesk::kNoGroup)
+            session.desk.getGroupDlg(number);
+    std::vector<NewValue> values = newValues(session, object);
+    std::vector<NewGroup> groups = newGroups(session);
+    std::vector<std::int32_t> changed;
+    changed.reserve(values.size());
+    for (const NewValue& one : values)
+        if (!one.slots.text.empty())
+            object.ownText(object.properties[static_cast<std::size_t>(one.property)]);
+    object.charged.add(growth(values, object));
+    // From here on nothing can fail, so that the object gets all of it or nothing.
+    for (NewValue& one : values) {
+        PropertyRecord& property = object.properties[static_cast<std::size_t>(one.property)];
+        if (property.text >= 0) object.ownText(property).swap(one.slots.text);
+        property.integer = one.slots.integer;
+        property.real = one.slots.real;
+        property.boolean = one.slots.boolean;
+        changed.push_back(one.property);
+    }
+    for (NewGroup& one : groups) {
+        GroupRecord* group = object.findGroup(one.name);
+        if (group == nullptr) continue;
+        group->hasElements = group->hasElements || !one.elements.empty();
+        group->elements.swap(one.elements);
+        group->current = one.current;
+    }
+    return changed;
+}
+
+}  // namespace korvant

@@ -1,0 +1,151 @@
+#include "object/form/value_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "base/text/number_text.h"
+#include "object/form/form_texts.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+template <class Value>
+TypedValue<Value> accepted(Value value) {
+    return {true, value, {}};
+}
+
+template <class Value>
+TypedValue<Value> refused(FormText why, std::int32_t locale) {
+    return {false, Value{}, formText(why, locale)};
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool sameWord(std::string_view a, std::string_view b) {
+    const auto same = [](char x, char y) { return lower(x) == lower(y); };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
+}
+
+/// An expression would read "1.2.3" as 1.2.
+bool hasBrokenNumber(std::string_view text) {
+    int points = 0;
+    for (const char c : text) {
+        const bool inNumber = c == '.' || (c >= '0' && c <= '9');
+        points = inNumber ? points + (c == '.' ? 1 : 0) : 0;
+        if (points > 1) return true;
+    }
+    return false;
+}
+
+std::optional<std::int32_t> hexColour(std::string_view text) {
+    std::uint32_t rgb = 0;
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data() + 1, end, rgb, 16);
+    if (text.size() != 7 || read.ec != std::errc() || read.ptr != end) return {};
+    const std::uint32_t bgr = (rgb & 0xFFU) << 16 | (rgb & 0xFF00U) | rgb >> 16;
+    return static_cast<std::int32_t>(bgr);
+}
+
+/// Three numbers from 0 to 255 with commas between them.
+std::optional<std::int32_t> listedColour(std::string_view text) {
+    std::int32_t colour = 0;
+    for (int shift = 0; shift <= 16; shift += 8) {
+        const std::size_t comma = shift < 16 ? text.find(',') : text.size();
+        if (comma == std::string_view::npos) return {};
+        const auto part = parseInt(trimmed(text.substr(0, comma)));
+        if (!part || *part < 0 || *part > 255) return {};
+        colour |= *part << shift;
+        text.remove_prefix(std::min(comma + 1, text.size()));
+    }
+    return colour;
+}
+
+}  // namespace
+
+std::string realText(double value) {
+    const float narrow = static_cast<float>(value);
+    const bool exact = std::isfinite(value) && static_cast<double>(narrow) == value;
+    return exact ? formatShortest(narrow) : formatShortest(value);
+}
+
+std::string colourText(std::int32_t colour) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text = "#";
+    for (int shift = 0; shift <= 16; shift += 8) {
+        text += kDigits[(colour >> (shift + 4)) & 15];
+        text += kDigits[(colour >> shift) & 15];
+    }
+    return text;
+}
+
+TypedValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
+    const std::string_view text = trimmed(typed);
+    if (text.empty() || hasBrokenNumber(text))
+        return refused<double>(FormText::needsNumber, locale);
+    double value = 0.0;
+    if (const auto plain = parseNumber(text)) {
+        value = *plain;
+    } else {
+        ExpressionResult result = evaluate(text);
+        if (!result.error.empty()) return {false, 0.0, std::move(result.error)};
+        value = result.value;
+    }
+    return std::isfinite(value) ? accepted(value) : refused<double>(FormText::notFinite, locale);
+}
+
+TypedValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
+                                     std::int32_t locale) {
+    if (const auto plain = parseInt(trimmed(typed))) return accepted(*plain);
+    TypedValue<double> real = readReal(typed, evaluate, locale);
+    if (!real.accepted) return {false, 0, std::move(real.message)};
+    using Range = std::numeric_limits<std::int32_t>;
+    if (std::trunc(real.value) != real.value)
+        return refused<std::int32_t>(FormText::notWhole, locale);
+    if (real.value < Range::min() || real.value > Range::max())
+        return refused<std::int32_t>(FormText::beyond32Bits, locale);
+    return accepted(static_cast<std::int32_t>(real.value));
+}
+
+TypedValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale) {
+    const std::string_view text = trimmed(typed);
+    const bool hex = !text.empty() && text.front() == '#';
+    std::optional<std::int32_t> colour = hex ? hexColour(text) : listedColour(text);
+    if (!colour && !hex) colour = parseInt(text);
+    return colour ? accepted(*colour) : refused<std::int32_t>(FormText::needsColour, locale);
+}
+
+TypedValue<bool> readBoolean(std::string_view typed, std::int32_t locale) {
+    const std::string_view text = trimmed(typed);
+    const std::string yes = formText(FormText::yes, locale);
+    const std::string no = formText(FormText::no, locale);
+    for (const std::string_view word : {std::string_view(yes), std::string_view("yes"),
+                                        std::string_view("true"), std::string_view("1")})
+        if (sameWord(text, word)) return accepted(true);
+    for (const std::string_view word : {std::string_view(no), std::string_view("no"),
+                                        std::string_view("false"), std::string_view("0")})
+        if (sameWord(text, word)) return accepted(false);
+    return refused<bool>(FormText::needsYesOrNo, locale);
+}
+
+TypedValue<std::int32_t> readOption(std::string_view typed, const std::vector<std::string>& options,
+                                    std::int32_t locale) {
+    const auto found = std::find(options.begin(), options.end(), typed);
+    if (found == options.end()) return refused<std::int32_t>(FormText::needsOption, locale);
+    return accepted(static_cast<std::int32_t>(found - options.begin()));
+}
+
+}  // namespace korvant

@@ -1,0 +1,58 @@
+// Showing a property object to the user.
+#include "host/library/dialog_functions.h"
+#include "host/library/script_console.h"
+#include "host/run/script_session.h"
+#include "object/form/edit_state.h"
+#include "object/script/object_access.h"
+#include "object/script/object_editor.h"
+
+using korvant::ObjectAccess;
+using korvant::orRaise;
+
+namespace {
+
+/// The listener of a property may change the object, so each is looked up when its turn comes.
+void tellListeners(ScriptObject& object, const std::vector<std::int32_t>& changed) {
+    for (const std::int32_t index : changed) {
+        const korvant::ObjectModel& model = ObjectAccess::model(object);
+        if (!model.holds(index)) continue;
+        KorStampListener* listener = model.listeners[static_cast<std::size_t>(index)];
+        const std::string name = model.properties[static_cast<std::size_t>(index)].name;
+        if (listener != nullptr) listener->propertyChanged(object, name);
+    }
+}
+
+}  // namespace
+
+namespace korvant {
+
+bool scriptIsToEnd() noexcept {
+    return moduleSession().running() && moduleSession().state().stopRequest;
+}
+
+bool ObjectAccess::runEditor(ScriptObject& object) {
+    if (scriptIsToEnd()) return false;
+    EditSession session(model(object));
+    if (!objectEditor().run(session)) return false;
+    const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));
+    orRaise([&] { tellListeners(object, changed); });
+    return true;
+}
+
+}  // namespace korvant
+
+bool ScriptObject::edit() {
+    const korvant::ObjectHold hold(*this);
+    const korvant::UiScopeGuard scope;
+    const Hook after = m_after;
+    const bool confirmed = orRaise(false, [this] {
+        if (m_before != nullptr) m_before();
+        korvant::scriptConsole().flush();
+        return ObjectAccess::runEditor(*this);
+    });
+    orRaise([after] {
+        // The hook that was there at the beginning, if one is there now.
+        if (m_after != nullptr && after != nullptr) after();
+    });
+    return confirmed;
+}

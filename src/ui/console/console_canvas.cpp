@@ -1,0 +1,305 @@
+#include "ui/console/console_canvas.h"
+
+#include <wx/dcclient.h>
+#include <wx/menu.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+
+#include "ui/console/console_keys.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/theme.h"
+#include "ui/kit/ui_texts.h"
+
+namespace korvant::ui {
+namespace {
+
+/// By attribute bits: 1 blue, 2 green, 4 red, 8 intense. Source: the default colours of the
+/// console of Windows 10.
+constexpr unsigned kColours[16] = {0x0C0C0C, 0x0037DA, 0x13A10E, 0x3A96DD, 0xC50F1F, 0x881798,
+                                   0xC19C00, 0xCCCCCC, 0x767676, 0x3B78FF, 0x16C60C, 0x61D6D6,
+                                   0xE74856, 0xB4009E, 0xF9F1A5, 0xF2F2F2};
+constexpr int kWheelLines = 3;
+
+wxColour colour(unsigned index) {
+    const unsigned rgb = kColours[index & 15];
+    return wxColour((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
+}
+
+wxString textOf(std::span<const ConsoleCell> cells) {
+    std::string utf8;
+    for (const ConsoleCell& cell : cells)
+        if (cell.character != 0) appendUtf8(utf8, cell.character);
+    return fromUtf8(utf8);
+}
+
+/// Cells that can be drawn as one text: same colours, and characters that surely have the width
+/// of a cell.
+std::size_t runLength(std::span<const ConsoleCell> cells, std::size_t start) {
+    const auto narrow = [](const ConsoleCell& cell) { return cell.character < 127; };
+    std::size_t end = start + 1;
+    if (!narrow(cells[start])) {
+        while (end < cells.size() && cells[end].character == 0) ++end;
+        return end - start;
+    }
+    while (end < cells.size() && narrow(cells[end]) && cells[end].character != 0 &&
+           cells[end].attributes == cells[start].attributes)
+        ++end;
+    return end - start;
+}
+
+}  // namespace
+
+ConsoleCanvas::ConsoleCanvas(wxWindow* parent, const ConsoleGrid& grid, wxScrollBar& bar)
+    : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS | wxBORDER_NONE),
+      grid_(grid),
+      bar_(bar) {
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    SetFont(fixedFont());
+    cell_ = GetTextExtent(wxT("M"));
+    SetCursor(wxCursor(wxCURSOR_IBEAM));
+    connect();
+}
+
+void ConsoleCanvas::connect() {
+    Bind(wxEVT_PAINT, &ConsoleCanvas::onPaint, this);
+    Bind(wxEVT_CHAR, &ConsoleCanvas::onChar, this);
+    Bind(wxEVT_LEFT_DCLICK, &ConsoleCanvas::onDoubleClick, this);
+    Bind(wxEVT_CONTEXT_MENU, &ConsoleCanvas::onContextMenu, this);
+    for (const auto type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MIDDLE_UP})
+        Bind(type, &ConsoleCanvas::onMouse, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
+    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
+        scrollTo(first_ + (event.GetWheelRotation() > 0 ? -kWheelLines : kWheelLines));
+    });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        painted_ = ~std::uint64_t{0};
+        update();
+        event.Skip();
+    });
+    for (const auto type : {wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_CHANGED})
+        bar_.Bind(type, [this](wxScrollEvent& event) {
+            scrollTo(grid_.firstLine() + event.GetPosition());
+        });
+}
+
+wxSize ConsoleCanvas::sizeFor(int columns, int rows) const {
+    return {columns * cell_.x, rows * cell_.y};
+}
+
+int ConsoleCanvas::shownRows() const {
+    return std::max(1, GetClientSize().y / cell_.y);
+}
+
+void ConsoleCanvas::update() {
+    if (painted_ == grid_.version()) return;
+    painted_ = grid_.version();
+    if (follows_) followCursor();
+    first_ = std::max(first_, grid_.firstLine());
+    updateBar();
+    Refresh(false);
+}
+
+/// The view moves only as far as it must to keep the cursor in sight.
+void ConsoleCanvas::followCursor() {
+    follows_ = true;
+    const std::int64_t line = grid_.cursor().line;
+    first_ = std::clamp(first_, std::max(grid_.firstLine(), line - shownRows() + 1),
+                        std::max(line, grid_.firstLine()));
+    if (first_ < grid_.topLine() && line - grid_.topLine() < shownRows()) first_ = grid_.topLine();
+    updateBar();
+    Refresh(false);
+}
+
+void ConsoleCanvas::scrollTo(std::int64_t firstLine) {
+    const std::int64_t last = std::max(grid_.firstLine(), grid_.endLine() - shownRows());
+    first_ = std::clamp(firstLine, grid_.firstLine(), last);
+    const std::int64_t cursor = grid_.cursor().line;
+    follows_ = cursor >= first_ && cursor < first_ + shownRows();
+    updateBar();
+    Refresh(false);
+}
+
+void ConsoleCanvas::updateBar() {
+    const auto lines = static_cast<int>(grid_.endLine() - grid_.firstLine());
+    const auto position = static_cast<int>(first_ - grid_.firstLine());
+    const int rows = shownRows();
+    bar_.SetScrollbar(position, rows, std::max(lines, position + rows), rows);
+}
+
+void ConsoleCanvas::onPaint(wxPaintEvent&) {
+    wxPaintDC dc(this);
+    dc.SetBackground(wxBrush(colour(0)));
+    dc.Clear();
+    dc.SetFont(GetFont());
+    const auto marked = selection();
+    for (int row = 0; row <= shownRows(); ++row) paintRow(dc, row, marked);
+    paintCursor(dc);
+}
+
+void ConsoleCanvas::paintRow(wxDC& dc, int row, const std::optional<Selection>& marked) {
+    const std::int64_t number = first_ + row;
+    const auto cells = grid_.line(number);
+    std::size_t column = 0;
+    const auto isMarked = [&](std::size_t at) {
+        const ConsolePlace place{number, static_cast<int>(at)};
+        return marked && place >= marked->first && place < marked->second;
+    };
+    while (column < cells.size()) {
+        std::size_t length = runLength(cells, column);
+        const bool inverse = isMarked(column);
+        for (std::size_t i = 1; i < length; ++i)
+            if (isMarked(column + i) != inverse) length = i;
+        paintRun(dc, row, static_cast<int>(column), cells.subspan(column, length), inverse);
+        column += length;
+    }
+}
+
+void ConsoleCanvas::paintRun(wxDC& dc, int row, int column, std::span<const ConsoleCell> cells,
+                             bool marked) {
+    const unsigned attributes = cells.front().attributes;
+    wxColour front = colour(attributes), back = colour(attributes >> 4);
+    if (marked) {
+        front = wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT);
+        back = wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT);
+    }
+    const wxPoint corner(column * cell_.x, row * cell_.y);
+    if (marked || (attributes & 0xF0) != 0) {
+        dc.SetPen(*wxTRANSPARENT_PEN);
+        dc.SetBrush(wxBrush(back));
+        dc.DrawRectangle(corner, wxSize(static_cast<int>(cells.size()) * cell_.x, cell_.y));
+    }
+    dc.SetTextForeground(front);
+    dc.DrawText(textOf(cells), corner);
+}
+
+void ConsoleCanvas::paintCursor(wxDC& dc) {
+    const ConsolePlace cursor = grid_.cursor();
+    const auto row = static_cast<int>(cursor.line - first_);
+    if (row < 0 || row > shownRows()) return;
+    const int thickness = std::max(2, cell_.y / 6);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(colour(7)));
+    dc.DrawRectangle(std::min(cursor.column, grid_.columns() - 1) * cell_.x,
+                     (row + 1) * cell_.y - thickness, cell_.x, thickness);
+}
+
+void ConsoleCanvas::onChar(wxKeyEvent& event) {
+    if (handleShortcut(event) || handleScrollKey(event)) return;
+    const auto key = consoleKeyOf(event);
+    if (!key) {
+        event.Skip();
+        return;
+    }
+    followCursor();
+    if (onKey) onKey(*key);
+}
+
+bool ConsoleCanvas::handleShortcut(const wxKeyEvent& event) {
+    switch (consoleShortcutOf(event)) {
+        case ConsoleShortcut::interrupt:
+            if (onInterrupt) onInterrupt();
+            return true;
+        case ConsoleShortcut::copy:
+            copy();
+            return true;
+        case ConsoleShortcut::paste:
+            paste();
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool ConsoleCanvas::handleScrollKey(const wxKeyEvent& event) {
+    switch (consoleShortcutOf(event)) {
+        case ConsoleShortcut::pageUp:
+            scrollTo(first_ - shownRows());
+            return true;
+        case ConsoleShortcut::pageDown:
+            scrollTo(first_ + shownRows());
+            return true;
+        case ConsoleShortcut::toStart:
+            scrollTo(grid_.firstLine());
+            return true;
+        case ConsoleShortcut::toEnd:
+            followCursor();
+            return true;
+        default:
+            return false;
+    }
+}
+
+ConsolePlace ConsoleCanvas::placeAt(const wxPoint& point) const {
+    const int row = std::clamp(point.y, 0, GetClientSize().y) / cell_.y;
+    const int column = std::clamp((point.x + cell_.x / 2) / cell_.x, 0, grid_.columns());
+    return {std::clamp(first_ + row, grid_.firstLine(), grid_.endLine() - 1), column};
+}
+
+void ConsoleCanvas::onMouse(wxMouseEvent& event) {
+    const ConsolePlace place = placeAt(event.GetPosition());
+    if (event.LeftDown()) {
+        SetFocus();
+        CaptureMouse();
+        select(place, place);
+    } else if (event.Dragging() && event.LeftIsDown() && anchor_ && HasCapture()) {
+        if (event.GetY() < 0) scrollTo(first_ - 1);
+        if (event.GetY() > GetClientSize().y) scrollTo(first_ + 1);
+        select(*anchor_, place);
+    } else if (event.LeftUp() && HasCapture()) {
+        ReleaseMouse();
+    } else if (event.MiddleUp()) {
+        paste(true);
+    }
+}
+
+void ConsoleCanvas::onDoubleClick(wxMouseEvent& event) {
+    const int column = std::max(0, event.GetX() / cell_.x);
+    const auto word = grid_.wordAt({placeAt(event.GetPosition()).line, column});
+    select(word.first, word.second);
+}
+
+void ConsoleCanvas::onContextMenu(wxContextMenuEvent&) {
+    if (mayAsk && !mayAsk()) return;
+    wxMenu menu;
+    menu.Append(wxID_COPY, uiText(UiText::copy) + wxT("\tCtrl+Shift+C"));
+    menu.Append(wxID_PASTE, uiText(UiText::paste) + wxT("\tCtrl+V"));
+    menu.Append(wxID_SELECTALL, uiText(UiText::selectAll));
+    menu.Enable(wxID_COPY, hasSelection());
+    menu.Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
+        if (event.GetId() == wxID_COPY) copy();
+        if (event.GetId() == wxID_PASTE) paste();
+        if (event.GetId() == wxID_SELECTALL) selectAll();
+    });
+    PopupMenu(&menu);
+}
+
+std::optional<ConsoleCanvas::Selection> ConsoleCanvas::selection() const {
+    if (!anchor_ || *anchor_ == head_) return std::nullopt;
+    return std::minmax(*anchor_, head_);
+}
+
+void ConsoleCanvas::select(ConsolePlace from, ConsolePlace to) {
+    anchor_ = from;
+    head_ = to;
+    Refresh(false);
+}
+
+void ConsoleCanvas::selectAll() {
+    select({grid_.firstLine(), 0}, {grid_.endLine(), 0});
+}
+
+void ConsoleCanvas::copy() {
+    if (const auto marked = selection())
+        copyToClipboard(fromUtf8(grid_.text(marked->first, marked->second)));
+}
+
+void ConsoleCanvas::paste(bool primarySelection) {
+    if (mayAsk && !mayAsk()) return;
+    followCursor();
+    for (const wxUniChar character : textFromClipboard(primarySelection))
+        if (const auto key = consoleKeyOf(character); key && onKey) onKey(*key);
+}
+
+}  // namespace korvant::ui

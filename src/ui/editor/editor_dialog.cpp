@@ -1,0 +1,175 @@
+#include "ui/editor/editor_dialog.h"
+
+#include <wx/evtloop.h>
+#include <wx/iconbndl.h>
+#include <wx/stc/stc.h>
+#include <wx/utils.h>
+#include <wx/windowptr.h>
+
+#include <algorithm>
+
+#include "base/system/file_operations.h"
+#include "base/system/user_folders.h"
+#include "editor/control/control_setup.h"
+#include "ui/editor/editor_control.h"
+#include "ui/editor/editor_keys.h"
+#include "ui/editor/editor_native.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/theme.h"
+#include "ui/kit/ui_runtime.h"
+#include "ui/kit/window_place.h"
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kFirstWidth = 900, kFirstHeight = 720;
+constexpr int kTickMilliseconds = 1000;
+constexpr char kSystemMenuAbout[] = "&About Script Editor...";
+
+wxSize firstSize(const wxFrame& frame) {
+    const wxSize wanted = frame.FromDIP(wxSize(kFirstWidth, kFirstHeight));
+    const wxRect area = workArea(nullptr);
+    return {std::min(wanted.x, area.width), std::min(wanted.y, area.height)};
+}
+
+wxRect toPixels(const wxWindow& window, const Rectangle& place) {
+    return {window.FromDIP(wxPoint(place.x, place.y)),
+            window.FromDIP(wxSize(place.width, place.height))};
+}
+
+/// What tells two white controls apart.
+wxWindow* makeRule(wxWindow& parent) {
+    auto* rule = new wxWindow(&parent, wxID_ANY);
+    rule->SetCanFocus(false);
+    rule->SetBackgroundColour(currentTheme().rule);
+    return rule;
+}
+
+}  // namespace
+
+CEditorDlg::CEditorDlg(std::span<const FunctionFamily> families)
+    : wxFrame(nullptr, wxID_ANY, "Script Editor"),
+      menus_(*this, [this](int command) { editor_.command(command); }),
+      editor_({moduleSession(), *this, systemFiles(), userDataFolder(), programFolder(), families}),
+      timer_(this) {}
+
+CEditorDlg::~CEditorDlg() {
+    timer_.Stop();
+    editor_.closed();
+    DestroyChildren();
+}
+
+void CEditorDlg::connect() {
+    Bind(wxEVT_CHAR_HOOK, &CEditorDlg::onKey, this);
+    Bind(wxEVT_CLOSE_WINDOW, &CEditorDlg::onClose, this);
+    Bind(wxEVT_SIZE, [this](wxSizeEvent&) { layOutControls(); });
+    Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+        layOutControls();
+        event.Skip();
+    });
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { editor_.tick(); });
+}
+
+void CEditorDlg::initialise() {
+    SetIcons(native::editorIcons());
+    native::addSystemMenuItem(*this, kSystemMenuAbout,
+                              [this] { editor_.command(command_id::kSystemAbout); });
+    connect();
+    SetSize(firstSize(*this));
+    CentreOnScreen();
+    editor_.initialise();
+    layOutControls();
+}
+
+void CEditorDlg::runModal() {
+    wxEventLoop loop;
+    const LoopGuard guard([this] { onDisplayLost(); });
+    initialise();
+    const wxWindowDisabler others(this);
+    const native::OnlyWindow only(*this);
+    Show();
+    activate();
+    focusEditor();
+    timer_.Start(kTickMilliseconds);
+    CallAfter([this] { editor_.shown(); });
+    if (!ended_) {
+        loop_ = &loop;
+        loop.Run();
+        loop_ = nullptr;
+    }
+    timer_.Stop();
+    Hide();
+}
+
+ControlSend CEditorDlg::createControl(ControlKind kind) {
+    const bool isEditor = kind == ControlKind::editor;
+    wxStyledTextCtrl*& control = isEditor ? editorControl_ : outputControl_;
+    control = makeTextControl(this);
+    if (!control) return {};
+    forwardNotifications(*control, [this, isEditor](const ControlNotification& notification) {
+        isEditor ? editor_.editorNotified(notification) : editor_.outputNotified(notification);
+    });
+    if (isEditor)
+        control->Bind(wxEVT_CONTEXT_MENU, &CEditorDlg::onContextMenu, this);
+    else
+        rule_ = makeRule(*control);
+    return sendTo(*control);
+}
+
+/// The layout is given for 96 dots per inch; what the scaling rounds goes to the editor's height
+/// and to both widths.
+void CEditorDlg::layOutControls() {
+    const wxSize client = GetClientSize();
+    const wxSize scaled = ToDIP(client);
+    const EditorLayout layout = layOut(scaled.x, scaled.y);
+    wxRect editor = toPixels(*this, layout.editor), output = toPixels(*this, layout.output);
+    editor.width = output.width = client.x;
+    output.y = editor.height = std::max(client.y - output.height, 0);
+    if (editorControl_) editorControl_->SetSize(editor);
+    if (outputControl_) outputControl_->SetSize(output);
+    if (rule_) rule_->SetSize(0, 0, client.x, FromDIP(1));
+}
+
+/// The one place for keys. F10 ends here, since it would open the menu bar.
+void CEditorDlg::onKey(wxKeyEvent& event) {
+    const bool inEditor = FindFocus() == editorControl_ && editorControl_;
+    if (const int command = inEditor ? controlKeyCommand(event) : 0)
+        editor_.command(command);
+    else
+        onFunctionKey(event);
+}
+
+void CEditorDlg::onFunctionKey(wxKeyEvent& event) {
+    const int number = functionKeyOf(event);
+    if (number != 0) editor_.functionKey(number);
+    if (number != 10 || event.ShiftDown()) event.Skip();
+}
+
+void CEditorDlg::onClose(wxCloseEvent& event) {
+    if (event.CanVeto()) event.Veto();
+    closeAsked_ = true;
+    if (editor_.closeBox()) endModal();
+}
+
+void CEditorDlg::onContextMenu(wxContextMenuEvent& event) {
+    const wxPoint asked = event.GetPosition();
+    const wxPoint place = asked == wxDefaultPosition
+                              ? editorControl_->PointFromPosition(editorControl_->GetCurrentPos())
+                              : editorControl_->ScreenToClient(asked);
+    menus_.showContextMenu(*editorControl_, place, [this](const EditorCommand& command) {
+        return editor_.enabled(command);
+    });
+}
+
+/// Nobody can use the window any more: as if it had been closed.
+void CEditorDlg::onDisplayLost() {
+    closeAsked_ = true;
+    if (editor_.closeBox()) endModal();
+}
+
+void CEditorDlg::endModal() {
+    ended_ = true;
+    if (loop_) loop_->ScheduleExit();
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,91 @@
+// What the editor asks of its window.
+#include <wx/filedlg.h>
+#include <wx/stc/stc.h>
+#include <wx/utils.h>
+
+#include "base/system/user_folders.h"
+#include "host/services/frontend.h"
+#include "ui/boxes/message_box_dialog.h"
+#include "ui/editor/editor_dialog.h"
+#include "ui/editor/editor_file_dialog.h"
+#include "ui/editor/editor_native.h"
+#include "ui/editor/editor_search_dialogs.h"
+#include "ui/editor/editor_small_dialogs.h"
+#include "ui/kit/text_conversion.h"
+
+namespace korvant::ui {
+namespace {
+
+int showBox(const std::string& text, std::uint32_t style) {
+    MessageBoxRequest request;
+    request.caption = kModuleCaption;
+    request.text = encodeTyped(text);
+    request.style = style;
+    request.plain = true;
+    return showMessageBox(request);
+}
+
+}  // namespace
+
+void CEditorDlg::setTitle(const std::string& title) {
+    const wxString text = fromUtf8(title);
+    if (text != GetTitle()) SetTitle(text);
+}
+
+std::optional<std::string> CEditorDlg::askFile(const FileDialogRequest& request) {
+    return chooseFile(this, request);
+}
+
+Answer CEditorDlg::ask(const std::string& question, bool withCancel) {
+    const std::uint32_t buttons = withCancel ? box_style::kYesNoCancel : box_style::kYesNo;
+    switch (showBox(question, buttons | box_style::kIconQuestion)) {
+        case box_button::kYes:
+            return Answer::yes;
+        case box_button::kNo:
+            return Answer::no;
+        default:
+            return withCancel ? Answer::cancel : Answer::no;
+    }
+}
+
+void CEditorDlg::errorBox(const std::string& text) {
+    showBox(text, box_style::kOk | box_style::kIconError);
+}
+
+void CEditorDlg::showAbout() {
+    showAboutBox(this);
+}
+
+std::optional<std::int32_t> CEditorDlg::askLine(std::int32_t line) {
+    return CGotoLineDlg(this, line).ask();
+}
+
+void CEditorDlg::openFind(std::unique_ptr<FindDialog> dialog) {
+    new CFindDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onFunctionKey(event); });
+}
+
+void CEditorDlg::openReplace(std::unique_ptr<ReplaceDialog> dialog) {
+    new CReplaceDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onFunctionKey(event); });
+}
+
+bool CEditorDlg::openDocument(const std::string& path) {
+    return openWithDesktop(path);
+}
+
+void CEditorDlg::beep() {
+    wxBell();
+}
+
+void CEditorDlg::activate() {
+    native::activate(*this);
+}
+
+void CEditorDlg::focusEditor() {
+    if (editorControl_) editorControl_->SetFocus();
+}
+
+bool CEditorDlg::pumpEvents() {
+    return native::pumpWhileBusy(*this) || closeAsked_;
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,221 @@
+#include "ui/editor/editor_native.h"
+
+#include <gdk/gdkkeysyms.h>
+#include <gtk/gtk.h>
+#include <gtk/gtkx.h>
+#include <wx/frame.h>
+#include <wx/iconbndl.h>
+#include <wx/image.h>
+#include <wx/menuitem.h>
+#include <wx/mstream.h>
+
+#include <deque>
+#include <string_view>
+
+#include "ui/editor/editor_icon.h"
+#include "ui/kit/text_conversion.h"
+
+namespace korvant::ui::native {
+namespace {
+
+/// A key's name as the toolkit of the desktop writes it: "<Control>z" for "Ctrl+Z".
+bool parseKey(const std::string& name, guint& key, GdkModifierType& modifiers) {
+    constexpr std::string_view kControl = "Ctrl+";
+    const bool control = name.rfind(kControl, 0) == 0;
+    const std::string plain = control ? name.substr(kControl.size()) : name;
+    modifiers = control ? GDK_CONTROL_MASK : GdkModifierType(0);
+    if (plain == "Esc")
+        key = GDK_KEY_Escape;
+    else if (plain == "Space")
+        key = GDK_KEY_space;
+    else if (plain.size() == 1)
+        key = gdk_unicode_to_keyval(static_cast<guint32>(plain[0]));
+    else
+        key = gdk_keyval_from_name(plain.c_str());
+    return key != GDK_KEY_VoidSymbol;
+}
+
+GtkWindow* activeWindow() {
+    GList* const all = gtk_window_list_toplevels();
+    GtkWindow* active = nullptr;
+    for (GList* item = all; item; item = item->next) {
+        auto* window = GTK_WINDOW(item->data);
+        if (gtk_window_is_active(window) && gtk_widget_is_visible(GTK_WIDGET(window)))
+            active = window;
+    }
+    g_list_free(all);
+    return active;
+}
+
+/// Without one, nobody gives the keyboard to a window that opens, or keeps a dialog above the
+/// window that it belongs to.
+bool windowManagerRuns() {
+    GdkScreen* screen = gdk_screen_get_default();
+    return !GDK_IS_X11_SCREEN(screen) ||
+           gdk_x11_screen_supports_net_wm_hint(screen,
+                                               gdk_atom_intern_static_string("_NET_ACTIVE_WINDOW"));
+}
+
+void takeKeyboard(GtkWidget* widget) {
+    GdkWindow* window = gtk_widget_get_window(widget);
+    if (!window || !gdk_window_is_viewable(window)) return;
+    XSetInputFocus(GDK_WINDOW_XDISPLAY(window), GDK_WINDOW_XID(window), RevertToParent,
+                   CurrentTime);
+}
+
+GtkWindow* ordinaryWindow(const GValue* parameters) {
+    auto* widget = static_cast<GtkWidget*>(g_value_get_object(parameters));
+    const bool ordinary = GTK_IS_WINDOW(widget) &&
+                          gtk_window_get_window_type(GTK_WINDOW(widget)) == GTK_WINDOW_TOPLEVEL;
+    return ordinary ? GTK_WINDOW(widget) : nullptr;
+}
+
+gboolean onOpened(GSignalInvocationHint*, guint, const GValue* parameters, gpointer) {
+    if (GtkWindow* window = ordinaryWindow(parameters)) takeKeyboard(GTK_WIDGET(window));
+    return TRUE;
+}
+
+gboolean onClosed(GSignalInvocationHint*, guint, const GValue* parameters, gpointer) {
+    GtkWindow* window = ordinaryWindow(parameters);
+    GtkWindow* below = window ? gtk_window_get_transient_for(window) : nullptr;
+    if (below) takeKeyboard(GTK_WIDGET(below));
+    return TRUE;
+}
+
+/// Does for the windows that come and go what a window manager does.
+class KeyboardHooks {
+  public:
+    KeyboardHooks() {
+        if (windowManagerRuns()) return;
+        opened_ = add("map-event", onOpened);
+        closed_ = add("unmap", onClosed);
+    }
+    ~KeyboardHooks() {
+        if (opened_ != 0) g_signal_remove_emission_hook(signal("map-event"), opened_);
+        if (closed_ != 0) g_signal_remove_emission_hook(signal("unmap"), closed_);
+    }
+    KeyboardHooks(const KeyboardHooks&) = delete;
+    KeyboardHooks& operator=(const KeyboardHooks&) = delete;
+
+  private:
+    static guint signal(const char* name) { return g_signal_lookup(name, GTK_TYPE_WIDGET); }
+    static gulong add(const char* name, GSignalEmissionHook hook) {
+        return g_signal_add_emission_hook(signal(name), 0, hook, nullptr, nullptr);
+    }
+
+    gulong opened_ = 0;
+    gulong closed_ = 0;
+};
+
+bool isUserInput(GdkEventType type) {
+    switch (type) {
+        case GDK_BUTTON_PRESS:
+        case GDK_2BUTTON_PRESS:
+        case GDK_3BUTTON_PRESS:
+        case GDK_BUTTON_RELEASE:
+        case GDK_KEY_PRESS:
+        case GDK_KEY_RELEASE:
+        case GDK_SCROLL:
+        case GDK_TOUCH_BEGIN:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// What is to be painted waits for the desktop's clock, which ticks only in an event loop.
+void paintNow() {
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    gdk_window_process_all_updates();
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    gdk_display_flush(gdk_display_get_default());
+}
+
+bool isEscape(const GdkEvent* event) {
+    return event->type == GDK_KEY_PRESS && event->key.keyval == GDK_KEY_Escape;
+}
+
+}  // namespace
+
+wxIconBundle editorIcons() {
+    wxIconBundle bundle;
+    wxMemoryInputStream bytes(kEditorIconPng, kEditorIconPngSize);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    const wxImage picture(bytes, wxBITMAP_TYPE_PNG);
+    if (!picture.IsOk()) return bundle;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        wxIcon icon;
+        icon.CopyFromBitmap(wxBitmap(picture.Scale(size, size, wxIMAGE_QUALITY_HIGH)));
+        bundle.AddIcon(icon);
+    }
+    return bundle;
+}
+
+void showMenuKey(wxMenuItem& item, const wxString& key) {
+    GtkWidget* widget = item.GetMenuItem();
+    GtkWidget* label = widget ? gtk_bin_get_child(GTK_BIN(widget)) : nullptr;
+    guint code = 0;
+    GdkModifierType modifiers{};
+    if (GTK_IS_ACCEL_LABEL(label) && parseKey(toUtf8(key), code, modifiers))
+        gtk_accel_label_set_accel(GTK_ACCEL_LABEL(label), code, modifiers);
+}
+
+/// The system menu belongs to the window manager here.
+void addSystemMenuItem(wxFrame&, const wxString&, std::function<void()>) {}
+
+/// Windows that the program opens in front of one join its group. A widget without a window holds
+/// the input of all windows that are in no group, which are the host's.
+struct OnlyWindow::State {
+    GtkWindowGroup* group = gtk_window_group_new();
+    GtkWidget* holder = gtk_invisible_new();
+    KeyboardHooks keyboard;
+};
+
+void activate(wxFrame& frame) {
+    if (windowManagerRuns())
+        frame.Raise();
+    else
+        takeKeyboard(frame.GetHandle());
+}
+
+OnlyWindow::OnlyWindow(wxFrame& frame) : state_(std::make_unique<State>()) {
+    auto* window = GTK_WINDOW(frame.GetHandle());
+    if (GtkWindow* host = activeWindow(); host && host != window)
+        gtk_window_set_transient_for(window, host);
+    gtk_window_group_add_window(state_->group, window);
+    g_object_ref_sink(state_->holder);
+    gtk_widget_show(state_->holder);
+    gtk_grab_add(state_->holder);
+}
+
+OnlyWindow::~OnlyWindow() {
+    gtk_grab_remove(state_->holder);
+    gtk_widget_destroy(state_->holder);
+    g_object_unref(state_->holder);
+    g_object_unref(state_->group);
+}
+
+bool pumpWhileBusy(wxFrame& frame) {
+    GtkWidget* const top = frame.GetHandle();
+    bool escape = false;
+    std::deque<GdkEvent*> others;
+    while (GdkEvent* event = gdk_event_get()) {
+        GtkWidget* widget = gtk_get_event_widget(event);
+        const bool ours = widget && gtk_widget_get_toplevel(widget) == top;
+        if (!ours) {
+            others.push_back(event);
+            continue;
+        }
+        escape = escape || isEscape(event);
+        if (!isUserInput(event->type)) gtk_main_do_event(event);
+        gdk_event_free(event);
+    }
+    for (GdkEvent* event : others) {
+        gdk_event_put(event);
+        gdk_event_free(event);
+    }
+    paintNow();
+    return escape;
+}
+
+}  // namespace korvant::ui::native

@@ -1,0 +1,100 @@
+// The list under the mouse.
+#include <wx/menu.h>
+#include <wx/tooltip.h>
+
+#include "object/form/form_texts.h"
+#include "ui/form/form_list.h"
+#include "ui/form/form_row_painter.h"
+#include "ui/kit/text_conversion.h"
+
+namespace korvant::ui {
+namespace {
+
+enum MenuCommand { kUndo = wxID_HIGHEST + 1, kRedo, kReset, kCopy };
+
+}  // namespace
+
+/// Rows are ours; captions, the margin and the lines between columns are left to the toolkit.
+void CListCtrlEx::onClick(wxMouseEvent& event) {
+    fresh_ = false;
+    const wxPoint place = CalcUnscrolledPosition(event.GetPosition());
+    const wxPropertyGridHitTestResult hit = HitTest(place);
+    FormRow* row = asFormRow(hit.GetProperty());
+    if (!row || hit.GetSplitter() != -1) {
+        if (commit()) {
+            SetFocus();
+            event.Skip();
+        }
+        return;
+    }
+    if (!commit() || !select(row->property())) return;
+    SetFocus();
+    if (hit.GetColumn() != 1) return;
+    clickValue(*row, place.x - GetSplitterPosition(), event.LeftDClick());
+}
+
+void CListCtrlEx::clickValue(FormRow& row, int x, bool twice) {
+    switch (editorOf(row.property())) {
+        case RowEditor::toggle:
+            if (x < painter_->switchWidth(row)) beginEdit(row);
+            return;
+        case RowEditor::lines:
+            if (twice) beginEdit(row);
+            return;
+        default:
+            beginEdit(row);
+    }
+}
+
+/// Tool tips only for what the column cuts off.
+void CListCtrlEx::onMove(wxMouseEvent& event) {
+    event.Skip();
+    const wxString tip = cutOffText(CalcUnscrolledPosition(event.GetPosition()));
+    if (tip == GetToolTipText()) return;
+    if (tip.empty())
+        UnsetToolTip();
+    else
+        SetToolTip(tip);
+}
+
+wxString CListCtrlEx::cutOffText(const wxPoint& place) const {
+    const wxPropertyGridHitTestResult hit = HitTest(place);
+    const FormRow* row = asFormRow(hit.GetProperty());
+    const int column = hit.GetColumn();
+    if (!row || column < 0 || isEdited(*row)) return wxString();
+    const wxString text = painter_->cellText(*row, column);
+    const bool bold = column == 0 && session_.state(row->property()).changed;
+    int width = 0;
+    GetTextExtent(text, &width, nullptr, nullptr, nullptr, bold ? &GetCaptionFont() : nullptr);
+    return width > painter_->textWidth(*row, column) ? text : wxString();
+}
+
+void CListCtrlEx::onContextMenu(wxContextMenuEvent& event) {
+    if (edited_) return event.Skip();
+    const auto caption = [this](FormText text, const char* key) {
+        return toDisplay(formText(text, session_.locale())) + "\t" + key;
+    };
+    const FormRow* row = selectedRow();
+    const bool changed = row && session_.state(row->property()).changed;
+    wxMenu menu;
+    menu.Append(kUndo, caption(FormText::undo, "Ctrl+Z"))->Enable(session_.canUndo());
+    menu.Append(kRedo, caption(FormText::redo, "Ctrl+Y"))->Enable(session_.canRedo());
+    menu.Append(kReset, caption(FormText::reset, "Ctrl+R"))->Enable(changed);
+    menu.AppendSeparator();
+    menu.Append(kCopy, caption(FormText::copy, "Ctrl+C"))->Enable(row != nullptr);
+    menu.Bind(wxEVT_MENU, [this](wxCommandEvent& chosen) { runMenuCommand(chosen.GetId()); });
+    const wxPoint at = event.GetPosition();
+    const bool byKey = at == wxDefaultPosition;
+    PopupMenu(&menu, byKey && row ? rowRect(row->property()).GetBottomLeft()
+                     : byKey      ? wxPoint(0, 0)
+                                  : ScreenToClient(at));
+}
+
+void CListCtrlEx::runMenuCommand(int command) {
+    if (command == kUndo) host_.undo();
+    if (command == kRedo) host_.redo();
+    if (command == kReset) resetSelected();
+    if (command == kCopy) copyValue();
+}
+
+}  // namespace korvant::ui

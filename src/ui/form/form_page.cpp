@@ -1,0 +1,119 @@
+#include "ui/form/form_page.h"
+
+#include <wx/sizer.h>
+#include <wx/splitter.h>
+
+#include <algorithm>
+
+#include "object/form/form_texts.h"
+#include "ui/form/form_group_bar.h"
+#include "ui/form/form_header.h"
+#include "ui/form/form_list.h"
+#include "ui/kit/html_view.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/theme.h"
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kDescriptionHeight = 120;
+constexpr int kLeastHeight = 50;
+/// Until the window has its size: scroll bars do not fit into less, and say so.
+const wxSize kFirstSize(400, 400);
+
+void replaceAll(std::string& text, std::string_view from, const std::string& to) {
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+}
+
+/// The heading without the space that headings keep around them, and rules in their own colour and
+/// without an empty line below.
+std::string forPane(std::string markup) {
+    const std::string colour = toUtf8(currentTheme().rule.GetAsString(wxC2S_HTML_SYNTAX));
+    replaceAll(markup, "<center><h2>", "<center><font size=\"5\"><b>");
+    replaceAll(markup, "</h2></center><br>", "</b></font></center>");
+    replaceAll(markup, "<hr color=blue><br>", "<hr color=" + colour + ">");
+    return markup;
+}
+
+/// Headings little larger than the text below them.
+void setSizes(HtmlView& view) {
+    const wxFont font = dialogFont();
+    const int base = font.GetPointSize();
+    const int sizes[7] = {base - 2, base - 1, base, base, base + 1, base + 2, base + 3};
+    view.SetFonts(font.GetFaceName(), fixedFont().GetFaceName(), sizes);
+}
+
+}  // namespace
+
+CListCtrlExPage::CListCtrlExPage(wxWindow* parent, EditSession& session, int page, FormHost& host)
+    : wxPanel(parent), session_(session), page_(page), host_(host) {}
+
+void CListCtrlExPage::makeContent() {
+    const wxSize firstSize = FromDIP(kFirstSize);
+    auto* splitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, firstSize,
+                                          wxSP_LIVE_UPDATE | wxSP_NOBORDER);
+    splitter->SetMinimumPaneSize(FromDIP(kLeastHeight));
+    splitter->SetSashGravity(1.0);
+    wxWindow* upper = makeUpper(splitter);
+    description_ = new HtmlView(splitter, HtmlView::Surface::field);
+    setSizes(*description_);
+    splitter->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    if (session_.page(page_).isGroup) {
+        bar_ = new FormGroupBar(this, session_, *list_, host_);
+        bar_->MoveBeforeInTabOrder(splitter);
+        column->Add(bar_, wxSizerFlags().Expand());
+    }
+    column->Add(splitter, wxSizerFlags(1).Expand());
+    SetSizer(column);
+    if (GetClientSize().y >= firstSize.y) Layout();
+}
+
+wxWindow* CListCtrlExPage::makeUpper(wxWindow* parent) {
+    auto* panel = new wxPanel(parent, wxID_ANY, wxDefaultPosition, FromDIP(kFirstSize));
+    list_ = new CListCtrlEx(panel, session_, page_, host_);
+    list_->SetSize(FromDIP(kFirstSize));
+    header_ = new FormHeader(panel, *list_, session_.locale());
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(header_, wxSizerFlags().Expand());
+    column->Add(list_, wxSizerFlags(1).Expand());
+    panel->SetSizer(column);
+    const auto follow = [this](wxEvent& event) {
+        header_->Refresh();
+        event.Skip();
+    };
+    list_->Bind(wxEVT_PG_COL_DRAGGING, follow);
+    list_->Bind(wxEVT_SIZE, follow);
+    return panel;
+}
+
+void CListCtrlExPage::activate() {
+    if (list_) return;
+    makeContent();
+    list_->fill();
+    list_->selectFirst();
+    if (list_->selectedProperty() < 0) describe(-1);
+}
+
+void CListCtrlExPage::apply(const EditChanges& changes) {
+    if (!list_) return;
+    list_->apply(changes);
+    if (bar_ && std::binary_search(changes.pages.begin(), changes.pages.end(), page_))
+        bar_->update();
+    const std::int32_t property = list_->selectedProperty();
+    if (std::binary_search(changes.rows.begin(), changes.rows.end(), property)) describe(property);
+}
+
+void CListCtrlExPage::describe(std::int32_t property) {
+    const EditGroupBar bar = session_.groupBar(page_);
+    if (property >= 0)
+        description_->setMarkup(forPane(session_.description(property)));
+    else if (session_.page(page_).isGroup && bar.elements.empty())
+        description_->setPlain(formText(FormText::noElement, session_.locale()));
+    else
+        description_->clear();
+}
+
+}  // namespace korvant::ui

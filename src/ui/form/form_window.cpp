@@ -1,0 +1,288 @@
+#include "ui/form/form_window.h"
+
+#include <wx/artprov.h>
+#include <wx/bmpbuttn.h>
+#include <wx/button.h>
+#include <wx/sizer.h>
+#include <wx/srchctrl.h>
+
+#include <algorithm>
+
+#include "ui/form/form_buttons.h"
+#include "ui/form/form_check_window.h"
+#include "ui/form/form_list.h"
+#include "ui/form/form_page.h"
+#include "ui/form/form_place.h"
+#include "ui/form/form_report.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_runtime.h"
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kGap = 8;
+
+/// The button below `parent` whose caption underlines the letter; null for none that can be
+/// pressed.
+wxButton* buttonWithKey(const wxWindow& parent, int letter) {
+    for (wxWindow* child : parent.GetChildren()) {
+        if (!child->IsShown() || !child->IsEnabled()) continue;
+        if (auto* button = dynamic_cast<wxButton*>(child)) {
+            wxString label = button->GetLabel();
+            label.Replace("&&", wxEmptyString);
+            const wxString key = label.AfterFirst('&').Left(1);
+            if (!key.empty() && static_cast<int>(wxToupper(key[0])) == letter) return button;
+        } else if (wxButton* found = buttonWithKey(*child, letter)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+bool press(wxButton* button) {
+    if (!button) return false;
+    wxCommandEvent pressed(wxEVT_BUTTON, button->GetId());
+    pressed.SetEventObject(button);
+    button->GetEventHandler()->AddPendingEvent(pressed);
+    return true;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(wxWindow* parent, EditSession& session)
+    : Guarded(parent, wxID_ANY, toDisplay(session.title()), wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
+      session_(session),
+      column_(new wxBoxSizer(wxVERTICAL)) {
+    makeSearch();
+    Bind(wxEVT_CHAR_HOOK, &FormWindow::onKey, this);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { confirm(); }, wxID_OK);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { cancel(); }, wxID_CANCEL);
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { cancel(); });
+}
+
+FormWindow::~FormWindow() = default;
+
+void FormWindow::makeSearch() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    search_ = new wxSearchCtrl(this, wxID_ANY);
+    search_->SetDescriptiveText(toDisplay(formText(FormText::filter, session_.locale())) +
+                                " (Ctrl+F)");
+    search_->ShowCancelButton(true);
+    const int id = search_->GetId();
+    Bind(
+        wxEVT_TEXT, [this](wxCommandEvent&) { filterBy(search_->GetValue()); }, id);
+    Bind(
+        wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { search_->Clear(); }, id);
+    row->Add(search_, wxSizerFlags(1).CentreVertical());
+    undo_ = makeHistoryButton(wxART_UNDO, FormText::undo, " (Ctrl+Z)");
+    redo_ = makeHistoryButton(wxART_REDO, FormText::redo, " (Ctrl+Y)");
+    row->Add(undo_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+    row->Add(redo_, wxSizerFlags().CentreVertical());
+    onPress(*undo_, [this] { undo(); });
+    onPress(*redo_, [this] { redo(); });
+    column_->Add(row, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
+}
+
+wxBitmapButton* FormWindow::makeHistoryButton(const wxString& art, FormText caption,
+                                              const char* key) {
+    auto* button = new wxBitmapButton(
+        this, wxID_ANY, wxArtProvider::GetBitmapBundle(art, wxART_BUTTON, FromDIP(wxSize(16, 16))),
+        wxDefaultPosition, FromDIP(wxSize(30, 30)), wxBORDER_NONE);
+    button->SetToolTip(toDisplay(formText(caption, session_.locale())) + key);
+    button->DisableFocusFromKeyboard();
+    return button;
+}
+
+void FormWindow::layOut(wxWindow* body) {
+    column_->Add(body, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+    column_->Add(makeButtons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
+    SetSizer(column_);
+    report_ = new FormReport(this);
+    for (int i = 0; i < session_.pageCount(); ++i) showSeverity(i, session_.pageSeverity(i));
+    updateHistory();
+    session_.takeChanges();
+    SetMinClientSize(FromDIP(wxSize(360, 320)));
+    placeForm(*this, session_.kind());
+}
+
+wxSizer* FormWindow::makeButtons() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    wxButton* check = formButton(this, wxID_ANY, FormText::check, session_.locale());
+    check->SetToolTip("F9");
+    onPress(*check, [this] { this->check(); });
+    row->Add(check);
+    row->AddStretchSpacer();
+    row->Add(okAndCancel(this, session_.locale()));
+    return row;
+}
+
+bool FormWindow::edit() {
+    showPage(0);
+    pageShown();
+    const LoopGuard guard([this] { EndModal(wxID_CANCEL); });
+    return showModal(*this) == wxID_OK;
+}
+
+CListCtrlEx* FormWindow::activeList() {
+    const int active = activePage();
+    return active < 0 ? nullptr : page(active).list();
+}
+
+void FormWindow::pageShown() {
+    const int active = activePage();
+    if (active < 0) return;
+    page(active).activate();
+    page(active).list()->SetFocus();
+}
+
+void FormWindow::showChanges() {
+    const EditChanges changes = session_.takeChanges();
+    for (int i = 0; i < session_.pageCount(); ++i) page(i).apply(changes);
+    for (int i : changes.pages) showSeverity(i, session_.pageSeverity(i));
+    if (changes.history) updateHistory();
+}
+
+void FormWindow::updateHistory() {
+    undo_->Enable(session_.canUndo());
+    redo_->Enable(session_.canRedo());
+}
+
+void FormWindow::rowSelected(CListCtrlEx& list, std::int32_t property) {
+    page(list.page()).describe(property);
+}
+
+bool FormWindow::goTo(const EditPlace& place) {
+    if (place.page < 0) return true;
+    if (!commit()) return false;
+    if (activePage() != place.page) {
+        showPage(place.page);
+        pageShown();
+    }
+    if (place.property < 0) return true;
+    if (!session_.state(place.property).visible) search_->Clear();
+    CListCtrlEx* list = activeList();
+    list->select(place.property);
+    list->SetFocus();
+    return true;
+}
+
+void FormWindow::undo() {
+    if (CListCtrlEx* list = activeList()) list->revert();
+    const EditPlace place = session_.undo();
+    showChanges();
+    goTo(place);
+}
+
+void FormWindow::redo() {
+    if (CListCtrlEx* list = activeList()) list->revert();
+    const EditPlace place = session_.redo();
+    showChanges();
+    goTo(place);
+}
+
+/// Only the active page can hold an open field: another page is shown only after a commit.
+bool FormWindow::commit() {
+    CListCtrlEx* list = activeList();
+    return !list || list->commit();
+}
+
+void FormWindow::confirm() {
+    if (!commit()) return;
+    const EditCheck outcome = session_.confirm();
+    if (outcome.passed) {
+        rememberForm(*this, session_.kind());
+        return EndModal(wxID_OK);
+    }
+    showChanges();
+    goTo(outcome.place);
+    report_->show(outcome.report, ScreenToClient(wxGetMousePosition()));
+}
+
+void FormWindow::cancel() {
+    rememberForm(*this, session_.kind());
+    EndModal(wxID_CANCEL);
+}
+
+void FormWindow::check() {
+    if (!commit()) return;
+    const std::string link = FormCheckWindow(this, session_).ask();
+    if (link.empty()) return;
+    const EditPlace place = session_.follow(link);
+    showChanges();
+    goTo(place);
+}
+
+void FormWindow::turnPage(int by) {
+    const int count = session_.pageCount();
+    if (count < 2 || !commit()) return;
+    showPage((activePage() + by + count) % count);
+    pageShown();
+}
+
+void FormWindow::filterBy(const wxString& words) {
+    session_.setFilter(fromTyped(words));
+    showChanges();
+}
+
+bool FormWindow::inSearch() const {
+    const wxWindow* focus = FindFocus();
+    return focus && (focus == search_ || search_->IsDescendant(const_cast<wxWindow*>(focus)));
+}
+
+void FormWindow::onKey(wxKeyEvent& event) {
+    if (!(inSearch() && handleSearchKey(event)) && !handleKey(event)) event.Skip();
+}
+
+bool FormWindow::handleSearchKey(const wxKeyEvent& key) {
+    const int code = key.GetKeyCode();
+    if (key.GetModifiers() == wxMOD_CONTROL) return false;
+    if (code == WXK_ESCAPE && !search_->GetValue().empty()) {
+        search_->Clear();
+        return true;
+    }
+    if (code != WXK_RETURN && code != WXK_NUMPAD_ENTER && code != WXK_DOWN) return false;
+    if (CListCtrlEx* list = activeList()) {
+        if (list->selectedProperty() < 0) list->selectFirst();
+        list->SetFocus();
+    }
+    return true;
+}
+
+bool FormWindow::handleKey(const wxKeyEvent& key) {
+    const int code = key.GetKeyCode();
+    const bool control = key.GetModifiers() == wxMOD_CONTROL;
+    // A list that has the keyboard keeps these keys from the system's own search for the button.
+    if (key.GetModifiers() == wxMOD_ALT && code > ' ' && code < WXK_DELETE)
+        return press(buttonWithKey(*this, code));
+    if (code == WXK_ESCAPE && !key.HasAnyModifiers())
+        cancel();
+    else if (code == WXK_F9 && !key.HasAnyModifiers())
+        check();
+    else if (!control)
+        return false;
+    else if (code == WXK_RETURN || code == WXK_NUMPAD_ENTER)
+        confirm();
+    else if (code == WXK_PAGEUP)
+        turnPage(-1);
+    else if (code == WXK_PAGEDOWN)
+        turnPage(1);
+    else if (code == 'F') {
+        search_->SetFocus();
+        search_->SelectAll();
+    } else if (inSearch())
+        return false;
+    else if (code == 'Z')
+        undo();
+    else if (code == 'Y')
+        redo();
+    else if (code == 'R' && activeList())
+        activeList()->resetSelected();
+    else
+        return false;
+    return true;
+}
+
+}  // namespace korvant::ui

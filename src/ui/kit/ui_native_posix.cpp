@@ -1,0 +1,252 @@
+#include "ui/kit/ui_native.h"
+
+#include <gdk/gdk.h>
+#include <gtk/gtk.h>
+#include <poll.h>
+#include <unistd.h>
+#include <wx/evtloop.h>
+#include <wx/window.h>
+#ifdef GDK_WINDOWING_X11
+#include <gdk/gdkx.h>
+#include <X11/Xatom.h>
+#endif
+
+#include <atomic>
+#include <clocale>
+#include <cstdlib>
+#include <deque>
+#include <string>
+
+#include "ui/kit/lost_display_posix.h"
+
+namespace korvant::ui::native {
+namespace {
+
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value && *value;
+}
+
+std::atomic<bool> lost{false};
+bool (*lostCallback)() = nullptr;
+XIOErrorHandler previousHandler = nullptr;
+Display* watchedDisplay = nullptr;
+
+/// Called by Xlib with the display locked: only notes and defers.
+int onIoError(Display* display) {
+    if (display != watchedDisplay) return previousHandler ? previousHandler(display) : 0;
+    makeRequestsHarmless(display);
+    if (lost.exchange(true)) return 0;
+    g_idle_add_full(
+        G_PRIORITY_HIGH,
+        [](gpointer) -> gboolean {
+            return lostCallback && lostCallback() ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
+        },
+        nullptr, nullptr);
+    return 0;
+}
+
+void stayAlive(Display*, void*) {}
+
+gboolean connectionEnds(GSource*) {
+    if (lost) return FALSE;
+    pollfd connection{ConnectionNumber(watchedDisplay), 0, 0};
+    return poll(&connection, 1, 0) > 0;
+}
+
+/// A source that looks at the connection before any event is handled: what was sent before the
+/// display went away would otherwise be answered with questions that nobody replies to, and the
+/// toolkit reads some replies without asking whether they came.
+void watchConnection() {
+    static GSourceFuncs functions{[](GSource* source, gint* timeout) -> gboolean {
+                                      *timeout = -1;
+                                      return connectionEnds(source);
+                                  },
+                                  connectionEnds,
+                                  [](GSource*, GSourceFunc, gpointer) -> gboolean {
+                                      XSync(watchedDisplay, False);  // finds the end and reports it
+                                      return G_SOURCE_CONTINUE;
+                                  },
+                                  nullptr,
+                                  nullptr,
+                                  nullptr};
+    GSource* source = g_source_new(&functions, sizeof(GSource));
+    g_source_set_priority(source, G_PRIORITY_HIGH - 1);
+    g_source_attach(source, nullptr);
+    g_source_unref(source);
+}
+
+/// The process that a window says it belongs to, asked of it and of those around it.
+long processOf(Display* display, Window window) {
+    const Atom property = XInternAtom(display, "_NET_WM_PID", False);
+    while (window > PointerRoot) {
+        Atom type = 0;
+        int format = 0;
+        unsigned long items = 0, left = 0;
+        unsigned char* data = nullptr;
+        XGetWindowProperty(display, window, property, 0, 1, False, XA_CARDINAL, &type, &format,
+                           &items, &left, &data);
+        const long process = items > 0 ? *reinterpret_cast<long*>(data) : 0;
+        if (data) XFree(data);
+        Window root = 0, parent = 0, *children = nullptr;
+        unsigned count = 0;
+        if (process != 0 || !XQueryTree(display, window, &root, &parent, &children, &count))
+            return process;
+        if (children) XFree(children);
+        window = parent == root ? None : parent;
+    }
+    return 0;
+}
+
+/// A window of the toolkit's that gets no input while the dialog is answered.
+bool isBlockedBy(GdkWindow* window, GtkWidget* dialog) {
+    GtkWidget* grabbing = gtk_grab_get_current();
+    if (!grabbing || gtk_widget_get_toplevel(grabbing) != dialog) return false;
+    gpointer owner = nullptr;
+    gdk_window_get_user_data(gdk_window_get_toplevel(window), &owner);
+    return owner && gtk_widget_get_toplevel(GTK_WIDGET(owner)) != dialog;
+}
+
+/// Nobody has the keyboard, or a window of this process that could not use it. It goes to the root
+/// window when a window that had it leaves the screen.
+bool mayClaim(GdkDisplay* gdk, GtkWidget* dialog) {
+    Display* display = gdk_x11_display_get_xdisplay(gdk);
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display, &focus, &revert);
+    if (focus == None || focus == PointerRoot || focus == DefaultRootWindow(display)) return true;
+    if (GdkWindow* own = gdk_x11_window_lookup_for_display(gdk, focus))
+        return isBlockedBy(own, dialog);
+    return processOf(display, focus) == static_cast<long>(getpid());
+}
+
+/// Asks the window manager on behalf of the user, who started the script; without one the display.
+void activate(GdkWindow* native) {
+    GdkScreen* screen = gdk_window_get_screen(native);
+    const GdkAtom hint = gdk_atom_intern_static_string("_NET_ACTIVE_WINDOW");
+    if (!gdk_x11_screen_supports_net_wm_hint(screen, hint)) {
+        gdk_window_focus(native, GDK_CURRENT_TIME);
+        return;
+    }
+    Display* display = gdk_x11_display_get_xdisplay(gdk_window_get_display(native));
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = gdk_x11_window_get_xid(native);
+    request.xclient.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
+    request.xclient.format = 32;
+    request.xclient.data.l[0] = 2;
+    XSendEvent(display, DefaultRootWindow(display), False,
+               SubstructureRedirectMask | SubstructureNotifyMask, &request);
+}
+
+GtkWidget* topLevelOf(GdkEvent* event) {
+    GtkWidget* widget = gtk_get_event_widget(event);
+    return widget ? gtk_widget_get_toplevel(widget) : nullptr;
+}
+
+}  // namespace
+
+bool displayReachable() {
+    if (isSet("WAYLAND_DISPLAY")) return true;
+    if (!isSet("DISPLAY")) return false;
+    Display* display = XOpenDisplay(nullptr);
+    if (!display) return false;
+    XCloseDisplay(display);
+    return true;
+}
+
+void keepingProcess(const std::function<void()>& start) {
+    const char* current = std::setlocale(LC_ALL, nullptr);
+    const std::string kept = current ? current : "C";
+    start();
+    std::setlocale(LC_ALL, kept.c_str());
+}
+
+void surviveDisplay(bool (*callback)()) {
+    GdkDisplay* display = gdk_display_get_default();
+    if (!display || !GDK_IS_X11_DISPLAY(display)) return;
+    lostCallback = callback;
+    watchedDisplay = gdk_x11_display_get_xdisplay(display);
+    previousHandler = XSetIOErrorHandler(onIoError);
+    XSetIOErrorExitHandler(watchedDisplay, stayAlive, nullptr);
+    watchConnection();
+}
+
+bool displayLost() {
+    return lost;
+}
+
+bool foreignLoopRuns() {
+    return gtk_main_level() > 0 && !wxEventLoopBase::GetActive();
+}
+
+void runInOwnLoop(const std::function<void()>& call) {
+    struct Pending {
+        const std::function<void()>& call;
+        bool done;
+    } pending{call, false};
+    g_idle_add_full(
+        G_PRIORITY_HIGH,
+        [](gpointer data) -> gboolean {
+            auto* work = static_cast<Pending*>(data);
+            work->call();
+            work->done = true;
+            gtk_main_quit();
+            return G_SOURCE_REMOVE;
+        },
+        &pending, nullptr);
+    while (!pending.done) gtk_main();
+}
+
+void drainEvents() {
+    while (GdkEvent* event = gdk_event_get()) {
+        gtk_main_do_event(event);
+        gdk_event_free(event);
+    }
+    if (GdkDisplay* display = gdk_display_get_default()) gdk_display_flush(display);
+}
+
+void pumpWindow(wxWindow& window) {
+    GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
+    std::deque<GdkEvent*> others;
+    while (GdkEvent* event = gdk_event_get()) {
+        // a change of focus that is told late would take the focus from the wrong window
+        if (topLevelOf(event) != top && event->type != GDK_FOCUS_CHANGE) {
+            others.push_back(event);
+            continue;
+        }
+        gtk_main_do_event(event);
+        gdk_event_free(event);
+    }
+    for (GdkEvent* event : others) {
+        gdk_event_put(event);
+        gdk_event_free(event);
+    }
+}
+
+void keepScrollBarsVisible(wxWindow& window) {
+    if (GTK_IS_SCROLLED_WINDOW(window.GetHandle()))
+        gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
+}
+
+bool claimKeyboard(wxWindow& window) {
+    GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
+    GdkWindow* native = gtk_widget_get_window(top);
+    if (!native || !gdk_window_is_viewable(native)) return false;
+    if (!GDK_IS_X11_WINDOW(native)) return true;
+    GdkDisplay* display = gdk_window_get_display(native);
+    gdk_x11_display_error_trap_push(display);
+    if (mayClaim(display, top)) activate(native);
+    gdk_x11_display_error_trap_pop_ignored(display);
+    return true;
+}
+
+InputGrab::InputGrab(wxWindow& window) : window_(window) {
+    gtk_grab_add(window_.GetHandle());
+}
+
+InputGrab::~InputGrab() {
+    gtk_grab_remove(window_.GetHandle());
+}
+
+}  // namespace korvant::ui::native

@@ -1,0 +1,132 @@
+#include "ui/kit/ui_native.h"
+
+#include <wx/msw/private.h>
+#include <wx/msw/wrapwin.h>
+#include <wx/window.h>
+
+#include <algorithm>
+#include <clocale>
+#include <string>
+#include <vector>
+
+namespace korvant::ui::native {
+namespace {
+
+bool takeMessage(HWND window, MSG& message) {
+    return PeekMessageW(&message, window, 0, 0, PM_REMOVE) && message.message != WM_QUIT;
+}
+
+void handle(MSG& message) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+BOOL CALLBACK pumpChild(HWND child, LPARAM) {
+    for (MSG message; takeMessage(child, message);) handle(message);
+    return TRUE;
+}
+
+/// Disabled for the life of a grab; properties mark those that were enabled before.
+constexpr wchar_t kHeld[] = L"KorvantIDE.HeldBack";
+
+BOOL CALLBACK holdBack(HWND window, LPARAM kept) {
+    if (window == reinterpret_cast<HWND>(kept) || !IsWindowVisible(window)) return TRUE;
+    if (!IsWindowEnabled(window)) return TRUE;
+    SetPropW(window, kHeld, window);
+    EnableWindow(window, FALSE);
+    return TRUE;
+}
+
+BOOL CALLBACK letGo(HWND window, LPARAM) {
+    if (RemovePropW(window, kHeld)) EnableWindow(window, TRUE);
+    return TRUE;
+}
+
+BOOL CALLBACK holdForeign(HWND window, LPARAM held) {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+    if (wxFindWinFromHandle(window)) return TRUE;
+    reinterpret_cast<std::vector<HWND>*>(held)->push_back(window);
+    EnableWindow(window, FALSE);
+    return TRUE;
+}
+
+}  // namespace
+
+bool displayReachable() {
+    return true;
+}
+
+/// The toolkit's window classes and pictures are this module's, beside another copy of the toolkit
+/// in the host.
+void keepingProcess(const std::function<void()>& start) {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&keepingProcess), &module);
+    wxSetInstance(module);
+    const char* current = std::setlocale(LC_ALL, nullptr);
+    const std::string kept = current ? current : "C";
+    start();
+    std::setlocale(LC_ALL, kept.c_str());
+}
+
+void surviveDisplay(bool (*)()) {}
+
+bool displayLost() {
+    return false;
+}
+
+/// Any host may have windows that the toolkit does not know.
+bool foreignLoopRuns() {
+    return true;
+}
+
+/// Every loop of the thread serves every window of the thread here; what has to be held back is the
+/// user's input into those of the host. The toolkit sees to its own.
+void runInOwnLoop(const std::function<void()>& call) {
+    const HWND active = GetActiveWindow();
+    std::vector<HWND> held;
+    EnumThreadWindows(GetCurrentThreadId(), holdForeign, reinterpret_cast<LPARAM>(&held));
+    call();
+    for (const HWND window : held)
+        if (IsWindow(window)) EnableWindow(window, TRUE);
+    const bool foreign = std::find(held.begin(), held.end(), active) != held.end();
+    if (foreign && IsWindow(active) && !GetActiveWindow()) SetActiveWindow(active);
+}
+
+void drainEvents() {
+    for (MSG message; PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);)
+        handle(message);
+}
+
+void pumpWindow(wxWindow& window) {
+    const HWND handleOfWindow = static_cast<HWND>(window.GetHandle());
+    for (MSG message; takeMessage(handleOfWindow, message);) handle(message);
+    EnumChildWindows(handleOfWindow, pumpChild, 0);
+}
+
+/// They are always visible here.
+void keepScrollBarsVisible(wxWindow&) {}
+
+/// The window of a script's progress may have asked for the keyboard just before the dialog came.
+bool claimKeyboard(wxWindow& window) {
+    const HWND dialog = static_cast<HWND>(window.GetHandle());
+    if (!IsWindowVisible(dialog)) return false;
+    const HWND front = GetForegroundWindow();
+    DWORD process = 0;
+    if (front) GetWindowThreadProcessId(front, &process);
+    const bool ofHost = process == GetCurrentProcessId() && !wxFindWinFromHandle(front);
+    if (!front || ofHost) SetForegroundWindow(dialog);
+    return true;
+}
+
+InputGrab::InputGrab(wxWindow& window) : window_(window) {
+    EnumThreadWindows(GetCurrentThreadId(), holdBack,
+                      reinterpret_cast<LPARAM>(window_.GetHandle()));
+}
+
+InputGrab::~InputGrab() {
+    EnumThreadWindows(GetCurrentThreadId(), letGo, 0);
+}
+
+}  // namespace korvant::ui::native
