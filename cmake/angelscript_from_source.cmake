@@ -1,6 +1,6 @@
 # The script engine and the add-ons that are used, from a source folder with the parts
-# angelscript/ and add_on/. Without the distribution's namespace, and with NDEBUG: a build with
-# assertions stops at a million live objects of one type.
+# angelscript/ and add_on/ that has the patches of cmake/engine. Without the distribution's
+# namespace, and with NDEBUG: a build with assertions stops at a million live objects of one type.
 enable_language(C)
 set(engine ${KORVANT_ANGELSCRIPT_SOURCE}/angelscript)
 set(addons ${KORVANT_ANGELSCRIPT_SOURCE}/add_on)
@@ -13,7 +13,8 @@ target_compile_definitions(korvant_engine PRIVATE NDEBUG)
 # and this copy is not told.
 set_source_files_properties(${addons}/scriptarray/scriptarray.cpp PROPERTIES
   COMPILE_DEFINITIONS asGetActiveContext=korvantActiveContext)
-target_compile_options(korvant_engine PRIVATE -w -fno-strict-aliasing)
+target_compile_options(korvant_engine PRIVATE -w -fno-strict-aliasing -fwrapv)
+set(KORVANT_ENGINE_IS_HARDENED ON)
 
 # The distribution installs the headers of all add-ons in one folder, under angelscript/.
 set(headers ${CMAKE_BINARY_DIR}/engine_headers)

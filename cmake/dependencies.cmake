@@ -7,13 +7,10 @@ add_library(korvant_angelscript INTERFACE)
 if(KORVANT_ANGELSCRIPT_SOURCE)
   include(cmake/angelscript_from_source.cmake)
 else()
-  find_path(ANGELSCRIPT_INCLUDE angelscript.h REQUIRED)
-  find_library(ANGELSCRIPT_LIBRARY angelscript REQUIRED)
+  include(cmake/engine.cmake)
   find_library(ANGELSCRIPT_ADDON_LIBRARY angelscript-addon REQUIRED)
-  target_compile_definitions(korvant_angelscript INTERFACE AS_DEBIAN_LIB)
-  target_include_directories(korvant_angelscript SYSTEM INTERFACE ${ANGELSCRIPT_INCLUDE})
   target_link_libraries(korvant_angelscript
-    INTERFACE ${ANGELSCRIPT_ADDON_LIBRARY} ${ANGELSCRIPT_LIBRARY} Threads::Threads)
+    INTERFACE ${ANGELSCRIPT_ADDON_LIBRARY} korvant_engine Threads::Threads)
 endif()
 
 # A cross build takes the libraries that are headers only from a folder that holds nothing else,

@@ -5,14 +5,29 @@ set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/KorvantIDE)
 set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 set(shared_folder ${CMAKE_INSTALL_DATADIR}/korvantide)
 
-# The engine is the host's own; whether its names stand in a namespace is a matter of how it was
-# built.
+# The engine is the host's own choice: the hardened one lies in a folder of its own, where the program
+# and the module look first and a host does when it asks for it. Whether its names stand in a
+# namespace is a matter of how it was built.
 if(KORVANT_ANGELSCRIPT_SOURCE)
   set(KORVANT_ENGINE_DEFINITIONS "")
   set(KORVANT_ENGINE_FLAGS "")
 else()
   set(KORVANT_ENGINE_DEFINITIONS AS_DEBIAN_LIB)
   set(KORVANT_ENGINE_FLAGS -DAS_DEBIAN_LIB)
+endif()
+
+set(KORVANT_ENGINE_FOLDER "")
+if(KORVANT_ENGINE_IS_HARDENED AND NOT WIN32)
+  set(KORVANT_ENGINE_FOLDER ${CMAKE_INSTALL_LIBDIR}/korvantide)
+  install(PROGRAMS ${KORVANT_ENGINE_FILE} DESTINATION ${KORVANT_ENGINE_FOLDER})
+  get_filename_component(engine_file ${KORVANT_ENGINE_FILE} NAME)
+  install(CODE "file(CREATE_LINK ${engine_file} \
+    \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${KORVANT_ENGINE_FOLDER}/libangelscript.so SYMBOLIC)")
+  file(RELATIVE_PATH up /root/${CMAKE_INSTALL_BINDIR} /root/${KORVANT_ENGINE_FOLDER})
+  set_target_properties(korvant PROPERTIES INSTALL_RPATH "$ORIGIN/${up}")
+  if(KORVANT_WINDOWS_UI)
+    set_target_properties(korvantide PROPERTIES INSTALL_RPATH "$ORIGIN/korvantide")
+  endif()
 endif()
 
 install(TARGETS korvant RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
@@ -41,7 +56,7 @@ if(KORVANT_WINDOWS_UI)
   install(EXPORT KorvantIDETargets NAMESPACE KorvantIDE:: DESTINATION ${package_folder})
   configure_package_config_file(cmake/KorvantIDEConfig.cmake.in
     ${CMAKE_BINARY_DIR}/KorvantIDEConfig.cmake INSTALL_DESTINATION ${package_folder}
-    PATH_VARS CMAKE_INSTALL_INCLUDEDIR)
+    PATH_VARS CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR)
   write_basic_package_version_file(${CMAKE_BINARY_DIR}/KorvantIDEConfigVersion.cmake
                                    COMPATIBILITY SameMajorVersion)
   install(FILES ${CMAKE_BINARY_DIR}/KorvantIDEConfig.cmake
@@ -49,6 +64,10 @@ if(KORVANT_WINDOWS_UI)
 
   # Relative to its own place, so that an installed tree can be moved.
   file(RELATIVE_PATH KORVANT_PREFIX_FROM_PKGCONFIG /root/${pkgconfig_folder} /root)
+  set(KORVANT_ENGINE_LIBS "")
+  if(KORVANT_ENGINE_FOLDER)
+    set(KORVANT_ENGINE_LIBS "-L\${libdir}/korvantide -Wl,-rpath,\${libdir}/korvantide")
+  endif()
   configure_file(packaging/korvantide.pc.in ${CMAKE_BINARY_DIR}/korvantide.pc @ONLY)
   install(FILES ${CMAKE_BINARY_DIR}/korvantide.pc DESTINATION ${pkgconfig_folder})
 endif()

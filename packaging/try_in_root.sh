@@ -30,12 +30,20 @@ step "a host with find_package"
 cmake -S installed -B by_cmake -DCMAKE_BUILD_TYPE=Debug >/dev/null
 cmake --build by_cmake >/dev/null
 by_cmake/installed_host
+ldd by_cmake/installed_host | grep -q korvantide/libangelscript
 
 step "the host of docs/embedding.md with pkg-config"
 # shellcheck disable=SC2046
 g++ -std=c++20 -Wall -Werror examples/small_host.cpp -o small_host \
-    $(pkg-config --cflags --libs korvantide)
+    $(pkg-config --variable=engine korvantide) $(pkg-config --cflags --libs korvantide)
 ./small_host
+ldd small_host | grep -q korvantide/libangelscript
+
+step "the same host with the distribution's engine"
+# shellcheck disable=SC2046
+g++ -std=c++20 examples/small_host.cpp -o plain_host $(pkg-config --cflags --libs korvantide)
+./plain_host
+! ldd plain_host | grep korvantide/libangelscript
 
 step "nothing that it needs is missing"
 ! ldd /usr/bin/korvant "$(pkg-config --variable=libdir korvantide)/libkorvantide.so" | grep 'not found'

@@ -22,7 +22,8 @@ build_package() {
 check_contents() { # DEB
     local listing wanted
     listing=$(dpkg-deb --contents "$1")
-    for wanted in bin/korvant 'lib/.*/libkorvantide.so' include/korvantide/korvantide.h \
+    for wanted in bin/korvant 'lib/.*/libkorvantide.so' 'lib/.*/korvantide/libangelscript.so.2.35.1' \
+        include/korvantide/korvantide.h \
         include/korvant/kor_stamp.h 'lib/.*/cmake/KorvantIDE/KorvantIDEConfig.cmake' \
         'lib/.*/pkgconfig/korvantide.pc' share/man/man1/korvant.1 \
         share/applications/korvant.desktop share/icons/hicolor/scalable/apps/korvant.svg \

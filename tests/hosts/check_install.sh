@@ -17,5 +17,15 @@ trap 'rm -rf "$folder"' EXIT
     exit 1
 }
 "$folder/host/installed_host"
+# The engine that came along is the one that it and the program use.
+if engine=$(find "$folder/tree" -name libangelscript.so) && [ -n "$engine" ]; then
+    for program in "$folder/host/installed_host" "$folder/tree/bin/korvant"; do
+        ldd "$program" | grep -F 'libangelscript.so' | grep -qF 'korvantide/libangelscript.so' || {
+            echo "check_install: $program takes another engine" >&2
+            ldd "$program" >&2
+            exit 1
+        }
+    done
+fi
 printf 'int main() { Print("hello"); return 0; }\n' >"$folder/hello.as"
 "$folder/tree/bin/korvant" run --gui "$folder/hello.as"
