@@ -26,6 +26,8 @@ fi
 mkdir -p "$cache/headers"
 ln -sfn /usr/include/CLI "$cache/headers/CLI"
 ln -sfn /usr/include/nlohmann "$cache/headers/nlohmann"
+ln -sfn /usr/include/asio "$cache/headers/asio"
+ln -sfn /usr/include/asio.hpp "$cache/headers/asio.hpp"
 
 for target in "$@"; do
     if [ ! -x "$cache/wx-$target/bin/wx-config" ]; then

@@ -1,0 +1,49 @@
+#include "protocol/rpc/message_stream.h"
+
+#include "base/system/os_file.h"
+
+namespace korvant::rpc {
+
+MessageStream::MessageStream(std::shared_ptr<Channel> channel, Listener listener)
+    : channel_(std::move(channel)), listener_(std::move(listener)) {
+    reader_ = std::thread([this] { work(); });
+}
+
+MessageStream::~MessageStream() {
+    channel_->close();
+    reader_.join();
+}
+
+bool MessageStream::send(const Json& message) {
+    const std::string frame = framed(writeJson(message));
+    const std::lock_guard lock(sending_);
+    return channel_->write(frame);
+}
+
+void MessageStream::work() {
+    keepSignalsAway();
+    try {
+        FrameReader frames;
+        for (std::string bytes; !frames.broken() && channel_->read(bytes); bytes.clear()) {
+            frames.feed(bytes);
+            while (const auto body = frames.next()) takeBody(*body);
+        }
+        if (frames.broken() && listener_.onBroken)
+            listener_.onBroken("a header that cannot be read, or a message that is too long");
+    } catch (...) {
+        // Without memory for a message there is no client any more.
+    }
+    mailbox_.end();
+}
+
+void MessageStream::takeBody(const std::string& body) {
+    std::optional<Json> message = readJson(body);
+    if (!message) {
+        if (listener_.onBroken) listener_.onBroken("a message that is no JSON, or too deep");
+        return;
+    }
+    if (listener_.onMessage && listener_.onMessage(*message)) return;
+    mailbox_.post(std::move(*message));
+}
+
+}  // namespace korvant::rpc
