@@ -10,57 +10,59 @@ namespace {
 
 using Editor = ScriptEditor;
 constexpr auto kAlways = EnabledWhen::always;
-constexpr auto kDebugging = EnabledWhen::debugging;
 
 // clang-format off
 constexpr EditorCommand kCommands[] = {
-    // number                           menu                 label                           key    checked separator enabled  handler
-    {command_id::kNew,                EditorMenu::file,    "&New",                           0,  false, false, kAlways,    &Editor::newDocument},
-    {command_id::kOpen,               EditorMenu::file,    "&Open...",                       0,  false, false, kAlways,    &Editor::openDocument},
-    {command_id::kSave,               EditorMenu::file,    "Save",                           0,  false, false, kAlways,    &Editor::save},
-    {command_id::kSaveAs,             EditorMenu::file,    "Save &As...",                    0,  false, true,  kAlways,    &Editor::saveAs},
-    {command_id::kExit,               EditorMenu::file,    "E&xit",                          0,  false, false, kAlways,    &Editor::exit},
+    // number                           menu                  label                            keys                     marks                                        enabled                  handler
+    {command_id::kNew,                  EditorMenu::file,     "&New",                          "Ctrl+N",                kNoMark,                                     kAlways,                 &Editor::newDocument},
+    {command_id::kOpen,                 EditorMenu::file,     "&Open...",                      "Ctrl+O",                kNoMark,                                     kAlways,                 &Editor::openDocument},
+    {command_id::kSave,                 EditorMenu::file,     "Save",                          "Ctrl+S",                kNoMark,                                     kAlways,                 &Editor::save},
+    {command_id::kSaveAs,               EditorMenu::file,     "Save &As...",                   "Ctrl+Shift+S",          kSeparatorAfter,                             kAlways,                 &Editor::saveAs},
+    {command_id::kExit,                 EditorMenu::file,     "E&xit",                         "",                      kNoMark,                                     kAlways,                 &Editor::exit},
 
-    {command_id::kFind,               EditorMenu::edit,    "Find...",                        0,  false, false, kAlways,    &Editor::openFind},
-    {command_id::kReplace,            EditorMenu::edit,    "Replace...",                     0,  false, false, kAlways,    &Editor::openReplace},
-    {command_id::kGotoLine,           EditorMenu::edit,    "Goto Line...",                   0,  false, true,  kAlways,    &Editor::gotoLine},
-    {command_id::kCrypt,              EditorMenu::edit,    "Crypt / Uncrypt...",             0,  false, false, kAlways,    &Editor::crypt},
+    {command_id::kUndo,                 EditorMenu::edit,     "&Undo",                         "Ctrl+Z",                kContextToo | kTextKeys,                     EnabledWhen::canUndo,    &Editor::undo},
+    {command_id::kRedo,                 EditorMenu::edit,     "&Redo",                         "Ctrl+Y Ctrl+Shift+Z",   kSeparatorAfter | kContextToo | kTextKeys,   EnabledWhen::canRedo,    &Editor::redo},
+    {command_id::kCut,                  EditorMenu::edit,     "Cu&t",                          "Ctrl+X",                kContextToo | kTextKeys,                     EnabledWhen::selection,  &Editor::cut},
+    {command_id::kCopy,                 EditorMenu::edit,     "&Copy",                         "Ctrl+C",                kContextToo | kTextKeys,                     EnabledWhen::selection,  &Editor::copy},
+    {command_id::kPaste,                EditorMenu::edit,     "&Paste",                        "Ctrl+V",                kContextToo | kTextKeys,                     EnabledWhen::canPaste,   &Editor::paste},
+    {command_id::kSelectAll,            EditorMenu::edit,     "Select &All",                   "Ctrl+A",                kSeparatorAfter | kContextToo | kTextKeys,   kAlways,                 &Editor::selectAll},
+    {command_id::kFind,                 EditorMenu::edit,     "Find...",                       "Ctrl+F",                kNoMark,                                     kAlways,                 &Editor::openFind},
+    {command_id::kFindNext,             EditorMenu::edit,     "Find Next",                     "F3",                    kNoMark,                                     kAlways,                 &Editor::findNext},
+    {command_id::kFindPrevious,         EditorMenu::edit,     "Find Previous",                 "Shift+F3",              kNoMark,                                     kAlways,                 &Editor::findPrevious},
+    {command_id::kReplace,              EditorMenu::edit,     "Replace...",                    "Ctrl+H",                kNoMark,                                     kAlways,                 &Editor::openReplace},
+    {command_id::kGotoLine,             EditorMenu::edit,     "Goto Line...",                  "Ctrl+G",                kSeparatorAfter,                             kAlways,                 &Editor::gotoLine},
+    {command_id::kCommentLines,         EditorMenu::edit,     "Co&mment Lines",                "Ctrl+/",                kTextKeys,                                   kAlways,                 &Editor::commentLines},
+    {command_id::kCrypt,                EditorMenu::edit,     "Crypt / Uncrypt...",            "",                      kNoMark,                                     kAlways,                 &Editor::crypt},
 
-    {command_id::kLineNumbers,        EditorMenu::view,    "Display Line Numbers",           0,  true,  false, kAlways,    &Editor::toggleLineNumbers},
-    {command_id::kBookmarks,          EditorMenu::view,    "Display Bookmark",               0,  true,  false, kAlways,    &Editor::toggleBookmarks},
-    {command_id::kFolding,            EditorMenu::view,    "Display Folding",                0,  true,  false, kAlways,    &Editor::toggleFolding},
-    {command_id::kBlackBackground,    EditorMenu::view,    "Background is black",            0,  false, false, kAlways,    &Editor::toggleBackground},
+    {command_id::kLineNumbers,          EditorMenu::view,     "Display Line Numbers",          "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleLineNumbers},
+    {command_id::kBookmarks,            EditorMenu::view,     "Display Bookmark",              "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleBookmarks},
+    {command_id::kFolding,              EditorMenu::view,     "Display Folding",               "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleFolding},
+    {command_id::kBlackBackground,      EditorMenu::view,     "Background is black",           "",                      kToggle,                                     kAlways,                 &Editor::toggleBackground},
 
-    {command_id::kToggleBreakpoint,   EditorMenu::debug,   "Toggle &Breakpoint\tF9",         9,  false, false, kAlways,    &Editor::toggleBreakpoint},
-    {command_id::kAddCondition,       EditorMenu::debug,   "Add &Condition",                 0,  false, true,  kAlways,    &Editor::addCondition},
-    {command_id::kNextBreakpoint,     EditorMenu::debug,   "Goto &Next Breakpoint",          0,  false, false, kAlways,    &Editor::nextBreakpoint},
-    {command_id::kPreviousBreakpoint, EditorMenu::debug,   "Goto &Previous Breakpoint",      0,  false, true,  kAlways,    &Editor::previousBreakpoint},
-    {command_id::kDeleteBreakpoints,  EditorMenu::debug,   "&Delete All Breakpoint",         0,  false, false, kAlways,    &Editor::deleteBreakpoints},
+    {command_id::kToggleBreakpoint,     EditorMenu::debug,    "Toggle &Breakpoint\tF9",        "F9",                    kNoMark,                                     kAlways,                 &Editor::toggleBreakpoint},
+    {command_id::kAddCondition,         EditorMenu::debug,    "Add &Condition",                "",                      kSeparatorAfter,                             kAlways,                 &Editor::addCondition},
+    {command_id::kNextBreakpoint,       EditorMenu::debug,    "Goto &Next Breakpoint",         "",                      kNoMark,                                     kAlways,                 &Editor::nextBreakpoint},
+    {command_id::kPreviousBreakpoint,   EditorMenu::debug,    "Goto &Previous Breakpoint",     "",                      kSeparatorAfter,                             kAlways,                 &Editor::previousBreakpoint},
+    {command_id::kDeleteBreakpoints,    EditorMenu::debug,    "&Delete All Breakpoint",        "",                      kNoMark,                                     kAlways,                 &Editor::deleteBreakpoints},
 
-    {command_id::kDisplayVariable,    EditorMenu::program, "&Display Variable Value\tF4",    4,  false, true,  kAlways,    &Editor::displayVariable},
-    {command_id::kExecute,            EditorMenu::program, "E&xecute\tF5",                   5,  false, false, kAlways,    &Editor::execute},
-    {command_id::kBuild,              EditorMenu::program, "&Build\tF7",                     7,  false, true,  kAlways,    &Editor::build},
-    {command_id::kStepOver,           EditorMenu::program, "Step &Over\tF11",                11, false, false, kDebugging, &Editor::stepOver},
-    {command_id::kStepInto,           EditorMenu::program, "Step &Into\tF12",                12, false, true,  kDebugging, &Editor::stepInto},
-    {command_id::kStop,               EditorMenu::program, "&Stop Debugging\tEsc",           0,  false, false, kDebugging, &Editor::stopDebugging},
+    {command_id::kDisplayVariable,      EditorMenu::program,  "&Display Variable Value\tF4",   "F4",                    kSeparatorAfter,                             kAlways,                 &Editor::displayVariable},
+    {command_id::kExecute,              EditorMenu::program,  "E&xecute\tF5",                  "F5",                    kNoMark,                                     kAlways,                 &Editor::execute},
+    {command_id::kBuild,                EditorMenu::program,  "&Build\tF7",                    "F7",                    kSeparatorAfter,                             kAlways,                 &Editor::build},
+    {command_id::kStepOver,             EditorMenu::program,  "Step &Over\tF11",               "F11",                   kNoMark,                                     EnabledWhen::debugging,  &Editor::stepOver},
+    {command_id::kStepInto,             EditorMenu::program,  "Step &Into\tF12",               "F12",                   kSeparatorAfter,                             EnabledWhen::debugging,  &Editor::stepInto},
+    {command_id::kStop,                 EditorMenu::program,  "&Stop Debugging\tEsc",          "Shift+F5",              kNoMark,                                     EnabledWhen::stoppable,  &Editor::stopDebugging},
 
-    {command_id::kHelp,               EditorMenu::help,    "Help Topics\tF1",                1,  false, true,  kAlways,    &Editor::help},
-    {command_id::kAbout,              EditorMenu::help,    "&About Script Editor",           0,  false, false, kAlways,    &Editor::about},
+    {command_id::kHelp,                 EditorMenu::help,     "Help Topics\tF1",               "F1",                    kSeparatorAfter,                             kAlways,                 &Editor::help},
+    {command_id::kAbout,                EditorMenu::help,     "&About Script Editor",          "",                      kNoMark,                                     kAlways,                 &Editor::about},
 
-    {command_id::kUndo,               EditorMenu::context, "&Undo\tCtrl+Z",                  0,  false, false, EnabledWhen::canUndo,   &Editor::undo},
-    {command_id::kRedo,               EditorMenu::context, "&Redo\tCtrl+Y",                  0,  false, true,  EnabledWhen::canRedo,   &Editor::redo},
-    {command_id::kCut,                EditorMenu::context, "Cu&t\tCtrl+X",                   0,  false, false, EnabledWhen::selection, &Editor::cut},
-    {command_id::kCopy,               EditorMenu::context, "&Copy\tCtrl+C",                  0,  false, false, EnabledWhen::selection, &Editor::copy},
-    {command_id::kPaste,              EditorMenu::context, "&Paste\tCtrl+V",                 0,  false, false, EnabledWhen::canPaste,  &Editor::paste},
-    {command_id::kSelectAll,          EditorMenu::context, "Select &All\tCtrl+A",            0,  false, true,  kAlways,    &Editor::selectAll},
-    {command_id::kComplete,           EditorMenu::context, "Co&mplete Word\tCtrl+Space",     0,  false, true,  kAlways,    &Editor::complete},
-    {command_id::kZoomIn,             EditorMenu::context, "Zoom &In\tCtrl++",               0,  false, false, kAlways,    &Editor::zoomIn},
-    {command_id::kZoomOut,            EditorMenu::context, "Zoom &Out\tCtrl+-",              0,  false, false, kAlways,    &Editor::zoomOut},
-    {command_id::kZoomReset,          EditorMenu::context, "Normal &Size\tCtrl+0",           0,  false, true,  kAlways,    &Editor::zoomReset},
-    {command_id::kRecoveryCopies,     EditorMenu::context, "&Keep Recovery Copies",          0,  true,  false, kAlways,    &Editor::toggleRecoveryCopies},
+    {command_id::kComplete,             EditorMenu::context,  "Co&mplete Word",                "Ctrl+Space",            kSeparatorAfter | kTextKeys,                 kAlways,                 &Editor::complete},
+    {command_id::kZoomIn,               EditorMenu::context,  "Zoom &In",                      "Ctrl++",                kTextKeys,                                   kAlways,                 &Editor::zoomIn},
+    {command_id::kZoomOut,              EditorMenu::context,  "Zoom &Out",                     "Ctrl+-",                kTextKeys,                                   kAlways,                 &Editor::zoomOut},
+    {command_id::kZoomReset,            EditorMenu::context,  "Normal &Size",                  "Ctrl+0",                kSeparatorAfter | kTextKeys,                 kAlways,                 &Editor::zoomReset},
+    {command_id::kRecoveryCopies,       EditorMenu::context,  "&Keep Recovery Copies",         "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleRecoveryCopies},
 
-    {command_id::kRemoveBreakpoint,   EditorMenu::none,    "",                               0,  false, false, kAlways,    &Editor::removeBreakpoint},
-    {command_id::kSystemAbout,        EditorMenu::none,    "",                               0,  false, false, kAlways,    &Editor::about},
+    {command_id::kRemoveBreakpoint,     EditorMenu::none,     "",                              "",                      kNoMark,                                     kAlways,                 &Editor::removeBreakpoint},
+    {command_id::kSystemAbout,          EditorMenu::none,     "",                              "",                      kNoMark,                                     kAlways,                 &Editor::about},
 };
 // clang-format on
 
@@ -78,6 +80,43 @@ const EditorCommand* findCommand(int id) {
         std::find_if(std::begin(kCommands), std::end(kCommands),
                      [id](const EditorCommand& command) { return command.id == id; });
     return found == std::end(kCommands) ? nullptr : found;
+}
+
+namespace {
+
+/// The first of some words between blanks, which is then taken off.
+std::string_view takeWord(std::string_view& words) {
+    const std::string_view word = words.substr(0, words.find(' '));
+    words.remove_prefix(std::min(word.size() + 1, words.size()));
+    return word;
+}
+
+bool names(const EditorCommand& command, const KeyPress& key) {
+    for (std::string_view words = command.keys; !words.empty();)
+        if (parseKeyPress(takeWord(words)) == key) return true;
+    return false;
+}
+
+std::string_view keyInLabel(std::string_view label) {
+    const std::size_t tab = label.find('\t');
+    return tab == std::string_view::npos ? std::string_view() : label.substr(tab + 1);
+}
+
+}  // namespace
+
+std::string_view EditorCommand::shownKey() const noexcept {
+    std::string_view words = keys;
+    const std::string_view own = keyInLabel(label);
+    return own.empty() ? takeWord(words) : own;
+}
+
+const EditorCommand* commandOfKey(const KeyPress& key, bool inText) {
+    for (const EditorCommand& command : kCommands)
+        if ((inText || !command.has(kTextKeys)) && names(command, key)) return &command;
+    if (!key.isFunctionKey() || key.alt) return nullptr;
+    for (const EditorCommand& command : kCommands)
+        if (parseKeyPress(keyInLabel(command.label)) == KeyPress{key.code}) return &command;
+    return nullptr;
 }
 
 const char* menuTitle(EditorMenu menu) {

@@ -24,6 +24,7 @@ void ScriptEditor::notify(const ControlNotification& notification) {
         case sci::kMarginClick:
             return marginClicked(notification);
         case sci::kCharAdded:
+            indentAfter(editor_, notification.character);
             return assistant_.characterAdded(notification.character);
         case sci::kDwellStart:
             return assistant_.restedAt(notification.position);

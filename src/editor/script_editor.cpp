@@ -120,13 +120,21 @@ void ScriptEditor::command(int id) {
     if (recent >= 0 && recent < command_id::kRecentFiles)
         return run([this, recent] { openRecent(recent); });
     const EditorCommand* command = findCommand(id);
-    if (command && enabled(*command)) run([this, command] { (this->*command->handler)(); });
+    if (!command || !enabled(*command)) return;
+    run([this, command] {
+        if (command->handler)
+            (this->*command->handler)();
+        else
+            window_.windowCommand(command->id);
+    });
 }
 
 bool ScriptEditor::enabled(const EditorCommand& command) const {
     switch (command.enabledWhen) {
         case EnabledWhen::debugging:
             return debugger_.debugging();
+        case EnabledWhen::stoppable:
+            return debugger_.debugging() || debugger_.busy();
         case EnabledWhen::canUndo:
             return editor_.send(sci::kCanUndo) != 0;
         case EnabledWhen::canRedo:
@@ -140,9 +148,10 @@ bool ScriptEditor::enabled(const EditorCommand& command) const {
     }
 }
 
-void ScriptEditor::functionKey(int number) {
-    for (const EditorCommand& record : editorCommands())
-        if (number != 0 && record.functionKey == number) return command(record.id);
+bool ScriptEditor::key(const KeyPress& key, bool inText) {
+    const EditorCommand* const record = commandOfKey(key, inText);
+    if (record) command(record->id);
+    return record != nullptr;
 }
 
 void ScriptEditor::tick() {
@@ -196,6 +205,13 @@ void ScriptEditor::openFind() {
 
 void ScriptEditor::openReplace() {
     window_.openReplace(std::make_unique<ReplaceDialog>(search_, window_));
+}
+
+/// With nothing searched for yet there is nothing to repeat: the text is asked for.
+void ScriptEditor::repeatSearch(bool forward) {
+    const std::string text = search_->lastText();
+    if (text.empty()) return openFind();
+    if (!(forward ? search_->findNext(text) : search_->findPrevious(text))) window_.beep();
 }
 
 void ScriptEditor::gotoLine() {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "editor/assist/assistant.h"
+#include "editor/assist/line_editing.h"
 #include "editor/control/editor_window.h"
 #include "editor/control/output_pane.h"
 #include "editor/control/search.h"
@@ -71,9 +72,10 @@ class ScriptEditor {
     void command(int id);
     /// What `command(id)` would do something for, for the context menu.
     bool enabled(const EditorCommand& command) const;
-    /// A key was pressed anywhere in the window: 1 for F1 and so on. The window then goes on as if
-    /// nothing had happened.
-    void functionKey(int number);
+    /// A key was pressed in the window; `inText`: while the text had the keyboard. True: it means a
+    /// command, which has been performed if it could be, and nobody else is to see the key.
+    bool key(const KeyPress& key, bool inText);
+    void functionKey(int number) { key(functionKeyPress(number), false); }
     void editorNotified(const ControlNotification& notification);
     void outputNotified(const ControlNotification& notification);
     /// To be called about once a second.
@@ -92,7 +94,10 @@ class ScriptEditor {
     void exit();
     void openFind();
     void openReplace();
+    void findNext() { repeatSearch(true); }
+    void findPrevious() { repeatSearch(false); }
     void gotoLine();
+    void commentLines() { korvant::commentLines(editor_); }
     void crypt();
     void toggleLineNumbers() { view_.toggleLineNumbers(); }
     void toggleBookmarks() { view_.toggleBookmarks(); }
@@ -152,6 +157,7 @@ class ScriptEditor {
     bool putScrambled(const std::string& text);
     void textModified(const ControlNotification& notification);
     void highlightBraces();
+    void repeatSearch(bool forward);
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
     bool takeTextForHost();

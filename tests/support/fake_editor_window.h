@@ -81,6 +81,7 @@ class FakeEditorWindow : public EditorWindow {
         opened.push_back(path);
         return documentsOpen;
     }
+    void windowCommand(int) override {}
     void beep() override { ++beeps; }
     void activate() override { ++activations; }
     void focusEditor() override { ++focuses; }

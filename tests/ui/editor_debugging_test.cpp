@@ -48,7 +48,7 @@ TEST_F(EditorDebugging, TypedScriptRuns) {
     driver.key(WXK_F5);
     untilOutput(kFinished);
     closeBox();
-    EXPECT_EQ(edit(""), "int main() {\nint a = 1;\nreturn 0;\n}\n");
+    EXPECT_EQ(edit(""), "int main() {\n    int a = 1;\n    return 0;\n}\n");
 }
 
 TEST_F(EditorDebugging, StopStepLookAndGoOn) {

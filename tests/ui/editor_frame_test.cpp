@@ -34,8 +34,9 @@ TEST_F(EditorFrame, MenusShowEveryRecordInItsPlace) {
                 shown += item->IsSeparator() ? "-\n" : item->GetItemLabel().utf8_string() + "\n";
             for (const EditorCommand& command : editorCommands()) {
                 if (command.menu != static_cast<EditorMenu>(i)) continue;
+                if (command.has(kSeparatorBefore)) wanted += "-\n";
                 wanted += wxString(command.label).BeforeFirst('\t').utf8_string() + "\n";
-                if (command.separatorAfter) wanted += "-\n";
+                if (command.has(kSeparatorAfter)) wanted += "-\n";
             }
             EXPECT_EQ(shown, wanted);
         }

@@ -16,11 +16,12 @@ inline constexpr int kHelp = 32789, kAbout = 32790;
 /// The system menu's about item.
 inline constexpr int kSystemAbout = 16;
 
-/// Beyond the menu bar: the context menu, and the files under File.
+/// Beyond the resource: what every editor has, the context menu, and the files under File.
 inline constexpr int kUndo = 57643, kRedo = 57644, kCut = 57635, kCopy = 57634, kPaste = 57637,
                      kSelectAll = 57642;
 inline constexpr int kComplete = 33001, kZoomIn = 33002, kZoomOut = 33003, kZoomReset = 33004,
-                     kRecoveryCopies = 33005;
+                     kRecoveryCopies = 33005, kFindNext = 33006, kFindPrevious = 33007,
+                     kCommentLines = 33008;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;
 
 }  // namespace korvant::command_id

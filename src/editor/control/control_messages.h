@@ -22,6 +22,7 @@ enum Message : unsigned {
     kCanRedo = 2016,
     kGotoLine = 2024,
     kGotoPos = 2025,
+    kGetEndStyled = 2028,
     kConvertEols = 2029,
     kSetEolMode = 2031,
     kSetTabWidth = 2036,
@@ -114,6 +115,7 @@ enum Message : unsigned {
     kAutoCSetOrder = 2660,
     kPositionRelative = 2670,
     kSetLexer = 4001,
+    kColourise = 4003,
     kSetProperty = 4004,
     kSetKeywords = 4005,
 };

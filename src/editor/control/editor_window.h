@@ -64,6 +64,9 @@ class EditorWindow {
     /// Opens a file with the desktop's program for it; false when that failed.
     virtual bool openDocument(const std::string& path) = 0;
 
+    /// A command whose record has no handler of the editor's.
+    virtual void windowCommand(int command) = 0;
+
     virtual void beep() = 0;
     virtual void activate() = 0;     ///< brings the window to the front
     virtual void focusEditor() = 0;  ///< gives the editor control the keyboard

@@ -13,10 +13,12 @@ bool TextHistory::add(const std::string& text) {
 }
 
 bool Search::findNext(const std::string& text) {
+    lastText_ = text;
     return selectMatch(editor_.find(flags_, editor_.caret() + 1, editor_.length(), text));
 }
 
 bool Search::findPrevious(const std::string& text) {
+    lastText_ = text;
     return selectMatch(editor_.find(flags_, editor_.selectionStart() - 1, 0, text));
 }
 

@@ -42,6 +42,8 @@ class Search {
     /// again at the other end. False, and nothing changes, when there is none.
     bool findNext(const std::string& text);
     bool findPrevious(const std::string& text);
+    /// What was searched for last; empty at first.
+    const std::string& lastText() const noexcept { return lastText_; }
 
     /// Replaces the selection. False when nothing is selected.
     bool replaceSelection(const std::string& replacement);
@@ -69,6 +71,7 @@ class Search {
     const TextControl& editor_;
     EditorWindow& window_;
     std::uint32_t flags_ = 0;
+    std::string lastText_;
     /// The selection that the last regular expression matched; its groups are the control's.
     std::optional<TextSpan> matched_;
     int matchedLength_ = 0;

@@ -49,7 +49,9 @@ wxWindow* makeRule(wxWindow& parent) {
 
 CEditorDlg::CEditorDlg(std::span<const FunctionFamily> families)
     : wxFrame(nullptr, wxID_ANY, "Script Editor"),
-      menus_(*this, [this](int command) { editor_.command(command); }),
+      menus_(
+          *this, [this](int command) { editor_.command(command); },
+          [this](const EditorCommand& command) { return editor_.enabled(command); }),
       editor_({moduleSession(), *this, systemFiles(), userDataFolder(), programFolder(), families}),
       timer_(this) {}
 
@@ -130,19 +132,14 @@ void CEditorDlg::layOutControls() {
     if (rule_) rule_->SetSize(0, 0, client.x, FromDIP(1));
 }
 
-/// The one place for keys. F10 ends here, since it would open the menu bar.
+/// The one place for keys, of this window and of those that belong to it. A key that means a
+/// command ends here: what it opened had an event loop of its own, and a key that went on after
+/// that would be handled once more. F10 ends here too, since it would open the menu bar.
 void CEditorDlg::onKey(wxKeyEvent& event) {
-    const bool inEditor = FindFocus() == editorControl_ && editorControl_;
-    if (const int command = inEditor ? controlKeyCommand(event) : 0)
-        editor_.command(command);
-    else
-        onFunctionKey(event);
-}
-
-void CEditorDlg::onFunctionKey(wxKeyEvent& event) {
-    const int number = functionKeyOf(event);
-    if (number != 0) editor_.functionKey(number);
-    if (number != 10 || event.ShiftDown()) event.Skip();
+    const std::optional<KeyPress> key = keyPressOf(event);
+    const bool inText = editorControl_ && FindFocus() == editorControl_;
+    if (key && editor_.key(*key, inText)) return;
+    if (key != functionKeyPress(10)) event.Skip();
 }
 
 void CEditorDlg::onClose(wxCloseEvent& event) {
@@ -156,9 +153,7 @@ void CEditorDlg::onContextMenu(wxContextMenuEvent& event) {
     const wxPoint place = asked == wxDefaultPosition
                               ? editorControl_->PointFromPosition(editorControl_->GetCurrentPos())
                               : editorControl_->ScreenToClient(asked);
-    menus_.showContextMenu(*editorControl_, place, [this](const EditorCommand& command) {
-        return editor_.enabled(command);
-    });
+    menus_.showContextMenu(*editorControl_, place);
 }
 
 /// Nobody can use the window any more: as if it had been closed.

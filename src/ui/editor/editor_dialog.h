@@ -52,6 +52,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void openFind(std::unique_ptr<FindDialog> dialog) override;
     void openReplace(std::unique_ptr<ReplaceDialog> dialog) override;
     bool openDocument(const std::string& path) override;
+    void windowCommand(int command) override;
     void beep() override;
     void activate() override;
     void focusEditor() override;
@@ -63,7 +64,6 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void connect();
     void layOutControls();
     void onKey(wxKeyEvent& event);
-    void onFunctionKey(wxKeyEvent& event);
     void onClose(wxCloseEvent& event);
     void onContextMenu(wxContextMenuEvent& event);
     void onDisplayLost();

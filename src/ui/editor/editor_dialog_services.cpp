@@ -61,16 +61,19 @@ std::optional<std::int32_t> CEditorDlg::askLine(std::int32_t line) {
 }
 
 void CEditorDlg::openFind(std::unique_ptr<FindDialog> dialog) {
-    new CFindDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onFunctionKey(event); });
+    new CFindDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onKey(event); });
 }
 
 void CEditorDlg::openReplace(std::unique_ptr<ReplaceDialog> dialog) {
-    new CReplaceDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onFunctionKey(event); });
+    new CReplaceDlg(this, std::move(dialog), [this](wxKeyEvent& event) { onKey(event); });
 }
 
 bool CEditorDlg::openDocument(const std::string& path) {
     return openWithDesktop(path);
 }
+
+/// No record is the window's own so far.
+void CEditorDlg::windowCommand(int) {}
 
 void CEditorDlg::beep() {
     wxBell();

@@ -1,16 +1,15 @@
-// Which command a key of the editor's window means.
+// Keys of the toolkit as the editor knows them.
 #pragma once
+
+#include <optional>
+
+#include "editor/control/key_press.h"
 
 class wxKeyEvent;
 
 namespace korvant::ui {
 
-/// 1 for F1 and so on, whatever other keys are held but Alt, which belongs to the desktop; 0 for
-/// any other key.
-int functionKeyOf(const wxKeyEvent& event);
-
-/// The command whose record names this key with Ctrl; 0 for none. Only the editor control has
-/// these keys.
-int controlKeyCommand(const wxKeyEvent& event);
+/// Nothing for a key that means no command of any editor: a modifier alone, a cursor key.
+std::optional<KeyPress> keyPressOf(const wxKeyEvent& event);
 
 }  // namespace korvant::ui

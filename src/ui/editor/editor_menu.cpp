@@ -28,18 +28,14 @@ int commandOf(int item) {
     return editorCommands()[static_cast<std::size_t>(item - kFirstItem)].id;
 }
 
-/// A command whose item shows a state.
-bool isCheckItem(const EditorCommand& command) {
-    return command.menu == EditorMenu::view || command.checkedAtStart;
-}
-
 void appendCommand(wxMenu& menu, const EditorCommand& command) {
-    wxString key;
-    const wxString label = fromUtf8(command.label).BeforeFirst('\t', &key);
-    const wxItemKind kind = isCheckItem(command) ? wxITEM_CHECK : wxITEM_NORMAL;
+    const wxString label = fromUtf8(command.label).BeforeFirst('\t');
+    const wxItemKind kind = command.has(kToggle) ? wxITEM_CHECK : wxITEM_NORMAL;
+    if (command.has(kSeparatorBefore)) menu.AppendSeparator();
     wxMenuItem* item = menu.Append(itemOf(command.id), label, wxEmptyString, kind);
-    if (!key.empty()) native::showMenuKey(*item, key);
-    if (command.separatorAfter) menu.AppendSeparator();
+    const std::string key(command.shownKey());
+    if (!key.empty()) native::showMenuKey(*item, fromUtf8(key));
+    if (command.has(kSeparatorAfter)) menu.AppendSeparator();
 }
 
 wxString numbered(std::size_t index, const wxString& path) {
@@ -49,8 +45,8 @@ wxString numbered(std::size_t index, const wxString& path) {
 
 }  // namespace
 
-EditorMenus::EditorMenus(wxFrame& frame, std::function<void(int)> chosen)
-    : frame_(frame), bar_(new wxMenuBar), chosen_(std::move(chosen)) {
+EditorMenus::EditorMenus(wxFrame& frame, std::function<void(int)> chosen, Enabled enabled)
+    : frame_(frame), bar_(new wxMenuBar), chosen_(std::move(chosen)), enabled_(std::move(enabled)) {
     for (const EditorMenu menu : {EditorMenu::file, EditorMenu::edit, EditorMenu::view,
                                   EditorMenu::debug, EditorMenu::program, EditorMenu::help})
         bar_->Append(makeMenu(menu), fromUtf8(menuTitle(menu)));
@@ -58,13 +54,23 @@ EditorMenus::EditorMenus(wxFrame& frame, std::function<void(int)> chosen)
     frame.Bind(
         wxEVT_MENU, [this](wxCommandEvent& event) { chosen_(commandOf(event.GetId())); },
         kFirstItem, kFirstRecent + command_id::kRecentFiles - 1);
-    for (const EditorCommand& command : editorCommands()) check(command.id, command.checkedAtStart);
+    frame.Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
+        if (event.GetMenu()) update(*event.GetMenu());
+        event.Skip();
+    });
+    for (const EditorCommand& command : editorCommands()) check(command.id, command.has(kChecked));
+}
+
+/// What depends on the text is looked up when the menu opens.
+void EditorMenus::update(wxMenu& menu) {
+    for (const EditorCommand& command : editorCommands())
+        if (wxMenuItem* item = menu.FindItem(itemOf(command.id))) item->Enable(enabled_(command));
 }
 
 wxMenu* EditorMenus::makeMenu(EditorMenu menu) {
     auto* made = new wxMenu;
     for (const EditorCommand& command : editorCommands())
-        if (command.menu == menu) appendCommand(*made, command);
+        if (command.stands(menu)) appendCommand(*made, command);
     return made;
 }
 
@@ -94,15 +100,13 @@ void EditorMenus::setRecentFiles(const std::vector<std::string>& paths) {
     if (!recent_.empty()) recent_.push_back(file.InsertSeparator(place));
 }
 
-void EditorMenus::showContextMenu(wxWindow& window, const wxPoint& place,
-                                  const std::function<bool(const EditorCommand&)>& enabled) {
+void EditorMenus::showContextMenu(wxWindow& window, const wxPoint& place) {
     const std::unique_ptr<wxMenu> menu(makeMenu(EditorMenu::context));
-    for (const EditorCommand& command : editorCommands()) {
-        wxMenuItem* item = menu->FindItem(itemOf(command.id));
-        if (!item) continue;
-        if (item->IsCheckable()) item->Check(checks_[command.id]);
-        item->Enable(enabled(command));
+    for (const auto& [command, checked] : checks_) {
+        wxMenuItem* item = menu->FindItem(itemOf(command));
+        if (item && item->IsCheckable()) item->Check(checked);
     }
+    update(*menu);
     const int item = window.GetPopupMenuSelectionFromUser(*menu, place);
     if (item != wxID_NONE) chosen_(commandOf(item));
 }

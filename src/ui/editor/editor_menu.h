@@ -16,8 +16,11 @@ namespace korvant::ui {
 
 class EditorMenus {
   public:
-    /// Gives the frame its menu bar. `chosen` gets the number of the command.
-    EditorMenus(wxFrame& frame, std::function<void(int command)> chosen);
+    using Enabled = std::function<bool(const EditorCommand&)>;
+
+    /// Gives the frame its menu bar. `chosen` gets the number of the command; `enabled` is asked
+    /// when a menu opens.
+    EditorMenus(wxFrame& frame, std::function<void(int command)> chosen, Enabled enabled);
 
     void check(int command, bool checked);
     void enable(int command, bool enabled);
@@ -25,15 +28,16 @@ class EditorMenus {
     void setRecentFiles(const std::vector<std::string>& paths);
 
     /// Shows the context menu at `place`, in coordinates of `window`, until something is chosen.
-    void showContextMenu(wxWindow& window, const wxPoint& place,
-                         const std::function<bool(const EditorCommand&)>& enabled);
+    void showContextMenu(wxWindow& window, const wxPoint& place);
 
   private:
     wxMenu* makeMenu(EditorMenu menu);
+    void update(wxMenu& menu);
 
     wxFrame& frame_;
     wxMenuBar* bar_;  ///< the frame's
     std::function<void(int)> chosen_;
+    Enabled enabled_;
     std::map<int, bool> checks_;  ///< by command
     std::vector<wxMenuItem*> recent_;
 };

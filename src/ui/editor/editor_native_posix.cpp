@@ -18,20 +18,28 @@
 namespace korvant::ui::native {
 namespace {
 
+guint keyOf(const std::string& name) {
+    if (name == "Esc") return GDK_KEY_Escape;
+    if (name == "Space") return GDK_KEY_space;
+    if (name.size() == 1) return gdk_unicode_to_keyval(static_cast<guint32>(name[0]));
+    return gdk_keyval_from_name(name.c_str());
+}
+
 /// A key's name as the toolkit of the desktop writes it: "<Control>z" for "Ctrl+Z".
-bool parseKey(const std::string& name, guint& key, GdkModifierType& modifiers) {
-    constexpr std::string_view kControl = "Ctrl+";
-    const bool control = name.rfind(kControl, 0) == 0;
-    const std::string plain = control ? name.substr(kControl.size()) : name;
-    modifiers = control ? GDK_CONTROL_MASK : GdkModifierType(0);
-    if (plain == "Esc")
-        key = GDK_KEY_Escape;
-    else if (plain == "Space")
-        key = GDK_KEY_space;
-    else if (plain.size() == 1)
-        key = gdk_unicode_to_keyval(static_cast<guint32>(plain[0]));
-    else
-        key = gdk_keyval_from_name(plain.c_str());
+bool parseKey(std::string name, guint& key, guint& modifiers) {
+    struct Modifier {
+        std::string_view name;
+        guint bit;
+    };
+    constexpr Modifier kModifiers[] = {
+        {"Ctrl+", GDK_CONTROL_MASK}, {"Shift+", GDK_SHIFT_MASK}, {"Alt+", GDK_MOD1_MASK}};
+    modifiers = 0;
+    for (const Modifier& modifier : kModifiers) {
+        if (name.rfind(modifier.name, 0) != 0) continue;
+        modifiers |= modifier.bit;
+        name.erase(0, modifier.name.size());
+    }
+    key = keyOf(name);
     return key != GDK_KEY_VoidSymbol;
 }
 
@@ -154,10 +162,10 @@ wxIconBundle editorIcons() {
 void showMenuKey(wxMenuItem& item, const wxString& key) {
     GtkWidget* widget = item.GetMenuItem();
     GtkWidget* label = widget ? gtk_bin_get_child(GTK_BIN(widget)) : nullptr;
-    guint code = 0;
-    GdkModifierType modifiers{};
+    guint code = 0, modifiers = 0;
     if (GTK_IS_ACCEL_LABEL(label) && parseKey(toUtf8(key), code, modifiers))
-        gtk_accel_label_set_accel(GTK_ACCEL_LABEL(label), code, modifiers);
+        gtk_accel_label_set_accel(GTK_ACCEL_LABEL(label), code,
+                                  static_cast<GdkModifierType>(modifiers));
 }
 
 /// The system menu belongs to the window manager here.

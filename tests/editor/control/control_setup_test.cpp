@@ -204,6 +204,12 @@ TEST_F(EditorLooks, MarginClicksFoldAndToggleBreakpoints) {
     EXPECT_EQ(marks(), std::vector<int>{3});
 }
 
+/// Commands of the menu bar that the resource does not have.
+bool isAdded(int id) {
+    const bool everyEditors = id >= command_id::kCopy && id != command_id::kReplace;
+    return everyEditors || (id >= command_id::kComplete && id < command_id::kNew);
+}
+
 TEST(EditorCommands, MenuStandsAsInTheResource) {
     struct Item {
         EditorMenu menu;
@@ -240,13 +246,13 @@ TEST(EditorCommands, MenuStandsAsInTheResource) {
         {EditorMenu::help, 32790, "&About Script Editor", false}};
     std::size_t next = 0;
     for (const EditorCommand& command : editorCommands()) {
-        if (command.menu >= EditorMenu::context) continue;
+        if (command.menu >= EditorMenu::context || isAdded(command.id)) continue;
         ASSERT_LT(next, items.size());
         EXPECT_EQ(command.menu, items[next].menu) << command.label;
         EXPECT_EQ(command.id, items[next].id);
         EXPECT_EQ(command.label, items[next].label);
-        EXPECT_EQ(command.separatorAfter, items[next].separator) << command.label;
-        EXPECT_EQ(command.checkedAtStart, command.id >= 32776 && command.id <= 32778);
+        EXPECT_EQ(command.has(kSeparatorAfter), items[next].separator) << command.label;
+        EXPECT_EQ(command.has(kChecked), command.id >= 32776 && command.id <= 32778);
         ++next;
     }
     EXPECT_EQ(next, items.size());
