@@ -6,6 +6,7 @@
 
 #include "host/engine/engine_compat.h"
 #include "host/run/line_callback.h"
+#include "host/run/run_state.h"
 #include "host/run/script_session.h"
 #include "module/families.h"
 #include "ratio_table.h"

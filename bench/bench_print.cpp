@@ -11,8 +11,8 @@
 #include "base/system/gathered_output.h"
 #include "host/engine/script_string.h"
 #include "host/library/console_functions.h"
+#include "host/library/run_files.h"
 #include "host/library/script_console.h"
-#include "host/library/script_files.h"
 #include "host/run/script_session.h"
 #include "host/terminal/ansi_terminal.h"
 #include "host/terminal/pipe_console.h"
@@ -81,10 +81,9 @@ void printFile(benchmark::State& state) {
     korvant::ScriptString* const text = korvant::ScriptString::create(kLine);
     const std::string name = temporaryFile();
     for (auto _ : state) {
-        moduleSession().state().outputFile =
-            korvant::OutputFile::open(name, korvant::OutputFile::Mode::truncate, {}, nullptr);
+        korvant::runFiles().openOutput(name, korvant::OutputFile::Mode::truncate);
         for (int i = 0; i < kPrints; ++i) printFunction()(text);
-        closeScriptFiles(moduleSession());
+        korvant::runFiles().closeOutput();
     }
     ::unlink(name.c_str());
     text->release();
@@ -192,10 +191,9 @@ Scripts& scripts() {
 void scriptPrint(benchmark::State& state) {
     const std::string name = temporaryFile();
     scripts();
-    moduleSession().state().outputFile =
-        korvant::OutputFile::open(name, korvant::OutputFile::Mode::truncate, {}, nullptr);
+    korvant::runFiles().openOutput(name, korvant::OutputFile::Mode::truncate);
     for (auto _ : state) scripts().execute("void print()");
-    closeScriptFiles(moduleSession());
+    korvant::runFiles().closeOutput();
     ::unlink(name.c_str());
 }
 

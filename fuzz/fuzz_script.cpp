@@ -189,8 +189,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     host.session.runApplication(host.engine, host.context, script, nullptr);
     host.session.abandon(host.context);  // what a run leaves behind is its own finding
     if (++units % kUnitsBetweenChecks != 0) return 0;
-    if (!host.session.runApplication(host.engine, host.context, "int main() { return 0; }",
-                                     nullptr))
+    if (host.session.runApplication(host.engine, host.context, "int main() { return 0; }", nullptr)
+            .failed())
         std::abort();
     return 0;
 }

@@ -10,6 +10,7 @@
 #include "host/terminal/ansi_terminal.h"
 #include "host/terminal/status_line.h"
 #include "korvantide/korvantide.h"
+#include "module/configuration.h"
 #include "source_report.h"
 
 namespace korvant_app {
@@ -17,10 +18,7 @@ namespace korvant_app {
 namespace {
 
 using korvant::moduleSession;
-
-bool runShouldStop() {
-    return moduleSession().shouldStop();
-}
+using korvant::runShouldStop;
 
 /// Empty where there can be no line that comes and goes.
 std::function<std::unique_ptr<korvant::ProgressWindow>()> progressOn(
@@ -85,7 +83,7 @@ korvant::TerminalFrontend::Options TerminalHost::frontendOptions() {
 
 ConfiguredEngine::ConfiguredEngine()
     : engine_(asCreateScriptEngine()),
-      context_(engine_ != nullptr ? ConfigureScriptEngine(engine_) : nullptr) {}
+      context_(engine_ != nullptr ? korvant::configureEngine(engine_) : nullptr) {}
 
 ConfiguredEngine::~ConfiguredEngine() {
     if (engine_ != nullptr) ReleaseScriptEngine(engine_);

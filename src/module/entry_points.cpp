@@ -1,32 +1,48 @@
 // The exported functions. What they do is the session's.
 #include "host/run/script_session.h"
 #include "korvantide/korvantide.h"
-#include "module/composition.h"
+#include "module/configuration.h"
 #include "module/families.h"
 #include "module/guarded.h"
 
 using korvant::moduleSession;
 
-asIScriptContext* KORVANTIDE_CALL ConfigureScriptEngine(asIScriptEngine* engine) {
-    return korvant::guarded<asIScriptContext*>(nullptr, [&] {
-        korvant::composeServices();
-        return moduleSession().configure(engine, korvant::registrationOrder());
+namespace {
+
+/// Any other number than the two of stepping lets the run go on.
+korvant::StepMode stepModeOf(std::int32_t number) {
+    if (number == 1) return korvant::StepMode::over;
+    return number == 2 ? korvant::StepMode::into : korvant::StepMode::run;
+}
+
+}  // namespace
+
+namespace korvant {
+
+asIScriptContext* configureEngine(asIScriptEngine* engine, SessionServices (*services)()) noexcept {
+    return guarded<asIScriptContext*>(nullptr, [&] {
+        if (services == nullptr) return moduleSession().configure(engine, registrationOrder());
+        const SessionServices chosen = services();
+        return moduleSession().configure(engine, registrationOrder(), &chosen);
     });
 }
+
+}  // namespace korvant
 
 std::int32_t KORVANTIDE_CALL CompileScript(asIScriptEngine* engine, const std::string& script) {
     return korvant::guarded(0, [&] { return moduleSession().compile(engine, script); });
 }
 
 std::int32_t KORVANTIDE_CALL RunScript(asIScriptContext* context) {
-    return korvant::guarded<std::int32_t>(asERROR, [&] { return moduleSession().run(context); });
+    return korvant::guarded<std::int32_t>(asERROR,
+                                          [&] { return moduleSession().run(context).result; });
 }
 
 bool KORVANTIDE_CALL RunApplication(asIScriptEngine* engine, asIScriptContext* context,
                                     const std::string& script,
                                     const std::vector<std::int32_t>* breakpoints) {
     return korvant::guarded(false, [&] {
-        return moduleSession().runApplication(engine, context, script, breakpoints);
+        return !moduleSession().runApplication(engine, context, script, breakpoints).failed();
     });
 }
 
@@ -34,7 +50,9 @@ bool KORVANTIDE_CALL ContinueApplication(asIScriptEngine* engine, asIScriptConte
                                          const std::vector<std::int32_t>* breakpoints,
                                          std::int32_t stepMode) {
     return korvant::guarded(false, [&] {
-        return moduleSession().continueApplication(engine, context, breakpoints, stepMode);
+        return !moduleSession()
+                    .continueApplication(engine, context, breakpoints, stepModeOf(stepMode))
+                    .failed();
     });
 }
 

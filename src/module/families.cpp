@@ -3,6 +3,7 @@
 #include "host/library/console_functions.h"
 #include "host/library/dialog_functions.h"
 #include "host/library/math_functions.h"
+#include "host/library/run_library.h"
 #include "host/library/string_functions.h"
 #include "host/library/string_type.h"
 #include "object/script/object_binding.h"
@@ -11,9 +12,15 @@ namespace korvant {
 
 std::span<const RegisterFamily> registrationOrder() {
     static const RegisterFamily kOrder[] = {
-        registerStringType,      registerFileFunctions,   registerConsoleFunctions,
-        registerDialogFunctions, registerObjectType,      registerTimingFunctions,
-        registerMathFunctions,   registerStringFunctions,
+        joinRuns,
+        registerStringType,
+        registerFileFunctions,
+        registerConsoleFunctions,
+        registerDialogFunctions,
+        registerObjectType,
+        registerTimingFunctions,
+        registerMathFunctions,
+        registerStringFunctions,
     };
     return kOrder;
 }

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "host/run/script_session.h"
-#include "module/composition.h"
 #include "module/guarded.h"
 
 using namespace korvant;
@@ -110,10 +109,6 @@ std::int32_t setLimits(const KorvantLimits* limits) {
 
 std::int32_t KORVANTIDE_CALL SetScriptLimits(const KorvantLimits* limits) {
     return guarded(0, [&] { return setLimits(limits); });
-}
-
-std::int32_t KORVANTIDE_CALL FeedScriptInput(const char* line) {
-    return guarded(0, [&] { return line && feedScriptInput(line) ? 1 : 0; });
 }
 
 namespace {

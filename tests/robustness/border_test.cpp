@@ -10,6 +10,7 @@
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"
+#include "module/configuration.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -73,7 +74,7 @@ TEST_F(TwoThreads, ThatMeetInTheModuleAreToldApart) {
     KorvantBuildMessage message{};
     message.size = sizeof message;
     const auto calls = [&] {
-        EXPECT_EQ(ConfigureScriptEngine(engine()), nullptr);
+        EXPECT_EQ(configureEngine(engine()), nullptr);
         EXPECT_EQ(CompileScript(engine(), kShortScript), 0);
         EXPECT_LT(RunScript(context()), 0);
         EXPECT_FALSE(RunApplication(engine(), context(), kShortScript, nullptr));

@@ -7,6 +7,7 @@
 
 #include "failing_memory.h"
 #include "korvantide/korvantide.h"
+#include "module/configuration.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -70,7 +71,7 @@ TEST_F(Repetition, CompilingAndRunningTakesNoMore) {
 TEST_F(Repetition, ConfiguringAndReleasingTakesNoMore) {
     expectNoGrowth([&] {
         asIScriptEngine* other = asCreateScriptEngine();
-        asIScriptContext* its = ConfigureScriptEngine(other);
+        asIScriptContext* its = configureEngine(other);
         ASSERT_NE(its, nullptr);
         ReleaseScriptEngine(other);
         its->Release();

@@ -12,6 +12,7 @@
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
 #include "korvantide/script_object.h"
+#include "module/configuration.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -181,7 +182,7 @@ TEST_P(ShortMemoryInRuns, AnEngineIsConfiguredOrNotAndTheOthersGoOn) {
     const std::string text = "int main() { return StrSize(\"a\"); }";
     const auto scenario = [&] {
         asIScriptEngine* other = asCreateScriptEngine();
-        asIScriptContext* its = ConfigureScriptEngine(other);
+        asIScriptContext* its = configureEngine(other);
         if (its) CompileScript(other, text);
         ReleaseScriptEngine(other);
         if (its) its->Release();

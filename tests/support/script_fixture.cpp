@@ -65,11 +65,13 @@ void ScriptFixture::discardEngine() {
 }
 
 bool ScriptFixture::run(const std::string& text, const std::vector<std::int32_t>* breakpoints) {
-    return moduleSession().runApplication(engine_, context_, text, breakpoints);
+    outcome_ = moduleSession().runApplication(engine_, context_, text, breakpoints);
+    return !outcome_.failed();
 }
 
-bool ScriptFixture::resume(std::int32_t stepMode, const std::vector<std::int32_t>* breakpoints) {
-    return moduleSession().continueApplication(engine_, context_, breakpoints, stepMode);
+bool ScriptFixture::resume(StepMode mode, const std::vector<std::int32_t>* breakpoints) {
+    outcome_ = moduleSession().continueApplication(engine_, context_, breakpoints, mode);
+    return !outcome_.failed();
 }
 
 std::string ScriptFixture::output(std::string_view body) {

@@ -40,7 +40,8 @@ class ScriptFixture : public ::testing::Test {
     ~ScriptFixture() override;
 
     ScriptSession& session() { return moduleSession(); }
-    RunState& state() { return moduleSession().state(); }
+    /// Of the last run() or resume().
+    const RunOutcome& outcome() { return outcome_; }
     asIScriptEngine* engine() { return engine_; }
     asIScriptContext* context() { return context_; }
 
@@ -53,7 +54,7 @@ class ScriptFixture : public ::testing::Test {
 
     /// Builds `text` and runs its int main(). True when it finished or is suspended.
     bool run(const std::string& text, const std::vector<std::int32_t>* breakpoints = nullptr);
-    bool resume(std::int32_t stepMode, const std::vector<std::int32_t>* breakpoints = nullptr);
+    bool resume(StepMode mode, const std::vector<std::int32_t>* breakpoints = nullptr);
     /// The body of int main(); what it printed. A failed run is a failure of the test.
     std::string output(std::string_view body);
     /// The text of an expression that can be added to a string.
@@ -74,6 +75,7 @@ class ScriptFixture : public ::testing::Test {
 
     asIScriptEngine* engine_ = nullptr;
     asIScriptContext* context_ = nullptr;
+    RunOutcome outcome_;
 };
 
 /// The fixture under both calling conventions of the engine: true for the portable one.

@@ -6,16 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/system/file_rules.h"
 #include "base/text/byte_source.h"
-#include "host/engine/limits.h"
 
 namespace korvant {
-
-/// Which files scripts may open.
-struct FileRules {
-    FileAccess access = FileAccess::all;
-    std::string folder;  ///< with FileAccess::oneFolder
-};
 
 constexpr int kNoFile = -1;
 

@@ -20,7 +20,6 @@ constexpr std::uint64_t kPumpEvery = 50;  // milliseconds
 /// A limit that began this much after a continuation was started afresh inside it.
 constexpr std::int32_t kRestartSeen = 50;  // milliseconds
 constexpr int kFarUp = -99999999;
-constexpr std::int32_t kContinue = 0, kStepOver = 1, kStepInto = 2;
 
 class BusyMark {
   public:
@@ -50,7 +49,7 @@ void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
 
 void Debugger::setUp() {
     debugging_ = false;
-    session_.state().currentContext = nullptr;
+    session_.forgetContext();
     setRunMenu(false);
 }
 
@@ -101,7 +100,7 @@ void Debugger::execute() {
     if (busy_) return;
     const BusyMark mark(busy_);
     if (debugging_)
-        continueRun(kContinue);
+        continueRun(StepMode::run);
     else
         startRun();
 }
@@ -109,13 +108,13 @@ void Debugger::execute() {
 void Debugger::stepOver() {
     if (busy_ || !debugging_) return;
     const BusyMark mark(busy_);
-    continueRun(kStepOver);
+    continueRun(StepMode::over);
 }
 
 void Debugger::stepInto() {
     if (busy_ || !debugging_) return;
     const BusyMark mark(busy_);
-    continueRun(kStepInto);
+    continueRun(StepMode::into);
 }
 
 void Debugger::startRun() {
@@ -123,49 +122,43 @@ void Debugger::startRun() {
     if (!text) return;
     const std::vector<std::int32_t> lines = breakpoints_.kept();
     ran_ = true;
-    const Progress progress = progressOf(session_.runApplication(engine_, context_, *text, &lines));
-    if (progress == Progress::stopped) return beginDebugging();
-    if (progress == Progress::failed && session_.buildMessages().count() > 0) {
+    const RunOutcome outcome = session_.runApplication(engine_, context_, *text, &lines);
+    if (outcome.stoppedAtLine()) return beginDebugging({outcome.line});
+    const bool failed = outcome.failed();
+    if (failed && session_.buildMessages().count() > 0) {
         toStart();
         failedBuild(true);
         return;
     }
-    output_.show(progress == Progress::failed ? kFailed : kFinished);
+    output_.show(failed ? kFailed : kFinished);
     toStart();
     breakpoints_.restore();
 }
 
-Debugger::Progress Debugger::progressOf(bool ran) {
-    if (!ran) return Progress::failed;
-    return session_.state().lastStoppedLine == 0 ? Progress::finished : Progress::stopped;
-}
-
-void Debugger::beginDebugging() {
+void Debugger::beginDebugging(ScriptLine line) {
     debugging_ = true;
     setRunMenu(true);
     breakpoints_.becomeCurrentLine();
-    const ScriptLine line{session_.state().lastStoppedLine};
     if (shouldStop(line))
         showAt(line);
     else
-        continueRun(kContinue);
+        continueRun(StepMode::run);
 }
 
-void Debugger::continueRun(std::int32_t stepMode) {
+void Debugger::continueRun(StepMode mode) {
     breakpoints_.prepareRun();
     usedTime_ = 0;
     for (;;) {
         const std::vector<std::int32_t> lines = lines_.runningLines(breakpoints_.kept());
         const std::uint32_t startTick = session_.services().clock->tick();
-        const Progress progress =
-            progressOf(session_.continueApplication(engine_, context_, &lines, stepMode));
-        if (progress != Progress::stopped) return finishRun(progress);
-        const ScriptLine line{session_.state().lastStoppedLine};
+        const RunOutcome outcome = session_.continueApplication(engine_, context_, &lines, mode);
+        if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());
+        const ScriptLine line{outcome.line};
         if (shouldStop(line)) return showAt(line);
         if (outOfTime(startTick)) {
             session_.abandon(context_);
             session_.messageBox(kTimedOut, box_style::kIconError);
-            return finishRun(Progress::failed);
+            return finishRun(true);
         }
         if (giveWindowTime()) session_.requestStop();
     }
@@ -174,13 +167,12 @@ void Debugger::continueRun(std::int32_t stepMode) {
 /// A condition that is never true must not let an endless script go on for ever: continuations
 /// that nobody asked for share one time limit. Waiting for the user starts the limit afresh.
 bool Debugger::outOfTime(std::uint32_t startTick) {
-    const RunState& state = session_.state();
-    const std::uint32_t limitBegan = state.deadline - state.maxRunTime;
+    const std::uint32_t limitBegan = session_.limitBegan();
     const bool restarted = static_cast<std::int32_t>(limitBegan - startTick) > kRestartSeen;
     const std::uint32_t used =
         session_.services().clock->tick() - (restarted ? limitBegan : startTick);
     usedTime_ = restarted ? used : usedTime_ + used;
-    return usedTime_ > state.maxRunTime;
+    return usedTime_ > session_.maxRunTime();
 }
 
 bool Debugger::giveWindowTime() {
@@ -191,8 +183,8 @@ bool Debugger::giveWindowTime() {
     return stopWanted;
 }
 
-void Debugger::finishRun(Progress progress) {
-    output_.show(progress == Progress::failed ? kFailed : kFinished);
+void Debugger::finishRun(bool failed) {
+    output_.show(failed ? kFailed : kFinished);
     endDebugging();
 }
 
@@ -200,7 +192,7 @@ void Debugger::endDebugging() {
     toStart();
     breakpoints_.restore();
     session_.buildMessages().clear();
-    session_.state().lastStoppedLine = 0;
+    session_.forgetLine();
     debugging_ = false;
     setRunMenu(false);
 }

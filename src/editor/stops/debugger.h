@@ -64,15 +64,13 @@ class Debugger {
     void follow(const LineShift& shift);
 
   private:
-    enum class Progress { failed, finished, stopped };
-    Progress progressOf(bool ran);
     std::optional<std::string> beginRun();
     void startRun();
-    void continueRun(std::int32_t stepMode);
+    void continueRun(StepMode mode);
     void endDebugging();
-    void finishRun(Progress progress);
+    void finishRun(bool failed);
     void failedBuild(bool showFirst);
-    void beginDebugging();
+    void beginDebugging(ScriptLine line);
     bool shouldStop(ScriptLine line);
     bool conditionHolds(const std::string& condition);
     void bindVariables();

@@ -30,7 +30,7 @@ const VariableInfo* findVariable(const std::vector<VariableInfo>& variables,
 }  // namespace
 
 std::string Debugger::variableText(std::string_view name) const {
-    asIScriptContext* context = session_.state().currentContext;
+    asIScriptContext* context = session_.currentContext();
     if (context == nullptr || busy_ || name.empty()) return {};
     const StoppedScript script(context);
     const std::vector<VariableInfo> variables =
@@ -51,7 +51,7 @@ void Debugger::displayVariable() {
 /// Names keep their places while the same variables are in scope, so that a condition in a loop
 /// is read once.
 void Debugger::bindVariables() {
-    const StoppedScript script(session_.state().currentContext);
+    const StoppedScript script(session_.currentContext());
     std::vector<std::pair<std::string, double>> values;
     for (const VariableInfo& variable : script.variables(0)) {
         double number = 0;

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-namespace korvant {
+#include "base/system/file_rules.h"
 
-enum class FileAccess { all, readOnly, oneFolder, none };
+namespace korvant {
 
 /// That many mebibytes, or a quarter of them where addresses have 32 bits: a host with two or three
 /// gigabytes to itself must not lose them to one script.

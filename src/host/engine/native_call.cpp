@@ -1,14 +1,28 @@
 #include "host/engine/native_call.h"
 
-#include "host/run/script_session.h"
+#include "host/engine/active_context.h"
 
 namespace korvant {
 
+namespace {
+
+void raiseOnActive(const char* description) {
+    if (asIScriptContext* const context = activeContext()) context->SetException(description);
+}
+
+void (*raiseHook)(const char*) = raiseOnActive;
+
+}  // namespace
+
+void setRaiseHook(void (*hook)(const char* description)) noexcept {
+    raiseHook = hook;
+}
+
 void raiseInScript(const char* description) noexcept {
     try {
-        moduleSession().raise(description);
+        raiseHook(description);
     } catch (...) {
-        // There is no session and no memory to make one: then no script runs either.
+        // There is no memory to say so.
     }
 }
 

@@ -12,6 +12,9 @@ namespace korvant {
 
 /// Sets a script exception on the context that runs; nothing outside a script.
 void raiseInScript(const char* description) noexcept;
+/// How it does that from now on; without a hook it is the context that the engine calls active.
+/// `hook` may throw.
+void setRaiseHook(void (*hook)(const char* description)) noexcept;
 
 /// Argument `index` of a generic call, as the native function takes it. The script's stack is
 /// aligned to four bytes only, and references lead there.

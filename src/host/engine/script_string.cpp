@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "host/engine/memory_budget.h"
-#include "host/run/script_session.h"
+#include "host/engine/native_call.h"
 
 namespace korvant {
 
@@ -182,7 +182,7 @@ ScriptString* returnResultString(std::string bytes) noexcept {
     ScriptString* const string = resultString();
     if (string == nullptr || !string->adopt(std::move(bytes))) {
         // An object that comes with an exception is left lying in the engine.
-        moduleSession().raise("Out of memory");
+        raiseInScript("Out of memory");
         return nullptr;
     }
     string->addRef();

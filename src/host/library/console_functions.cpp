@@ -7,75 +7,34 @@
 #include "host/engine/native_call.h"
 #include "host/engine/script_string.h"
 #include "host/library/input_scanner.h"
+#include "host/library/run_files.h"
 #include "host/library/script_console.h"
-#include "host/library/script_files.h"
 #include "host/run/script_session.h"
 
 namespace korvant {
 
 namespace {
 
-bool runShouldStop() {
-    return moduleSession().shouldStop();
-}
-
-/// What the script has printed is written out even when its time is up; but then a pipe whose
-/// reader does not read holds the host up no longer than this.
-constexpr std::uint64_t kClosingMilliseconds = 3000;
-std::uint64_t closingBegan = 0;
-
-bool closingMustEnd() {
-    ScriptSession& session = moduleSession();
-    if (session.state().stopRequest.load()) return true;
-    const std::uint64_t now = session.services().clock->monotonic();
-    return session.shouldStop() && now - closingBegan > kClosingMilliseconds;
-}
-
 // Files
 
-FileRules fileRules() {
-    const Limits& limits = moduleSession().limits();
-    return {limits.fileAccess, limits.fileFolder};
-}
-
-void closeOutput(ScriptSession& session) {
-    const std::unique_ptr<OutputFile> file = std::move(session.state().outputFile);
-    if (!file) return;
-    closingBegan = session.services().clock->monotonic();
-    file->close(closingMustEnd);
-    if (file->failure() != 0) session.noteWriteFailure(file->name(), file->failure());
-}
-
-/// Deliberate: the file of before is closed even when the new one cannot be opened; scripts that
-/// go on printing then reach the console.
-bool openOutput(const std::string& name, OutputFile::Mode mode) {
-    ScriptSession& session = moduleSession();
-    closeOutput(session);
-    session.state().outputFile = OutputFile::open(name, mode, fileRules(), runShouldStop);
-    return session.state().outputFile != nullptr;
-}
-
 bool openInputFile(const ScriptString* name) {
-    RunState& state = moduleSession().state();
-    state.inputFile.reset();
-    state.inputFile = InputFile::open(name->text, fileRules());
-    return state.inputFile != nullptr;
+    return runFiles().openInput(name->text);
 }
 
 void closeInputFile() {
-    moduleSession().state().inputFile.reset();
+    runFiles().closeInput();
 }
 
 bool appendOutputFile(const ScriptString* name) {
-    return openOutput(name->text, OutputFile::Mode::append);
+    return runFiles().openOutput(name->text, OutputFile::Mode::append);
 }
 
 bool openOutputFile(const ScriptString* name) {
-    return openOutput(name->text, OutputFile::Mode::truncate);
+    return runFiles().openOutput(name->text, OutputFile::Mode::truncate);
 }
 
 void closeOutputFile() {
-    closeOutput(moduleSession());
+    runFiles().closeOutput();
 }
 
 // Printing
@@ -92,7 +51,7 @@ void writeText(std::string_view text, Write write) {
 }
 
 void print(const ScriptString* text) {
-    if (OutputFile* const file = moduleSession().state().outputFile.get())
+    if (OutputFile* const file = runFiles().output())
         writeText(text->text, [file](std::string_view part) { file->write(part, runShouldStop); });
     else
         writeText(text->text, [](std::string_view part) { scriptConsole().write(part); });
@@ -101,7 +60,7 @@ void print(const ScriptString* text) {
 // Reading
 
 ByteSource& inputSource() {
-    if (InputFile* const file = moduleSession().state().inputFile.get()) return *file;
+    if (InputFile* const file = runFiles().input()) return *file;
     scriptConsole().ensure();
     return *moduleSession().services().console;
 }
@@ -110,9 +69,8 @@ ByteSource& inputSource() {
 /// reads on is stopped.
 void meetEndOfInput() {
     ScriptSession& session = moduleSession();
-    if (!session.limits().endOfInputEndsRun || session.state().inputFile) return;
-    if (session.state().inputEnded) return session.requestStop();
-    session.state().inputEnded = true;
+    if (!session.limits().endOfInputEndsRun || runFiles().input() != nullptr) return;
+    if (!runFiles().meetEnd()) return session.requestStop();
     raiseInScript("End of input");
 }
 
@@ -196,12 +154,6 @@ void goToXY(const int* column, const int* row) {
 }
 
 }  // namespace
-
-void closeScriptFiles(ScriptSession& session) {
-    session.state().inputFile.reset();
-    session.state().inputEnded = false;
-    closeOutput(session);
-}
 
 std::span<const FunctionRow> fileFunctionRows() {
     static const FunctionRow rows[] = {

@@ -7,8 +7,6 @@
 
 namespace korvant {
 
-class ScriptSession;
-
 /// Files: open, append to and close the one input and the one output file of a run.
 int registerFileFunctions(asIScriptEngine* engine);
 std::span<const FunctionRow> fileFunctionRows();
@@ -16,9 +14,5 @@ std::span<const FunctionRow> fileFunctionRows();
 /// Console: print, read values and keys, clear, colours, cursor.
 int registerConsoleFunctions(asIScriptEngine* engine);
 std::span<const FunctionRow> consoleFunctionRows();
-
-/// Closes and forgets both files of the run; a write that failed is noted with the session. For
-/// the start and the end of a run.
-void closeScriptFiles(ScriptSession& session);
 
 }  // namespace korvant

@@ -1,11 +1,10 @@
 #include "host/library/dialog_functions.h"
 
-#include <memory>
 #include <string>
 
 #include "host/engine/native_call.h"
 #include "host/engine/script_string.h"
-#include "host/library/progress.h"
+#include "host/library/run_dialogs.h"
 #include "host/library/script_console.h"
 
 namespace korvant {
@@ -41,7 +40,7 @@ bool question(const ScriptString* text) {
 /// `ask` on the front end; a script that is to end asks nothing more.
 template <class Value, class Ask>
 Value prompt(const Value& initial, Ask ask) {
-    if (moduleSession().state().stopRequest) return initial;
+    if (moduleSession().stopRequested()) return initial;
     PromptScope scope;
     return ask(scope.frontend());
 }
@@ -64,31 +63,12 @@ ScriptString* promptString(const ScriptString* label, const ScriptString* initia
         initial->text, [&](Frontend& f) { return f.promptString(label->text, initial->text); }));
 }
 
-/// The display exists from the first call of a run to the run's end. One whose thread did not end
-/// in time is not followed by a second: the script then goes on without.
-void showProgress(const std::string& caption, const std::string& text) {
-    static std::weak_ptr<CThreadedProgressText>& latest = *new std::weak_ptr<CThreadedProgressText>;
-    RunState& state = moduleSession().state();
-    if (!state.progress) {
-        if (!latest.expired()) return;
-        Frontend* const frontend = moduleSession().services().frontend;
-        state.progress = CThreadedProgressText::begin(
-            state.progressCaption, state.progressText,
-            [frontend] { return frontend->makeProgressWindow(); },
-            [] { moduleSession().requestStop(); });
-        latest = state.progress;
-    }
-    state.progress->setVisible(!text.empty());
-    writeProgress(state.progressText, text);
-    writeProgress(state.progressCaption, caption);
-}
-
 void progressText(const ScriptString* text) {
-    showProgress(text->text, text->text);
+    runDialogs().showProgress(text->text, text->text);
 }
 
 void progressBoth(const ScriptString* caption, const ScriptString* text) {
-    showProgress(caption->text, text->text);
+    runDialogs().showProgress(caption->text, text->text);
 }
 
 void setMaxRunTime(const int* milliseconds) {
@@ -119,9 +99,9 @@ Frontend& PromptScope::frontend() {
 
 int showScriptBox(MessageBoxRequest request) {
     ScriptSession& session = moduleSession();
-    if (session.state().stopRequest) return 0;
+    if (session.stopRequested()) return 0;
     const std::uint32_t patience = session.limits().boxesBeforeStopButton;
-    request.offerStop = patience != 0 && session.state().boxesShown++ >= patience;
+    request.offerStop = patience != 0 && runDialogs().countBox() >= patience;
     scriptConsole().flush();
     const UiScopeGuard resources;
     const int answer = session.services().frontend->messageBox(request);

@@ -82,14 +82,11 @@ double besselY1(double x) {
     return ::y1(x);
 }
 
-bool runMustEnd() {
-    return moduleSession().shouldStop();
-}
 double scriptJn(std::int32_t order, double x) {
-    return besselJn(order, x, runMustEnd);
+    return besselJn(order, x, runShouldStop);
 }
 double scriptYn(std::int32_t order, double x) {
-    return besselYn(order, x, runMustEnd);
+    return besselYn(order, x, runShouldStop);
 }
 
 const FunctionRow kRows[] = {

@@ -103,9 +103,4 @@ std::string readProgress(const ProgressBuffer& buffer) {
     return text;
 }
 
-void endProgress(RunState& state) {
-    const std::shared_ptr<CThreadedProgressText> progress = std::move(state.progress);
-    if (progress) progress->end();
-}
-
 }  // namespace korvant

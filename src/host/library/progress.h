@@ -7,11 +7,17 @@
 #include <string>
 #include <string_view>
 
-#include "host/run/run_state.h"
 #include "host/services/frontend.h"
 #include "korvantide/cthread.h"
 
 namespace korvant {
+
+/// Written by the script's thread, read by the progress thread: bounded atomic characters, each
+/// write followed by a terminator, so that a reader sees a terminated text at any moment.
+struct ProgressBuffer {
+    static constexpr int kSize = 100;  ///< terminator included
+    std::atomic<char> characters[kSize] = {};
+};
 
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
@@ -35,7 +41,6 @@ class CThreadedProgressText : public CThread {
     /// The thread applies it with its next pass.
     void setVisible(bool visible) noexcept { visible_.store(visible); }
     bool visible() const noexcept { return visible_.load(); }
-    bool escapePressed() const noexcept { return escapePressed_.load(); }
     /// Asks the thread to end and waits for that, a second at most.
     void end();
 
@@ -74,8 +79,5 @@ void writeProgress(ProgressBuffer& buffer, std::string_view text) noexcept;
 /// Empties the buffer.
 void clearProgress(ProgressBuffer& buffer) noexcept;
 std::string readProgress(const ProgressBuffer& buffer);
-
-/// Tells the progress display of the run, if any, to end, and forgets it.
-void endProgress(RunState& state);
 
 }  // namespace korvant

@@ -20,18 +20,22 @@ bool ScriptConsole::allocated() const {
 }
 
 void ScriptConsole::ensure() {
-    RunState& state = moduleSession().state();
     if (!allocated()) {
         allocated_ = nullptr;
         visible_ = false;
-        state.consoleReady = false;
+        ready_ = false;
     }
-    if (!state.consoleReady) {
+    if (!ready_) {
         setUp();
         current().setTitle("Output");
-        state.consoleReady = true;
+        ready_ = true;
     }
     if (!visible_) show();
+}
+
+void ScriptConsole::beginRun() {
+    clear();
+    hide();
 }
 
 void ScriptConsole::allocate() {

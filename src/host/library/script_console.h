@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "host/run/run_participant.h"
 #include "host/services/console.h"
 
 namespace korvant {
@@ -16,7 +17,7 @@ struct ConsoleRecord {
 };
 
 /// The one console of the module over the console of the session's services. Script's thread only.
-class ScriptConsole {
+class ScriptConsole final : public RunParticipant {
   public:
     /// The lazy set-up: allocates and sets the console up once in a configuration, then shows it.
     void ensure();
@@ -42,6 +43,12 @@ class ScriptConsole {
     void setAttributes(std::uint16_t attributes);
     void moveCursor(std::int16_t column, std::int16_t row);
 
+    void beginConfiguration() override { ready_ = false; }
+    void beginRun() override;
+    void beforeReport() override { hide(); }
+    void endContinuation() override { hide(); }
+    void endRun() override { hide(); }
+
   private:
     static Console& current();
     void allocate();
@@ -50,6 +57,7 @@ class ScriptConsole {
 
     ConsoleRecord record_;
     Console* allocated_ = nullptr;  ///< the console that was allocated; null for none
+    bool ready_ = false;            ///< set up in this configuration
     bool visible_ = false;
 };
 

@@ -7,11 +7,8 @@ namespace korvant {
 
 namespace {
 
-constexpr std::int32_t kStepOver = 1;
-constexpr std::int32_t kStepInto = 2;
-
-bool steps(std::int32_t mode) {
-    return mode == kStepOver || mode == kStepInto;
+bool steps(StepMode mode) {
+    return mode != StepMode::run;
 }
 
 }  // namespace
@@ -137,11 +134,11 @@ void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
     std::int32_t& last = state_.lastStoppedLine;
     if (breakpoints_.contains(line)) {
         if (line != last) stopAt(context, line);
-    } else if (state_.stepMode == kStepOver) {
+    } else if (state_.stepMode == StepMode::over) {
         // Deliberate: never stops on a line above the last one, so that stepping over the end of a
         // loop's body leaves the loop.
         if (line > last) stopAt(context, line);
-    } else if (state_.stepMode == kStepInto && line != last) {
+    } else if (state_.stepMode == StepMode::into && line != last) {
         stopAt(context, line);
     } else {
         last = 0;

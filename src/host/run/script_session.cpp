@@ -5,6 +5,7 @@
 #include "base/system/os_file.h"
 #include "host/engine/active_context.h"
 #include "host/engine/memory_budget.h"
+#include "host/engine/native_call.h"
 #include "host/run/session_impl.h"
 #include "host/services/null_services.h"
 
@@ -49,8 +50,14 @@ void ScriptSession::setLimits(const Limits& limits) {
 const Limits& ScriptSession::limits() const noexcept {
     return impl_->limits;
 }
-RunState& ScriptSession::state() noexcept {
-    return impl_->state;
+asIScriptContext* ScriptSession::currentContext() const noexcept {
+    return impl_->state.currentContext;
+}
+void ScriptSession::forgetContext() noexcept {
+    impl_->state.currentContext = nullptr;
+}
+void ScriptSession::forgetLine() noexcept {
+    impl_->state.lastStoppedLine = 0;
 }
 BuildMessages& ScriptSession::buildMessages() noexcept {
     return impl_->messages;
@@ -74,14 +81,25 @@ bool ScriptSession::shouldStop() {
     return true;
 }
 
-void ScriptSession::restartDeadline() {
-    impl_->limit.restart();
-    impl_->lineCallback.lookNow();
+bool ScriptSession::stopRequested() const noexcept {
+    return impl_->state.stopRequest;
 }
 
 void ScriptSession::setMaxRunTime(std::int32_t milliseconds) {
     impl_->limit.setMax(milliseconds);
     impl_->lineCallback.lookNow();
+}
+
+std::uint32_t ScriptSession::maxRunTime() const noexcept {
+    return impl_->state.maxRunTime;
+}
+
+std::uint32_t ScriptSession::limitBegan() const noexcept {
+    return impl_->state.deadline - impl_->state.maxRunTime;
+}
+
+bool ScriptSession::interacting() const noexcept {
+    return impl_->state.interacting;
 }
 
 void ScriptSession::beginInteraction() {
@@ -94,14 +112,6 @@ void ScriptSession::endInteraction() {
     if (impl_->interactionDepth > 0) --impl_->interactionDepth;
     if (impl_->interactionDepth == 0) impl_->state.interacting = false;
     impl_->lineCallback.lookNow();
-}
-
-bool ScriptSession::chargeBytes(std::size_t bytes) noexcept {
-    return memoryBudget.charge(bytes);
-}
-
-void ScriptSession::releaseBytes(std::size_t bytes) noexcept {
-    memoryBudget.release(bytes);
 }
 
 void ScriptSession::raise(const char* description) {
@@ -140,9 +150,22 @@ int ScriptSession::show(const MessageBoxRequest& request) {
     return answer;
 }
 
+void ScriptSession::join(RunParticipant& participant) {
+    auto& all = impl_->participants;
+    if (std::find(all.begin(), all.end(), &participant) == all.end()) all.push_back(&participant);
+}
+
 ScriptSession& moduleSession() {
-    static auto* const session = new ScriptSession;
+    static auto* const session = [] {
+        auto* const made = new ScriptSession;
+        setRaiseHook([](const char* description) { moduleSession().raise(description); });
+        return made;
+    }();
     return *session;
+}
+
+bool runShouldStop() {
+    return moduleSession().shouldStop();
 }
 
 }  // namespace korvant

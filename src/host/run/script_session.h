@@ -11,7 +11,8 @@
 #include "host/engine/limits.h"
 #include "host/engine/registration.h"
 #include "host/run/build_messages.h"
-#include "host/run/run_state.h"
+#include "host/run/run_outcome.h"
+#include "host/run/run_participant.h"
 #include "host/services/console.h"
 #include "host/services/frontend.h"
 
@@ -30,15 +31,6 @@ struct SessionServices {
 /// Registers one family of types or functions. Returns the first negative engine result, else 0.
 using RegisterFamily = int (*)(asIScriptEngine* engine);
 
-/// How a run ended, beyond what its callers are told.
-struct RunFailure {
-    enum class Kind { none, build, noMain, prepare, timeOut, stopped, exception, other };
-    Kind kind = Kind::none;
-    std::string text;                    ///< the message as shown to the user
-    std::int32_t line = 0;               ///< 1-based; 0 unknown
-    std::vector<std::string> unwritten;  ///< "could not write FILE: reason", one a file
-};
-
 class ScriptSession {
   public:
     ScriptSession();
@@ -53,25 +45,36 @@ class ScriptSession {
 
     /// Sets the engine up and creates the context of the module, which the caller keeps with one
     /// reference of its own; null on failure. A second call for the same engine returns the same
-    /// context. Families register in the order given.
-    asIScriptContext* configure(asIScriptEngine* engine, std::span<const RegisterFamily> families);
+    /// context. Families register in the order given. `services` replace those of before; null:
+    /// the session keeps what it has.
+    asIScriptContext* configure(asIScriptEngine* engine, std::span<const RegisterFamily> families,
+                                const SessionServices* services = nullptr);
+    /// From now on `participant`, which must outlive the session, is told of runs. Once more for
+    /// the same one changes nothing.
+    void join(RunParticipant& participant);
     /// Discards the module "main" and everything that the session holds of `engine`, within a
     /// bounded time. The engine may be released afterwards.
     void release(asIScriptEngine* engine);
 
     /// 1 when the text built as the module "main", else 0 and the messages say why.
     std::int32_t compile(asIScriptEngine* engine, const std::string& text);
-    /// Executes a context that the host prepared; its execution result.
-    std::int32_t run(asIScriptContext* context);
-    /// `breakpoints`: 1-based lines, null for none. True when finished or suspended.
-    bool runApplication(asIScriptEngine* engine, asIScriptContext* context, const std::string& text,
-                        const std::vector<std::int32_t>* breakpoints);
-    bool continueApplication(asIScriptEngine* engine, asIScriptContext* context,
-                             const std::vector<std::int32_t>* breakpoints, std::int32_t stepMode);
+    /// Executes a context that the host prepared.
+    RunOutcome run(asIScriptContext* context);
+    /// Builds `text` and runs its int main(). `breakpoints`: 1-based lines, null for none.
+    RunOutcome runApplication(asIScriptEngine* engine, asIScriptContext* context,
+                              const std::string& text,
+                              const std::vector<std::int32_t>* breakpoints);
+    RunOutcome continueApplication(asIScriptEngine* engine, asIScriptContext* context,
+                                   const std::vector<std::int32_t>* breakpoints, StepMode mode);
     /// Ends a suspended run and lets go of its objects.
     void abandon(asIScriptContext* context);
+    /// No context is the current one until the next run, so that no other may be told from it.
+    void forgetContext() noexcept;
+    /// A suspended run that is continued after all may stop at the line where it stands.
+    void forgetLine() noexcept;
 
-    RunState& state() noexcept;
+    /// The context that runs or ran last; null when it was destroyed or forgotten. Not counted.
+    asIScriptContext* currentContext() const noexcept;
     BuildMessages& buildMessages() noexcept;
     const RunFailure& lastFailure() const noexcept;
     bool running() const noexcept;  ///< a compile or an execution is under way
@@ -83,21 +86,15 @@ class ScriptSession {
     /// interacting, or the hard ceiling. The line callback then ends the run. Looks at the clock
     /// (some 20 ns), so a tight loop asks every few thousand steps.
     bool shouldStop();
-    /// Deadline := now + maximum run time.
-    void restartDeadline();
+    bool stopRequested() const noexcept;
     /// The maximum as an unsigned number; -1 is 2^32 - 1. Restarts the deadline.
     void setMaxRunTime(std::int32_t milliseconds);
-    /// Deeper than 0 while a built-in waits for the user; the flag follows it. Whoever must leave
-    /// the flag set writes state().interacting instead.
+    std::uint32_t maxRunTime() const noexcept;  ///< milliseconds
+    std::uint32_t limitBegan() const noexcept;  ///< the tick at which the limit last began anew
+    /// Deeper than 0 while a built-in waits for the user.
     void beginInteraction();
-    void endInteraction();  ///< restarts the deadline, clears the flag at depth 0
-
-    /// Memory that strings and objects of scripts hold, counted against limits().runBytes. False,
-    /// and nothing is counted, when that would be exceeded; the caller then raises
-    /// "Out of memory" and leaves its object as it was.
-    bool chargeBytes(std::size_t bytes) noexcept;
-    /// What chargeBytes() counted goes back.
-    void releaseBytes(std::size_t bytes) noexcept;
+    void endInteraction();  ///< restarts the deadline
+    bool interacting() const noexcept;
 
     /// Sets a script exception on the context that runs; nothing outside a script.
     void raise(const char* description);
@@ -114,6 +111,9 @@ class ScriptSession {
 
 /// The one session of the module. Never destroyed, so that nothing of it runs at exit.
 ScriptSession& moduleSession();
+
+/// moduleSession().shouldStop(), for whoever takes a plain function.
+bool runShouldStop();
 
 /// Waiting for the user does not count against the run time.
 class InteractionScope {

@@ -28,8 +28,10 @@ bool ScriptSession::Impl::isOurs(const asIScriptContext* context) const {
 }
 
 asIScriptContext* ScriptSession::configure(asIScriptEngine* engine,
-                                           std::span<const RegisterFamily> families) {
+                                           std::span<const RegisterFamily> families,
+                                           const SessionServices* services) {
     if (engine == nullptr || impl_->busy) return nullptr;
+    if (services != nullptr) setServices(*services);
     impl_->thread = std::this_thread::get_id();
     EngineRecord* record = impl_->find(engine);
     if (record == nullptr) return impl_->configureNew(engine, families);
@@ -43,7 +45,7 @@ asIScriptContext* ScriptSession::configure(asIScriptEngine* engine,
 asIScriptContext* ScriptSession::Impl::configureNew(asIScriptEngine* engine,
                                                     std::span<const RegisterFamily> families) {
     const BusyScope scope(busy);
-    state.consoleReady = false;
+    tell(&RunParticipant::beginConfiguration);
     engines.push_back({engine, nullptr, false, false, {}});
     EngineRecord& record = engines.back();
     engine->SetMessageCallback(asFUNCTION(compilerMessage), this, asCALL_CDECL);

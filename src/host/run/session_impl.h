@@ -10,6 +10,8 @@
 #include "host/engine/engine_records.h"
 #include "host/run/line_callback.h"
 #include "host/run/run_limit.h"
+#include "host/run/run_participant.h"
+#include "host/run/run_state.h"
 #include "host/run/script_session.h"
 
 namespace korvant {
@@ -24,6 +26,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     RunState state;
     BuildMessages messages;
     RunFailure failure;
+    std::vector<RunParticipant*> participants;
 
     // What a run consists of.
     RunLimit limit{state};
@@ -57,18 +60,21 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     void addAbortMessage();
 
     // Running.
+    void tell(void (RunParticipant::*event)());
     void beginRun(asIScriptContext* context);
     void endRun();
     void setCurrent(asIScriptContext* context);
     void setBreakpoints(const std::vector<std::int32_t>* lines);
     void forgetStops();
     int execute(asIScriptContext& context);
-    bool executeAndReport(asIScriptContext& context);
-    bool buildAndRun(asIScriptEngine& engine, asIScriptContext& context, const std::string& text);
+    RunOutcome executeAndReport(asIScriptContext& context);
+    RunOutcome outcomeOf(int result) const;
+    RunOutcome buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
+                           const std::string& text);
     void endSuspended(asIScriptEngine& engine);
-    bool fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
-    bool failWithException(std::int32_t line, const char* description);
-    bool failRun(asIScriptContext& context, int result);
+    RunOutcome fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
+    RunOutcome failWithException(std::int32_t line, const char* description);
+    RunOutcome failRun(asIScriptContext& context, int result);
     void reportUnwritten();
     void letGo(asIScriptContext& context);
     void showReport(const std::string& text, std::uint32_t style);

@@ -3,10 +3,6 @@
 #include <system_error>
 
 #include "host/engine/engine_memory.h"
-#include "host/engine/script_string.h"
-#include "host/library/console_functions.h"
-#include "host/library/progress.h"
-#include "host/library/script_console.h"
 #include "host/run/session_impl.h"
 
 namespace korvant {
@@ -18,51 +14,55 @@ constexpr char kNoMainText[] = "The function 'int main()' was not found.";
 constexpr char kPrepareText[] = "Failed to prepare the context.";
 constexpr char kUnforeseenText[] = "The script ended for some unforeseen reason.\n";
 
+RunOutcome refused(int result) {
+    return {RunOutcome::Kind::failed, 0, result};
+}
+
 }  // namespace
 
-std::int32_t ScriptSession::run(asIScriptContext* context) {
-    if (context == nullptr) return asINVALID_ARG;
-    if (impl_->busy) return asCONTEXT_ACTIVE;
+RunOutcome ScriptSession::run(asIScriptContext* context) {
+    if (context == nullptr) return refused(asINVALID_ARG);
+    if (impl_->busy) return refused(asCONTEXT_ACTIVE);
     const BusyScope scope(impl_->busy);
     impl_->beginRun(context);
     const int result = impl_->execute(*context);
     impl_->endRun();
     if (result != asEXECUTION_SUSPENDED) impl_->forgetStops();
-    return result;
+    return impl_->outcomeOf(result);
 }
 
-bool ScriptSession::runApplication(asIScriptEngine* engine, asIScriptContext* context,
-                                   const std::string& text,
-                                   const std::vector<std::int32_t>* breakpoints) {
-    if (engine == nullptr || context == nullptr) return false;
+RunOutcome ScriptSession::runApplication(asIScriptEngine* engine, asIScriptContext* context,
+                                         const std::string& text,
+                                         const std::vector<std::int32_t>* breakpoints) {
+    if (engine == nullptr || context == nullptr) return refused(asINVALID_ARG);
     if (impl_->busy) {
         messageBox(kPrepareText, box_style::kIconError);
-        return false;
+        return refused(asCONTEXT_ACTIVE);
     }
     const BusyScope scope(impl_->busy);
     impl_->setBreakpoints(breakpoints);
     impl_->beginRun(context);
-    const bool ran = impl_->buildAndRun(*engine, *context, text);
+    const RunOutcome outcome = impl_->buildAndRun(*engine, *context, text);
     impl_->endRun();
-    if (impl_->state.lastStoppedLine == 0) impl_->forgetStops();
-    return ran;
+    if (!outcome.stoppedAtLine()) impl_->forgetStops();
+    return outcome;
 }
 
-bool ScriptSession::continueApplication(asIScriptEngine* engine, asIScriptContext* context,
-                                        const std::vector<std::int32_t>* breakpoints,
-                                        std::int32_t stepMode) {
-    if (engine == nullptr || context == nullptr || impl_->busy) return false;
+RunOutcome ScriptSession::continueApplication(asIScriptEngine* engine, asIScriptContext* context,
+                                              const std::vector<std::int32_t>* breakpoints,
+                                              StepMode mode) {
+    if (engine == nullptr || context == nullptr) return refused(asINVALID_ARG);
+    if (impl_->busy) return refused(asCONTEXT_ACTIVE);
     const BusyScope scope(impl_->busy);
-    impl_->state.stepMode = stepMode;
+    impl_->state.stepMode = mode;
     impl_->setBreakpoints(breakpoints);
     impl_->limit.restart();
-    const bool ran = impl_->executeAndReport(*context);
-    if (!ran) impl_->state.lastStoppedLine = 0;
-    if (impl_->state.lastStoppedLine == 0) impl_->forgetStops();
-    scriptConsole().hide();
-    endProgress(impl_->state);
+    const RunOutcome outcome = impl_->executeAndReport(*context);
+    if (outcome.failed()) impl_->state.lastStoppedLine = 0;
+    if (!outcome.stoppedAtLine()) impl_->forgetStops();
+    impl_->tell(&RunParticipant::endContinuation);
     impl_->reportUnwritten();
-    return ran;
+    return outcome;
 }
 
 void ScriptSession::abandon(asIScriptContext* context) {
@@ -72,8 +72,8 @@ void ScriptSession::abandon(asIScriptContext* context) {
     impl_->letGo(*context);
 }
 
-bool ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
-                                      const std::string& text) {
+RunOutcome ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
+                                            const std::string& text) {
     if (!build(&engine, text)) return fail(RunFailure::Kind::build, {});
     messages.clear();
     asIScriptModule* module = engine.GetModule("main", asGM_ONLY_IF_EXISTS);
@@ -85,32 +85,27 @@ bool ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext&
     return executeAndReport(context);
 }
 
+void ScriptSession::Impl::tell(void (RunParticipant::*event)()) {
+    for (RunParticipant* const participant : participants) (participant->*event)();
+}
+
 void ScriptSession::Impl::beginRun(asIScriptContext* context) {
     setCurrent(context);
-    clearProgress(state.progressCaption);
-    clearProgress(state.progressText);
     failure = {};
     unwrittenShown = 0;
     filesNoted.clear();
-    closeScriptFiles(session);
     messages.clear();
     state.lastStoppedLine = 0;
     state.interacting = false;
     interactionDepth = 0;
-    state.stepMode = 0;
-    state.boxesShown = 0;
-    scriptConsole().clear();
-    scriptConsole().hide();
+    state.stepMode = StepMode::run;
+    tell(&RunParticipant::beginRun);
     state.stopRequest = false;
-    endProgress(state);
     limit.begin(limits.hardCeilingMs);
 }
 
 void ScriptSession::Impl::endRun() {
-    scriptConsole().hide();
-    closeScriptFiles(session);
-    endProgress(state);
-    trimResultString();
+    tell(&RunParticipant::endRun);
     reportUnwritten();
 }
 
@@ -127,7 +122,7 @@ void ScriptSession::Impl::setBreakpoints(const std::vector<std::int32_t>* lines)
 /// So that nothing else that runs on this context stops where nobody waits for it.
 void ScriptSession::Impl::forgetStops() {
     setBreakpoints(nullptr);
-    state.stepMode = 0;
+    state.stepMode = StepMode::run;
 }
 
 int ScriptSession::Impl::execute(asIScriptContext& context) {
@@ -150,17 +145,27 @@ int ScriptSession::Impl::execute(asIScriptContext& context) {
     return result;
 }
 
-bool ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
+RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
     int result = execute(context);
     // A destructor that was ended after the last statement leaves a run that looks finished.
     const bool cut = lineCallback.ending() != LineCallback::Ending::none;
     if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
     if (result == asEXECUTION_FINISHED) state.lastStoppedLine = 0;
-    if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return true;
-    return failRun(context, result);
+    if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return outcomeOf(result);
+    RunOutcome outcome = failRun(context, result);
+    outcome.result = result;
+    return outcome;
 }
 
-bool ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
+/// Of an execution that nothing had to be said about.
+RunOutcome ScriptSession::Impl::outcomeOf(int result) const {
+    using Kind = RunOutcome::Kind;
+    if (result == asEXECUTION_FINISHED) return {Kind::finished, 0, result};
+    if (result == asEXECUTION_SUSPENDED) return {Kind::stopped, state.lastStoppedLine, result};
+    return {Kind::failed, 0, result};
+}
+
+RunOutcome ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
     using Kind = RunFailure::Kind;
     if (lineCallback.ending() == LineCallback::Ending::outOfMemory)
         return failWithException(currentLine(context), "Out of memory");
@@ -173,19 +178,19 @@ bool ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
     return fail(Kind::other, kUnforeseenText);
 }
 
-bool ScriptSession::Impl::failWithException(std::int32_t line, const char* description) {
+RunOutcome ScriptSession::Impl::failWithException(std::int32_t line, const char* description) {
     return fail(RunFailure::Kind::exception,
                 "The script ended with an exception.\n\nline: " + std::to_string(line) +
                     "\ndesc: " + (description != nullptr ? description : ""),
                 line);
 }
 
-bool ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text, std::int32_t line) {
+RunOutcome ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text, std::int32_t line) {
     failure.kind = kind;
     failure.text = std::move(text);
     failure.line = std::max(line, 0);
     if (!failure.text.empty()) showReport(failure.text, box_style::kIconError);
-    return false;
+    return refused(asERROR);
 }
 
 /// One box for all that is new, so that a full disk costs one click.
@@ -219,12 +224,12 @@ void ScriptSession::Impl::showReport(const std::string& text, std::uint32_t styl
 }
 
 void ScriptSession::Impl::onStopped() {
-    scriptConsole().hide();
+    tell(&RunParticipant::beforeReport);
     showReport(kStoppedText, box_style::kIconWarning);
 }
 
 void ScriptSession::Impl::onTimedOut() {
-    scriptConsole().hide();
+    tell(&RunParticipant::beforeReport);
 }
 
 }  // namespace korvant

@@ -37,7 +37,7 @@ void beginWaiting() {
 void endWaiting() {
     do {
         moduleSession().endInteraction();
-    } while (moduleSession().state().interacting);
+    } while (moduleSession().interacting());
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ void tellListeners(ScriptObject& object, const std::vector<std::int32_t>& change
 namespace korvant {
 
 bool scriptIsToEnd() noexcept {
-    return moduleSession().running() && moduleSession().state().stopRequest;
+    return moduleSession().running() && moduleSession().stopRequested();
 }
 
 bool ObjectAccess::runEditor(ScriptObject& object) {

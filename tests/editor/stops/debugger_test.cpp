@@ -58,7 +58,6 @@ TEST_F(Debugging, MenusFocusAndScrollingFollowTheRun) {
     for (const int command : {32793, 32794, 32796}) EXPECT_FALSE(window->menuEnabled[command]);
     EXPECT_EQ(window->editor.markerSymbols[0], sci::kMarkCircle);
     EXPECT_EQ(session().buildMessages().count(), 0u);
-    EXPECT_EQ(state().lastStoppedLine, 0);
 }
 
 TEST_F(Debugging, WindowGetsTimeAndOnlyStopWorksWhileAScriptIsDriven) {
@@ -70,7 +69,7 @@ TEST_F(Debugging, WindowGetsTimeAndOnlyStopWorksWhileAScriptIsDriven) {
         for (const EditorCommand& command : editorCommands())
             if (command.id != command_id::kStop) editor().command(command.id);
         editor().functionKey(5);
-        EXPECT_TRUE(session().state().currentContext != nullptr);
+        EXPECT_TRUE(session().currentContext() != nullptr);
         if (window->pumps == 3) editor().command(command_id::kStop);
         return false;
     };

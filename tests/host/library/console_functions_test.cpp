@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "host/library/console_functions.h"
+#include "host/library/run_files.h"
 #include "host/library/script_console.h"
-#include "host/library/script_files.h"
 #include "support/script_fixture.h"
 #include "support/temporary_folder.h"
 
@@ -191,7 +191,7 @@ TEST_P(ConsoleFunctions, NothingPrintedIsLostWhenTheRunIsAborted) {
         EXPECT_FALSE(runMain("OpenOutputFile(" + file("out") + "); " + body + ending));
         EXPECT_EQ(5000u, content("out").size()) << ending;
     }
-    EXPECT_FALSE(state().outputFile);
+    EXPECT_EQ(runFiles().output(), nullptr);
 }
 
 TEST_P(ConsoleFunctions, AFailedWriteIsReportedOnceAndTheScriptGoesOn) {
@@ -268,7 +268,7 @@ TEST_P(ConsoleFunctions, WaitingForInputDoesNotCountAgainstTheRunTime) {
     EXPECT_TRUE(
         runMain("SetMaxRunTime(100); int i; Input(i); Inkey(); uint t = GetSystemTime();"
                 "while (GetSystemTime() - t < 50) {}"));
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
     scriptConsole().release();
     session().setServices({&console, &frontend, nullptr, nullptr});
 }

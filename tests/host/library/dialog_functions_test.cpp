@@ -70,14 +70,14 @@ TEST_P(DialogFunctions, WaitingDoesNotCountAndIsSeenByTheLimit) {
     useClock(&clock);
     bool interacting = true;
     frontend.meanwhile = [&] {
-        interacting = interacting && state().interacting;
+        interacting = interacting && session().interacting();
         clock.advance(60'000);
     };
     EXPECT_TRUE(
         runMain("Error(\"\"); Question(\"\"); string@ s = Prompt(\"\", \"\"); Prompt(\"\", 1);"
                 "Prompt(\"\", 1.0f); Prompt(\"\", 1.0);"));
     EXPECT_TRUE(interacting);
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
     useClock(nullptr);
 }
 
@@ -96,7 +96,7 @@ TEST_P(DialogFunctions, PrintedTextIsHandedOverBeforeABoxIsShown) {
 TEST_P(DialogFunctions, AFrontEndThatThrowsEndsInAScriptException) {
     frontend.meanwhile = [] { throw std::runtime_error("no display"); };
     EXPECT_EQ("Internal error", exceptionOf("Prompt(\"\", 1);"));
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
     frontend.meanwhile = [] { throw std::bad_alloc(); };
     EXPECT_EQ("Out of memory", exceptionOf("Prompt(\"\", \"\");"));
 }
@@ -127,8 +127,8 @@ TEST_P(DialogFunctions, TheRunTimeIsSetAndTheClockIsRead) {
     clock.setTick(0xFFFFFFFF);
     EXPECT_EQ("4294967295", output("Print(\"\" + GetSystemTime());"));
     EXPECT_TRUE(runMain("SetMaxRunTime(250);"));
-    EXPECT_EQ(250u, state().maxRunTime);
-    EXPECT_EQ(249u, state().deadline);  // counted across the end of the clock's range
+    EXPECT_EQ(250u, session().maxRunTime());
+    EXPECT_EQ(249u, session().limitBegan() + 250u);  // counted across the end of the clock's range
     useClock(nullptr);
     EXPECT_FALSE(runMain("SetMaxRunTime(0); while (true) {}"));
     EXPECT_EQ(RunFailure::Kind::timeOut, session().lastFailure().kind);

@@ -14,7 +14,7 @@ class Inspect : public ScriptFixture {
     std::map<std::string, VariableInfo> stopAt(std::int32_t line, const std::string& text) {
         const std::vector<std::int32_t> lines = {line};
         EXPECT_TRUE(run(text, &lines)) << messages();
-        EXPECT_EQ(state().lastStoppedLine, line);
+        EXPECT_EQ(outcome().line, line);
         std::map<std::string, VariableInfo> found;
         for (const VariableInfo& variable : script().variables(0))
             if (!variable.name.empty()) found[variable.name] = variable;
@@ -173,8 +173,8 @@ TEST_F(Inspect, TypesOfTheHostAreNotTakenForOurs) {
                                   asCALL_CDECL);
     asIScriptContext* made = session().configure(other, {});
     const std::vector<std::int32_t> lines = {3};
-    EXPECT_TRUE(session().runApplication(
-        other, made, "int main() {\n string@ s = one();\n return 0;\n}", &lines));
+    const std::string text = "int main() {\n string@ s = one();\n return 0;\n}";
+    EXPECT_TRUE(session().runApplication(other, made, text, &lines).stoppedAtLine());
     const StoppedScript stopped(made);
     const VariableInfo variable = stopped.variables(0).at(0);
     EXPECT_EQ(stopped.view(variable.typeId, variable.address).kind, ValueKind::other);

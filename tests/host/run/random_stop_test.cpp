@@ -31,7 +31,7 @@ TEST_F(RandomStops, EndEveryRunAndLeaveTheNextOneAlone) {
         // With breakpoints the run is suspended again and again, and stopped in between.
         const bool debugged = i % 3 == 0;
         bool suspended = run(endless, debugged ? &breakpoints : nullptr);
-        while (suspended && resume(static_cast<std::int32_t>(random() % 3), &breakpoints)) {
+        while (suspended && resume(static_cast<StepMode>(random() % 3), &breakpoints)) {
         }
         ended = true;
         stopper.join();

@@ -142,18 +142,20 @@ TEST_F(Build, TwoEnginesHaveAContextEach) {
     asIScriptContext* made = session().configure(other, {});
     EXPECT_NE(made, context());
     EXPECT_EQ(session().compile(other, "int[] all = {1, 2}; int main() { return 0; }"), 1);
-    EXPECT_TRUE(session().runApplication(other, made, "int main() { return 0; }", nullptr));
+    EXPECT_FALSE(
+        session().runApplication(other, made, "int main() { return 0; }", nullptr).failed());
     session().release(other);
     made->Release();
     other->ShutDownAndRelease();
-    EXPECT_EQ(state().currentContext, nullptr);
+    EXPECT_EQ(session().currentContext(), nullptr);
     EXPECT_EQ(value("1"), "1");
 }
 
 TEST_F(Build, AHostThatNeverReleasesStillEndsItsEngine) {
     asIScriptEngine* other = asCreateScriptEngine();
     asIScriptContext* made = session().configure(other, {});
-    EXPECT_TRUE(session().runApplication(other, made, "int main() { return 0; }", nullptr));
+    EXPECT_FALSE(
+        session().runApplication(other, made, "int main() { return 0; }", nullptr).failed());
     static bool gone;
     gone = false;
     other->SetEngineUserDataCleanupCallback([](asIScriptEngine*) { gone = true; }, 42);

@@ -1,4 +1,5 @@
 // Breakpoints and steps.
+#include "korvantide/korvantide.h"
 #include "support/script_fixture.h"
 #include "support/temporary_folder.h"
 
@@ -11,13 +12,13 @@ class Debug : public ScriptFixture {
   protected:
     /// Runs with `breakpoints`, resumes in `mode` until the script ends, and gives the lines at
     /// which it was suspended; at most 30.
-    Lines stops(const std::string& text, const Lines& breakpoints, std::int32_t mode) {
+    Lines stops(const std::string& text, const Lines& breakpoints, StepMode mode) {
         Lines lines;
         bool ran = run(text, &breakpoints);
-        while (ran && state().lastStoppedLine != 0 && lines.size() < 30) {
+        while (ran && outcome().line != 0 && lines.size() < 30) {
             EXPECT_EQ(context()->GetState(), asEXECUTION_SUSPENDED);
-            EXPECT_EQ(context()->GetLineNumber(), state().lastStoppedLine);
-            lines.push_back(state().lastStoppedLine);
+            EXPECT_EQ(context()->GetLineNumber(), outcome().line);
+            lines.push_back(outcome().line);
             ran = resume(mode, &breakpoints);
         }
         EXPECT_TRUE(ran || lines.size() == 30) << session().lastFailure().text << messages();
@@ -70,7 +71,7 @@ struct Walk {
     const char* name;
     const char* script;
     Lines breakpoints;
-    std::int32_t mode;
+    StepMode mode;
     Lines expected;
 };
 
@@ -79,56 +80,69 @@ class Stepping : public Debug, public ::testing::WithParamInterface<Walk> {};
 TEST_P(Stepping, StopsAtTheseLines) {
     EXPECT_EQ(stops(GetParam().script, GetParam().breakpoints, GetParam().mode),
               GetParam().expected);
-    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_EQ(outcome().line, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Walks, Stepping,
     ::testing::Values(
-        Walk{"NoBreakpoint", kLoop, {}, 0, {}}, Walk{"OncePerPass", kLoop, {4}, 0, {4, 4, 4}},
-        Walk{"EveryLineOnceThough", kLoop, {4, 4, 5, 2}, 0, {2, 4, 5, 4, 5, 4, 5}},
-        Walk{"LinesWithoutCode", kLoop, {-1, 0, 100, 2147483647, -2147483647 - 1}, 0, {}},
+        Walk{"NoBreakpoint", kLoop, {}, StepMode::run, {}},
+        Walk{"OncePerPass", kLoop, {4}, StepMode::run, {4, 4, 4}},
+        Walk{"EveryLineOnceThough", kLoop, {4, 4, 5, 2}, StepMode::run, {2, 4, 5, 4, 5, 4, 5}},
+        Walk{"LinesWithoutCode",
+             kLoop,
+             {-1, 0, 100, 2147483647, -2147483647 - 1},
+             StepMode::run,
+             {}},
         // The line is the loop's only one, so nothing between clears the last stop.
         Walk{"OneLineLoop",
              "int main() {\n int i = 0;\n while (i < 5) i++;\n return i;\n}",
              {3},
-             0,
+             StepMode::run,
              {3}},
-        Walk{"FarApartInTheCaller", kFarApart, {10, 13}, 0, {10, 13, 10, 13}},
-        Walk{"FarApartInBoth", kFarApart, {2, 5, 13}, 0, {2, 5, 13, 2, 5, 13}},
+        Walk{"FarApartInTheCaller", kFarApart, {10, 13}, StepMode::run, {10, 13, 10, 13}},
+        Walk{"FarApartInBoth", kFarApart, {2, 5, 13}, StepMode::run, {2, 5, 13, 2, 5, 13}},
         // Never above the last line, so the loop is left at the end of its body.
-        Walk{"OverLeavesTheLoop", kLoop, {2}, 1, {2, 3, 4, 5, 7, 8}},
-        Walk{"OverStopsAtABreakpointAbove", kLoop, {2, 4}, 1, {2, 3, 4, 5, 4, 5, 4, 5, 7, 8}},
-        Walk{"IntoGoesDown", kCalls, {6}, 2, {6, 2, 3, 7, 2, 3, 8}},
-        Walk{"OverGoesOn", kCalls, {6}, 1, {6, 7, 8}}),
+        Walk{"OverLeavesTheLoop", kLoop, {2}, StepMode::over, {2, 3, 4, 5, 7, 8}},
+        Walk{"OverStopsAtABreakpointAbove",
+             kLoop,
+             {2, 4},
+             StepMode::over,
+             {2, 3, 4, 5, 4, 5, 4, 5, 7, 8}},
+        Walk{"IntoGoesDown", kCalls, {6}, StepMode::into, {6, 2, 3, 7, 2, 3, 8}},
+        Walk{"OverGoesOn", kCalls, {6}, StepMode::over, {6, 7, 8}}),
     [](const auto& entry) { return entry.param.name; });
 
-TEST_F(Debug, OtherStepModesAreContinuing) {
-    EXPECT_EQ(stops(kLoop, {2}, 3), Lines{2});
-    EXPECT_EQ(stops(kLoop, {2}, -1), Lines{2});
+TEST_F(Debug, HostsContinueWithAnyOtherStepMode) {
+    for (const std::int32_t other : {3, -1}) {
+        const Lines lines = {2};
+        ASSERT_TRUE(run(kLoop, &lines));
+        EXPECT_TRUE(ContinueApplication(engine(), context(), &lines, other));
+        EXPECT_EQ(context()->GetState(), asEXECUTION_FINISHED);
+    }
 }
 
 TEST_F(Debug, ANullListEmptiesTheBreakpoints) {
     const Lines lines = {4};
     EXPECT_TRUE(run(kLoop, &lines));
-    EXPECT_EQ(state().lastStoppedLine, 4);
-    EXPECT_TRUE(resume(0, nullptr));
-    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_EQ(outcome().line, 4);
+    EXPECT_TRUE(resume(StepMode::run, nullptr));
+    EXPECT_EQ(outcome().line, 0);
     EXPECT_EQ(console.output, "6");
 }
 
 TEST_F(Debug, ABreakpointAddedWhileSuspendedIsMet) {
     const Lines first = {2}, second = {7};
     EXPECT_TRUE(run(kLoop, &first));
-    EXPECT_TRUE(resume(0, &second));
-    EXPECT_EQ(state().lastStoppedLine, 7);
+    EXPECT_TRUE(resume(StepMode::run, &second));
+    EXPECT_EQ(outcome().line, 7);
 }
 
 TEST_F(Debug, SteppingFromTheLastStatementFinishes) {
     const Lines lines = {8};
     EXPECT_TRUE(run(kLoop, &lines));
-    EXPECT_TRUE(resume(2, nullptr));
-    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_TRUE(resume(StepMode::into, nullptr));
+    EXPECT_EQ(outcome().line, 0);
     EXPECT_EQ(context()->GetState(), asEXECUTION_FINISHED);
 }
 
@@ -136,17 +150,17 @@ TEST_F(Debug, SteppingFromTheLastStatementFinishes) {
 TEST_F(Debug, SteppingIntoALineWithTwoCallsStopsAtTheSecond) {
     const Lines lines = {6};
     EXPECT_TRUE(run(kCalls, &lines));
-    EXPECT_TRUE(resume(2, nullptr));
-    EXPECT_EQ(state().lastStoppedLine, 2);
-    EXPECT_TRUE(resume(0, &lines));
-    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_TRUE(resume(StepMode::into, nullptr));
+    EXPECT_EQ(outcome().line, 2);
+    EXPECT_TRUE(resume(StepMode::run, &lines));
+    EXPECT_EQ(outcome().line, 0);
 }
 
 TEST_F(Debug, AFailureAfterAStopClearsTheLine) {
     const Lines lines = {2};
     EXPECT_TRUE(run("int zero = 0;\nint main() { int a = 1;\n return a / zero; }", &lines));
-    EXPECT_FALSE(resume(0, nullptr));
-    EXPECT_EQ(state().lastStoppedLine, 0);
+    EXPECT_FALSE(resume(StepMode::run, nullptr));
+    EXPECT_EQ(outcome().line, 0);
 }
 
 TEST_F(Debug, FilesAreClosedWhenTheRunIsFirstSuspended) {
@@ -161,9 +175,9 @@ TEST_F(Debug, FilesAreClosedWhenTheRunIsFirstSuspended) {
                                " Print(\"again \");\n Print(\"in the file\");\n return 0;\n}";
     const Lines first = {4}, second = {7};
     EXPECT_TRUE(run(script, &first));
-    EXPECT_TRUE(resume(0, &second));
+    EXPECT_TRUE(resume(StepMode::run, &second));
     EXPECT_EQ(console.output, "on the console");
-    EXPECT_TRUE(resume(0, nullptr));
+    EXPECT_TRUE(resume(StepMode::run, nullptr));
     EXPECT_TRUE(run("int main() { string s; OpenInputFile(\"" + file +
                     "\"); while (true) { "
                     "Input(s); if (s.length() == 0) return 0; Print(s + \".\"); } return 0; }"));
@@ -187,14 +201,14 @@ TEST_F(Debug, BreakpointsUnderNativesArePassedOver) {
         " Print(\"through\");\n"
         " return 0;\n"
         "}\n";
-    EXPECT_EQ(stops(script, {3, 6, 12}, 0), Lines{12});
+    EXPECT_EQ(stops(script, {3, 6, 12}, StepMode::run), Lines{12});
     EXPECT_EQ(console.output, "through");
-    EXPECT_EQ(stops(script, {10}, 1), (Lines{10, 11, 12, 13}));
+    EXPECT_EQ(stops(script, {10}, StepMode::over), (Lines{10, 11, 12, 13}));
 }
 
 TEST_F(Debug, ConstructorsWithoutALineDoNotStop) {
     const char* script = "class A { int v = 3; }\nint main() {\n A a;\n return a.v;\n}";
-    EXPECT_EQ(stops(script, {3}, 1), (Lines{3, 4}));
+    EXPECT_EQ(stops(script, {3}, StepMode::over), (Lines{3, 4}));
 }
 
 TEST_F(Debug, BuildingEndsASuspendedRun) {
@@ -204,7 +218,7 @@ TEST_F(Debug, BuildingEndsASuspendedRun) {
     EXPECT_TRUE(run(script, &lines));
     EXPECT_EQ(session().compile(engine(), "int main() { return 1; }"), 1);
     EXPECT_NE(context()->GetState(), asEXECUTION_SUSPENDED);
-    EXPECT_FALSE(resume(0, nullptr));
+    EXPECT_FALSE(resume(StepMode::run, nullptr));
 }
 
 TEST_F(Debug, AbandoningLetsGoOfTheObjects) {
@@ -229,10 +243,10 @@ TEST_F(Debug, AnAbandonedEndlessDestructorIsEnded) {
 }
 
 TEST_F(Debug, BreakpointsOfAFinishedRunDoNotReachTheNext) {
-    EXPECT_EQ(stops(kLoop, {4}, 0).size(), 3u);
+    EXPECT_EQ(stops(kLoop, {4}, StepMode::run).size(), 3u);
     asIScriptModule* module = engine()->GetModule("main");
     ASSERT_EQ(context()->Prepare(module->GetFunctionByName("main")), 0);
-    EXPECT_EQ(session().run(context()), asEXECUTION_FINISHED);
+    EXPECT_EQ(session().run(context()).result, asEXECUTION_FINISHED);
 }
 
 TEST_F(Debug, AHostsOwnSuspensionIsReturnedAsItIs) {
@@ -240,8 +254,8 @@ TEST_F(Debug, AHostsOwnSuspensionIsReturnedAsItIs) {
         "void pause()", asFUNCTION(+[] { asGetActiveContext()->Suspend(); }), asCALL_CDECL);
     EXPECT_TRUE(run("int main() { pause(); Print(\"resumed\"); return 0; }"));
     EXPECT_EQ(context()->GetState(), asEXECUTION_SUSPENDED);
-    EXPECT_EQ(state().lastStoppedLine, 0);
-    EXPECT_TRUE(resume(0, nullptr));
+    EXPECT_EQ(outcome().line, 0);
+    EXPECT_TRUE(resume(StepMode::run, nullptr));
     EXPECT_EQ(console.output, "resumed");
 }
 
@@ -251,9 +265,9 @@ TEST_F(Debug, AContinuationHasItsOwnTime) {
     EXPECT_TRUE(
         run("int main() {\n SetMaxRunTime(500);\n int a = 1;\n a = 2;\n return a; }", &lines));
     fakeClock.advance(100000);
-    EXPECT_TRUE(resume(0, &lines));
-    EXPECT_EQ(state().lastStoppedLine, 4);
-    EXPECT_EQ(state().deadline, fakeClock.tick() + 500u);
+    EXPECT_TRUE(resume(StepMode::run, &lines));
+    EXPECT_EQ(outcome().line, 4);
+    EXPECT_EQ(session().limitBegan(), fakeClock.tick());
 }
 
 }  // namespace

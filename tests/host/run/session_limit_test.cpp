@@ -137,31 +137,30 @@ TEST_F(Limit, AnEndlessScriptEndsSoonAfterItsLimit) {
 TEST_F(Limit, WaitingForTheUserDoesNotCount) {
     useClock(&fakeClock);
     frontend.meanwhile = [&] {
-        EXPECT_TRUE(state().interacting);
+        EXPECT_TRUE(session().interacting());
         fakeClock.advance(60000);
         std::this_thread::sleep_for(milliseconds(60));
     };
     EXPECT_EQ(output("Information(\"?\"); int i = 0; while (i < 1000) i++; Print(\"on\");"), "on");
-    EXPECT_EQ(state().deadline, fakeClock.tick() + 10000u);
-    EXPECT_FALSE(state().interacting);
+    EXPECT_EQ(session().limitBegan(), fakeClock.tick());
+    EXPECT_FALSE(session().interacting());
 }
 
 TEST_F(Limit, WaitsInsideWaitsCountAsOne) {
     session().beginInteraction();
     { const InteractionScope inner; }
-    EXPECT_TRUE(state().interacting);
+    EXPECT_TRUE(session().interacting());
     session().endInteraction();
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
     session().endInteraction();
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
 }
 
 TEST_F(Limit, TheInteractingFlagDoesNotOutliveItsRun) {
     engine()->RegisterGlobalFunction(
-        "void stay()", asFUNCTION(+[] { moduleSession().state().interacting = true; }),
-        asCALL_CDECL);
+        "void stay()", asFUNCTION(+[] { moduleSession().beginInteraction(); }), asCALL_CDECL);
     EXPECT_TRUE(run("int main() { stay(); return 0; }"));
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
 }
 
 TEST_F(Limit, AHardCeilingCountsWaitsToo) {
@@ -221,7 +220,7 @@ TEST_F(Limit, AStopRequestEndsEveryLoop) {
         ASSERT_FALSE(frontend.boxes.empty()) << script;
         EXPECT_EQ(frontend.boxes[0].text, "The Script is stopped.");
         EXPECT_EQ(frontend.boxes[0].style, box_style::kIconWarning);
-        EXPECT_FALSE(state().stopRequest);
+        EXPECT_FALSE(session().stopRequested());
     }
 }
 
@@ -237,7 +236,7 @@ TEST_F(Limit, AStopIsToldBeforeTheAbortion) {
 
 TEST_F(Limit, AStopReachesThroughTheInteractingFlag) {
     engine()->RegisterGlobalFunction("void stop()", asFUNCTION(+[] {
-                                         moduleSession().state().interacting = true;
+                                         moduleSession().beginInteraction();
                                          moduleSession().requestStop();
                                      }),
                                      asCALL_CDECL);

@@ -88,18 +88,18 @@ TEST_F(Run, CompileAnswersOneOrNothing) {
 TEST_F(Run, RunScriptGivesTheExecutionResultUnchanged) {
     compile("int zero = 0; void good() {} void bad() { zero = 1 / zero; }");
     prepare("void good()");
-    EXPECT_EQ(session().run(context()), asEXECUTION_FINISHED);
+    EXPECT_EQ(session().run(context()).result, asEXECUTION_FINISHED);
     prepare("void bad()");
-    EXPECT_EQ(session().run(context()), asEXECUTION_EXCEPTION);
-    EXPECT_EQ(session().run(context()), asCONTEXT_NOT_PREPARED);
-    EXPECT_LT(session().run(nullptr), 0);
+    EXPECT_EQ(session().run(context()).result, asEXECUTION_EXCEPTION);
+    EXPECT_EQ(session().run(context()).result, asCONTEXT_NOT_PREPARED);
+    EXPECT_LT(session().run(nullptr).result, 0);
     EXPECT_EQ(boxes(), "");
 }
 
 TEST_F(Run, NothingGivenFailsAndDoesNotCrash) {
-    EXPECT_FALSE(session().runApplication(nullptr, context(), "", nullptr));
-    EXPECT_FALSE(session().runApplication(engine(), nullptr, "", nullptr));
-    EXPECT_FALSE(session().continueApplication(engine(), nullptr, nullptr, 0));
+    EXPECT_TRUE(session().runApplication(nullptr, context(), "", nullptr).failed());
+    EXPECT_TRUE(session().runApplication(engine(), nullptr, "", nullptr).failed());
+    EXPECT_TRUE(session().continueApplication(engine(), nullptr, nullptr, StepMode::run).failed());
     EXPECT_EQ(session().configure(nullptr, {}), nullptr);
     session().abandon(nullptr);
     session().release(nullptr);
@@ -107,7 +107,7 @@ TEST_F(Run, NothingGivenFailsAndDoesNotCrash) {
 
 TEST_F(Run, ContinuingWhatIsNotSuspendedIsAnUnforeseenEnd) {
     EXPECT_TRUE(run("int main() { return 0; }"));
-    EXPECT_FALSE(resume(0));
+    EXPECT_FALSE(resume(StepMode::run));
     EXPECT_EQ(boxes(), "The script ended for some unforeseen reason.\n\n");
 }
 
@@ -118,7 +118,7 @@ TEST_F(Run, ARunInsideARunIsRefused) {
         if (std::exchange(asked, true)) return;
         inner = run("int main() { return 0; }");
         compiled = compile("int main() { return 0; }");
-        ran = session().run(context());
+        ran = session().run(context()).result;
         session().abandon(context());
         session().release(engine());
     };

@@ -73,7 +73,8 @@ TEST_F(ObjectDialogs, OnlyABoxWithoutAnAnswerCallsTheHookAfter) {
         EXPECT_EQ(befores, 1);
         EXPECT_EQ(afters, one.afters) << one.button;
     }
-    state().stopRequest = false;
+    run("int main() { return 0; }");  // forgets the stop
+    frontend.boxes.clear();
     befores = afters = 0;
     object.prompt("label", 1);
     object.prompt("label", 1.5);
@@ -102,7 +103,7 @@ TEST_F(ObjectDialogs, WaitingInsideARunStopsTheClock) {
         "o.messageBox(\"c\", \"t\", \"BU_OK\", \"IC_ERROR\"); Print(\"d\"); return 0; }\n";
     EXPECT_TRUE(run(script)) << session().lastFailure().text;
     EXPECT_EQ(console.output, "abcd");
-    EXPECT_FALSE(state().interacting);
+    EXPECT_FALSE(session().interacting());
 }
 
 TEST_F(ObjectDialogs, AnAnsweredBoxLeavesTheWaitingAndEditEndsIt) {
@@ -113,8 +114,8 @@ TEST_F(ObjectDialogs, AnAnsweredBoxLeavesTheWaitingAndEditEndsIt) {
     static std::string seen;
     seen.clear();
     engine()->RegisterGlobalFunction(
-        "void Probe()",
-        asFUNCTION(+[] { seen += moduleSession().state().interacting ? "w" : "-"; }), asCALL_CDECL);
+        "void Probe()", asFUNCTION(+[] { seen += moduleSession().interacting() ? "w" : "-"; }),
+        asCALL_CDECL);
     ::testing::internal::CaptureStderr();
     output(body);
     ::testing::internal::GetCapturedStderr();

@@ -1,4 +1,5 @@
-// The module's own choice of services: windows, and the plain streams where there is no display.
+#include "module/window_services.h"
+
 #include <unistd.h>
 
 #include <cstdio>
@@ -9,7 +10,6 @@
 #include "host/terminal/pipe_console.h"
 #include "host/terminal/stream_input.h"
 #include "host/terminal/terminal_frontend.h"
-#include "module/composition.h"
 #include "module/korvant_ide_app.h"
 #include "module/own_looks.h"
 #include "module/window_console.h"
@@ -19,10 +19,6 @@
 
 namespace korvant {
 namespace {
-
-bool runShouldStop() {
-    return moduleSession().shouldStop();
-}
 
 void tell(const std::string& line) {
     std::fprintf(stderr, "korvantide: %s\n", line.c_str());
@@ -53,29 +49,29 @@ void switchUi(bool enter) {
     if (!enter) useOwnLooks(false);
 }
 
-WindowServices& windowServices() {
-    static WindowServices* const services = new WindowServices;
+WindowServices* makeServices() {
+    auto* const services = new WindowServices;
+    ui::setApplicationFactory([]() -> wxApp* { return new CKorvantIDEApp; });
+    ui::installFormEditor();
+    return services;
+}
+
+WindowServices& allServices() {
+    static WindowServices* const services = makeServices();
     return *services;
 }
 
 }  // namespace
 
-void composeServices() {
-    static bool done = false;
-    if (done) return;
-    done = true;
-    WindowServices& services = windowServices();
-    ui::setApplicationFactory([]() -> wxApp* { return new CKorvantIDEApp; });
-    ui::installFormEditor();
-    moduleSession().setServices(
-        {services.console.console.get(), &services.frontend, nullptr, switchUi});
+SessionServices windowServices() {
+    WindowServices& services = allServices();
+    return {services.console.console.get(), &services.frontend, nullptr, switchUi};
 }
 
-bool feedScriptInput(const std::string& line) {
-    WindowServices& services = windowServices();
+void feedWindowInput(const std::string& line) {
+    WindowServices& services = allServices();
     services.console.feed(line);
     services.input.feed(line);
-    return true;
 }
 
 }  // namespace korvant

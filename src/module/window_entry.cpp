@@ -2,9 +2,23 @@
 #include "host/library/dialog_functions.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
+#include "module/configuration.h"
 #include "module/families.h"
 #include "module/guarded.h"
+#include "module/window_services.h"
 #include "ui/editor/editor_run.h"
+
+asIScriptContext* KORVANTIDE_CALL ConfigureScriptEngine(asIScriptEngine* engine) {
+    return korvant::configureEngine(engine, korvant::windowServices);
+}
+
+std::int32_t KORVANTIDE_CALL FeedScriptInput(const char* line) {
+    return korvant::guarded(0, [&] {
+        if (line == nullptr) return 0;
+        korvant::feedWindowInput(line);
+        return 1;
+    });
+}
 
 void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
                                      std::string& script, std::string title) {

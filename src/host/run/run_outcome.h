@@ -1,0 +1,41 @@
+// How a run is asked to go on, and what it answers.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace korvant {
+
+/// How a suspended run goes on.
+enum class StepMode {
+    run,   ///< to the next breakpoint
+    over,  ///< to the next line below, whatever it calls
+    into   ///< to the next line, wherever it is
+};
+
+/// What running or continuing a script answers.
+struct RunOutcome {
+    enum class Kind {
+        finished,
+        stopped,  ///< suspended; it can be continued
+        failed    ///< ScriptSession::lastFailure() says why, where it has something to say
+    };
+    Kind kind = Kind::failed;
+    std::int32_t line = 0;    ///< stopped: 1-based; 0 when something else than a line suspended it
+    std::int32_t result = 0;  ///< the engine's: of the execution, or negative where it refused one
+
+    bool failed() const noexcept { return kind == Kind::failed; }
+    bool stoppedAtLine() const noexcept { return kind == Kind::stopped && line != 0; }
+};
+
+/// How a run ended, beyond what its callers are told.
+struct RunFailure {
+    enum class Kind { none, build, noMain, prepare, timeOut, stopped, exception, other };
+    Kind kind = Kind::none;
+    std::string text;                    ///< the message as shown to the user
+    std::int32_t line = 0;               ///< 1-based; 0 unknown
+    std::vector<std::string> unwritten;  ///< "could not write FILE: reason", one a file
+};
+
+}  // namespace korvant

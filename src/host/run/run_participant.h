@@ -1,0 +1,25 @@
+// What keeps something for the length of a run.
+#pragma once
+
+namespace korvant {
+
+/// Whoever owns state that begins and ends with runs: a console, open files, a progress display.
+/// The session calls these on the script's thread, in the order in which participants joined, and
+/// knows nothing else of them. None may throw.
+class RunParticipant {
+  public:
+    virtual ~RunParticipant() = default;
+    /// A further engine is being configured.
+    virtual void beginConfiguration() {}
+    /// A run is about to begin; an earlier one may have been left suspended. Failed writes of it
+    /// that are noted now belong to the new run.
+    virtual void beginRun() {}
+    /// The run is about to be ended or reported in a box.
+    virtual void beforeReport() {}
+    /// A continuation of the run has come to an end, whichever.
+    virtual void endContinuation() {}
+    /// The first execution of the run has come to an end, whichever.
+    virtual void endRun() {}
+};
+
+}  // namespace korvant
