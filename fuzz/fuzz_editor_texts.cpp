@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "editor/assist/completion.h"
+#include "language/completion.h"
 #include "editor/control/output_pane.h"
 #include "editor/document/document_encoding.h"
 #include "editor/document/recovery_record.h"

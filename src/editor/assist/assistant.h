@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "editor/assist/completion.h"
+#include "language/completion.h"
 #include "editor/control/text_control.h"
 #include "editor/stops/debugger.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "editor/assist/script_tokens.h"
+#include "language/tokens.h"
 #include "expr/evaluator.h"
 
 namespace korvant {

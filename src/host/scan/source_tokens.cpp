@@ -1,135 +1,63 @@
 #include "host/scan/source_tokens.h"
 
-#include <algorithm>
+#include "host/engine/script_lexemes.h"
 
 namespace korvant {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\v\f";
-
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Bytes of other scripts than Latin may stand in names when the host allows it.
 bool startsName(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool continuesName(char c) {
-    return startsName(c) || isDigit(c);
+Token::Kind kindOf(const Lexeme& lexeme, std::string_view text) {
+    if (lexeme.kind == Lexeme::Kind::value)
+        return isDigit(text[0]) || text[0] == '.' ? Token::Kind::number : Token::Kind::text;
+    return startsName(text[0]) ? Token::Kind::name : Token::Kind::symbol;
 }
 
-/// Reads one token after another the way the compiler does: a quote runs over lines to the next
-/// one that is not escaped, and what does not end runs to the end of the text.
-class Reader {
-  public:
-    explicit Reader(std::string_view source) : source_(source) {}
-
-    bool next(Token& token) {
-        skipBlanksAndComments();
-        if (at_ >= source_.size()) return false;
-        token = {};
-        token.begin = static_cast<std::uint32_t>(at_);
-        read(token);
-        token.size = static_cast<std::uint32_t>(at_ - token.begin);
-        return true;
-    }
-
-  private:
-    char peek(std::size_t ahead = 0) const {
-        return at_ + ahead < source_.size() ? source_[at_ + ahead] : '\0';
-    }
-    bool stands(std::string_view text) const {
-        return source_.compare(at_, text.size(), text) == 0;
-    }
-    void moveBehind(std::size_t found, std::size_t bytes) {
-        at_ = found == std::string_view::npos ? source_.size() : found + bytes;
-    }
-
-    void skipBlanksAndComments() {
-        while (at_ < source_.size()) {
-            if (kBlanks.find(peek()) != std::string_view::npos)
-                ++at_;
-            else if (stands("\xEF\xBB\xBF"))
-                at_ += 3;
-            else if (stands("//"))
-                moveBehind(source_.find('\n', at_), 1);
-            else if (stands("/*"))
-                moveBehind(source_.find("*/", at_ + 2), 2);
-            else
-                return;
-        }
-    }
-
-    void read(Token& token) {
-        if (startsName(peek())) {
-            token.kind = Token::Kind::name;
-            while (continuesName(peek())) ++at_;
-        } else if (isDigit(peek()) || (peek() == '.' && isDigit(peek(1)))) {
-            token.kind = Token::Kind::number;
-            readNumber();
-        } else if (peek() == '"' || peek() == '\'') {
-            token.kind = Token::Kind::text;
-            readText();
-        } else {
-            token.symbol = readSymbol();
-        }
-    }
-
-    void readNumber() {
-        while (continuesName(peek()) || peek() == '.') {
-            const bool exponent = peek() == 'e' || peek() == 'E';
-            ++at_;
-            if (exponent && (peek() == '+' || peek() == '-')) ++at_;
-        }
-    }
-
-    void readText() {
-        constexpr std::size_t kShortestLong = 6;
-        if (source_.size() - at_ >= kShortestLong && stands("\"\"\"")) {
-            moveBehind(source_.find("\"\"\"", at_ + 3), 3);
-            return;
-        }
-        const char quote = source_[at_++];
-        bool escaped = false;
-        while (at_ < source_.size()) {
-            const char c = source_[at_++];
-            if (c == quote && !escaped) return;
-            escaped = c == '\\' && !escaped;
-        }
-    }
-
-    char readSymbol() {
-        constexpr std::string_view kAssigning[] = {
-            ">>>=", ">>=", "<<=", "**=", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^="};
-        constexpr std::string_view kComparing[] = {"==", "!=", "<=", ">="};
-        for (const std::string_view operation : kAssigning)
-            if (stands(operation)) return take(operation.size(), kAssign);
-        for (const std::string_view operation : kComparing)
-            if (stands(operation)) return take(operation.size(), kCompare);
-        return stands("::") ? take(2, kScope) : take(1, peek());
-    }
-
-    char take(std::size_t bytes, char symbol) {
-        at_ += bytes;
-        return symbol;
-    }
-
-    std::string_view source_;
-    std::size_t at_ = 0;
-};
+/// Of a sign that the scan takes as one; 0 for all others.
+char wholeSign(std::string_view sign) {
+    if (sign == "::") return kScope;
+    if (sign == "==" || sign == "!=" || sign == "<=" || sign == ">=") return kCompare;
+    return sign.back() == '=' ? kAssign : '\0';
+}
 
 }  // namespace
 
+void TokenList::add(std::uint32_t begin, std::size_t size, Token::Kind kind, char symbol) {
+    tokens_.push_back({begin, static_cast<std::uint32_t>(size), kind, symbol});
+}
+
+/// Signs of several bytes are taken apart, except for those that are asked for.
+void TokenList::addSigns(std::uint32_t begin, std::string_view sign) {
+    if (const char whole = wholeSign(sign); whole != '\0')
+        return add(begin, sign.size(), Token::Kind::symbol, whole);
+    for (std::size_t i = 0; i < sign.size(); ++i) {
+        const auto at = static_cast<std::uint32_t>(begin + i);
+        if (startsName(sign[i])) return add(at, sign.size() - i, Token::Kind::name, '\0');
+        add(at, 1, Token::Kind::symbol, sign[i]);
+    }
+}
+
 std::optional<TokenList> TokenList::of(std::string_view text, std::size_t most) {
     TokenList list(text);
-    Reader reader(text);
-    for (Token token; reader.next(token);) {
-        if (list.size() >= most) return std::nullopt;
-        list.tokens_.push_back(token);
+    for (std::size_t at = 0; at < text.size();) {
+        const Lexeme lexeme = lexemeAt(text, at);
+        at += lexeme.size;
+        if (lexeme.kind == Lexeme::Kind::blank || lexeme.kind == Lexeme::Kind::comment) continue;
+        const std::string_view bytes = text.substr(lexeme.begin, lexeme.size);
+        const Token::Kind kind = kindOf(lexeme, bytes);
+        if (kind == Token::Kind::symbol)
+            list.addSigns(lexeme.begin, bytes);
+        else
+            list.add(lexeme.begin, lexeme.size, kind, '\0');
+        if (list.size() > most) return std::nullopt;
     }
     return list;
 }

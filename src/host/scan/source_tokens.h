@@ -43,6 +43,8 @@ class TokenList {
 
   private:
     explicit TokenList(std::string_view source) : source_(source) {}
+    void add(std::uint32_t begin, std::size_t size, Token::Kind kind, char symbol);
+    void addSigns(std::uint32_t begin, std::string_view sign);
 
     std::string_view source_;
     std::vector<Token> tokens_;

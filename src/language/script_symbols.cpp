@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "editor/assist/script_tokens.h"
-#include "editor/assist/symbols.h"
+#include "language/symbols.h"
+#include "language/tokens.h"
 
 namespace korvant {
 
@@ -105,13 +105,15 @@ class DeclarationReader {
         const std::size_t end = std::min(tokens_.size(), begin + kLongestAngles);
         int depth = 0;
         for (; i < end; ++i) {
+            const bool closes = at(i).is(">") || at(i).is(">>") || at(i).is(">>>");
             if (at(i).is("<"))
                 ++depth;
-            else if (at(i).is(">") && --depth == 0)
-                return i + 1;
+            else if (closes)
+                depth -= static_cast<int>(at(i).text.size());
             else if (!at(i).isWord() && !at(i).is(",") && !at(i).is("[") && !at(i).is("]") &&
-                     !at(i).is("@") && !at(i).is(">"))
+                     !at(i).is("@"))
                 break;
+            if (depth <= 0) return i + 1;
         }
         return begin + 1;
     }

@@ -1,9 +1,9 @@
 // Names that fit, parameters of calls, and what is read of half-written scripts.
-#include "editor/assist/completion.h"
+#include "language/completion.h"
 
 #include <gmock/gmock.h>
 
-#include "editor/assist/script_tokens.h"
+#include "language/tokens.h"
 #include "support/editor_fixture.h"
 
 namespace korvant::test {

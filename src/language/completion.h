@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "editor/assist/expression_before.h"
-#include "editor/assist/symbols.h"
+#include "language/expression_before.h"
+#include "language/symbols.h"
 
 namespace korvant {
 

@@ -1,4 +1,4 @@
-#include "editor/assist/completion.h"
+#include "language/completion.h"
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,8 @@
-#include "editor/assist/expression_before.h"
+#include "language/expression_before.h"
 
 #include <algorithm>
 
-#include "editor/assist/script_tokens.h"
+#include "language/tokens.h"
 
 namespace korvant {
 
@@ -103,6 +103,12 @@ WordBefore wordBefore(std::string_view text, bool inComment) {
     }
     const BackReader reader(code.tokens);
     const int last = static_cast<int>(code.tokens.size()) - 1;
+    if (last >= 0 && reader.at(last).kind == ScriptToken::Kind::number &&
+        reader.at(last).text.ends_with('.')) {
+        WordBefore fraction;
+        fraction.writable = false;
+        return fraction;
+    }
     const bool word = last >= 0 && reader.at(last).isWord() && code.endsWith(reader.at(last));
     return wordEndingAt(reader, last, word);
 }

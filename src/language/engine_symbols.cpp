@@ -1,6 +1,6 @@
 #include <map>
 
-#include "editor/assist/symbols.h"
+#include "language/symbols.h"
 
 namespace korvant {
 

@@ -1,0 +1,286 @@
+#include "language/scope_index.h"
+
+#include <algorithm>
+
+namespace korvant {
+
+namespace {
+
+/// Classes that inherit from each other in a circle are faulty, not endless.
+constexpr int kDeepestInheritance = 32;
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+ScopeIndex::ScopeIndex(std::string text)
+    : document_(std::move(text)), syntax_(readSyntax(document_.text())) {
+    declared_.resize(syntax_.scopes.size());
+    for (std::size_t i = 0; i < syntax_.declarations.size(); ++i) {
+        const Declaration& declaration = syntax_.declarations[i];
+        declared_[at(declaration.scope)].push_back(static_cast<int>(i));
+        byName_[declaration.name].push_back(static_cast<int>(i));
+    }
+    for (std::size_t i = 0; i < syntax_.uses.size(); ++i)
+        usesByName_[nameOf(syntax_.uses[i])].push_back(static_cast<int>(i));
+    for (const Statement& statement : syntax_.statements)
+        statementStarts_.push_back(statement.range.begin);
+    std::sort(statementStarts_.begin(), statementStarts_.end());
+}
+
+std::string_view ScopeIndex::nameOf(const NameUse& use) const {
+    return std::string_view(document_.text()).substr(use.begin, use.size);
+}
+
+int ScopeIndex::scopeAt(std::size_t offset) const {
+    // Scopes stand in the order of their beginnings, so the last one around is the innermost.
+    const auto& scopes = syntax_.scopes;
+    const auto behind = std::upper_bound(
+        scopes.begin(), scopes.end(), offset,
+        [](std::size_t place, const Scope& scope) { return place < scope.range.begin; });
+    int scope = std::max(static_cast<int>(behind - scopes.begin()) - 1, 0);
+    while (scope > 0 && offset >= scopes[at(scope)].range.end) scope = scopes[at(scope)].parent;
+    return scope;
+}
+
+int ScopeIndex::functionAt(std::size_t offset) const {
+    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent)
+        if (syntax_.scopes[at(scope)].kind == Scope::Kind::function)
+            return syntax_.scopes[at(scope)].owner;
+    return kNoIndex;
+}
+
+int ScopeIndex::classAt(std::size_t offset) const {
+    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent)
+        if (syntax_.scopes[at(scope)].kind == Scope::Kind::type)
+            return syntax_.scopes[at(scope)].owner;
+    return kNoIndex;
+}
+
+const NameUse* ScopeIndex::useAt(std::size_t offset) const {
+    const auto behind =
+        std::upper_bound(syntax_.uses.begin(), syntax_.uses.end(), offset,
+                         [](std::size_t place, const NameUse& use) { return place < use.begin; });
+    if (behind == syntax_.uses.begin()) return nullptr;
+    const NameUse& use = *(behind - 1);
+    return offset <= use.range().end ? &use : nullptr;
+}
+
+std::vector<const NameUse*> ScopeIndex::usesOf(std::string_view name) const {
+    std::vector<const NameUse*> result;
+    const auto found = usesByName_.find(name);
+    if (found == usesByName_.end()) return result;
+    for (const int index : found->second) result.push_back(&syntax_.uses[at(index)]);
+    return result;
+}
+
+/// Locals are known behind their own name, everything else everywhere in its scope.
+bool ScopeIndex::knownAt(const Declaration& declaration, std::size_t offset) const {
+    return declaration.kind != DeclarationKind::local || declaration.nameRange.end <= offset;
+}
+
+int ScopeIndex::variableAt(std::string_view name, std::size_t offset) const {
+    const auto found = byName_.find(name);
+    if (found == byName_.end()) return kNoIndex;
+    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent) {
+        int last = kNoIndex;
+        for (const int index : found->second) {
+            const Declaration& declaration = syntax_.declarations[at(index)];
+            const bool local = declaration.kind == DeclarationKind::local ||
+                               declaration.kind == DeclarationKind::parameter;
+            if (local && declaration.scope == scope && knownAt(declaration, offset)) last = index;
+        }
+        if (last != kNoIndex) return last;
+        // The locals around a nameless function are not seen inside.
+        if (syntax_.scopes[at(scope)].kind == Scope::Kind::function) return kNoIndex;
+    }
+    return kNoIndex;
+}
+
+bool ScopeIndex::isSetAt(int variable, std::size_t offset) const {
+    const Declaration& declaration = syntax_.declarations[at(variable)];
+    return declaration.kind != DeclarationKind::local || declaration.setFrom <= offset;
+}
+
+std::vector<int> ScopeIndex::variablesAt(std::size_t offset) const {
+    std::vector<int> result;
+    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent) {
+        const auto& list = declared_[at(scope)];
+        for (auto i = list.rbegin(); i != list.rend(); ++i) {
+            const Declaration& declaration = syntax_.declarations[at(*i)];
+            if (!isVariable(declaration.kind) || !knownAt(declaration, offset)) continue;
+            const bool hidden = std::any_of(result.begin(), result.end(), [&](int known) {
+                return syntax_.declarations[at(known)].name == declaration.name;
+            });
+            if (!hidden) result.push_back(*i);
+        }
+        if (syntax_.scopes[at(scope)].kind == Scope::Kind::function) break;
+    }
+    return result;
+}
+
+const std::vector<int>& ScopeIndex::declaredIn(int scope) const {
+    static const std::vector<int> none;
+    return scope >= 0 && at(scope) < declared_.size() ? declared_[at(scope)] : none;
+}
+
+void ScopeIndex::members(int type, std::string_view name, int depth,
+                         std::vector<int>& found) const {
+    const Declaration& owner = syntax_.declarations[at(type)];
+    for (const int index : declaredIn(owner.inner))
+        if (syntax_.declarations[at(index)].name == name) found.push_back(index);
+    if (depth == kDeepestInheritance) return;
+    for (const std::string_view base : owner.bases) {
+        const auto named = byName_.find(base);
+        if (named == byName_.end()) continue;
+        for (const int index : named->second)
+            if (index != type && isType(syntax_.declarations[at(index)].kind)) {
+                members(index, name, depth + 1, found);
+                break;
+            }
+    }
+}
+
+std::vector<int> ScopeIndex::membersOf(int type, std::string_view name) const {
+    std::vector<int> found;
+    members(type, name, 0, found);
+    return found;
+}
+
+std::vector<int> ScopeIndex::meaningsOf(std::string_view name, std::size_t offset) const {
+    if (const int variable = variableAt(name, offset); variable != kNoIndex) return {variable};
+    std::vector<int> found;
+    for (int scope = scopeAt(offset); scope != kNoIndex && found.empty();
+         scope = syntax_.scopes[at(scope)].parent) {
+        const Scope& around = syntax_.scopes[at(scope)];
+        if (around.kind == Scope::Kind::type) {
+            found = membersOf(around.owner, name);
+        } else if (around.kind == Scope::Kind::nameSpace || around.kind == Scope::Kind::file) {
+            inPath({}, name, scope, found);
+        }
+    }
+    return found;
+}
+
+/// What `name` is in the namespace (or class, or enum) that `path` leads to from `scope`. A
+/// namespace may be opened several times.
+void ScopeIndex::inPath(const std::vector<std::string_view>& path, std::string_view name, int scope,
+                        std::vector<int>& found) const {
+    const std::string around = syntax_.scopes[at(scope)].owner == kNoIndex
+                                   ? std::string()
+                                   : pathOf(syntax_.scopes[at(scope)].owner);
+    std::string wanted = around;
+    for (const std::string_view part : path) {
+        if (!wanted.empty()) wanted += "::";
+        wanted += part;
+    }
+    const auto named = byName_.find(name);
+    if (named == byName_.end()) return;
+    for (const int index : named->second) {
+        const Declaration& declaration = syntax_.declarations[at(index)];
+        const Scope& in = syntax_.scopes[at(declaration.scope)];
+        const bool local = in.kind == Scope::Kind::block || in.kind == Scope::Kind::function;
+        const bool enumValue = declaration.kind == DeclarationKind::enumValue;
+        if (local) continue;
+        std::string of = in.owner == kNoIndex ? std::string() : pathOf(in.owner);
+        if (of == wanted) {
+            found.push_back(index);
+        } else if (enumValue) {
+            // The values of an enum are known beside it as well.
+            const auto cut = of.rfind("::");
+            if ((cut == std::string::npos ? std::string() : of.substr(0, cut)) == wanted)
+                found.push_back(index);
+        }
+    }
+}
+
+std::vector<int> ScopeIndex::qualified(const NameUse& use) const {
+    const auto& uses = syntax_.uses;
+    std::vector<std::string_view> path;
+    for (std::size_t i = static_cast<std::size_t>(&use - uses.data()); i > 0; --i) {
+        const NameUse& before = uses[i - 1];
+        if (before.role != NameUse::Role::qualifies) break;
+        path.insert(path.begin(), nameOf(before));
+        if (!before.qualified) break;
+    }
+    std::vector<int> found;
+    for (int scope = use.scope; scope != kNoIndex && found.empty();
+         scope = syntax_.scopes[at(scope)].parent) {
+        const Scope::Kind kind = syntax_.scopes[at(scope)].kind;
+        if (kind == Scope::Kind::nameSpace || kind == Scope::Kind::file)
+            inPath(path, nameOf(use), scope, found);
+    }
+    if (!found.empty() || path.empty()) return found;
+    // "Base::method()" may be inherited by Base itself.
+    const auto named = byName_.find(path.back());
+    if (named == byName_.end()) return found;
+    for (const int index : named->second)
+        if (isType(syntax_.declarations[at(index)].kind)) members(index, nameOf(use), 0, found);
+    return found;
+}
+
+std::vector<int> ScopeIndex::meaningsOf(const NameUse& use) const {
+    if (use.role == NameUse::Role::declares) return {use.declaration};
+    if (use.role == NameUse::Role::labels) return {};
+    if (use.qualified) return qualified(use);
+    if (!use.member) return meaningsOf(nameOf(use), use.begin);
+    const std::string_view before = std::string_view(document_.text()).substr(0, use.begin);
+    const auto dot = before.find_last_not_of(" \t\r\n", before.rfind('.') - 1);
+    const int type = classAt(use.begin);
+    const bool ofThis = dot != std::string_view::npos && dot >= 3 &&
+                        before.substr(dot - 3, 4) == "this" &&
+                        (dot == 3 || !isWordByte(before[dot - 4]));
+    if (!ofThis || type == kNoIndex) return {};
+    return membersOf(type, nameOf(use));
+}
+
+std::string ScopeIndex::pathOf(int declaration) const {
+    std::string path;
+    const Declaration* inner = &syntax_.declarations[at(declaration)];
+    for (int depth = 0; depth < kDeepestInheritance; ++depth) {
+        path = std::string(inner->name) + (path.empty() ? "" : "::") + path;
+        const int owner = syntax_.scopes[at(inner->scope)].owner;
+        if (owner == kNoIndex) break;
+        inner = &syntax_.declarations[at(owner)];
+    }
+    return path;
+}
+
+std::string ScopeIndex::oneLine(ByteRange range) const {
+    std::string line;
+    bool blank = false;
+    for (std::size_t i = range.begin; i < std::min(range.end, document_.size()); ++i) {
+        const char byte = document_.text()[i];
+        if (static_cast<unsigned char>(byte) <= ' ') {
+            blank = !line.empty();
+            continue;
+        }
+        if (blank) line += ' ';
+        blank = false;
+        line += byte;
+    }
+    return line;
+}
+
+std::vector<std::size_t> ScopeIndex::statementsOn(std::uint32_t line) const {
+    const std::size_t begin = document_.lineStart(line);
+    const std::size_t end =
+        line + 1 < document_.lineCount() ? document_.lineStart(line + 1) : document_.size() + 1;
+    const auto first = std::lower_bound(statementStarts_.begin(), statementStarts_.end(), begin);
+    return {first, std::lower_bound(first, statementStarts_.end(), end)};
+}
+
+std::int64_t ScopeIndex::nextStatementLine(std::uint32_t line) const {
+    const auto first = std::lower_bound(statementStarts_.begin(), statementStarts_.end(),
+                                        document_.lineStart(line));
+    if (line >= document_.lineCount() || first == statementStarts_.end()) return -1;
+    const ByteRange whole = document_.lineRange(line);
+    const int here = functionAt(std::max(whole.begin, whole.end));
+    const int there = functionAt(*first);
+    const std::uint32_t found = document_.lineOf(*first);
+    return found == line || here == there ? static_cast<std::int64_t>(found) : -1;
+}
+
+}  // namespace korvant
