@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "language/completion.h"
 #include "editor/control/output_pane.h"
 #include "editor/document/document_encoding.h"
 #include "editor/document/recovery_record.h"
 #include "editor/stops/condition_check.h"
+#include "language/completion.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace korvant;

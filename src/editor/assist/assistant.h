@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "language/completion.h"
 #include "editor/control/text_control.h"
 #include "editor/stops/debugger.h"
+#include "language/completion.h"
 
 namespace korvant {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "language/tokens.h"
 #include "expr/evaluator.h"
+#include "language/tokens.h"
 
 namespace korvant {
 
