@@ -63,7 +63,7 @@ struct ExpressionEvaluator::State {
     void releaseBuffersOf(std::string_view text);
 
     Shared shared;
-    RunState& run = shared.run;
+    ProgramRun& run = shared.run;
     NameTable names;
     ReadingCache cache;
     ExpressionLimits limits;

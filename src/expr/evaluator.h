@@ -111,7 +111,7 @@ class ExpressionEvaluator {
 
     /// The part of the state that evaluations of what was read before need.
     struct Shared {
-        expr::RunState run;
+        expr::ProgramRun run;
         expr::RecallTable recalled;
     };
 

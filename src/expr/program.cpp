@@ -9,7 +9,7 @@ namespace {
 
 static_assert(kUnwanted == -NameTable::kScratchCells);
 
-inline double handOn(const Step* step, double* cells, double result, RunState& run) {
+inline double handOn(const Step* step, double* cells, double result, ProgramRun& run) {
     return kStepHandlers[step->fused.opcode](step, cells, result, run);
 }
 
@@ -75,7 +75,7 @@ struct StoreStep {
 
 /// A step that makes a new result and goes on with the next one, or is the last.
 template <class Work, bool last>
-double plain(const Step* step, double* cells, double result, RunState& run) {
+double plain(const Step* step, double* cells, double result, ProgramRun& run) {
     if constexpr (Work::kFresh) cells[step->fused.operand] = result;
     result = Work::work(*step, cells, result);
     if constexpr (last) return result;
@@ -85,14 +85,14 @@ double plain(const Step* step, double* cells, double result, RunState& run) {
 /// The library's pow is apart, so that squares need not save what it might change.
 template <Form form, bool last>
 [[gnu::noinline]] double powerByLibrary(const Step* step, double* cells, double result,
-                                        RunState& run) {
+                                        ProgramRun& run) {
     result = std::pow(leftOf<form>(*step, cells, result), rightOf<form>(*step, cells, result));
     if constexpr (last) return result;
     return handOn(step + 1, cells, result, run);
 }
 
 template <Form form, bool last>
-double power(const Step* step, double* cells, double result, RunState& run) {
+double power(const Step* step, double* cells, double result, ProgramRun& run) {
     if constexpr (isFresh(form)) cells[step->fused.operand] = result;
     const double base = leftOf<form>(*step, cells, result);
     if (rightOf<form>(*step, cells, result) != 2 || !squaresExactly(base))
@@ -111,7 +111,7 @@ bool holds(const Step& step, const double* cells) {
 
 /// Cases of one kind follow each other in long selections, so they are passed in a loop.
 template <Binary comparison, Form form>
-double unlessPair(const Step* step, double* cells, double result, RunState& run) {
+double unlessPair(const Step* step, double* cells, double result, ProgramRun& run) {
     if (holds<comparison, form>(*step, cells)) return handOn(step + 1, cells, result, run);
     const std::uint16_t own = step->fused.opcode;
     do {
@@ -121,18 +121,18 @@ double unlessPair(const Step* step, double* cells, double result, RunState& run)
     return result;
 }
 
-double unlessResult(const Step* step, double* cells, double result, RunState& run) {
+double unlessResult(const Step* step, double* cells, double result, ProgramRun& run) {
     if (result != 0) return handOn(step + 1, cells, result, run);
     run.resume = step + step->a;
     return result;
 }
 
-double jump(const Step* step, double*, double result, RunState& run) {
+double jump(const Step* step, double*, double result, ProgramRun& run) {
     run.resume = step + step->a;
     return result;
 }
 
-double pause(const Step* step, double*, double result, RunState& run) {
+double pause(const Step* step, double*, double result, ProgramRun& run) {
     run.resume = step + 1;
     return result;
 }
@@ -195,7 +195,7 @@ constexpr std::array<StepHandler, kHandlerCount> makeHandlers(std::index_sequenc
 
 }  // namespace
 
-double resumeProgram(double result, RunState& run) {
+double resumeProgram(double result, ProgramRun& run) {
     while (run.resume) result = handOn(std::exchange(run.resume, nullptr), run.cells, result, run);
     return result;
 }

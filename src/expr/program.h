@@ -73,7 +73,7 @@ constexpr int arithmetic(Binary code, Form form) noexcept {
 inline constexpr std::size_t kStepsBetweenPauses = 64;
 
 /// What the runs of one evaluator share.
-struct RunState {
+struct ProgramRun {
     double* cells = nullptr;         ///< where cell 0 stands
     const Step* resume = nullptr;    ///< set by a step that does not hand on: where to go on
     std::uint64_t namesVersion = 0;  ///< tells sets of names apart; 0 when it is not known
@@ -81,16 +81,16 @@ struct RunState {
 
 /// One step's work and that of those after it; `result` is the result so far, the value
 /// returned the one after them.
-using StepHandler = double (*)(const Step*, double* cells, double result, RunState&);
+using StepHandler = double (*)(const Step*, double* cells, double result, ProgramRun&);
 
 inline constexpr std::size_t kHandlerCount = std::size_t{opcode::kCount} * 2;
 [[gnu::visibility("hidden")]] extern const std::array<StepHandler, kHandlerCount> kStepHandlers;
 
 /// Runs on from run.resume.
-double resumeProgram(double result, RunState& run);
+double resumeProgram(double result, ProgramRun& run);
 
 /// The value of a program. Only cells below 0 are written.
-inline double runProgram(const Step* program, RunState& run) {
+inline double runProgram(const Step* program, ProgramRun& run) {
     const double result = kStepHandlers[program->fused.opcode](program, run.cells, 0, run);
     return run.resume ? resumeProgram(result, run) : result;
 }

@@ -71,7 +71,7 @@ class FileDialogs : public testing::Test {
         request.saving = saving;
         request.fileMustExist = !saving;
         request.filters = {{"Scripts (*.as)", "*.as"}, {"All files (*.*)", "*.*"}};
-        const auto path = ui::chooseFile(nullptr, request);
+        const auto path = ui::chooseScriptFile(nullptr, request);
         EXPECT_TRUE(driver.done());
         return path;
     }

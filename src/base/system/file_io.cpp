@@ -61,7 +61,7 @@ int readFile(FileOperations& files, const std::string& path, std::size_t limit,
     return readAll(files, file.handle(), limit, bytes);
 }
 
-int writeAll(FileOperations& files, FileOperations::Handle handle, std::string_view bytes) {
+int writeFully(FileOperations& files, FileOperations::Handle handle, std::string_view bytes) {
     while (!bytes.empty()) {
         const std::int64_t count = files.write(handle, bytes.data(), bytes.size());
         if (count == -EINTR) continue;
@@ -75,7 +75,7 @@ int writeAll(FileOperations& files, FileOperations::Handle handle, std::string_v
 int writeSecretFile(FileOperations& files, const std::string& path, std::string_view bytes) {
     OpenFile file(files);
     if (const int error = files.create(path, true, file.handle())) return error;
-    int error = writeAll(files, file.handle(), bytes);
+    int error = writeFully(files, file.handle(), bytes);
     if (error == 0) error = files.flush(file.handle());
     const int closing = file.close();
     if (error == 0) error = closing;

@@ -46,7 +46,7 @@ class Leftover {
 int readAll(FileOperations& files, FileOperations::Handle handle, std::size_t limit,
             std::string& bytes);
 int readFile(FileOperations& files, const std::string& path, std::size_t limit, std::string& bytes);
-int writeAll(FileOperations& files, FileOperations::Handle handle, std::string_view bytes);
+int writeFully(FileOperations& files, FileOperations::Handle handle, std::string_view bytes);
 
 /// A new file that only this user may read, on disk when 0 is returned and absent otherwise.
 int writeSecretFile(FileOperations& files, const std::string& path, std::string_view bytes);

@@ -16,7 +16,7 @@ class ReplaceDialog;
 enum class ControlKind { editor, output };
 
 /// One entry of a file dialog's list of types.
-struct FileFilter {
+struct DialogFileType {
     const char* label;
     const char* pattern;
 };
@@ -24,7 +24,7 @@ struct FileFilter {
 struct FileDialogRequest {
     bool saving = false;
     const char* title = "";
-    std::vector<FileFilter> filters;
+    std::vector<DialogFileType> filters;
     bool fileMustExist = false;
     bool pathMustExist = false;
     std::size_t longestPath = 0;  ///< in bytes; a longer choice counts as Cancel

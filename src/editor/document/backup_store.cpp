@@ -46,7 +46,7 @@ int BackupStore::copy(const std::string& path, const std::string& target, std::u
         if (count == 0) break;
         const std::string_view bytes(piece.data(), static_cast<std::size_t>(count));
         hash = contentHash(hexText(hash) + hexText(contentHash(bytes)));
-        if (const int error = writeAll(files_, to.handle(), bytes)) return error;
+        if (const int error = writeFully(files_, to.handle(), bytes)) return error;
     }
     if (const int error = files_.flush(to.handle())) return error;
     return to.close();

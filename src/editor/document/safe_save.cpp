@@ -71,7 +71,7 @@ SaveFailure SafeSave::writeNew(const Target& target, std::string_view bytes) {
     const std::string temporary = temporaryBeside(target.path);
     OpenFile file(files_);
     if (files_.create(temporary, false, file.handle()) != 0) return SaveFailure::cannotCreate;
-    int error = writeAll(files_, file.handle(), bytes);
+    int error = writeFully(files_, file.handle(), bytes);
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();
     if (error == 0) error = closing;
@@ -90,7 +90,7 @@ SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
     if (const int error = files_.create(temporary, true, file.handle()))
         return folderRefuses(error) ? writeThrough(target, bytes) : SaveFailure::cannotCreate;
     const Leftover leftover(files_, temporary);
-    int error = writeAll(files_, file.handle(), bytes);
+    int error = writeFully(files_, file.handle(), bytes);
     const bool attributesKept = files_.copyAttributes(target.path, file.handle()) == 0;
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();
@@ -115,7 +115,7 @@ SaveFailure SafeSave::writeThrough(const Target& target, std::string_view bytes)
 int SafeSave::fill(const std::string& path, std::string_view bytes) {
     OpenFile file(files_);
     if (const int error = files_.openWrite(path, file.handle())) return error;
-    int error = writeAll(files_, file.handle(), bytes);
+    int error = writeFully(files_, file.handle(), bytes);
     if (error == 0) error = files_.truncate(file.handle(), bytes.size());
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();

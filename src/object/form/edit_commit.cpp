@@ -10,7 +10,7 @@ namespace {
 
 /// The message of a typed value that is refused; accepted otherwise.
 template <class Value>
-EditCommit refused(TypedValue<Value>& typed) {
+EditCommit refused(FormValue<Value>& typed) {
     return {false, std::move(typed.message)};
 }
 

@@ -22,12 +22,12 @@ std::string_view trimmed(std::string_view text) {
 }
 
 template <class Value>
-TypedValue<Value> accepted(Value value) {
+FormValue<Value> accepted(Value value) {
     return {true, value, {}};
 }
 
 template <class Value>
-TypedValue<Value> refused(FormText why, std::int32_t locale) {
+FormValue<Value> refused(FormText why, std::int32_t locale) {
     return {false, Value{}, formText(why, locale)};
 }
 
@@ -92,7 +92,7 @@ std::string colourText(std::int32_t colour) {
     return text;
 }
 
-TypedValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
+FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
     const std::string_view text = trimmed(typed);
     if (text.empty() || hasBrokenNumber(text))
         return refused<double>(FormText::needsNumber, locale);
@@ -107,10 +107,10 @@ TypedValue<double> readReal(std::string_view typed, const Evaluate& evaluate, st
     return std::isfinite(value) ? accepted(value) : refused<double>(FormText::notFinite, locale);
 }
 
-TypedValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
-                                     std::int32_t locale) {
+FormValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
+                                    std::int32_t locale) {
     if (const auto plain = parseInt(trimmed(typed))) return accepted(*plain);
-    TypedValue<double> real = readReal(typed, evaluate, locale);
+    FormValue<double> real = readReal(typed, evaluate, locale);
     if (!real.accepted) return {false, 0, std::move(real.message)};
     using Range = std::numeric_limits<std::int32_t>;
     if (std::trunc(real.value) != real.value)
@@ -120,7 +120,7 @@ TypedValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& eva
     return accepted(static_cast<std::int32_t>(real.value));
 }
 
-TypedValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale) {
+FormValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale) {
     const std::string_view text = trimmed(typed);
     const bool hex = !text.empty() && text.front() == '#';
     std::optional<std::int32_t> colour = hex ? hexColour(text) : listedColour(text);
@@ -128,7 +128,7 @@ TypedValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale)
     return colour ? accepted(*colour) : refused<std::int32_t>(FormText::needsColour, locale);
 }
 
-TypedValue<bool> readBoolean(std::string_view typed, std::int32_t locale) {
+FormValue<bool> readBoolean(std::string_view typed, std::int32_t locale) {
     const std::string_view text = trimmed(typed);
     const std::string yes = formText(FormText::yes, locale);
     const std::string no = formText(FormText::no, locale);
@@ -141,8 +141,8 @@ TypedValue<bool> readBoolean(std::string_view typed, std::int32_t locale) {
     return refused<bool>(FormText::needsYesOrNo, locale);
 }
 
-TypedValue<std::int32_t> readOption(std::string_view typed, const std::vector<std::string>& options,
-                                    std::int32_t locale) {
+FormValue<std::int32_t> readOption(std::string_view typed, const std::vector<std::string>& options,
+                                   std::int32_t locale) {
     const auto found = std::find(options.begin(), options.end(), typed);
     if (found == options.end()) return refused<std::int32_t>(FormText::needsOption, locale);
     return accepted(static_cast<std::int32_t>(found - options.begin()));

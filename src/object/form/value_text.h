@@ -19,7 +19,7 @@ std::string colourText(std::int32_t colour);
 
 /// A typed value, or why it is refused.
 template <class Value>
-struct TypedValue {
+struct FormValue {
     bool accepted = false;
     Value value{};
     std::string message;
@@ -30,16 +30,16 @@ using Evaluate = std::function<ExpressionResult(std::string_view)>;
 
 /// A decimal number with "." or ",", or an expression. Empty and everything that is not finite is
 /// refused. Messages are in the language of `locale`, those of expressions in English.
-TypedValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale);
+FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale);
 /// The same for a whole number of 32 bits.
-TypedValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
-                                     std::int32_t locale);
-/// "#RRGGBB", "r,g,b" of 0 to 255 each, or a decimal.
-TypedValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale);
-/// Yes or no in the language of `locale` or in English, true, false, 1, 0; whatever the case.
-TypedValue<bool> readBoolean(std::string_view typed, std::int32_t locale);
-/// The index of exactly that option.
-TypedValue<std::int32_t> readOption(std::string_view typed, const std::vector<std::string>& options,
+FormValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
                                     std::int32_t locale);
+/// "#RRGGBB", "r,g,b" of 0 to 255 each, or a decimal.
+FormValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale);
+/// Yes or no in the language of `locale` or in English, true, false, 1, 0; whatever the case.
+FormValue<bool> readBoolean(std::string_view typed, std::int32_t locale);
+/// The index of exactly that option.
+FormValue<std::int32_t> readOption(std::string_view typed, const std::vector<std::string>& options,
+                                   std::int32_t locale);
 
 }  // namespace korvant

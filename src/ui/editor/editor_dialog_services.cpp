@@ -33,7 +33,7 @@ void CEditorDlg::setTitle(const std::string& title) {
 }
 
 std::optional<std::string> CEditorDlg::askFile(const FileDialogRequest& request) {
-    return chooseFile(this, request);
+    return chooseScriptFile(this, request);
 }
 
 Answer CEditorDlg::ask(const std::string& question, bool withCancel) {

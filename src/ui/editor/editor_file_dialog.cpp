@@ -17,14 +17,14 @@ FileChooser& replacement() {
 }
 
 /// "*.*" means every file, also one without a dot.
-wxString patternOf(const FileFilter& filter) {
+wxString patternOf(const DialogFileType& filter) {
     const bool everything = std::string_view(filter.pattern) == "*.*";
     return everything ? wxString(wxALL_FILES_PATTERN) : wxString(filter.pattern);
 }
 
-wxString wildcardOf(const FileDialogRequest& request) {
+wxString dialogWildcard(const FileDialogRequest& request) {
     wxString wildcard;
-    for (const FileFilter& filter : request.filters) {
+    for (const DialogFileType& filter : request.filters) {
         if (!wildcard.empty()) wildcard += "|";
         wildcard += wxString(filter.label) + "|" + patternOf(filter);
     }
@@ -45,14 +45,14 @@ std::optional<std::string> askDesktop(wxWindow* parent, const FileDialogRequest&
     const long style =
         (request.saving ? wxFD_SAVE : wxFD_OPEN) | (mustExist ? wxFD_FILE_MUST_EXIST : 0);
     wxFileDialog dialog(parent, fromUtf8(request.title), wxEmptyString, wxEmptyString,
-                        wildcardOf(request), style);
+                        dialogWildcard(request), style);
     if (dialog.ShowModal() != wxID_OK) return std::nullopt;
     return systemPath(dialog.GetPath());
 }
 
 }  // namespace
 
-std::optional<std::string> chooseFile(wxWindow* parent, const FileDialogRequest& request) {
+std::optional<std::string> chooseScriptFile(wxWindow* parent, const FileDialogRequest& request) {
     return replacement() ? replacement()(parent, request) : askDesktop(parent, request);
 }
 

@@ -16,7 +16,7 @@ using FileChooser =
 
 /// Asks with the desktop's dialog, or with what was put in its place. The path is the system's
 /// bytes on POSIX and UTF-8 on Windows; nothing on Cancel.
-std::optional<std::string> chooseFile(wxWindow* parent, const FileDialogRequest& request);
+std::optional<std::string> chooseScriptFile(wxWindow* parent, const FileDialogRequest& request);
 
 /// Puts `chooser` in the place of the desktop's dialog, for programs that have a dialog of their
 /// own and for tests; empty puts the desktop's back.

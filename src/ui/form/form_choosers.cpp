@@ -66,7 +66,7 @@ wxString wildcardOf(const std::vector<FileFilter>& filters) {
     return wildcard;
 }
 
-std::optional<wxString> chooseFile(const FileRequest& request) {
+std::optional<wxString> chooseFormFile(const FileRequest& request) {
     FileRequest again = request;
     while (true) {
         const std::optional<wxString> path = formChoosers().file(again);

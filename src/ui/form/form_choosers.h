@@ -39,6 +39,6 @@ FormChoosers& formChoosers();
 wxString wildcardOf(const std::vector<FileFilter>& filters);
 
 /// Asks for a file, and before one is overwritten.
-std::optional<wxString> chooseFile(const FileRequest& request);
+std::optional<wxString> chooseFormFile(const FileRequest& request);
 
 }  // namespace korvant::ui

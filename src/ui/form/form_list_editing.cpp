@@ -236,7 +236,7 @@ std::optional<std::string> CListCtrlEx::chosenFile(const FormRow& row) {
     request.path = field() ? field()->GetValue() : toDisplay(session_.state(row.property()).text);
     request.wildcard = wildcardOf(about.filters);
     request.save = about.letter == 'f';
-    const std::optional<wxString> path = chooseFile(request);
+    const std::optional<wxString> path = chooseFormFile(request);
     if (!path) return {};
     return fromTyped(*path);
 }

@@ -33,7 +33,7 @@ TEST(RealText, ReadsBackToTheSameBits) {
         double value = 0.0;
         std::memcpy(&value, &bits, sizeof value);
         if (!std::isfinite(value)) continue;
-        const TypedValue<double> read = readReal(realText(value), evaluate, 0);
+        const FormValue<double> read = readReal(realText(value), evaluate, 0);
         ASSERT_TRUE(read.accepted) << realText(value) << read.message;
         if (static_cast<double>(static_cast<float>(value)) == value) continue;
         ASSERT_EQ(read.value, value);
@@ -48,13 +48,13 @@ TEST(TypedReals, AreNumbersOrExpressions) {
     for (const Case& one :
          {Case{"12", 12}, Case{" 1.5 ", 1.5}, Case{"1,5", 1.5}, Case{"-2e3", -2000}, Case{"a*2", 5},
           Case{"min(a;n)+1", 3.5}, Case{"A", 2.5}}) {
-        const TypedValue<double> read = readReal(one.typed, evaluate, 0);
+        const FormValue<double> read = readReal(one.typed, evaluate, 0);
         EXPECT_TRUE(read.accepted) << one.typed << read.message;
         EXPECT_EQ(read.value, one.value) << one.typed;
     }
     for (const char* typed :
          {"", "  ", "nan", "inf", "-infinity", "1e999", "b", "1.2.3", "a+", "1/0"}) {
-        const TypedValue<double> read = readReal(typed, evaluate, 0);
+        const FormValue<double> read = readReal(typed, evaluate, 0);
         EXPECT_FALSE(read.accepted) << typed;
         EXPECT_NE(read.message, "") << typed;
     }
@@ -70,7 +70,7 @@ TEST(TypedIntegers, FitThirtyTwoBitsOrAreRefusedAloud) {
     for (const Case& one : {Case{"12", 12}, Case{" -7 ", -7}, Case{"2147483647", 2147483647},
                             Case{"-2147483648", -2147483647 - 1}, Case{"5.0", 5}, Case{"n*2", 8},
                             Case{"1e3", 1000}}) {
-        const TypedValue<std::int32_t> read = readInteger(one.typed, evaluate, 0);
+        const FormValue<std::int32_t> read = readInteger(one.typed, evaluate, 0);
         EXPECT_TRUE(read.accepted) << one.typed << read.message;
         EXPECT_EQ(read.value, one.value) << one.typed;
     }
@@ -83,7 +83,7 @@ TEST(TypedIntegers, FitThirtyTwoBitsOrAreRefusedAloud) {
           Refusal{"-2147483649", FormText::beyond32Bits}, Refusal{"1e300", FormText::beyond32Bits},
           Refusal{"2.5", FormText::notWhole}, Refusal{"a", FormText::notWhole},
           Refusal{"", FormText::needsNumber}}) {
-        const TypedValue<std::int32_t> read = readInteger(one.typed, evaluate, 1);
+        const FormValue<std::int32_t> read = readInteger(one.typed, evaluate, 1);
         EXPECT_FALSE(read.accepted) << one.typed;
         EXPECT_EQ(read.message, formText(one.why, 1)) << one.typed;
     }
@@ -97,7 +97,7 @@ TEST(TypedColours, AreHexadecimalListedOrDecimal) {
     for (const Case& one :
          {Case{"#FF0000", 0x0000FF}, Case{"#0000ff", 0xFF0000}, Case{"1,2,3", 0x030201},
           Case{" 255 , 0 , 16 ", 0x1000FF}, Case{"65280", 65280}, Case{"-1", -1}}) {
-        const TypedValue<std::int32_t> read = readColour(one.typed, 0);
+        const FormValue<std::int32_t> read = readColour(one.typed, 0);
         EXPECT_TRUE(read.accepted) << one.typed;
         EXPECT_EQ(read.value, one.value) << one.typed;
     }
