@@ -107,6 +107,7 @@ void ScriptEditor::run(const std::function<void()>& action) {
 /// A script may take the process with it.
 void ScriptEditor::drive(void (Debugger::*action)()) {
     recovery_.keepIfChanged();
+    runBegan_ = session_.services().clock->monotonic();
     (debugger_.*action)();
 }
 
@@ -193,6 +194,10 @@ void ScriptEditor::exit() {
     // Deliberate: the host gets back the text that it gave.
     leave(false);
     window_.endModal();
+}
+
+void ScriptEditor::setTheme(const ThemeTable* theme, const std::string& face) {
+    guarded([&] { view_.useTheme(theme, face); });
 }
 
 void ScriptEditor::refreshTitle() {

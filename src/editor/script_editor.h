@@ -20,6 +20,7 @@
 #include "editor/document/recent_files.h"
 #include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
+#include "editor/editor_status.h"
 #include "editor/stops/breakpoints.h"
 #include "editor/stops/debugger.h"
 #include "host/run/script_session.h"
@@ -85,6 +86,15 @@ class ScriptEditor {
     bool closeBox();
     /// The controls are gone. Everything does nothing from here on.
     void closed();
+
+    // For what stands around the text.
+    EditorStatus status() const;
+    bool outputEmpty() const { return outputControl_.length() == 0; }
+    void clearOutput() { output_.clear(); }
+    int zoom() const { return static_cast<int>(editor_.send(sci::kGetZoom)); }
+    void setZoom(int zoom) { editor_.send(sci::kSetZoom, static_cast<std::uintptr_t>(zoom)); }
+    /// See ViewOptions::useTheme.
+    void setTheme(const ThemeTable* theme, const std::string& face);
 
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
@@ -181,8 +191,9 @@ class ScriptEditor {
     Assistant assistant_;
     RecoveryKeeper recovery_;
     RecentFiles recentFiles_;
-    bool followLines_ = true;   ///< off while the editor itself puts a text in
-    bool closeWanted_ = false;  ///< as soon as no script is driven any more
+    std::uint64_t runBegan_ = 0;  ///< by the clock, while a script is driven
+    bool followLines_ = true;     ///< off while the editor itself puts a text in
+    bool closeWanted_ = false;    ///< as soon as no script is driven any more
     bool left_ = false;
 };
 

@@ -22,6 +22,14 @@ inline constexpr int kUndo = 57643, kRedo = 57644, kCut = 57635, kCopy = 57634, 
 inline constexpr int kComplete = 33001, kZoomIn = 33002, kZoomOut = 33003, kZoomReset = 33004,
                      kRecoveryCopies = 33005, kFindNext = 33006, kFindPrevious = 33007,
                      kCommentLines = 33008;
+/// Of the window around the text.
+inline constexpr int kContinue = 33100, kPause = 33101, kStepOut = 33102, kRestart = 33103,
+                     kRunToCaret = 33104;
+inline constexpr int kClassicLayout = 33110, kResetLayout = 33111, kShowToolbar = 33112,
+                     kShowStatusBar = 33113, kShowOutline = 33114, kShowBottom = 33115,
+                     kShowSide = 33116, kNextPane = 33117, kPreviousPane = 33118;
+inline constexpr int kThemeSystem = 33120, kThemeLight = 33121, kThemeDark = 33122,
+                     kThemeClassic = 33123;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;
 
 }  // namespace korvant::command_id

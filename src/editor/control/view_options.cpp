@@ -1,5 +1,7 @@
 #include "editor/control/view_options.h"
 
+#include <utility>
+
 #include "editor/control/command_ids.h"
 
 namespace korvant {
@@ -26,6 +28,29 @@ void ViewOptions::setUp() {
 void ViewOptions::useScheme(ColourScheme scheme) {
     applyScheme(editor_, output_, scheme);
     colourMargins(editor_, output_, scheme);
+    putTheme();
+}
+
+/// The black scheme is a look of its own.
+void ViewOptions::putTheme() {
+    if (!theme_ || black_) return;
+    applyTheme(editor_, output_, *theme_, face_);
+    colourNames(editor_, names_);
+    themed_ = true;
+    if (lineNumbers_) showLineNumbers(true);
+}
+
+void ViewOptions::useTheme(const ThemeTable* theme, std::string face) {
+    theme_ = theme;
+    face_ = std::move(face);
+    if (std::exchange(themed_, false)) removeTheme(editor_, output_);
+    useScheme(black_ ? ColourScheme::black : ColourScheme::light);
+    if (lineNumbers_) showLineNumbers(true);
+}
+
+void ViewOptions::useNames(ColouredNames names) {
+    names_ = std::move(names);
+    if (themed_) colourNames(editor_, names_);
 }
 
 void ViewOptions::showLineNumbers(bool shown) {
@@ -54,6 +79,7 @@ void ViewOptions::toggleFolding() {
 
 void ViewOptions::toggleBackground() {
     black_ = !black_;
+    if (black_ && std::exchange(themed_, false)) removeTheme(editor_, output_);
     useScheme(black_ ? ColourScheme::black : ColourScheme::light);
     window_.setMenuChecked(command_id::kBlackBackground, black_);
 }

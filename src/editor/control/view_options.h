@@ -4,6 +4,7 @@
 #include "editor/control/control_setup.h"
 #include "editor/control/editor_window.h"
 #include "editor/control/text_control.h"
+#include "editor/control/theme_setup.h"
 
 namespace korvant {
 
@@ -18,9 +19,14 @@ class ViewOptions {
     void toggleBookmarks();
     void toggleFolding();
     void toggleBackground();
+    /// What stands over the light scheme; null: the classic look alone. `theme` must outlive it.
+    void useTheme(const ThemeTable* theme, std::string face);
+    void useNames(ColouredNames names);
+    bool black() const noexcept { return black_; }
 
   private:
     void useScheme(ColourScheme scheme);
+    void putTheme();
     void showLineNumbers(bool shown);
     void toggleMargin(bool& shown, int margin, int command);
 
@@ -31,6 +37,10 @@ class ViewOptions {
     bool bookmarks_ = false;
     bool folding_ = false;
     bool black_ = false;
+    const ThemeTable* theme_ = nullptr;
+    bool themed_ = false;  ///< a theme has been put over the classic look
+    std::string face_;
+    ColouredNames names_;
 };
 
 }  // namespace korvant

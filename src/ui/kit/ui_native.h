@@ -4,6 +4,9 @@
 
 #include <functional>
 
+class wxColour;
+class wxFrame;
+class wxString;
 class wxWindow;
 
 namespace korvant::ui::native {
@@ -33,6 +36,21 @@ void pumpWindow(wxWindow& window);
 
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
+
+/// What a reader of the screen is told of a window that the program paints.
+void setAccessibleName(wxWindow& window, const wxString& name);
+/// The same for what it is: a button, a list, a row of tabs.
+enum class AccessibleRole { button, toggle, list, tree, toolbar, tabs, status, panel };
+void setAccessibleRole(wxWindow& window, AccessibleRole role);
+/// The desktop's font of one width; empty when it names none.
+wxString monospacedFace();
+/// The desktop asks for dark windows.
+bool prefersDark();
+/// The colours of the window's own edge and menu bar, where the desktop lets programs choose.
+void setDarkFrame(wxWindow& window, bool dark);
+/// Colours of a window's menu bar, where the desktop lets programs choose; invalid ones are its
+/// own.
+void colourMenuBar(wxFrame& frame, const wxColour& back, const wxColour& text);
 
 /// Gives the keyboard to a dialog if nobody has it, or a window of this program that can do nothing
 /// with it while the dialog is answered. False: the dialog does not stand on the screen yet.

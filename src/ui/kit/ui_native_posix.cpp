@@ -5,6 +5,9 @@
 #include <poll.h>
 #include <unistd.h>
 #include <wx/evtloop.h>
+#include <wx/frame.h>
+#include <wx/menu.h>
+#include <wx/settings.h>
 #include <wx/window.h>
 #ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>
@@ -139,6 +142,31 @@ void activate(GdkWindow* native) {
                SubstructureRedirectMask | SubstructureNotifyMask, &request);
 }
 
+/// A text of the desktop's settings; empty where the desktop has none of that name.
+class Setting {
+  public:
+    Setting(const char* schema, const char* key) {
+        GSettingsSchemaSource* source = g_settings_schema_source_get_default();
+        GSettingsSchema* found =
+            source ? g_settings_schema_source_lookup(source, schema, TRUE) : nullptr;
+        if (!found) return;
+        if (g_settings_schema_has_key(found, key)) read(schema, key);
+        g_settings_schema_unref(found);
+    }
+    const std::string& text() const { return text_; }
+
+  private:
+    void read(const char* schema, const char* key) {
+        GSettings* settings = g_settings_new(schema);
+        gchar* value = g_settings_get_string(settings, key);
+        text_ = value ? value : "";
+        g_free(value);
+        g_object_unref(settings);
+    }
+
+    std::string text_;
+};
+
 GtkWidget* topLevelOf(GdkEvent* event) {
     GtkWidget* widget = gtk_get_event_widget(event);
     return widget ? gtk_widget_get_toplevel(widget) : nullptr;
@@ -227,6 +255,43 @@ void pumpWindow(wxWindow& window) {
 void keepScrollBarsVisible(wxWindow& window) {
     if (GTK_IS_SCROLLED_WINDOW(window.GetHandle()))
         gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
+}
+
+void setAccessibleName(wxWindow& window, const wxString& name) {
+    AtkObject* object = gtk_widget_get_accessible(window.GetHandle());
+    if (object) atk_object_set_name(object, name.utf8_str());
+}
+
+void setAccessibleRole(wxWindow& window, AccessibleRole role) {
+    constexpr AtkRole kRoles[] = {
+        ATK_ROLE_PUSH_BUTTON, ATK_ROLE_TOGGLE_BUTTON, ATK_ROLE_LIST_BOX,  ATK_ROLE_TREE,
+        ATK_ROLE_TOOL_BAR,    ATK_ROLE_PAGE_TAB_LIST, ATK_ROLE_STATUSBAR, ATK_ROLE_PANEL};
+    AtkObject* object = gtk_widget_get_accessible(window.GetHandle());
+    if (object) atk_object_set_role(object, kRoles[static_cast<int>(role)]);
+}
+
+wxString monospacedFace() {
+    const Setting font("org.gnome.desktop.interface", "monospace-font-name");
+    if (font.text().empty()) return {};
+    PangoFontDescription* description = pango_font_description_from_string(font.text().c_str());
+    const char* family = pango_font_description_get_family(description);
+    const wxString face = wxString::FromUTF8(family ? family : "");
+    pango_font_description_free(description);
+    return face;
+}
+
+bool prefersDark() {
+    if (Setting("org.gnome.desktop.interface", "color-scheme").text() == "prefer-dark") return true;
+    return wxSystemSettings::GetAppearance().IsDark();
+}
+
+void setDarkFrame(wxWindow&, bool) {}
+
+void colourMenuBar(wxFrame& frame, const wxColour& back, const wxColour& text) {
+    wxMenuBar* bar = frame.GetMenuBar();
+    if (!bar) return;
+    bar->SetBackgroundColour(back);
+    bar->SetForegroundColour(text);
 }
 
 bool claimKeyboard(wxWindow& window) {

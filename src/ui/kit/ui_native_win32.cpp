@@ -1,5 +1,6 @@
 #include "ui/kit/ui_native.h"
 
+#include <wx/frame.h>
 #include <wx/msw/private.h>
 #include <wx/msw/wrapwin.h>
 #include <wx/window.h>
@@ -109,6 +110,39 @@ void pumpWindow(wxWindow& window) {
 void keepScrollBarsVisible(wxWindow&) {}
 
 /// The window of a script's progress may have asked for the keyboard just before the dialog came.
+/// Buttons and lists of the toolkit have names of their own; for painted ones the toolkit was built
+/// without the interface that readers of the screen ask, so the window's text has to do.
+void setAccessibleName(wxWindow& window, const wxString& name) {
+    SetWindowTextW(window.GetHandle(), name.wc_str());
+}
+
+void setAccessibleRole(wxWindow&, AccessibleRole) {}
+
+wxString monospacedFace() {
+    return {};
+}
+
+/// Menu bars and scroll bars of this toolkit stay light here, so a dark desktop is not followed
+/// without being asked for.
+bool prefersDark() {
+    return false;
+}
+
+void setDarkFrame(wxWindow& window, bool dark) {
+    using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, const void*, DWORD);
+    constexpr DWORD kDarkTitle = 20;
+    const HMODULE library = LoadLibraryW(L"dwmapi.dll");
+    if (!library) return;
+    const auto set = reinterpret_cast<SetAttribute>(
+        reinterpret_cast<void*>(GetProcAddress(library, "DwmSetWindowAttribute")));
+    const BOOL value = dark;
+    if (set) set(window.GetHandle(), kDarkTitle, &value, sizeof value);
+    FreeLibrary(library);
+}
+
+/// The system draws it.
+void colourMenuBar(wxFrame&, const wxColour&, const wxColour&) {}
+
 bool claimKeyboard(wxWindow& window) {
     const HWND dialog = static_cast<HWND>(window.GetHandle());
     if (!IsWindowVisible(dialog)) return false;

@@ -1,0 +1,122 @@
+#include "editor/control/theme_setup.h"
+
+#include <string_view>
+
+#include "editor/control/control_setup.h"
+#include "editor/control/keyword_list.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr int kCodeSize = 10, kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
+constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
+constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
+/// The last of the language's words in the classic list.
+constexpr std::string_view kLastLanguageWord = " xor ";
+
+struct StyleColour {
+    int style;
+    Rgb CodeColours::*colour;
+};
+/// Styles of the C-like lexer.
+constexpr StyleColour kStyles[] = {
+    {0, &CodeColours::plain},   {1, &CodeColours::comment},       {2, &CodeColours::comment},
+    {3, &CodeColours::comment}, {4, &CodeColours::number},        {5, &CodeColours::keyword},
+    {6, &CodeColours::text},    {7, &CodeColours::text},          {8, &CodeColours::plain},
+    {9, &CodeColours::library}, {10, &CodeColours::operatorSign}, {11, &CodeColours::plain},
+    {12, &CodeColours::text},   {15, &CodeColours::comment},      {16, &CodeColours::library},
+    {19, &CodeColours::type},
+};
+
+std::intptr_t sciColour(Rgb colour) {
+    return sci::rgb(colour.red, colour.green, colour.blue);
+}
+
+void setStyle(const TextControl& control, int style, const std::string& face, Rgb fore, Rgb back) {
+    const auto number = static_cast<std::uintptr_t>(style);
+    control.send(sci::kStyleSetFont, number, face.c_str());
+    control.send(sci::kStyleSetSize, number, kCodeSize);
+    control.send(sci::kStyleSetFore, number, sciColour(fore));
+    control.send(sci::kStyleSetBack, number, sciColour(back));
+}
+
+void setSpacing(const TextControl& control, int ascent, int descent, int indent, int guides) {
+    control.send(sci::kSetExtraAscent, static_cast<std::uintptr_t>(ascent));
+    control.send(sci::kSetExtraDescent, static_cast<std::uintptr_t>(descent));
+    control.send(sci::kSetMarginLeft, 0, indent);
+    control.send(sci::kSetIndentationGuides, static_cast<std::uintptr_t>(guides));
+}
+
+void colourSelection(const TextControl& control, const ThemeTable& theme) {
+    control.send(sci::kSetSelFore, 0, 0);
+    control.send(sci::kSetSelBack, 1, sciColour(theme.code.selection));
+    control.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sciColour(theme.text)));
+}
+
+void colourEditor(const TextControl& editor, const ThemeTable& theme, const std::string& face) {
+    const CodeColours& code = theme.code;
+    setStyle(editor, sci::kStyleDefault, face, code.plain, theme.editor);
+    for (int style = kStyleLast - 1; style > sci::kStyleDefault; --style)
+        setStyle(editor, style, face, code.plain, theme.editor);
+    for (const StyleColour& row : kStyles)
+        setStyle(editor, row.style, face, code.*row.colour, theme.editor);
+    setStyle(editor, sci::kStyleLineNumber, face, code.lineNumber, theme.editor);
+    setStyle(editor, sci::kStyleBraceLight, face, code.braceFore, code.braceBack);
+    setStyle(editor, kStyleIndentGuide, face, code.guide, theme.editor);
+    editor.send(sci::kSetFoldMarginColour, 1, sciColour(theme.editor));
+    editor.send(sci::kSetFoldMarginHiColour, 1, sciColour(theme.editor));
+    editor.send(sci::kSetCaretLineBack, static_cast<std::uintptr_t>(sciColour(theme.caretLine)));
+    editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sciColour(theme.popUp)));
+    editor.send(sci::kCallTipSetFore, static_cast<std::uintptr_t>(sciColour(theme.text)));
+    editor.send(sci::kCallTipSetForeHlt, static_cast<std::uintptr_t>(sciColour(theme.accent)));
+    for (int marker = sci::kMarkNumFolderEnd; marker <= sci::kMarkNumFolderOpen; ++marker) {
+        editor.send(sci::kMarkerSetFore, static_cast<std::uintptr_t>(marker),
+                    sciColour(theme.editor));
+        editor.send(sci::kMarkerSetBack, static_cast<std::uintptr_t>(marker),
+                    sciColour(theme.secondText));
+    }
+}
+
+std::size_t endOfLanguageWords() {
+    const std::string_view all = kKeywordList;
+    return all.find(kLastLanguageWord) + kLastLanguageWord.size() - 1;
+}
+
+}  // namespace
+
+std::string languageWordList() {
+    return std::string(kKeywordList, endOfLanguageWords());
+}
+
+std::string libraryWordList() {
+    return std::string(kKeywordList + endOfLanguageWords() + 1);
+}
+
+void applyTheme(const TextControl& editor, const TextControl& output, const ThemeTable& theme,
+                const std::string& face) {
+    colourEditor(editor, theme, face);
+    colourSelection(editor, theme);
+    setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
+    setStyle(output, sci::kStyleDefault, face, theme.text, theme.editor);
+    output.send(sci::kStyleClearAll);
+    colourSelection(output, theme);
+}
+
+void removeTheme(const TextControl& editor, const TextControl& output) {
+    setSpacing(editor, 0, 0, 1, kGuidesClassic);
+    editor.send(sci::kStyleClearAll);
+    editor.send(sci::kSetKeywords, 0, kKeywordList);
+    for (const std::uintptr_t set : {1, 3}) editor.send(sci::kSetKeywords, set, "");
+    editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sci::rgb(255, 255, 255)));
+    setUpConveniences(editor);
+    output.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sci::rgb(0, 0, 0)));
+}
+
+void colourNames(const TextControl& editor, const ColouredNames& names) {
+    editor.send(sci::kSetKeywords, 0, languageWordList().c_str());
+    editor.send(sci::kSetKeywords, 1, (libraryWordList() + " " + names.functions).c_str());
+    editor.send(sci::kSetKeywords, 3, names.types.c_str());
+}
+
+}  // namespace korvant

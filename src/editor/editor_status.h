@@ -1,0 +1,25 @@
+// What the editor's window tells of the editor: read afresh whenever something may have changed.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace korvant {
+
+struct EditorStatus {
+    enum class Run { idle, running, stopped, exception };
+
+    Run run = Run::idle;
+    std::int32_t line = 1, column = 1;  ///< of the caret; the column in characters
+    std::int32_t stoppedLine = 0;
+    std::string path;  ///< of the document; empty for the host's text
+    std::string encoding;
+    bool modified = false;
+    bool canUndo = false, canRedo = false;
+    int zoom = 100;                       ///< in percent of the usual size
+    std::uint32_t runMilliseconds = 0;    ///< since the run began
+    std::uint32_t limitMilliseconds = 0;  ///< 0: none
+    bool operator==(const EditorStatus&) const = default;
+};
+
+}  // namespace korvant

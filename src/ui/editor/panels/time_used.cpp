@@ -1,0 +1,60 @@
+#include "ui/editor/panels/time_used.h"
+
+#include <algorithm>
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kIcon = 16, kGap = 8, kBarWidth = 120, kBarHeight = 4, kBarGap = 12;
+constexpr std::uint32_t kShort = 10;  // percent of the time that is left
+
+}  // namespace
+
+wxString clockText(std::uint32_t milliseconds) {
+    const std::uint32_t seconds = milliseconds / 1000;
+    return wxString::Format("%u:%02u", seconds / 60, seconds % 60);
+}
+
+TimeUsed::TimeUsed(wxWindow* parent, const Look& look) : PaintedWindow(parent, look, false) {}
+
+void TimeUsed::setTime(std::uint32_t used, std::uint32_t limit) {
+    if (used / 1000 == used_ / 1000 && limit == limit_) return;
+    used_ = used;
+    limit_ = limit;
+    setAccessibleName(limit ? clockText(used) + " of " + clockText(limit) + " allowed"
+                            : clockText(used));
+    Refresh();
+}
+
+int TimeUsed::wantedWidth() const {
+    int width = dip(kIcon + kGap) + textWidth(*this, "00:00", look().strong);
+    if (limit_ != 0)
+        width += textWidth(*this, " of " + clockText(limit_) + " allowed", look().plain) +
+                 dip(kBarGap + kBarWidth);
+    return width;
+}
+
+void TimeUsed::paint(wxGraphicsContext& context) {
+    const wxSize size = GetClientSize();
+    fill(context, wxRect(size), look()->chrome);
+    paintIcon(context, Icon::clock, 0, (size.y - dip(kIcon)) / 2, dip(kIcon),
+              colourOf(look()->secondText));
+    int x = dip(kIcon + kGap);
+    const wxString used = clockText(used_);
+    text(context, used, look().strong, look()->text, x, 0, size.y);
+    if (limit_ == 0) return;
+    x += textWidth(*this, used, look().strong);
+    const wxString allowed = " of " + clockText(limit_) + " allowed";
+    text(context, allowed, look().plain, look()->secondText, x, 0, size.y);
+    x += textWidth(*this, allowed, look().plain) + dip(kBarGap);
+    const wxRect bar(x, (size.y - dip(kBarHeight)) / 2, dip(kBarWidth), dip(kBarHeight));
+    rounded(context, bar, bar.height / 2.0, look()->track);
+    const double share = std::min(1.0, static_cast<double>(used_) / limit_);
+    wxRect part = bar;
+    part.width = static_cast<int>(bar.width * share);
+    const bool isShort = share * 100 > 100 - kShort;
+    if (part.width > 0)
+        rounded(context, part, bar.height / 2.0, isShort ? look()->error : look()->accent);
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,310 @@
+#include "ui/editor/panels/workbench.h"
+
+#include <wx/frame.h>
+#include <wx/menu.h>
+#include <wx/stc/stc.h>
+
+#include <algorithm>
+
+#include "ui/editor/panels/bottom_panes.h"
+#include "ui/editor/panels/code_marks.h"
+#include "ui/kit/edge_grip.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
+
+namespace korvant::ui {
+
+Workbench::Workbench(wxFrame& frame, ScriptEditor& editor, EditorControls controls,
+                     std::function<void(int)> command)
+    : frame_(frame),
+      editor_(editor),
+      controls_(controls),
+      command_(std::move(command)),
+      settings_(loadEditorSettings()) {
+    keepClassic_ = settings_.classic;
+    if (editorLayout() != EditorLayoutWish::users)
+        settings_.classic = editorLayout() == EditorLayoutWish::classic;
+    useSystemFonts(look_);
+}
+
+Workbench::~Workbench() = default;
+
+void Workbench::begin() {
+    if (!settings_.classic) makeParts();
+    applyLook();
+    if (settings_.zoom != 0 && !settings_.classic) editor_.setZoom(settings_.zoom);
+    showChecks();
+    layOut();
+    refresh();
+}
+
+/// In the classic layout there are none, so that a host that wants it gets no more than it had.
+void Workbench::makeParts() {
+    if (std::exchange(parted_, true)) return;
+    toolbar_ = new MainToolbar(&frame_, look_, [this](int id) {
+        command_(id);
+        refresh();
+    });
+    statusLine_ = new StatusLine(&frame_, look_);
+    bottom_ = std::make_unique<BottomPanes>(
+        frame_, look_, controls_.output,
+        [this](BottomPanes::Pane pane) {
+            if (pane == BottomPanes::Pane::output) editor_.clearOutput();
+        },
+        [this] { layOut(); });
+    bottom_->onOutputClosed = [this] { toggle(&EditorSettings::bottom); };
+    makeEdgeGrip(*bottom_->outputHeading(), wxUP, [this](int moved) {
+        const int height = settings_.bottomHeight > 0 ? settings_.bottomHeight : kOutputTextHeight;
+        settings_.bottomHeight = std::max(height - frame_.ToDIP(moved), 1);
+        layOut();
+    });
+    if (controls_.output) controls_.output->SetMarginLeft(frame_.FromDIP(12));
+}
+
+/// The classic layout has the classic colours; in the others the theme is put over them.
+void Workbench::applyLook() {
+    const bool plain = settings_.classic || settings_.theme == ThemeChoice::classic;
+    look_.table = &tableOf(settings_.theme);
+    const std::string face = settings_.fontFace.empty() ? toUtf8(codeFace()) : settings_.fontFace;
+    look_.code.SetFaceName(fromUtf8(face));
+    look_.codeStrong = look_.code.Bold();
+    editor_.setTheme(plain ? nullptr : look_.table, face);
+    if (controls_.text) {
+        showFoldMarks(*controls_.text, plain ? nullptr : &look_);
+        native::setDarkFrame(frame_, !plain && look_->dark);
+    }
+    frame_.SetBackgroundColour(settings_.classic ? wxNullColour : colourOf(look_->border));
+    native::colourMenuBar(frame_, settings_.classic ? wxNullColour : colourOf(look_->chrome),
+                          settings_.classic ? wxNullColour : colourOf(look_->text));
+    frame_.Refresh();
+}
+
+void Workbench::systemColoursChanged() {
+    useSystemFonts(look_);
+    applyLook();
+}
+
+WorkbenchState Workbench::state() const {
+    WorkbenchState state;
+    state.toolbar = settings_.toolbar;
+    state.statusBar = settings_.statusBar;
+    state.bottom = settings_.bottom;
+    state.right = bottom_ && bottom_->hasRight();
+    state.stopped =
+        shown_.run == EditorStatus::Run::stopped || shown_.run == EditorStatus::Run::exception;
+    state.outlineWidth = settings_.outlineWidth;
+    state.sideWidth = settings_.sideWidth;
+    state.bottomHeight = settings_.bottomHeight;
+    return state;
+}
+
+wxRect Workbench::pixels(const Rectangle& place) const {
+    const wxPoint begin = frame_.FromDIP(wxPoint(place.x, place.y));
+    const wxPoint end = frame_.FromDIP(wxPoint(place.x + place.width, place.y + place.height));
+    return {begin.x, begin.y, end.x - begin.x, end.y - begin.y};
+}
+
+void Workbench::place(wxWindow* window, const Rectangle& place) const {
+    if (!window) return;
+    window->Show(place.width > 0 && place.height > 0);
+    if (window->IsShown()) window->SetSize(pixels(place));
+}
+
+/// The layout is given for 96 dots per inch; what the scaling rounds goes to the editor's height
+/// and to both widths.
+void Workbench::layOutClassic() {
+    const wxSize client = frame_.GetClientSize();
+    const int output = std::min(frame_.FromDIP(kOutputTextHeight), client.y);
+    if (controls_.text) controls_.text->SetSize(0, 0, client.x, client.y - output);
+    if (controls_.output) {
+        controls_.output->Show();
+        controls_.output->SetSize(0, client.y - output, client.x, output);
+    }
+    if (controls_.rule) controls_.rule->SetSize(0, 0, client.x, frame_.FromDIP(1));
+}
+
+void Workbench::layOut() {
+    if (controls_.rule) controls_.rule->Show(settings_.classic);
+    if (settings_.classic) {
+        if (!parted_) return layOutClassic();
+        for (wxWindow* part :
+             {static_cast<wxWindow*>(toolbar_), static_cast<wxWindow*>(statusLine_)})
+            part->Hide();
+        bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
+        return layOutClassic();
+    }
+    const wxSize size = frame_.ToDIP(frame_.GetClientSize());
+    layout_ = layOutWorkbench(state(), size.x, size.y);
+    place(toolbar_, layout_.toolbar);
+    place(statusLine_, layout_.statusBar);
+    place(controls_.text, layout_.editor);
+    bottom_->layOut(layout_, settings_.bottom,
+                    [this](const Rectangle& rectangle) { return pixels(rectangle); });
+    refreshToolbar(shown_);
+}
+
+void Workbench::refresh() {
+    if (settings_.classic) return;
+    const EditorStatus status = editor_.status();
+    const bool relaid = status.run != shown_.run;
+    if (status == shown_ && !relaid) return;
+    shown_ = status;
+    if (relaid) layOut();
+    refreshToolbar(status);
+    refreshStatus(status);
+    bottom_->setOutputRemark(editor_.outputEmpty());
+}
+
+void Workbench::refreshToolbar(const EditorStatus& status) {
+    ToolbarState state;
+    state.run = status.run;
+    state.canSave = status.modified;
+    state.canUndo = status.canUndo;
+    state.canRedo = status.canRedo;
+    state.words = layout_.stepWords;
+    state.outline = settings_.outline;
+    state.bottom = settings_.bottom;
+    state.runMilliseconds = status.runMilliseconds;
+    state.limitMilliseconds = status.limitMilliseconds;
+    toolbar_->setState(state);
+}
+
+StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
+    using Run = EditorStatus::Run;
+    StatusLine::Content content;
+    content.text = "Ready";
+    if (status.run == Run::running) {
+        content.icon = Icon::run;
+        content.text = "Running";
+    } else if (status.run == Run::stopped) {
+        content.icon = Icon::pause;
+        content.iconColour = &ThemeTable::stopMark;
+        content.back = &ThemeTable::stopBand;
+        content.text = wxString::Format("Stopped at line %d", status.stoppedLine);
+    }
+    content.right = {wxString::Format("Line %d, column %d", status.line, status.column),
+                     fromUtf8(status.encoding), wxString::Format("%d %%", status.zoom)};
+    return content;
+}
+
+void Workbench::refreshStatus(const EditorStatus& status) {
+    statusLine_->setContent(statusContent(status));
+}
+
+void Workbench::showChecks() {
+    if (!showChecked) return;
+    showChecked(command_id::kClassicLayout, settings_.classic);
+    showChecked(command_id::kShowToolbar, settings_.toolbar);
+    showChecked(command_id::kShowStatusBar, settings_.statusBar);
+    showChecked(command_id::kShowOutline, settings_.outline);
+    showChecked(command_id::kShowBottom, settings_.bottom);
+    const int themes[] = {command_id::kThemeSystem, command_id::kThemeLight, command_id::kThemeDark,
+                          command_id::kThemeClassic};
+    for (int i = 0; i < 4; ++i)
+        showChecked(themes[i], settings_.theme == static_cast<ThemeChoice>(i));
+}
+
+void Workbench::toggleClassic() {
+    settings_.classic = keepClassic_ = !settings_.classic;
+    if (!settings_.classic) makeParts();
+    applyLook();
+    shown_ = {};
+    layOut();
+    refresh();
+    showChecks();
+    keepSettings();
+}
+
+void Workbench::chooseTheme(ThemeChoice choice) {
+    settings_.theme = choice;
+    applyLook();
+    showChecks();
+    keepSettings();
+}
+
+void Workbench::toggle(bool EditorSettings::*part) {
+    settings_.*part = !(settings_.*part);
+    showChecks();
+    layOut();
+    keepSettings();
+}
+
+void Workbench::resetLayout() {
+    settings_.outlineWidth = settings_.sideWidth = settings_.bottomHeight = 0;
+    settings_.foldedSections = 0;
+    settings_.toolbar = settings_.statusBar = settings_.bottom = true;
+    showChecks();
+    layOut();
+    keepSettings();
+}
+
+bool Workbench::command(int id) {
+    switch (id) {
+        case command_id::kClassicLayout:
+            return toggleClassic(), true;
+        case command_id::kResetLayout:
+            return resetLayout(), true;
+        case command_id::kShowToolbar:
+            return toggle(&EditorSettings::toolbar), true;
+        case command_id::kShowStatusBar:
+            return toggle(&EditorSettings::statusBar), true;
+        case command_id::kShowOutline:
+            return toggle(&EditorSettings::outline), true;
+        case command_id::kShowBottom:
+            return toggle(&EditorSettings::bottom), true;
+        case command_id::kThemeSystem:
+        case command_id::kThemeLight:
+        case command_id::kThemeDark:
+        case command_id::kThemeClassic:
+            return chooseTheme(static_cast<ThemeChoice>(id - command_id::kThemeSystem)), true;
+        case command_id::kNextPane:
+        case command_id::kPreviousPane:
+            return moveFocus(id == command_id::kNextPane ? 1 : -1), true;
+        default:
+            return false;
+    }
+}
+
+std::vector<wxWindow*> Workbench::focusOrder() const {
+    std::vector<wxWindow*> order;
+    if (!settings_.classic && toolbar_->IsShown()) order.push_back(toolbar_->tabStop());
+    order.push_back(controls_.text);
+    if (settings_.classic)
+        order.push_back(controls_.output);
+    else
+        for (wxWindow* pane : bottom_->focusOrder()) order.push_back(pane);
+    std::erase(order, nullptr);
+    return order;
+}
+
+/// From what has the keyboard now, or from what it stands in.
+bool Workbench::moveFocus(int step) {
+    const std::vector<wxWindow*> order = focusOrder();
+    if (order.empty()) return false;
+    const auto count = static_cast<int>(order.size());
+    int at = -1;
+    for (const wxWindow* window = wxWindow::FindFocus(); window && at < 0;
+         window = window->GetParent())
+        for (int i = 0; i < count; ++i)
+            if (order[static_cast<std::size_t>(i)] == window) at = i;
+    const int next = at < 0 ? 0 : (at + step + count) % count;
+    order[static_cast<std::size_t>(next)]->SetFocus();
+    return true;
+}
+
+void Workbench::keepSettings() {
+    EditorSettings kept = settings_;
+    kept.classic = keepClassic_;
+    if (!settings_.classic) kept.zoom = editor_.status().zoom == 100 ? 0 : editor_.zoom();
+    kept.maximised = frame_.IsMaximized();
+    if (!kept.maximised && !settings_.classic) {
+        const wxRect place = frame_.GetRect();
+        kept.left = place.x;
+        kept.top = place.y;
+        kept.width = place.width;
+        kept.height = place.height;
+    }
+    saveEditorSettings(kept);
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,94 @@
+// The parts around the text in the editor's window: toolbar, panes, status bar. Which of them stand
+// where, and what they show of the editor's state.
+#pragma once
+
+#include <wx/timer.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "editor/control/workbench_layout.h"
+#include "editor/script_editor.h"
+#include "ui/editor/editor_settings.h"
+#include "ui/editor/panels/main_toolbar.h"
+#include "ui/editor/panels/status_line.h"
+#include "ui/kit/pane_heading.h"
+#include "ui/kit/row_list.h"
+
+class wxFrame;
+class wxStyledTextCtrl;
+
+namespace korvant::ui {
+
+class BottomPanes;
+
+/// The two controls of an editor. Either may be missing.
+struct EditorControls {
+    wxStyledTextCtrl* text = nullptr;
+    wxStyledTextCtrl* output = nullptr;
+    wxWindow* rule = nullptr;  ///< the line between them in the classic layout
+};
+
+class Workbench {
+  public:
+    /// The parts are children of `frame`, which outlives this. `command` carries out a command of
+    /// the editor.
+    Workbench(wxFrame& frame, ScriptEditor& editor, EditorControls controls,
+              std::function<void(int)> command);
+    ~Workbench();
+    Workbench(const Workbench&) = delete;
+    Workbench& operator=(const Workbench&) = delete;
+
+    /// The window has its controls and its first text.
+    void begin();
+    void layOut();
+    /// Shows the state that the editor is in now.
+    void refresh();
+    /// The desktop's colours have changed.
+    void systemColoursChanged();
+    /// A command that is the window's own; false for any other.
+    bool command(int id);
+    /// The menu items of the window's commands, told through this.
+    std::function<void(int id, bool checked)> showChecked;
+
+    bool classic() const { return settings_.classic; }
+    const Look& look() const { return look_; }
+    const EditorSettings& settings() const { return settings_; }
+    /// What Tab and Ctrl+F6 go through, in order; only what can be seen.
+    std::vector<wxWindow*> focusOrder() const;
+    bool moveFocus(int step);
+    void keepSettings();
+
+  private:
+    void makeParts();
+    void applyLook();
+    void toggleClassic();
+    void chooseTheme(ThemeChoice choice);
+    void resetLayout();
+    void toggle(bool EditorSettings::*part);
+    void showChecks();
+    WorkbenchState state() const;
+    void layOutClassic();
+    void place(wxWindow* window, const Rectangle& place) const;
+    wxRect pixels(const Rectangle& place) const;
+    void refreshToolbar(const EditorStatus& status);
+    void refreshStatus(const EditorStatus& status);
+    StatusLine::Content statusContent(const EditorStatus& status) const;
+
+    wxFrame& frame_;
+    ScriptEditor& editor_;
+    EditorControls controls_;
+    std::function<void(int)> command_;
+    EditorSettings settings_;
+    bool keepClassic_ = false;  ///< the host's wish is not remembered as the user's
+    Look look_;
+    WorkbenchLayout layout_;
+    MainToolbar* toolbar_ = nullptr;
+    StatusLine* statusLine_ = nullptr;
+    std::unique_ptr<BottomPanes> bottom_;
+    EditorStatus shown_;
+    bool parted_ = false;  ///< the parts have been made
+};
+
+}  // namespace korvant::ui
