@@ -103,6 +103,16 @@ KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index,
    Only a module with windows has this function. */
 KORVANTIDE_API const char* KORVANTIDE_CALL GetEditedFile(void);
 
+/* How the script editor's window is laid out. */
+enum KorvantEditorLayout {
+    KORVANT_EDITOR_AS_CHOSEN = 0, /* by the user under View; everything in view at first */
+    KORVANT_EDITOR_CLASSIC = 1,   /* menu, text and output pane alone, in the classic colours */
+    KORVANT_EDITOR_FULL = 2       /* toolbar, panes and status bar */
+};
+/* For the next opening of the editor. The user can still change it there. 1, or 0 when `layout` is
+   none of these. Only a module with windows has this function. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL SetEditorLayout(int32_t layout);
+
 /* Ends the run that is under way as soon as it can be ended. Safe from any thread and from a signal
    handler. */
 KORVANTIDE_API void KORVANTIDE_CALL RequestScriptStop(void);

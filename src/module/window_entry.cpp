@@ -7,6 +7,7 @@
 #include "module/guarded.h"
 #include "module/window_services.h"
 #include "ui/editor/editor_run.h"
+#include "ui/editor/editor_settings.h"
 
 asIScriptContext* KORVANTIDE_CALL ConfigureScriptEngine(asIScriptEngine* engine) {
     return korvant::configureEngine(engine, korvant::windowServices);
@@ -33,5 +34,15 @@ const char* KORVANTIDE_CALL GetEditedFile(void) {
     return korvant::guarded<const char*>(nullptr, []() -> const char* {
         const auto& file = korvant::ui::lastEditedFile();
         return file ? file->c_str() : nullptr;
+    });
+}
+
+int32_t KORVANTIDE_CALL SetEditorLayout(int32_t layout) {
+    return korvant::guarded(0, [&] {
+        using Wish = korvant::ui::EditorLayoutWish;
+        constexpr Wish kWishes[] = {Wish::users, Wish::classic, Wish::full};
+        if (layout < KORVANT_EDITOR_AS_CHOSEN || layout > KORVANT_EDITOR_FULL) return 0;
+        korvant::ui::setEditorLayout(kWishes[layout]);
+        return 1;
     });
 }

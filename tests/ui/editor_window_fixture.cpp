@@ -7,6 +7,7 @@
 #include "ui/boxes/message_box_dialog.h"
 #include "ui/editor/editor_file_dialog.h"
 #include "ui/editor/editor_run.h"
+#include "ui/editor/editor_settings.h"
 #include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
@@ -36,6 +37,7 @@ wxMenuItem* findItem(wxMenuBar& bar, const wxString& label) {
 }  // namespace
 
 EditorWindowTest::EditorWindowTest() : windows_(frontend) {
+    ui::setEditorLayout(ui::EditorLayoutWish::classic);
     driver.onTimeout = [this] {
         if (frame()) frame()->Close();
     };

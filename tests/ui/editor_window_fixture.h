@@ -65,6 +65,7 @@ class EditorWindowTest : public ScriptFixture {
     TemporaryFolder folder;
 
   private:
+    Variable settings_{"XDG_CONFIG_HOME", (folder.path() / "settings").string()};
     Variable data_{userDataVariable(), (folder.path() / "data").string()};
     ui::WxFrontend windows_;
 };

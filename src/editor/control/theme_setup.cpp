@@ -49,7 +49,7 @@ void setSpacing(const TextControl& control, int ascent, int descent, int indent,
 }
 
 void colourSelection(const TextControl& control, const ThemeTable& theme) {
-    control.send(sci::kSetSelFore, 0, 0);
+    control.send(sci::kSetSelFore, 0);
     control.send(sci::kSetSelBack, 1, sciColour(theme.code.selection));
     control.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sciColour(theme.text)));
 }
@@ -100,6 +100,7 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
     setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
     setStyle(output, sci::kStyleDefault, face, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
+    output.send(sci::kSetMarginWidthN, kBookmarkMargin, 0);
     colourSelection(output, theme);
 }
 
@@ -110,6 +111,7 @@ void removeTheme(const TextControl& editor, const TextControl& output) {
     for (const std::uintptr_t set : {1, 3}) editor.send(sci::kSetKeywords, set, "");
     editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sci::rgb(255, 255, 255)));
     setUpConveniences(editor);
+    output.send(sci::kSetMarginWidthN, kBookmarkMargin, kMarkMarginWidth);
     output.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sci::rgb(0, 0, 0)));
 }
 

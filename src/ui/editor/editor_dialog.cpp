@@ -14,6 +14,7 @@
 #include "ui/editor/editor_control.h"
 #include "ui/editor/editor_keys.h"
 #include "ui/editor/editor_native.h"
+#include "ui/editor/panels/workbench.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/theme.h"
 #include "ui/kit/ui_runtime.h"
@@ -22,19 +23,16 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kFirstWidth = 900, kFirstHeight = 720;
+constexpr int kFirstWidth = 1280, kFirstHeight = 884;
+constexpr int kClassicWidth = 900, kClassicHeight = 720;
 constexpr int kTickMilliseconds = 1000;
 constexpr char kSystemMenuAbout[] = "&About Script Editor...";
 
-wxSize firstSize(const wxFrame& frame) {
-    const wxSize wanted = frame.FromDIP(wxSize(kFirstWidth, kFirstHeight));
+wxSize firstSize(const wxFrame& frame, bool classic) {
+    const wxSize wanted = frame.FromDIP(classic ? wxSize(kClassicWidth, kClassicHeight)
+                                                : wxSize(kFirstWidth, kFirstHeight));
     const wxRect area = workArea(nullptr);
     return {std::min(wanted.x, area.width), std::min(wanted.y, area.height)};
-}
-
-wxRect toPixels(const wxWindow& window, const Rectangle& place) {
-    return {window.FromDIP(wxPoint(place.x, place.y)),
-            window.FromDIP(wxSize(place.width, place.height))};
 }
 
 /// What tells two white controls apart.
@@ -50,13 +48,14 @@ wxWindow* makeRule(wxWindow& parent) {
 CEditorDlg::CEditorDlg(std::span<const FunctionFamily> families)
     : wxFrame(nullptr, wxID_ANY, "Script Editor"),
       menus_(
-          *this, [this](int command) { editor_.command(command); },
+          *this, [this](int command) { onCommand(command); },
           [this](const EditorCommand& command) { return editor_.enabled(command); }),
       editor_({moduleSession(), *this, systemFiles(), userDataFolder(), programFolder(), families}),
       timer_(this) {}
 
 CEditorDlg::~CEditorDlg() {
     timer_.Stop();
+    workbench_.reset();
     editor_.closed();
     DestroyChildren();
 }
@@ -70,6 +69,14 @@ void CEditorDlg::connect() {
         event.Skip();
     });
     Bind(wxEVT_TIMER, [this](wxTimerEvent&) { editor_.tick(); });
+    Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+        if (workbench_ && !ended_) workbench_->refresh();
+        event.Skip();
+    });
+    Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+        if (workbench_ && !ended_) workbench_->systemColoursChanged();
+        event.Skip();
+    });
 }
 
 void CEditorDlg::initialise() {
@@ -77,10 +84,30 @@ void CEditorDlg::initialise() {
     native::addSystemMenuItem(*this, kSystemMenuAbout,
                               [this] { editor_.command(command_id::kSystemAbout); });
     connect();
-    SetSize(firstSize(*this));
-    CentreOnScreen();
     editor_.initialise();
-    layOutControls();
+    workbench_ = std::make_unique<Workbench>(
+        *this, editor_, EditorControls{editorControl_, outputControl_, rule_},
+        [this](int command) { onCommand(command); });
+    workbench_->showChecked = [this](int command, bool checked) {
+        menus_.check(command, checked);
+    };
+    placeFrame();
+    workbench_->begin();
+}
+
+/// Where the user left it, if it can be seen there.
+void CEditorDlg::placeFrame() {
+    const EditorSettings& settings = workbench_->settings();
+    SetMinSize(FromDIP(wxSize(kSmallestWidth, kSmallestHeight)));
+    const wxRect kept(settings.left, settings.top, settings.width, settings.height);
+    const wxRect area = workArea(nullptr);
+    if (!workbench_->classic() && kept.width > 0 && area.Intersects(kept)) {
+        SetSize(kept.Intersect(area));
+        if (settings.maximised) Maximize();
+        return;
+    }
+    SetSize(firstSize(*this, workbench_->classic()));
+    CentreOnScreen();
 }
 
 void CEditorDlg::runModal() {
@@ -100,6 +127,7 @@ void CEditorDlg::runModal() {
         loop_ = nullptr;
     }
     timer_.Stop();
+    workbench_->keepSettings();
     Hide();
 }
 
@@ -118,18 +146,17 @@ ControlSend CEditorDlg::createControl(ControlKind kind) {
     return sendTo(*control);
 }
 
-/// The layout is given for 96 dots per inch; what the scaling rounds goes to the editor's height
-/// and to both widths.
 void CEditorDlg::layOutControls() {
-    const wxSize client = GetClientSize();
-    const wxSize scaled = ToDIP(client);
-    const EditorLayout layout = layOut(scaled.x, scaled.y);
-    wxRect editor = toPixels(*this, layout.editor), output = toPixels(*this, layout.output);
-    editor.width = output.width = client.x;
-    output.y = editor.height = std::max(client.y - output.height, 0);
-    if (editorControl_) editorControl_->SetSize(editor);
-    if (outputControl_) outputControl_->SetSize(output);
-    if (rule_) rule_->SetSize(0, 0, client.x, FromDIP(1));
+    if (workbench_) workbench_->layOut();
+}
+
+/// What is the window's own can be done while a script runs, too.
+void CEditorDlg::onCommand(int command) {
+    const EditorCommand* record = findCommand(command);
+    if (record && !record->handler)
+        windowCommand(command);
+    else
+        editor_.command(command);
 }
 
 /// The one place for keys, of this window and of those that belong to it. A key that means a

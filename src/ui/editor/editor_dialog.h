@@ -17,6 +17,8 @@ class wxStyledTextCtrl;
 
 namespace korvant::ui {
 
+class Workbench;
+
 /// Layout and forwarding; what the editor does is ScriptEditor's. A frame, because a dialog has no
 /// menu bar, which is modal all the same: runModal() returns when it has been closed.
 class CEditorDlg final : public wxFrame, public EditorWindow {
@@ -67,6 +69,8 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void onClose(wxCloseEvent& event);
     void onContextMenu(wxContextMenuEvent& event);
     void onDisplayLost();
+    void onCommand(int command);
+    void placeFrame();
 
     EditorMenus menus_;
     ScriptEditor editor_;
@@ -74,6 +78,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     wxStyledTextCtrl* editorControl_ = nullptr;
     wxStyledTextCtrl* outputControl_ = nullptr;
     wxWindow* rule_ = nullptr;         ///< the line on top of the output control
+    std::unique_ptr<Workbench> workbench_;  ///< what stands around the two
     wxEventLoopBase* loop_ = nullptr;  ///< the window's own, while it runs
     bool closeAsked_ = false;
     bool ended_ = false;

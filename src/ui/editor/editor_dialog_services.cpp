@@ -11,6 +11,7 @@
 #include "ui/editor/editor_native.h"
 #include "ui/editor/editor_search_dialogs.h"
 #include "ui/editor/editor_small_dialogs.h"
+#include "ui/editor/panels/workbench.h"
 #include "ui/kit/text_conversion.h"
 
 namespace korvant::ui {
@@ -72,8 +73,9 @@ bool CEditorDlg::openDocument(const std::string& path) {
     return openWithDesktop(path);
 }
 
-/// No record is the window's own so far.
-void CEditorDlg::windowCommand(int) {}
+void CEditorDlg::windowCommand(int command) {
+    if (workbench_) workbench_->command(command);
+}
 
 void CEditorDlg::beep() {
     wxBell();
@@ -88,6 +90,7 @@ void CEditorDlg::focusEditor() {
 }
 
 bool CEditorDlg::pumpEvents() {
+    if (workbench_) workbench_->refresh();
     return native::pumpWhileBusy(*this) || closeAsked_;
 }
 

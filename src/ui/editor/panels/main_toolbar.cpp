@@ -39,8 +39,9 @@ MainToolbar::MainToolbar(wxWindow* parent, const Look& look, std::function<void(
 
 void MainToolbar::add(int command, PaintedButton::Kind kind, PaintedButton::Face face,
                       unsigned shownIn, bool isStep, bool atRight) {
-    auto* button = new PaintedButton(this, look(), kind, std::move(face),
-                                     [this, command] { command_(command); });
+    auto* button = new PaintedButton(this, look(), kind, std::move(face), [this, command] {
+        command_(command == command_id::kContinue ? command_id::kExecute : command);
+    });
     button->Bind(wxEVT_KEY_DOWN, &MainToolbar::onKey, this);
     buttons_[command] = button;
     items_.push_back({button, shownIn, isStep, atRight});

@@ -11,11 +11,14 @@ constexpr int kIconX = 11, kIcon = 16, kTextX = 34, kRemarkGap = 16, kRightGap =
 
 StatusLine::StatusLine(wxWindow* parent, const Look& look) : PaintedWindow(parent, look, false) {
     Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
-        const int end = dip(kTextX + kRemarkGap) + textWidth(*this, content_.text, look().plain) +
-                        textWidth(*this, content_.remark, look().plain);
-        if (event.GetX() < end && onPressed) onPressed();
+        if (event.GetX() < endOfText() && onPressed) onPressed();
     });
     native::setAccessibleRole(*this, native::AccessibleRole::status);
+}
+
+int StatusLine::endOfText() const {
+    return dip(kTextX + kRemarkGap) + textWidth(*this, content_.text, look().plain) +
+           textWidth(*this, content_.remark, look().plain);
 }
 
 void StatusLine::setContent(const Content& content) {

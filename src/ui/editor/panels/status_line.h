@@ -26,6 +26,7 @@ class StatusLine : public PaintedWindow {
 
   private:
     void paint(wxGraphicsContext& context) override;
+    int endOfText() const;
 
     Content content_;
 };

@@ -30,6 +30,7 @@ Workbench::Workbench(wxFrame& frame, ScriptEditor& editor, EditorControls contro
 Workbench::~Workbench() = default;
 
 void Workbench::begin() {
+    begun_ = true;
     if (!settings_.classic) makeParts();
     applyLook();
     if (settings_.zoom != 0 && !settings_.classic) editor_.setZoom(settings_.zoom);
@@ -124,6 +125,7 @@ void Workbench::layOutClassic() {
 }
 
 void Workbench::layOut() {
+    if (!begun_) return;
     if (controls_.rule) controls_.rule->Show(settings_.classic);
     if (settings_.classic) {
         if (!parted_) return layOutClassic();
@@ -144,7 +146,7 @@ void Workbench::layOut() {
 }
 
 void Workbench::refresh() {
-    if (settings_.classic) return;
+    if (!begun_ || settings_.classic) return;
     const EditorStatus status = editor_.status();
     const bool relaid = status.run != shown_.run;
     if (status == shown_ && !relaid) return;

@@ -88,6 +88,7 @@ class Workbench {
     StatusLine* statusLine_ = nullptr;
     std::unique_ptr<BottomPanes> bottom_;
     EditorStatus shown_;
+    bool begun_ = false;
     bool parted_ = false;  ///< the parts have been made
 };
 
