@@ -28,10 +28,10 @@ EditorStatus ScriptEditor::status() const {
         status.run = EditorStatus::Run::running;
         status.runMilliseconds =
             static_cast<std::uint32_t>(session_.services().clock->monotonic() - runBegan_);
-        status.limitMilliseconds = session_.state().maxRunTime;
+        status.limitMilliseconds = session_.maxRunTime();
     } else if (debugger_.debugging()) {
         status.run = EditorStatus::Run::stopped;
-        status.stoppedLine = session_.state().lastStoppedLine;
+        status.stoppedLine = debugger_.stoppedAt();
     }
     return status;
 }

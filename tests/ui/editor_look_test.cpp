@@ -29,8 +29,7 @@ const char kTour[] =
     "    return 0;\n"
     "}\n";
 
-class EditorLook : public EditorWindowTest,
-                   public testing::WithParamInterface<ThemeChoice> {
+class EditorLook : public EditorWindowTest, public testing::WithParamInterface<ThemeChoice> {
   protected:
     EditorLook() {
         ui::setEditorLayout(ui::EditorLayoutWish::full);

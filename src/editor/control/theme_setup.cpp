@@ -100,7 +100,7 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
     setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
     setStyle(output, sci::kStyleDefault, face, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
-    output.send(sci::kSetMarginWidthN, kBookmarkMargin, 0);
+    output.send(sci::kSetMarginWidthN, kBookmarkMargin, std::intptr_t{0});
     colourSelection(output, theme);
 }
 

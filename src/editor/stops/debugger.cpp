@@ -215,6 +215,7 @@ void Debugger::toStart() {
 
 void Debugger::showAt(ScriptLine line) {
     const ControlLine shown = toControl(lines_.editorLine(line));
+    stoppedAt_ = toScript(shown).number;
     breakpoints_.becomeCurrentLine();
     window_.activate();
     window_.focusEditor();

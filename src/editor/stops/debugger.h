@@ -40,6 +40,8 @@ class Debugger {
 
     /// A script is suspended and waits for the user.
     bool debugging() const noexcept { return debugging_; }
+    /// Where it is suspended, in the text as it is now; 0: nowhere.
+    std::int32_t stoppedAt() const noexcept { return debugging_ ? stoppedAt_ : 0; }
     /// A build or a run is under way; every command but stop() does nothing then.
     bool busy() const noexcept { return busy_; }
 
@@ -96,6 +98,7 @@ class Debugger {
     RunLineMap lines_;
     bool debugging_ = false;
     bool busy_ = false;
+    std::int32_t stoppedAt_ = 0;
     bool ran_ = false;  ///< the context has been used here, so that it is ours to let go of
     std::uint64_t lastPump_ = 0;
     std::uint32_t usedTime_ = 0;  ///< of the run limit, by continuations that nobody asked for

@@ -85,12 +85,10 @@ void CEditorDlg::initialise() {
                               [this] { editor_.command(command_id::kSystemAbout); });
     connect();
     editor_.initialise();
-    workbench_ = std::make_unique<Workbench>(
-        *this, editor_, EditorControls{editorControl_, outputControl_, rule_},
-        [this](int command) { onCommand(command); });
-    workbench_->showChecked = [this](int command, bool checked) {
-        menus_.check(command, checked);
-    };
+    workbench_ = std::make_unique<Workbench>(*this, editor_,
+                                             EditorControls{editorControl_, outputControl_, rule_},
+                                             [this](int command) { onCommand(command); });
+    workbench_->showChecked = [this](int command, bool checked) { menus_.check(command, checked); };
     placeFrame();
     workbench_->begin();
 }
@@ -165,6 +163,8 @@ void CEditorDlg::onCommand(int command) {
 void CEditorDlg::onKey(wxKeyEvent& event) {
     const std::optional<KeyPress> key = keyPressOf(event);
     const bool inText = editorControl_ && FindFocus() == editorControl_;
+    const EditorCommand* record = key ? commandOfKey(*key, inText) : nullptr;
+    if (record && !record->handler) return windowCommand(record->id);
     if (key && editor_.key(*key, inText)) return;
     if (key != functionKeyPress(10)) event.Skip();
 }

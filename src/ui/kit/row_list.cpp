@@ -227,7 +227,9 @@ void RowList::paintRow(wxGraphicsContext& context, int index, int y) {
     if (shown.icon) {
         const int x = dip(metrics_.iconX + metrics_.indent * shown.depth);
         paintIcon(context, *shown.icon, x, y + (rowHeight() - dip(kIcon)) / 2, dip(kIcon),
-                  colourOf((*look()).*shown.iconColour),
+                  colourOf((*look()).*(isSelected && shown.iconColour == &ThemeTable::stopMark
+                                           ? &ThemeTable::warning
+                                           : shown.iconColour)),
                   shown.icon == Icon::breakpointCondition || shown.icon == Icon::breakpointPrints
                       ? *wxWHITE
                       : colourOf(look()->panel));
