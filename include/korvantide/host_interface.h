@@ -30,7 +30,7 @@ typedef struct KorvantLimits {
     uint64_t runBytes;              /* all strings and objects of a run */
     uint64_t scriptBytes;           /* a script's text */
     uint64_t scriptTokens;          /* tokens of a script's text */
-    uint64_t nameBytes;             /* one name in a script */
+    uint64_t nameBytes;             /* one name; 255 counts only where the engine is not ours */
     uint64_t hardCeilingMs;         /* a whole run, waiting for the user included; 0: none */
     uint32_t nesting;               /* brackets inside each other */
     uint32_t boxesBeforeStopButton; /* message boxes in a run before "Stop the script"; 0: never */

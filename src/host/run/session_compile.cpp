@@ -43,7 +43,7 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     beginCleanup();
     discardMain(*engine);
     collectSome(*engine);
-    if (const auto refusal = scanSource(text, limits)) {
+    if (const auto refusal = scanSource(text, limits, engineIsHardened(*engine))) {
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return false;
     }

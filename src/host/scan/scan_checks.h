@@ -17,13 +17,15 @@ struct ScanFinding {
 
 using ScanResult = std::optional<ScanFinding>;
 
-/// Names, qualified names and type arguments. The compiler words its messages in a buffer of
-/// 1,023 bytes and reads beyond it when they are longer; all the bounds on bytes keep a message
-/// with two such names below that.
-ScanResult checkNames(const TokenList& tokens, const Outline& outline, const Limits& limits);
+/// Type arguments and dimensions whose time doubles, and names, qualified names and type arguments
+/// of more than `longest` bytes. An engine that is not ours words its messages in a buffer of 1,023
+/// bytes and reads beyond it when they are longer; the bounds on bytes keep a message with two such
+/// names below that.
+ScanResult checkNames(const TokenList& tokens, const Outline& outline, std::size_t longest);
 
-/// Declarations and calls that would make such a message too long.
-ScanResult checkMessages(const TokenList& tokens, const Outline& outline);
+/// Declarations and calls that would make such a message too long, where `bounded`; otherwise those
+/// that would keep the compiler wording messages for long.
+ScanResult checkMessages(const TokenList& tokens, const Outline& outline, bool bounded);
 
 /// What is nested deeper than the compiler's recursion holds on a stack of 1 MiB.
 ScanResult checkNesting(const TokenList& tokens, const Outline& outline, const Limits& limits);
@@ -32,8 +34,9 @@ ScanResult checkNesting(const TokenList& tokens, const Outline& outline, const L
 /// every call: doubling, or without end.
 ScanResult checkDefaultArguments(const TokenList& tokens, const Outline& outline);
 
-/// Handles that are assigned to themselves, which the engine does not survive.
-ScanResult checkHandles(const TokenList& tokens);
+/// Handles that are assigned to themselves, and handles that came by reference and are assigned on
+/// or called: builds of the engine that are not ours do not survive them.
+ScanResult checkHandles(const TokenList& tokens, const Outline& outline);
 
 /// What the compiler takes more than some ten seconds for, by its own costs: the square of a
 /// function's variables, jumps and operators, of a class's members, of all declarations.

@@ -8,6 +8,9 @@ namespace {
 
 /// Of the compiler's 1,023 bytes some 120 are its own words.
 constexpr std::size_t kMessageBytes = 900;
+/// Bytes of messages that a text may give where they may be of any length: each of its tokens can
+/// begin one that words the longest declaration. Some seconds.
+constexpr double kMostMessageBytes = 4e9;
 /// "const ", "&inout", "@", ", " around a type.
 constexpr std::size_t kAroundType = 12;
 /// The longest built-in type.
@@ -19,23 +22,40 @@ bool isLiteral(const TokenList& tokens, TokenRange argument) {
 
 class MessageCheck {
   public:
-    MessageCheck(const TokenList& tokens, const Outline& outline)
+    /// `bounded`: a message may not be longer than the compiler's buffer.
+    MessageCheck(const TokenList& tokens, const Outline& outline, bool bounded)
         : tokens_(tokens),
           outline_(outline),
+          most_(bounded ? kMessageBytes : ~std::size_t{0}),
           typeBytes_(std::max(outline.longestType, kBuiltInType) + kAroundType) {}
 
     ScanResult run() {
         for (const FunctionOutline& function : outline_.functions) {
             const std::size_t bytes = declarationBytes(function);
-            if (bytes > kMessageBytes) return tooLong(function.name);
+            if (!fits(bytes, function.name)) return tooLong(function.name);
             if (auto finding = code(function.body, bytes)) return finding;
         }
         for (const GlobalOutline& global : outline_.globals)
             if (auto finding = code(global.value, tokens_[global.name].size)) return finding;
-        return std::nullopt;
+        for (std::size_t i = 0; i < tokens_.size(); ++i)
+            if (tokens_.isName(i)) fits(tokens_[i].size, i);
+        const double all = static_cast<double>(longest_) * static_cast<double>(tokens_.size());
+        return all > kMostMessageBytes ? longestIsTooLong() : std::nullopt;
     }
 
   private:
+    bool fits(std::size_t bytes, std::size_t token) {
+        if (bytes > longest_) {
+            longest_ = bytes;
+            longestToken_ = token;
+        }
+        return bytes <= most_;
+    }
+
+    ScanResult longestIsTooLong() const {
+        return ScanFinding{longestToken_, "The declaration is too long for a script of this size"};
+    }
+
     static ScanResult tooLong(std::size_t token) {
         return ScanFinding{
             token, "The declaration is longer than " + std::to_string(kMessageBytes) + " bytes"};
@@ -70,8 +90,8 @@ class MessageCheck {
                 around += bytes;
                 bytesOf.push_back(bytes);
                 ends.push_back(bodyEnd(i));
-                if (around > kMessageBytes) return tooLong(i - 1);
-            } else if (bytes > kMessageBytes) {
+                if (!fits(around, i - 1)) return tooLong(i - 1);
+            } else if (!fits(bytes, i - 1)) {
                 return ScanFinding{i - 1, "The call has too many arguments"};
             }
         }
@@ -97,20 +117,23 @@ class MessageCheck {
             } else if (outline_.closing[i] > i) {
                 i = outline_.closing[i];
             }
-            if (bytes > kMessageBytes) break;
+            if (bytes > most_) break;
         }
         return bytes;
     }
 
     const TokenList& tokens_;
     const Outline& outline_;
+    const std::size_t most_;
     const std::size_t typeBytes_;
+    std::size_t longest_ = 0;
+    std::size_t longestToken_ = 0;
 };
 
 }  // namespace
 
-ScanResult checkMessages(const TokenList& tokens, const Outline& outline) {
-    return MessageCheck(tokens, outline).run();
+ScanResult checkMessages(const TokenList& tokens, const Outline& outline, bool bounded) {
+    return MessageCheck(tokens, outline, bounded).run();
 }
 
 }  // namespace korvant

@@ -22,8 +22,8 @@ bool belongsToType(const TokenList& tokens, std::size_t i) {
 
 class NameCheck {
   public:
-    NameCheck(const TokenList& tokens, const Outline& outline, const Limits& limits)
-        : tokens_(tokens), outline_(outline), longest_(limits.nameBytes) {}
+    NameCheck(const TokenList& tokens, const Outline& outline, std::size_t longest)
+        : tokens_(tokens), outline_(outline), longest_(longest) {}
 
     ScanResult run() {
         if (outline_.longestPath > longest_) return tooLong(outline_.deepestNames);
@@ -92,8 +92,8 @@ class NameCheck {
 
 }  // namespace
 
-ScanResult checkNames(const TokenList& tokens, const Outline& outline, const Limits& limits) {
-    return NameCheck(tokens, outline, limits).run();
+ScanResult checkNames(const TokenList& tokens, const Outline& outline, std::size_t longest) {
+    return NameCheck(tokens, outline, longest).run();
 }
 
 }  // namespace korvant

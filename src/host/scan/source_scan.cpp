@@ -16,19 +16,22 @@ ScanRefusal refusalAt(std::string_view text, std::size_t offset, std::string rea
             static_cast<std::int32_t>(before.size() - lineStart + 1)};
 }
 
-ScanResult firstFinding(const TokenList& tokens, const Limits& limits) {
+ScanResult firstFinding(const TokenList& tokens, const Limits& limits, bool hardened) {
     const Outline outline(tokens);
+    // The usual bound is for the buffer of other builds; another one is somebody's choice.
+    const bool anyName = hardened && limits.nameBytes == Limits{}.nameBytes;
+    const std::size_t longestName = anyName ? ~std::size_t{0} : limits.nameBytes;
     if (auto finding = checkNesting(tokens, outline, limits)) return finding;
-    if (auto finding = checkNames(tokens, outline, limits)) return finding;
-    if (auto finding = checkMessages(tokens, outline)) return finding;
-    if (auto finding = checkHandles(tokens)) return finding;
+    if (auto finding = checkNames(tokens, outline, longestName)) return finding;
+    if (auto finding = checkMessages(tokens, outline, !hardened)) return finding;
+    if (auto finding = hardened ? std::nullopt : checkHandles(tokens, outline)) return finding;
     if (auto finding = checkDefaultArguments(tokens, outline)) return finding;
     return checkWork(tokens, outline);
 }
 
 }  // namespace
 
-std::optional<ScanRefusal> scanSource(std::string_view text, const Limits& limits) {
+std::optional<ScanRefusal> scanSource(std::string_view text, const Limits& limits, bool hardened) {
     if (text.size() > limits.scriptBytes)
         return refusalAt(
             text, 0, "The script is longer than " + std::to_string(limits.scriptBytes) + " bytes");
@@ -37,7 +40,7 @@ std::optional<ScanRefusal> scanSource(std::string_view text, const Limits& limit
         return refusalAt(
             text, 0,
             "The script has more than " + std::to_string(limits.scriptTokens) + " words and signs");
-    auto finding = firstFinding(*tokens, limits);
+    auto finding = firstFinding(*tokens, limits, hardened);
     if (!finding) return std::nullopt;
     const std::size_t last = tokens->size() - 1;
     const std::size_t offset = (*tokens)[std::min(finding->token, last)].begin;

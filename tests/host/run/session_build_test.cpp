@@ -65,9 +65,8 @@ TEST_F(Build, TextsTheCompilerCannotTakeAreRefusedWithTheirPlace) {
                           {"int main() {\n int x = " + std::string(100000, '(') + "1" +
                                std::string(100000, ')') + ";\n return x; }",
                            "Brackets and statements are nested too deeply at line 2 column "},
-                          {"\n\nint " + std::string(256, 'a') + ";",
-                           "The name is longer than 255 bytes at line 3 "
-                           "column 5\n"}};
+                          {"\n\n" + repeated("array<", 16) + "int" + repeated(">", 16) + " a;",
+                           "Types are nested too deeply at line 3 column 6\n"}};
     for (const Case& refused : cases) {
         EXPECT_FALSE(builds(refused.text));
         ASSERT_EQ(list().count(), 1u);

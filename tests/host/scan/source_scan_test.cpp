@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "host/scan/source_scan.h"
+#include "support/needs_engine.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -36,6 +37,8 @@ struct Shape {
     std::function<std::string(std::size_t)> text;
     std::size_t accepted;  ///< a people's script may go this far
     std::size_t refused;   ///< this must be refused
+    /// Only for the message buffer of an engine that is not ours.
+    bool forBuffer = false;
 };
 
 std::string nested(const char* open, const char* middle, const char* close, std::size_t n) {
@@ -65,7 +68,7 @@ const Shape kDeep[] = {
          return "funcdef void F(); " +
                 inMain("F@ f = " + nested("function(){ F@ f = ", "null;", "};", n));
      },
-     10, 60},
+     10, 100},
     {"ElseIfs", [](auto n) { return inMain("if(b){} " + times("else if(b){} ", n)); }, 500, 2000},
     {"Ifs", [](auto n) { return inMain(times("if(b) ", n) + "x=1;"); }, 500, 2000},
     {"Fors", [](auto n) { return inMain(times("for(;b;) ", n) + "x=1;"); }, 500, 2000},
@@ -75,15 +78,15 @@ const Shape kDeep[] = {
     {"Switches", [](auto n) { return inMain(nested("switch(x){case 1:", "x=1;", "}", n)); }, 200,
      400},
     {"Namespaces", [](auto n) { return nested("namespace a{", "int q;", "}", n) + inMain(""); }, 50,
-     120},
-    {"Scopes", [](auto n) { return inMain("x=" + times("a::", n) + "q;"); }, 50, 120},
+     300},
+    {"Scopes", [](auto n) { return inMain("x=" + times("a::", n) + "q;"); }, 50, 120, true},
     {"TypeArguments", [](auto n) { return inMain(nested("array<", "int", ">", n) + " q;"); }, 8,
      16},
     {"Dimensions", [](auto n) { return inMain("int" + times("[]", n) + " q;"); }, 16, 64},
     {"Parameters",
      [](auto n) { return "void f(" + numbered("int a", ", ", n) + "int z){} " + inMain(""); }, 30,
-     200},
-    {"Arguments", [](auto n) { return inMain("Print(" + times("x, ", n) + "x);"); }, 20, 200},
+     200, true},
+    {"Arguments", [](auto n) { return inMain("Print(" + times("x, ", n) + "x);"); }, 20, 200, true},
     {"DoublingDefaults",
      [](auto n) {
          std::string all = "int f0(int a=1){return 1;}";
@@ -135,15 +138,16 @@ const Shape kLong[] = {
 
 class ScanOf : public ScriptFixture, public ::testing::WithParamInterface<Shape> {
   protected:
-    bool refuses(std::size_t n) {
-        return scanSource(GetParam().text(n), session().limits()).has_value();
+    bool refuses(std::size_t n, bool hardened = engineIsHardened()) {
+        return scanSource(GetParam().text(n), session().limits(), hardened).has_value();
     }
 };
 
 TEST_P(ScanOf, TakesWhatPeopleWriteAndRefusesWhatHarms) {
     EXPECT_FALSE(refuses(GetParam().accepted))
         << scanSource(GetParam().text(GetParam().accepted), {})->text;
-    EXPECT_TRUE(refuses(GetParam().refused));
+    EXPECT_TRUE(refuses(GetParam().refused, false));
+    EXPECT_EQ(refuses(GetParam().refused, true), !GetParam().forBuffer);
 }
 
 struct Compile {
@@ -198,8 +202,9 @@ INSTANTIATE_TEST_SUITE_P(Deep, DeepScanOf, ::testing::ValuesIn(kDeep), shapeName
 
 class Scan : public ::testing::Test {
   protected:
-    std::string refusal(const std::string& text) {
-        const auto found = scanSource(text, Limits{});
+    /// Of a host whose engine is the distribution's, unless `hardened`.
+    std::string refusal(const std::string& text, bool hardened = false) {
+        const auto found = scanSource(text, Limits{}, hardened);
         if (!found) return "";
         return std::to_string(found->row) + ":" + std::to_string(found->column) + " " + found->text;
     }
@@ -235,6 +240,36 @@ TEST_F(Scan, NothingThatPassesMakesAMessageTooLong) {
         "int main() { x" + times("::y", 400) + "; return 0; }",
         "int main() { int[]" + times("[]", 600) + " a = 1; return 0; }"};
     for (const std::string& text : hidden) EXPECT_NE(refusal(text), "") << text.substr(0, 80);
+}
+
+// On our engine messages are of any length, as long as they do not keep the compiler busy.
+TEST_F(Scan, OnOurEngineNamesAndDeclarationsAreOfAnyLength) {
+    const std::string name(20000, 'n');
+    const std::string text = "class " + name + " { int v; }\nvoid f(" + name + " a, " + name +
+                             " b) {}\nint main() { f(1, 2); return 0; }";
+    EXPECT_NE(refusal(text), "");
+    EXPECT_EQ(refusal(text, true), "");
+    Limits chosen;
+    chosen.nameBytes = 100;
+    EXPECT_TRUE(scanSource(text, chosen, true)) << "a host's own bound holds everywhere";
+    const std::string huge(std::size_t{1} << 20, 'n');
+    EXPECT_EQ(
+        refusal("class " + huge + " {}\n" + huge + " x; int main() {" + times("x+x;", 5000) + "}",
+                true),
+        "1:7 The declaration is too long for a script of this size");
+}
+
+class LongMessages : public ScriptFixture {};
+
+TEST_F(LongMessages, AreGivenAndCut) {
+    KORVANT_NEEDS_HARDENED_ENGINE();
+    const std::string name(1500, 'n');
+    EXPECT_FALSE(run("class " + name + " {}\nvoid f(" + name + " a, " + name + " b, " + name +
+                     " c) {}\nint main() { " + name + " x; f(x); return 0; }"));
+    EXPECT_NE(messages().find("No matching signatures to 'f(" + name), std::string::npos);
+    for (const BuildMessage& message : session().buildMessages().all())
+        EXPECT_LE(message.plain.size(), 4003U);
+    EXPECT_TRUE(run("int main() { int " + name + " = 0; return " + name + "; }")) << messages();
 }
 
 TEST_F(Scan, TextsAndCommentsHoldNoBrackets) {
