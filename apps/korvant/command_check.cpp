@@ -1,9 +1,12 @@
-// korvant check FILE...: builds scripts without running them.
+// korvant check FILE...: builds scripts without running anything of them.
+#include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <vector>
 
+#include "base/text/text_encoding.h"
 #include "commands.h"
-#include "korvantide/korvantide.h"
+#include "language/checker.h"
 #include "limit_options.h"
 #include "script_file.h"
 #include "source_report.h"
@@ -15,15 +18,48 @@ namespace {
 
 struct Check {
     std::vector<std::string> files;
+    bool json = false;
     korvant::Limits limits;
 };
+
+const char* nameOf(korvant::Diagnostic::Kind kind) {
+    switch (kind) {
+        case korvant::Diagnostic::Kind::warning:
+            return "warning";
+        case korvant::Diagnostic::Kind::information:
+            return "information";
+        default:
+            return "error";
+    }
+}
+
+/// One object a line for each message, on standard output.
+void reportJson(const std::string& file, const std::vector<korvant::Diagnostic>& diagnostics) {
+    using Json = nlohmann::ordered_json;
+    for (const korvant::Diagnostic& diagnostic : diagnostics) {
+        const Json object{{"file", file},
+                          {"line", diagnostic.line},
+                          {"column", diagnostic.column},
+                          {"end", diagnostic.endColumn},
+                          {"kind", nameOf(diagnostic.kind)},
+                          {"text", korvant::decodeForDisplay(diagnostic.text)},
+                          {"context", korvant::decodeForDisplay(diagnostic.context)}};
+        const std::string line = object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+        std::fwrite(line.data(), 1, line.size(), stdout);
+    }
+}
 
 int checkOne(const ConfiguredEngine& engine, const std::string& name, const Check& check) {
     const std::optional<Source> source = readScript(name, check.limits.scriptBytes);
     if (!source) return kCannotRead;
-    const bool built = CompileScript(engine.engine(), source->text) == 1;
-    reportBuild(*source, korvant::moduleSession().buildMessages());
-    return built ? kFinished : kBuildFailed;
+    korvant::ScriptSession& session = korvant::moduleSession();
+    korvant::Checker checker(session, *engine.engine());
+    const korvant::CheckResult result = checker.check(0, source->text);
+    if (check.json)
+        reportJson(name, result.diagnostics);
+    else
+        reportBuild(*source, session.buildMessages());
+    return result.builds ? kFinished : kBuildFailed;
 }
 
 /// The first file that fails decides.
@@ -46,6 +82,9 @@ void addCheckCommand(CLI::App& app, int& exitCode) {
     const auto check = std::make_shared<Check>();
     CLI::App* const command = app.add_subcommand("check", "Builds scripts without running them");
     command->add_option("FILE", check->files, "scripts to build")->required();
+    command->add_flag("--json", check->json,
+                      "one JSON object a message on standard output: file, line, column, end, "
+                      "kind, text, context");
     addBuildLimitOptions(*command, check->limits);
     command->callback([check, &exitCode] { exitCode = checkAll(*check); });
 }

@@ -58,6 +58,9 @@ class ScriptSession {
 
     /// 1 when the text built as the module "main", else 0 and the messages say why.
     std::int32_t compile(asIScriptEngine* engine, const std::string& text);
+    /// The same without executing anything of the script: nothing is left of the module, which
+    /// cannot be run.
+    std::int32_t check(asIScriptEngine* engine, const std::string& text);
     /// Executes a context that the host prepared.
     RunOutcome run(asIScriptContext* context);
     /// Builds `text` and runs its int main(). `breakpoints`: 1-based lines, null for none.

@@ -30,7 +30,16 @@ std::int32_t ScriptSession::compile(asIScriptEngine* engine, const std::string& 
     return built ? 1 : 0;
 }
 
-bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text) {
+std::int32_t ScriptSession::check(asIScriptEngine* engine, const std::string& text) {
+    if (engine == nullptr || impl_->busy) return 0;
+    const BusyScope scope(impl_->busy);
+    const bool built = impl_->build(engine, text, Globals::leave);
+    const EngineRecord* const record = impl_->find(engine);
+    if (record == nullptr || !record->broken) impl_->discardMain(*engine);
+    return built ? 1 : 0;
+}
+
+bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text, Globals globals) {
     limit.begin(limits.hardCeilingMs);
     messages.clear();
     state.lastStoppedLine = 0;
@@ -50,19 +59,20 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
     if (module == nullptr || module->AddScriptSection(kSection, text.data(), text.size(), 0) < 0)
         return false;
-    const int result = buildModule(*module, isValidUtf8(text));
+    const int result = buildModule(*module, isValidUtf8(text), globals);
     if (result == asINVALID_CONFIGURATION) addComplaints(engine);
     return result >= 0;
 }
 
-int ScriptSession::Impl::buildModule(asIScriptModule& module, bool utf8) {
+int ScriptSession::Impl::buildModule(asIScriptModule& module, bool utf8, Globals globals) {
     asIScriptEngine& engine = *module.GetEngine();
     int result = 0;
     {
         const BuildSettings settings(&engine, utf8);
         result = callCompiler(module);
     }
-    if (result < 0 || engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)
+    if (result < 0 || globals == Globals::leave ||
+        engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)
         return result;
     return initialiseGlobals(module);
 }

@@ -16,6 +16,9 @@
 
 namespace korvant {
 
+/// What a build does with the script's global variables.
+enum class Globals { initialise, leave };
+
 struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     explicit Impl(ScriptSession& owner) : session(owner) {}
 
@@ -52,8 +55,9 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     void forgetEngine(EngineRecord& record);
 
     // Compiling.
-    bool build(asIScriptEngine* engine, const std::string& text);
-    int buildModule(asIScriptModule& module, bool utf8);
+    bool build(asIScriptEngine* engine, const std::string& text,
+               Globals globals = Globals::initialise);
+    int buildModule(asIScriptModule& module, bool utf8, Globals globals);
     int callCompiler(asIScriptModule& module);
     int initialiseGlobals(asIScriptModule& module);
     void addComplaints(asIScriptEngine* engine);
