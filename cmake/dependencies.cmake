@@ -8,9 +8,7 @@ if(KORVANT_ANGELSCRIPT_SOURCE)
   include(cmake/angelscript_from_source.cmake)
 else()
   include(cmake/engine.cmake)
-  find_library(ANGELSCRIPT_ADDON_LIBRARY angelscript-addon REQUIRED)
-  target_link_libraries(korvant_angelscript
-    INTERFACE ${ANGELSCRIPT_ADDON_LIBRARY} korvant_engine Threads::Threads)
+  target_link_libraries(korvant_angelscript INTERFACE korvant_engine Threads::Threads)
 endif()
 
 # A cross build takes the libraries that are headers only from a folder that holds nothing else,

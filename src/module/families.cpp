@@ -1,5 +1,6 @@
 #include "module/families.h"
 
+#include "host/engine/array_registration.h"
 #include "host/library/console_functions.h"
 #include "host/library/dialog_functions.h"
 #include "host/library/math_functions.h"
@@ -28,6 +29,7 @@ std::span<const RegisterFamily> registrationOrder() {
 std::span<const FunctionFamily> allFamilies() {
     static const FunctionFamily kFamilies[] = {
         {"The type string", "string", stringTypeRows()},
+        {"Arrays", "array", arrayMethodRows()},
         {"Files", nullptr, fileFunctionRows()},
         {"Console", nullptr, consoleFunctionRows()},
         {"Dialogs and progress", nullptr, dialogFunctionRows()},

@@ -14,7 +14,7 @@ if ! diff <(tr ' ' '\n' <<<"$promised" | sort) - <<<"$functions"; then
 fi
 
 readable=$(grep '^_Z' <<<"$names" | c++filt)
-classes='ScriptObject|CThread|CThreadEvent'
+classes='ScriptObject|ScriptArray|CThread|CThreadEvent'
 if grep -vE "^((vtable|typeinfo|typeinfo name) for )?($classes)(::|\$)" <<<"$readable"; then
     echo "check_exports: exported by mistake" >&2
     exit 1

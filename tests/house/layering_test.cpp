@@ -79,8 +79,7 @@ std::string roomOf(const std::string& path) {
 std::string ownerOf(const std::string& header) {
     static const std::regex toolkit("^(wx/|gtk/|gdk/|X11/|glib).*");
     if (std::regex_match(header, toolkit)) return "wx";
-    if (header.rfind("angelscript", 0) == 0 || header.rfind("scriptarray", 0) == 0)
-        return "angelscript";
+    if (header.rfind("angelscript", 0) == 0) return "angelscript";
     return roomOf(header);
 }
 

@@ -21,7 +21,3 @@ ExecutionMark::~ExecutionMark() {
 }
 
 }  // namespace korvant
-
-extern "C" asIScriptContext* korvantActiveContext() {
-    return korvant::activeContext();
-}

@@ -23,7 +23,3 @@ class ExecutionMark {
 };
 
 }  // namespace korvant
-
-/// The same for the engine's add-ons where they are built with this library: the array's index
-/// operator sets its exception there, and a null reference without one would be written to.
-extern "C" asIScriptContext* korvantActiveContext();

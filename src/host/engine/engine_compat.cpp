@@ -1,10 +1,6 @@
 #include "host/engine/engine_compat.h"
 
-#include <angelscript/scriptarray.h>
-
-#include <cstring>
-
-#include "host/engine/array_memory.h"
+#include "host/engine/array_registration.h"
 #include "host/engine/string_literals.h"
 
 namespace korvant {
@@ -15,56 +11,15 @@ int registerStringLiterals(asIScriptEngine* engine) {
 
 int ensureDefaultArray(asIScriptEngine* engine) {
     if (engine->GetDefaultArrayTypeId() >= 0) return 0;
-    if (engine->GetTypeInfoByName("array") == nullptr) {
-        countArrayMemory();
-        RegisterScriptArray(engine, true);
-    }
-    return engine->GetDefaultArrayTypeId() >= 0 ? 0 : asINVALID_TYPE;
+    if (engine->GetTypeInfoByName("array") != nullptr) return asINVALID_TYPE;
+    return registerArrayType(engine);
 }
 
 namespace {
 
 constexpr asPWORD kOwnType = 0x4B4F5259;
 
-const void* tableOf(const void* object) {
-    return *static_cast<const void* const*>(object);
-}
-
-/// The virtual table of the add-on's arrays, from one that is made and dropped.
-const void* arrayTable(asIScriptEngine* engine) {
-    static const void* table = nullptr;
-    if (table != nullptr) return table;
-    asITypeInfo* const type = engine->GetTypeInfoByDecl("array<int>");
-    if (type == nullptr) return nullptr;
-    CScriptArray* const sample = CScriptArray::Create(type, asUINT{0});
-    if (sample == nullptr) return nullptr;
-    table = tableOf(sample);
-    sample->Release();
-    return table;
-}
-
 }  // namespace
-
-const asArray* addonArray(asIScriptEngine* engine, int typeId, const void* object) {
-    const asITypeInfo* const type = engine->GetTypeInfoById(typeId);
-    if (type == nullptr || object == nullptr || (type->GetFlags() & asOBJ_TEMPLATE) == 0 ||
-        type->GetSubTypeCount() != 1 || std::strcmp(type->GetName(), "array") != 0)
-        return nullptr;
-    return tableOf(object) == arrayTable(engine) ? static_cast<const CScriptArray*>(object)
-                                                 : nullptr;
-}
-
-std::uint32_t arraySize(const asArray& array) {
-    return array.GetSize();
-}
-
-int arrayElementType(const asArray& array) {
-    return array.GetElementTypeId();
-}
-
-const void* arrayElement(const asArray& array, std::uint32_t index) {
-    return index < array.GetSize() ? array.At(index) : nullptr;
-}
 
 void markOwnType(asIScriptEngine* engine, const char* name) {
     static char mark;

@@ -5,13 +5,7 @@
 
 #include <cstdint>
 
-BEGIN_AS_NAMESPACE
-class CScriptArray;
-END_AS_NAMESPACE
-
 namespace korvant {
-
-using asArray = CScriptArray;
 
 /// The function with this declaration in `module`, or null. Generations before 2.23 answered with
 /// an identifier; the result's life is the module's.
@@ -36,17 +30,9 @@ inline constexpr char kConstIndexDeclaration[] = "const uint8 &opIndex(uint) con
 /// Makes string literals of scripts objects of the registered type "string".
 int registerStringLiterals(asIScriptEngine* engine);
 
-/// Gives an engine without a default array type the array of the engine's own add-ons, which
-/// declares itself as "int[]". Returns a negative engine result on failure.
+/// Gives an engine without a default array type the module's own, which declares itself as "int[]".
+/// Returns a negative engine result on failure.
 int ensureDefaultArray(asIScriptEngine* engine);
-
-/// The object as an array of the engine's own add-ons; null when it is anything else, also another
-/// type that calls itself "array".
-const asArray* addonArray(asIScriptEngine* engine, int typeId, const void* object);
-std::uint32_t arraySize(const asArray& array);
-int arrayElementType(const asArray& array);
-/// Where element `index` lies; null beyond the end.
-const void* arrayElement(const asArray& array, std::uint32_t index);
 
 /// Marks the type that was just registered as this module's own, so that its objects may be read
 /// as C++ objects: a host may have a type of the same name.

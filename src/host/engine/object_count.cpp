@@ -1,7 +1,5 @@
 #include "host/engine/object_count.h"
 
-#include "host/engine/active_context.h"
-
 #include <algorithm>
 
 namespace korvant {
@@ -73,18 +71,6 @@ void ObjectCount::add(asIScriptEngine& engine, int typeId) {
         int property = 0;
         if (type->GetProperty(i, nullptr, &property) >= 0) add(engine, property);
     }
-}
-
-bool growingArrayHoldsObjects() noexcept {
-    asIScriptContext* const context = activeContext();
-    asIScriptFunction* const native = context ? context->GetSystemFunction() : nullptr;
-    if (native == nullptr) return false;
-    asITypeInfo* array = native->GetObjectType();
-    if (array == nullptr) array = context->GetEngine()->GetTypeInfoById(native->GetReturnTypeId());
-    if (array == nullptr || array->GetSubTypeCount() != 1) return false;
-    const asITypeInfo* const held = array->GetSubType();
-    return held != nullptr && (array->GetSubTypeId() & asTYPEID_OBJHANDLE) == 0 &&
-           (held->GetFlags() & (asOBJ_SCRIPT_OBJECT | asOBJ_TEMPLATE)) != 0;
 }
 
 }  // namespace korvant

@@ -35,8 +35,4 @@ class ObjectCount {
     std::vector<asITypeInfo*> types_;
 };
 
-/// Whether the array that the running script has just asked to grow holds objects of script
-/// classes themselves, not handles to them. They are made in one go, without a statement between.
-bool growingArrayHoldsObjects() noexcept;
-
 }  // namespace korvant

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "host/engine/array_view.h"
 #include "host/engine/script_string.h"
 
 namespace korvant {
@@ -140,9 +141,9 @@ ValueView StoppedScript::viewOther(ValueView value) const {
         value.bytes = sizeof(std::int32_t);
     } else if (isOwnType(type) && std::strcmp(type->GetName(), "string") == 0) {
         value.kind = ValueKind::string;
-    } else if (const asArray* array = addonArray(engine_, value.typeId, value.address)) {
+    } else if (const ArrayView array(engine_, value.typeId, value.address); array) {
         value.kind = ValueKind::array;
-        value.elements = arraySize(*array);
+        value.elements = array.size();
     } else if ((value.typeId & asTYPEID_SCRIPTOBJECT) != 0 &&
                (type->GetFlags() & asOBJ_SCRIPT_OBJECT) != 0) {
         return viewObject(value);
@@ -152,9 +153,8 @@ ValueView StoppedScript::viewOther(ValueView value) const {
 
 ValueView StoppedScript::element(const ValueView& array, std::uint32_t index) const {
     if (array.kind != ValueKind::array || index >= array.elements) return {};
-    const asArray* const found = addonArray(engine_, array.typeId, array.address);
-    return found != nullptr ? view(arrayElementType(*found), arrayElement(*found, index))
-                            : ValueView{};
+    const ArrayView found(engine_, array.typeId, array.address);
+    return view(found.elementType(), found.element(index));
 }
 
 ValueView StoppedScript::member(const ValueView& object, std::uint32_t index,

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "host/engine/stop_query.h"
 #include "host/run/session_impl.h"
 
 namespace korvant {
@@ -78,6 +79,7 @@ asIScriptContext* ScriptSession::Impl::makeContext(EngineRecord& record) {
 void ScriptSession::Impl::registerFamilies(EngineRecord& record,
                                            std::span<const RegisterFamily> families) {
     messages.clear();
+    stopQueryOfScripts = nativeShouldEnd;
     int worst = ensureDefaultArray(record.engine);
     for (const RegisterFamily family : families) worst = std::min(worst, family(record.engine));
     for (const BuildMessage& message : messages.all()) record.complaints.push_back(message.plain);
@@ -170,6 +172,13 @@ void ScriptSession::Impl::cleanupEntry(asIScriptContext* context, void* self) no
         impl.lineCallback.checkEnd(*context);
     else if (impl.state.stopRequest || impl.cleanupOver())
         context->Abort();
+}
+
+/// What a host does with arrays outside of runs has no limit.
+bool ScriptSession::Impl::nativeShouldEnd() {
+    Impl& impl = *moduleSession().impl_;
+    if (impl.running) return impl.session.shouldStop();
+    return impl.busy && (impl.state.stopRequest || impl.cleanupOver());
 }
 
 }  // namespace korvant

@@ -92,6 +92,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     static void returnContext(asIScriptEngine* engine, asIScriptContext* context,
                               void* self) noexcept;
     static void cleanupEntry(asIScriptContext* context, void* self) noexcept;
+    static bool nativeShouldEnd();
     static void compilerMessage(const asSMessageInfo* message, void* self) noexcept;
 
     void onStopped() override;

@@ -3,6 +3,11 @@
 
 #include <map>
 
+#ifdef KORVANT_TEST_ADDON
+#include <angelscript/scriptarray.h>
+#endif
+
+#include "module/families.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -159,6 +164,37 @@ TEST_F(Inspect, WhatHasEndedIsNotRead) {
     EXPECT_FALSE(StoppedScript(nullptr).readable());
     EXPECT_TRUE(StoppedScript(nullptr).variables(0).empty());
 }
+
+#ifdef KORVANT_TEST_ADDON
+// A host that registered the array of the engine's own add-ons keeps it.
+TEST_F(Inspect, ArraysOfTheHostGiveTheirElements) {
+    asIScriptEngine* other = asCreateScriptEngine();
+    RegisterScriptArray(other, true);
+    asIScriptContext* made = session().configure(other, registrationOrder());
+    const std::vector<std::int32_t> lines = {4};
+    EXPECT_FALSE(session()
+                     .runApplication(other, made,
+                                     "class A { int x = 4; }\nint main() { int8[] small = {1, -2}; "
+                                     "string[] texts = {\"a\"};\n A@[] handles = {null, A()};\n "
+                                     "return 0; }",
+                                     &lines)
+                     .failed());
+    const StoppedScript stopped(made);
+    std::map<std::string, ValueView> all;
+    for (const VariableInfo& variable : stopped.variables(0))
+        all[variable.name] = stopped.view(variable.typeId, variable.address);
+    EXPECT_EQ(all["small"].elements, 2u);
+    EXPECT_EQ(integerOf(stopped.element(all["small"], 1)), -2);
+    EXPECT_EQ(stopped.element(all["small"], 2).kind, ValueKind::uninitialised);
+    EXPECT_EQ(textOf(stopped.element(all["texts"], 0)), "a");
+    EXPECT_EQ(stopped.element(all["handles"], 0).kind, ValueKind::uninitialised);
+    EXPECT_EQ(stopped.element(all["handles"], 1).kind, ValueKind::object);
+    session().abandon(made);
+    session().release(other);
+    made->Release();
+    other->ShutDownAndRelease();
+}
+#endif
 
 struct Foreign {
     std::int64_t nothing[4] = {};

@@ -290,11 +290,11 @@ TEST_F(Limit, ObjectsWithoutEndAreAnException) {
           "while (true) all.insertLast(A()); return 0; }",
           "class A {} class B { A[] some; B() { some.resize(2000000); } }\n"
           "int main() { B b; return 0; }",
-          "int main() { int[][] all(2000000); return 0; }"}) {
+          "int main() { int[][] all(20000000); return 0; }"}) {
         EXPECT_FALSE(run(script)) << script;
         EXPECT_THAT(session().lastFailure().text, ::testing::HasSubstr("desc: Out of memory"));
     }
-    EXPECT_TRUE(run("int main() { int[] all(2000000); return 0; }"));
+    EXPECT_TRUE(run("int main() { int[] all(2000000); int[][] more(2000000); return 0; }"));
 }
 
 // A 32-bit host has two or three gigabytes for everything.

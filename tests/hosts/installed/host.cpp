@@ -2,6 +2,7 @@
 #include <korvantide/cthread.h>
 #include <korvantide/host_interface.h>
 #include <korvantide/korvantide.h>
+#include <korvantide/script_array.h>
 #include <korvantide/script_object.h>
 
 #include <cstdio>
@@ -44,7 +45,10 @@ int main() {
     asIScriptEngine* engine = asCreateScriptEngine();
     asIScriptContext* context = ConfigureScriptEngine(engine);
     if (!context) return 6;
-    const int result = runSum(engine, context);
+    ScriptArray* const depths = ScriptArray::Create(engine->GetTypeInfoByDecl("int[]"), 3);
+    const bool filled = depths && depths->InsertLast(depths->At(0)) && depths->GetSize() == 4;
+    if (depths) depths->Release();
+    const int result = filled ? runSum(engine, context) : 7;
     ReleaseScriptEngine(engine);
     context->Release();
     engine->ShutDownAndRelease();
