@@ -79,34 +79,22 @@ class BreakpointBook {
     bool watchesData() const;
     /// Enabled and verified breakpoints at a line.
     std::vector<Breakpoint*> at(const std::string& source, std::int32_t line);
-    /// Of functions, that stand at the first statement of the function with the engine's number.
-    std::vector<Breakpoint*> atEntry(int functionId, std::int32_t line);
+    /// Breakpoints of the function with the engine's number `functionId`.
+    std::vector<Breakpoint*> atEntry(int functionId);
     std::vector<Breakpoint*> ofData();
 
   private:
-    bool resolveOne(Breakpoint& breakpoint) const;
+    template <class Which>
+    std::vector<Breakpoint> take(Which which);
+    std::vector<int> replace(std::vector<Breakpoint> old, std::vector<BreakpointWish> wishes);
     Breakpoint make(BreakpointWish wish);
+    bool resolveOne(Breakpoint& breakpoint) const;
+    void resolveLine(Breakpoint& breakpoint) const;
+    void resolveFunction(Breakpoint& breakpoint) const;
 
     std::vector<Breakpoint> breakpoints_;
     std::shared_ptr<const CodeLines> code_;
     int lastId_ = 0;
-};
-
-/// What is kept of breakpoints in a file, and finds them again in a text that was edited elsewhere.
-class BreakpointStore {
-  public:
-    /// `folder` holds one file for each script; made when needed.
-    explicit BreakpointStore(std::string folder) : folder_(std::move(folder)) {}
-
-    /// Line breakpoints of `wishes` with the text of their lines and a hash of those around.
-    bool save(const std::string& scriptPath, std::string_view text,
-              const std::vector<BreakpointWish>& wishes) const;
-    /// At the lines where they are in `text` now; one whose line is gone stays at its number.
-    std::vector<BreakpointWish> load(const std::string& scriptPath, std::string_view text) const;
-
-  private:
-    std::string fileOf(const std::string& scriptPath) const;
-    std::string folder_;
 };
 
 }  // namespace korvant

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "debug/statement_starts.h"
 #include "debug/stop_rules.h"
 #include "host/engine/engine_compat.h"
 
@@ -20,7 +21,7 @@ class CodeLines {
         std::string declaration;  ///< "int Class::method(int)"
         std::string source;
         std::vector<std::int32_t> lines;  ///< ascending, each once, never empty
-        std::int32_t entry = 0;           ///< line of its first statement
+        std::int32_t begin = 0;           ///< line of its declaration
         int id = 0;                       ///< the engine's number of the function
     };
     /// Where a breakpoint that is wanted at a line stops.
@@ -32,7 +33,8 @@ class CodeLines {
 
     /// What `module` has been built from: `mainText` gives the statement starts that the engine
     /// does not report; `mainSource` is the name of its section, which becomes the empty one.
-    static std::shared_ptr<const CodeLines> of(asIScriptModule& module, std::string_view mainText,
+    static std::shared_ptr<const CodeLines> of(asIScriptModule& module,
+                                               const StatementStarts& mainText,
                                                std::string_view mainSource);
 
     /// Ascending; empty for an unknown source.
@@ -40,8 +42,7 @@ class CodeLines {
     bool hasSource(const std::string& source) const { return lines_.count(source) > 0; }
     bool hasCode(const std::string& source, std::int32_t line) const;
 
-    /// The line itself, or the next one with code in the same function; between functions the first
-    /// line of the next one.
+    /// The line itself, or the next one with code.
     Resolved resolve(const std::string& source, std::int32_t line) const;
     /// Functions with this name: "name", "Class::name" or "ns::name"; a bare name finds functions
     /// and methods of every class.
@@ -49,9 +50,9 @@ class CodeLines {
     const std::vector<Function>& functions() const noexcept { return functions_; }
 
   private:
-    void add(asIScriptFunction* function, std::string_view mainSource);
-    void addHeads(std::string_view mainText, asIScriptEngine& engine);
+    void addHeads(const StatementStarts& mainText);
     void finish();
+    Function* innermost(const std::string& source, std::int32_t line);
 
     std::vector<Function> functions_;
     std::map<std::string, std::vector<std::int32_t>> lines_;

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "debug/code_lines.h"
@@ -12,8 +11,14 @@ namespace korvant {
 
 class Coverage {
   public:
+    /// `mainSource`: the section that is the main text.
+    explicit Coverage(std::string mainSource) : mainSource_(std::move(mainSource)) {}
+
     /// One statement of `context` is about to run.
     void count(asIScriptContext& context) noexcept;
+    /// Functions may have been replaced: their addresses are used again. Counts stay.
+    void forgetFunctions() noexcept { last_ = nullptr; }
+    void clear();
 
     struct Line {
         std::int32_t line = 0;
@@ -25,20 +30,16 @@ class Coverage {
     std::string lcov(const CodeLines& code, const std::string& mainPath) const;
     /// "12 of 15 lines (80 %)".
     std::string summary(const CodeLines& code) const;
-    void clear();
-
-    /// The section that is the main text.
-    void setMainSource(std::string source) { mainSource_ = std::move(source); }
 
   private:
     struct Counts {
-        asIScriptFunction* function = nullptr;
         std::string source;
         std::vector<std::uint64_t> hits;  ///< by line
     };
-    std::size_t slotOf(asIScriptContext& context, asIScriptFunction* function);
+    std::size_t slotOf(asIScriptFunction& function) noexcept;
+    static bool grow(std::vector<std::uint64_t>& hits, std::size_t index) noexcept;
+    std::string functionRecords(const CodeLines& code, const std::string& source) const;
 
-    std::unordered_map<asIScriptFunction*, std::size_t> slots_;
     std::vector<Counts> counts_;
     asIScriptFunction* last_ = nullptr;
     std::size_t lastSlot_ = 0;

@@ -16,6 +16,8 @@ class Profiler {
 
     /// Notes the stack of `context`.
     void sample(asIScriptContext& context);
+    /// The functions may be gone; the samples stay.
+    void forgetFunctions() { names_.clear(); }
     std::uint64_t samples() const noexcept { return samples_; }
 
     /// "main;Class::method;inner 12", one line for each stack, sorted: what flame graph tools read.
@@ -25,7 +27,7 @@ class Profiler {
     void clear();
 
   private:
-    const std::string& nameOf(asIScriptFunction* function);
+    const std::string& nameOf(asIScriptFunction& function);
 
     std::map<std::string, std::uint64_t> stacks_;
     std::map<std::string, std::uint64_t> own_;

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "debug/frame_scope.h"
+#include "debug/statement_starts.h"
 #include "host/engine/engine_compat.h"
 
 namespace korvant {
@@ -25,26 +27,30 @@ struct DebugValue {
     std::uint64_t indexed = 0;  ///< how many elements
     bool changed = false;       ///< other than at the last stop
     bool settable = false;
-    bool base = false;  ///< not a value but the members that a base class brings
+    bool heading = false;  ///< no value: a name over those below it
 };
 
 struct ValueFormat {
     bool hex = false;             ///< integers as 0x with the width of their type
     std::size_t longest = 16384;  ///< bytes of one text; "..." behind what is cut
+    /// For the clipboard: objects and arrays to their last member.
     static ValueFormat whole() { return {false, static_cast<std::size_t>(-1)}; }
 };
 
 enum class ValueScope { locals, thisObject, globals };
 
-/// A value without a name: what an expression gave.
-struct TypedValue {
-    int typeId = 0;
-    void* address = nullptr;  ///< of the value; of the pointer for a handle
-    bool constant = false;
+/// What can be assigned to.
+struct ValueTarget {
+    TypedValue value;             ///< address null: see `part`
+    const void* owner = nullptr;  ///< the object whose view has part `part`
+    const asITypeInfo* ownerType = nullptr;
+    std::uint64_t part = 0;
+    std::string evaluateName;
+    std::string why;  ///< it cannot be set; empty: it can
 };
 
-/// What the script holds of the frames of one context. Values lie in the script's memory: the tree
-/// must be cleared before the script goes on. Reading runs no script code.
+/// Values lie in the script's memory: the tree must be ended before the script goes on. Reading
+/// runs no script code. Script's thread only.
 class ValueTree {
   public:
     ValueTree();
@@ -53,15 +59,19 @@ class ValueTree {
     ValueTree& operator=(const ValueTree&) = delete;
 
     /// The script stands still: all nodes of before are gone. `text` is the script's main text, by
-    /// which the declaration of a variable is told from its use; empty when unknown.
-    void begin(asIScriptContext* context, std::string_view text);
+    /// which the declaration of a variable is told from its use, and `mainSource` its section;
+    /// null: unknown. `module` has the global variables where there is no frame. All must live to
+    /// end().
+    void begin(asIScriptContext* context, asIScriptModule* module, const StatementStarts* text,
+               std::string_view mainSource);
     /// The script goes on: what was shown is remembered for the marks of the next stop.
     void end();
 
-    /// The variables of a frame (`level` is the engine's number), the members of its object, or the
-    /// global variables of its module. `frame` makes marks of one frame different from another's.
+    /// Names in a frame; `level` is the engine's number. A level beyond the last: globals alone.
+    FrameScope scopeOf(unsigned level) const;
+
+    /// The variables of a frame, the members of its object, or the global variables of its module.
     ValueNode scope(ValueScope which, unsigned level);
-    bool hasThis(unsigned level) const;
 
     enum class Filter { all, named, indexed };
     /// Children `start` ... of a node, at most `count` (0: all). Empty for unknown nodes.
@@ -72,21 +82,16 @@ class ValueTree {
 
     /// The value of a path without a call: names, "this", ".member", "[index]", "ns::name". False
     /// when the expression is something else or there is no such value.
-    bool find(unsigned level, std::string_view path, TypedValue& found) const;
-    /// Shows a value that is not a child of a node. It must stay where it is until end().
-    DebugValue show(const TypedValue& value, std::string name, const ValueFormat& format = {});
+    bool find(unsigned level, std::string_view path, ValueTarget& found) const;
+    /// Shows a value that is no child of a node. It must stay where it is until end().
+    DebugValue show(const TypedValue& value, std::string name, std::string evaluateName,
+                    const ValueFormat& format = {});
+    /// A child as it is now; false when there is none of this name.
+    bool target(ValueNode node, std::string_view child, ValueTarget& found) const;
+    bool child(ValueNode node, std::string_view name, DebugValue& found,
+               const ValueFormat& format = {});
     /// Keeps something alive until end().
     void keep(std::shared_ptr<void> what);
-
-    /// What a child of a node is made of; address null when it has none of its own.
-    struct Target {
-        TypedValue value;
-        const void* owner = nullptr;  ///< of a property that is set through its type's view
-        int ownerType = 0;
-        std::uint64_t property = 0;
-        std::string evaluateName;
-    };
-    bool target(ValueNode node, std::string_view child, Target& found);
 
   private:
     struct Impl;

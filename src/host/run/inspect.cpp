@@ -73,6 +73,8 @@ ValueView viewObject(ValueView value) {
 StoppedScript::StoppedScript(asIScriptContext* context)
     : context_(context), engine_(context != nullptr ? context->GetEngine() : nullptr) {}
 
+StoppedScript::StoppedScript(asIScriptEngine& engine) : context_(nullptr), engine_(&engine) {}
+
 bool StoppedScript::readable() const {
     if (context_ == nullptr) return false;
     const asEContextState state = context_->GetState();
@@ -119,7 +121,8 @@ std::vector<VariableInfo> StoppedScript::declarations(unsigned level) const {
 }
 
 ValueView StoppedScript::view(int typeId, const void* address) const {
-    if (!readable() || address == nullptr) return {};
+    const bool valuesAlone = context_ == nullptr && engine_ != nullptr;
+    if ((!valuesAlone && !readable()) || address == nullptr) return {};
     ValueView value{ValueKind::other, typeId, address, 0, 0};
     if ((typeId & asTYPEID_OBJHANDLE) != 0) {
         value.typeId = typeId & ~(asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST);

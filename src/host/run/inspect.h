@@ -53,6 +53,8 @@ struct ValueView {
 class StoppedScript {
   public:
     explicit StoppedScript(asIScriptContext* context);
+    /// Values alone, of a script that stands still inside a call; there are no frames.
+    explicit StoppedScript(asIScriptEngine& engine);
 
     bool readable() const;
     unsigned frameCount() const;

@@ -1,0 +1,151 @@
+#include "debug/code_lines.h"
+
+#include <algorithm>
+#include <set>
+
+#include "debug/frames.h"
+#include "debug/statement_starts.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr int kLastLine = (1 << 20) - 1;
+/// So many numbers of the engine without a function behind the last known one end the search.
+constexpr int kGap = 4096;
+
+using Functions = std::vector<asIScriptFunction*>;
+
+/// The engine numbers its functions; lambdas and the initialisers of global variables can be
+/// reached in no other way.
+Functions functionsOf(asIScriptModule& module) {
+    asIScriptEngine& engine = *module.GetEngine();
+    Functions found;
+    for (int id = 1, empty = 0; empty < kGap; ++id) {
+        asIScriptFunction* const function = engine.GetFunctionById(id);
+        empty = function == nullptr ? empty + 1 : 0;
+        if (function == nullptr || function->GetFuncType() != asFUNC_SCRIPT) continue;
+        if (function->GetModule() == &module) found.push_back(function);
+    }
+    return found;
+}
+
+/// The first line from which the function finds code; 0: none. `hint` is where functions that
+/// follow each other begin.
+int firstLine(const asIScriptFunction& function, int hint, int lastLine) {
+    for (int line = hint; line <= lastLine; ++line)
+        if (function.FindNextLineWithCode(line) >= 0) return line;
+    for (int line = std::min(hint, lastLine); line > 0; --line)
+        if (function.FindNextLineWithCode(line) >= 0) {
+            while (line > 1 && function.FindNextLineWithCode(line - 1) >= 0) --line;
+            return line;
+        }
+    return 0;
+}
+
+std::vector<std::int32_t> linesOf(const asIScriptFunction& function, int first, int lastLine) {
+    std::vector<std::int32_t> lines;
+    for (int line = first; line <= lastLine; ++line) {
+        const int found = function.FindNextLineWithCode(line);
+        if (found < 0) break;
+        if (found >= line) lines.push_back(found);
+    }
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    return lines;
+}
+
+}  // namespace
+
+std::shared_ptr<const CodeLines> CodeLines::of(asIScriptModule& module,
+                                               const StatementStarts& mainText,
+                                               std::string_view mainSource) {
+    auto code = std::make_shared<CodeLines>();
+    int hint = 1;
+    for (asIScriptFunction* const function : functionsOf(module)) {
+        const char* const section = function->GetScriptSectionName();
+        Function added;
+        added.source = section != nullptr ? section : "";
+        const bool isMain = added.source == mainSource;
+        if (isMain) added.source.clear();
+        const int lastLine = isMain ? std::min(mainText.lineCount(), kLastLine) : kLastLine;
+        added.begin = firstLine(*function, hint, lastLine);
+        if (added.begin == 0) continue;
+        added.lines = linesOf(*function, added.begin, lastLine);
+        hint = added.lines.empty() ? added.begin : added.lines.back();
+        added.name = qualifiedName(*function);
+        added.declaration = function->GetDeclaration(true, true, false);
+        added.id = function->GetId();
+        if (!added.lines.empty()) code->functions_.push_back(std::move(added));
+    }
+    code->addHeads(mainText);
+    code->finish();
+    return code;
+}
+
+/// Conditions and increments of loops whose head takes several lines: the engine reports those
+/// lines when they run, and knows nothing of them when asked.
+void CodeLines::addHeads(const StatementStarts& mainText) {
+    for (const std::int32_t line : mainText.loopHeadLines())
+        if (Function* const function = innermost({}, line)) function->lines.push_back(line);
+}
+
+void CodeLines::finish() {
+    for (Function& function : functions_) {
+        std::sort(function.lines.begin(), function.lines.end());
+        function.lines.erase(std::unique(function.lines.begin(), function.lines.end()),
+                             function.lines.end());
+        auto& lines = lines_[function.source];
+        lines.insert(lines.end(), function.lines.begin(), function.lines.end());
+    }
+    for (auto& [source, lines] : lines_) {
+        std::sort(lines.begin(), lines.end());
+        lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    }
+}
+
+const std::vector<std::int32_t>& CodeLines::lines(const std::string& source) const {
+    static const std::vector<std::int32_t> none;
+    const auto found = lines_.find(source);
+    return found == lines_.end() ? none : found->second;
+}
+
+bool CodeLines::hasCode(const std::string& source, std::int32_t line) const {
+    const std::vector<std::int32_t>& known = lines(source);
+    return std::binary_search(known.begin(), known.end(), line);
+}
+
+/// Of the functions around a line the one with the fewest lines: a lambda stands in a function.
+CodeLines::Function* CodeLines::innermost(const std::string& source, std::int32_t line) {
+    Function* best = nullptr;
+    for (Function& function : functions_) {
+        if (function.source != source || line < function.begin || line > function.lines.back())
+            continue;
+        if (best == nullptr ||
+            function.lines.back() - function.begin < best->lines.back() - best->begin)
+            best = &function;
+    }
+    return best;
+}
+
+CodeLines::Resolved CodeLines::resolve(const std::string& source, std::int32_t line) const {
+    const auto found = lines_.find(source);
+    if (found == lines_.end()) return {false, 0, "This file is no part of the script."};
+    if (line < 1) return {false, 0, "There is no such line."};
+    const auto next = std::lower_bound(found->second.begin(), found->second.end(), line);
+    if (next == found->second.end()) return {false, 0, "There is no code at or after this line."};
+    return {true, *next, {}};
+}
+
+std::vector<const CodeLines::Function*> CodeLines::find(std::string_view name) const {
+    std::vector<const Function*> found;
+    for (const Function& function : functions_) {
+        const std::string& full = function.name;
+        const bool tail = full.size() > name.size() + 1 && full.ends_with(name) &&
+                          full[full.size() - name.size() - 1] == ':';
+        if (!name.empty() && (full == name || tail)) found.push_back(&function);
+    }
+    return found;
+}
+
+}  // namespace korvant

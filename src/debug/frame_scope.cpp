@@ -1,0 +1,167 @@
+#include "debug/frame_scope.h"
+
+#include <algorithm>
+
+namespace korvant {
+
+namespace {
+
+std::string orEmpty(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+/// "const" in front, or behind the sign of a handle, makes the variable itself constant only where
+/// it is no handle to something constant.
+bool isConstant(const std::string& declaration, int typeId) {
+    if ((typeId & asTYPEID_OBJHANDLE) == 0) return declaration.starts_with("const ");
+    return declaration.find("@ const") != std::string::npos;
+}
+
+std::string withNamespace(const std::string& space, std::string_view name) {
+    return space.empty() ? std::string(name) : space + "::" + std::string(name);
+}
+
+std::string outerOf(const std::string& space) {
+    const auto end = space.rfind("::");
+    return end == std::string::npos ? std::string() : space.substr(0, end);
+}
+
+}  // namespace
+
+FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
+                       const StatementStarts* text, std::string_view mainSource)
+    : context_(context), level_(level), module_(module), text_(text) {
+    if (context == nullptr || level >= context->GetCallstackSize()) return;
+    function_ = context->GetFunction(level);
+    if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return;
+    if (function_->GetModule() != nullptr) module_ = function_->GetModule();
+    const char* section = nullptr;
+    line_ = context->GetLineNumber(level, &column_, &section);
+    if (orEmpty(section) != mainSource) text_ = nullptr;
+}
+
+std::string FrameScope::nameSpace() const {
+    if (function_ == nullptr) return {};
+    const asITypeInfo* const type = function_->GetObjectType();
+    return orEmpty(type != nullptr ? type->GetNamespace() : function_->GetNamespace());
+}
+
+bool FrameScope::notYetSet(std::string_view name) const {
+    return text_ != nullptr && line_ > 0 && text_->declares(line_, column_, name);
+}
+
+NamedValue FrameScope::local(asUINT index) const {
+    NamedValue found;
+    found.name = orEmpty(context_->GetVarName(index, level_));
+    // The engine's buffer is used again by the next question.
+    found.declaration = orEmpty(context_->GetVarDeclaration(index, level_, true));
+    found.value.typeId = context_->GetVarTypeId(index, level_);
+    found.value.constant = isConstant(found.declaration, found.value.typeId);
+    if (!notYetSet(found.name)) found.value.address = context_->GetAddressOfVar(index, level_);
+    return found;
+}
+
+std::vector<NamedValue> FrameScope::locals() const {
+    std::vector<NamedValue> found;
+    if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return found;
+    const int count = context_->GetVarCount(level_);
+    for (asUINT i = 0; count > 0 && i < static_cast<asUINT>(count); ++i) {
+        const char* const name = context_->GetVarName(i, level_);
+        if (name == nullptr || *name == '\0' || !context_->IsVarInScope(i, level_)) continue;
+        std::erase_if(found, [name](const NamedValue& outer) { return outer.name == name; });
+        found.push_back(local(i));
+    }
+    return found;
+}
+
+bool FrameScope::hasThis() const {
+    return function_ != nullptr && function_->GetObjectType() != nullptr &&
+           function_->GetFuncType() == asFUNC_SCRIPT && context_->GetThisPointer(level_) != nullptr;
+}
+
+TypedValue FrameScope::thisObject() const {
+    if (!hasThis()) return {};
+    auto* const object = static_cast<asIScriptObject*>(context_->GetThisPointer(level_));
+    return {object->GetTypeId(), object, function_->IsReadOnly()};
+}
+
+std::vector<NamedValue> FrameScope::members() const {
+    std::vector<NamedValue> found;
+    if (!hasThis()) return found;
+    auto* const object = static_cast<asIScriptObject*>(context_->GetThisPointer(level_));
+    for (asUINT i = 0; i < object->GetPropertyCount(); ++i)
+        found.push_back({orEmpty(object->GetPropertyName(i)),
+                         {},
+                         {object->GetPropertyTypeId(i), object->GetAddressOfProperty(i),
+                          function_->IsReadOnly()}});
+    return found;
+}
+
+std::vector<NamedValue> FrameScope::globals() const {
+    std::vector<NamedValue> found;
+    for (asUINT i = 0; module_ != nullptr && i < module_->GetGlobalVarCount(); ++i) {
+        const char* name = nullptr;
+        const char* space = nullptr;
+        NamedValue global;
+        if (module_->GetGlobalVar(i, &name, &space, &global.value.typeId, &global.value.constant) <
+            0)
+            continue;
+        global.name = withNamespace(orEmpty(space), orEmpty(name));
+        global.value.address = module_->GetAddressOfGlobalVar(i);
+        found.push_back(std::move(global));
+    }
+    return found;
+}
+
+bool FrameScope::findLocal(std::string_view name, NamedValue& found) const {
+    if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return false;
+    for (int i = context_->GetVarCount(level_); i-- > 0;) {
+        const auto index = static_cast<asUINT>(i);
+        const char* const known = context_->GetVarName(index, level_);
+        if (known == nullptr || name != known || !context_->IsVarInScope(index, level_)) continue;
+        found = local(index);
+        return true;
+    }
+    return false;
+}
+
+bool FrameScope::findMember(std::string_view name, TypedValue& found) const {
+    if (!hasThis()) return false;
+    for (const NamedValue& member : members())
+        if (member.name == name) {
+            found = member.value;
+            return true;
+        }
+    return false;
+}
+
+bool FrameScope::findGlobal(std::string_view name, TypedValue& found) const {
+    const std::vector<NamedValue> all = globals();
+    const bool fromTop = name.starts_with("::");
+    if (fromTop) name.remove_prefix(2);
+    for (std::string space = fromTop ? std::string() : nameSpace();; space = outerOf(space)) {
+        const std::string full = withNamespace(space, name);
+        const auto global = std::find_if(all.begin(), all.end(),
+                                         [&](const NamedValue& g) { return g.name == full; });
+        if (global != all.end()) {
+            found = global->value;
+            return true;
+        }
+        if (space.empty()) return false;
+    }
+}
+
+bool FrameScope::find(std::string_view name, TypedValue& found) const {
+    NamedValue local;
+    if (findLocal(name, local)) {
+        found = local.value;
+        return true;
+    }
+    if (name == "this" && hasThis()) {
+        found = thisObject();
+        return true;
+    }
+    return findMember(name, found) || findGlobal(name, found);
+}
+
+}  // namespace korvant

@@ -1,0 +1,67 @@
+// What the names in a frame of a script that stands still mean.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "debug/statement_starts.h"
+#include "host/engine/engine_compat.h"
+
+namespace korvant {
+
+/// A value without a name: what a variable holds or an expression gave.
+struct TypedValue {
+    int typeId = 0;
+    void* address = nullptr;  ///< of the value; of the pointer for a handle; null: not yet set
+    bool constant = false;
+};
+
+/// A variable, a member of the frame's object, or a global variable.
+struct NamedValue {
+    std::string name;         ///< with its namespace
+    std::string declaration;  ///< "int[] values"; empty for members and globals
+    TypedValue value;
+};
+
+/// Reads names in one frame. Valid while the script stands still.
+class FrameScope {
+  public:
+    /// `context` may be null and `level` beyond the last frame: the globals of `module` then.
+    /// `text` may be null; it is that of the section `mainSource`.
+    FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
+               const StatementStarts* text, std::string_view mainSource);
+
+    asIScriptFunction* function() const noexcept { return function_; }
+    asIScriptModule* module() const noexcept { return module_; }
+    std::string nameSpace() const;
+
+    /// Parameters and locals in order of declaration, one for each name: the innermost in scope.
+    std::vector<NamedValue> locals() const;
+    bool hasThis() const;
+    TypedValue thisObject() const;
+    /// Members of the frame's object, those of its base classes among them.
+    std::vector<NamedValue> members() const;
+    std::vector<NamedValue> globals() const;
+
+    /// A local, "this", a member, a global variable as the frame's function would find it; false
+    /// for any other name. `name` may have a namespace.
+    bool find(std::string_view name, TypedValue& found) const;
+    bool findLocal(std::string_view name, NamedValue& found) const;
+    bool findMember(std::string_view name, TypedValue& found) const;
+    bool findGlobal(std::string_view name, TypedValue& found) const;
+
+  private:
+    NamedValue local(asUINT index) const;
+    bool notYetSet(std::string_view name) const;
+
+    asIScriptContext* context_;
+    unsigned level_;
+    asIScriptFunction* function_ = nullptr;
+    asIScriptModule* module_;
+    const StatementStarts* text_;
+    int line_ = 0;
+    int column_ = 0;
+};
+
+}  // namespace korvant

@@ -1,0 +1,64 @@
+#include "debug/frames.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace korvant {
+
+namespace {
+
+std::string orEmpty(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+/// The compiler calls what has no name in the script by names of its own.
+std::string plainName(const asIScriptFunction& function) {
+    std::string name = orEmpty(function.GetName());
+    return !name.empty() && name.front() == '$' ? "lambda" : name;
+}
+
+bool isInitialiser(const asIScriptFunction& function) {
+    return orEmpty(function.GetName()).empty();
+}
+
+}  // namespace
+
+std::string qualifiedName(const asIScriptFunction& function) {
+    if (isInitialiser(function)) return "global variables";
+    std::string name = plainName(function);
+    std::string space = orEmpty(function.GetNamespace());
+    if (const asITypeInfo* const type = function.GetObjectType()) {
+        space = orEmpty(type->GetNamespace());
+        name = orEmpty(type->GetName()) + "::" + name;
+    }
+    return space.empty() ? name : space + "::" + name;
+}
+
+Frames::Frames(asIScriptContext* context, std::string_view mainSource)
+    : context_(context), mainSource_(mainSource) {
+    const asUINT count = context != nullptr ? context->GetCallstackSize() : 0;
+    for (asUINT level = 0; level < count; ++level)
+        if (context->GetFunction(level) != nullptr) levels_.push_back(level);
+}
+
+DebugFrame Frames::frame(unsigned index) const {
+    DebugFrame frame;
+    if (index >= count()) return frame;
+    frame.level = levels_[index];
+    asIScriptFunction* const function = context_->GetFunction(frame.level);
+    frame.name = qualifiedName(*function);
+    frame.function = isInitialiser(*function)
+                         ? frame.name
+                         : std::string(function->GetDeclaration(true, true, false));
+    frame.native = function->GetFuncType() == asFUNC_SYSTEM;
+    if (frame.native) return frame;
+    const char* section = nullptr;
+    int column = 0;
+    frame.place.line = std::max(context_->GetLineNumber(frame.level, &column, &section), 0);
+    frame.place.column = column;
+    frame.place.source = orEmpty(section);
+    if (frame.place.source == mainSource_) frame.place.source.clear();
+    return frame;
+}
+
+}  // namespace korvant

@@ -1,0 +1,35 @@
+// Places in a script's text that only its tokens tell.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvant {
+
+/// A script's text with what the debugger asks of it. Lines and columns count from 1, in bytes.
+class StatementStarts {
+  public:
+    explicit StatementStarts(std::string text);
+    ~StatementStarts();
+    StatementStarts(const StatementStarts&) = delete;
+    StatementStarts& operator=(const StatementStarts&) = delete;
+
+    std::int32_t lineCount() const;
+    const std::string& text() const;
+    /// Lines, ascending, at which the condition or the increments of a loop's head begin.
+    std::vector<std::int32_t> loopHeadLines() const;
+    /// Whether a place lies in a block of `try`.
+    bool insideTry(std::int32_t line, std::int32_t column) const;
+    /// Whether the statement that begins at or behind a place declares the variable: it exists
+    /// there, and nothing has set it.
+    bool declares(std::int32_t line, std::int32_t column, std::string_view name) const;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace korvant
