@@ -18,6 +18,7 @@ enum ExitCode : int {
 
 /// Each adds its subcommand to `app`; the command writes its exit code when it is chosen.
 void addRunCommand(CLI::App& app, int& exitCode);
+void addDebugCommand(CLI::App& app, int& exitCode);
 void addCheckCommand(CLI::App& app, int& exitCode);
 void addEvalCommand(CLI::App& app, int& exitCode);
 void addObjectCommand(CLI::App& app, int& exitCode);

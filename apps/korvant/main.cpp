@@ -54,6 +54,7 @@ int main(int argc, char** argv) {
     app.require_subcommand(0, 1);
     int exitCode = korvant_app::kFinished;
     korvant_app::addRunCommand(app, exitCode);
+    korvant_app::addDebugCommand(app, exitCode);
     korvant_app::addCheckCommand(app, exitCode);
     korvant_app::addEvalCommand(app, exitCode);
     korvant_app::addObjectCommand(app, exitCode);

@@ -103,6 +103,26 @@ void reportBuild(const Source& source, const korvant::BuildMessages& messages) {
         complain("there may be more messages than these");
 }
 
+namespace {
+
+constexpr std::size_t kShownCalls = 20;
+
+/// "called from FILE:LINE in FUNCTION" for each call that had not returned.
+void reportCalls(const Source& source, const korvant::RunFailure& failure) {
+    const std::size_t shown = std::min(failure.stack.size(), kShownCalls);
+    for (std::size_t i = 1; i < shown; ++i) {
+        const korvant::RunFrame& frame = failure.stack[i];
+        const std::string& file = frame.source.empty() ? source.name : frame.source;
+        const std::string place =
+            frame.line > 0 ? file + ":" + std::to_string(frame.line) + " in " : "the library's ";
+        say("called from " + place + frame.function + "\n");
+    }
+    if (failure.calls > shown)
+        say("and " + std::to_string(failure.calls - shown) + " more calls\n");
+}
+
+}  // namespace
+
 void reportRun(const Source& source, const korvant::RunFailure& failure) {
     using Kind = korvant::RunFailure::Kind;
     if (failure.kind == Kind::none || failure.kind == Kind::build) return;
@@ -111,6 +131,7 @@ void reportRun(const Source& source, const korvant::RunFailure& failure) {
     if (failure.line < 1) return;
     say(source.name + ":" + std::to_string(failure.line) + "\n");
     say(excerpt(lineOf(source.text, failure.line), 0));
+    reportCalls(source, failure);
 }
 
 void complain(const std::string& text) {

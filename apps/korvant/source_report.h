@@ -18,7 +18,8 @@ struct Source {
 /// other, to standard error.
 void reportBuild(const Source& source, const korvant::BuildMessages& messages);
 
-/// The run's message, and "NAME:LINE" with the source line where it ended; nothing for none.
+/// The run's message, "NAME:LINE" with the source line where it ended, and the calls that had not
+/// returned; nothing for none.
 void reportRun(const Source& source, const korvant::RunFailure& failure);
 
 /// "korvant: TEXT" to standard error. Texts of scripts cannot steer a terminal there.

@@ -71,9 +71,21 @@ typedef struct KorvantRunResult {
     int32_t line;        /* 1-based line of the failure; 0: unknown */
     uint32_t unwritten;  /* how many files could not be written; see GetUnwrittenFile */
     const char* message; /* as the user was told it; empty, never null */
+    uint32_t frames;     /* how many calls GetRunFrame knows; 0 where nothing failed in a script */
+    uint32_t calls;      /* how many there were when the run failed */
 } KorvantRunResult;
 
+/* A call that had not returned when the run failed. */
+typedef struct KorvantRunFrame {
+    uint32_t size;        /* sizeof(KorvantRunFrame), set by the caller */
+    int32_t line;         /* 1-based; 0 in a function of the library */
+    const char* function; /* "int Class::method(int)" */
+    const char* source;   /* empty for the main text */
+} KorvantRunFrame;
+
 KORVANTIDE_API void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result);
+/* The innermost call is 0. 1, or 0 beyond the last one. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL GetRunFrame(uint32_t index, KorvantRunFrame* frame);
 /* "could not write FILE: reason"; null beyond the last one. */
 KORVANTIDE_API const char* KORVANTIDE_CALL GetUnwrittenFile(uint32_t index);
 

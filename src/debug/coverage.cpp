@@ -19,8 +19,13 @@ void Coverage::count(asIScriptContext& context) noexcept {
         last_ = function;
     }
     if (lastSlot_ == kNoSlot) return;
-    const std::int32_t line = currentLine(context);
+    int column = 0;
+    const std::int32_t line = context.GetLineNumber(0, &column);
     if (line <= 0) return;
+    // The engine calls twice for the first statement of a function.
+    const Place here{function, context.GetCallstackSize(), line, column};
+    if (here == counted_) return;
+    counted_ = here;
     std::vector<std::uint64_t>& hits = counts_[lastSlot_].hits;
     const auto index = static_cast<std::size_t>(line);
     if (index >= hits.size() && !grow(hits, index)) return;
@@ -103,6 +108,16 @@ std::string Coverage::functionRecords(const CodeLines& code, const std::string& 
     return text + "FNF:" + std::to_string(found) + "\nFNH:" + std::to_string(hit) + "\n";
 }
 
+std::string Coverage::unknownLines(const CodeLines& code) const {
+    std::string text;
+    for (const Counts& counts : counts_)
+        for (std::size_t line = 0; line < counts.hits.size(); ++line)
+            if (counts.hits[line] > 0 &&
+                !code.hasCode(counts.source, static_cast<std::int32_t>(line)))
+                text += counts.source + ":" + std::to_string(line) + " ";
+    return text;
+}
+
 std::string Coverage::summary(const CodeLines& code) const {
     std::size_t found = 0;
     std::size_t hit = 0;
@@ -120,7 +135,7 @@ std::string Coverage::summary(const CodeLines& code) const {
 
 void Coverage::clear() {
     counts_.clear();
-    last_ = nullptr;
+    forgetFunctions();
 }
 
 }  // namespace korvant

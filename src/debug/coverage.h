@@ -17,7 +17,10 @@ class Coverage {
     /// One statement of `context` is about to run.
     void count(asIScriptContext& context) noexcept;
     /// Functions may have been replaced: their addresses are used again. Counts stay.
-    void forgetFunctions() noexcept { last_ = nullptr; }
+    void forgetFunctions() noexcept {
+        last_ = nullptr;
+        counted_ = {};
+    }
     void clear();
 
     struct Line {
@@ -28,6 +31,8 @@ class Coverage {
     std::vector<Line> lines(const CodeLines& code, const std::string& source) const;
     /// The form that lcov's tools read. `mainPath` stands for the main text.
     std::string lcov(const CodeLines& code, const std::string& mainPath) const;
+    /// Lines that ran and of which `code` knows nothing, "SOURCE:LINE " each; for tests.
+    std::string unknownLines(const CodeLines& code) const;
     /// "12 of 15 lines (80 %)".
     std::string summary(const CodeLines& code) const;
 
@@ -41,6 +46,14 @@ class Coverage {
     std::string functionRecords(const CodeLines& code, const std::string& source) const;
 
     std::vector<Counts> counts_;
+    struct Place {
+        const asIScriptFunction* function = nullptr;
+        unsigned depth = 0;
+        std::int32_t line = 0;
+        int column = 0;
+        bool operator==(const Place&) const = default;
+    };
+    Place counted_;
     asIScriptFunction* last_ = nullptr;
     std::size_t lastSlot_ = 0;
     std::string mainSource_;

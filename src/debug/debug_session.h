@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -31,29 +30,31 @@ enum class DebugState {
 struct StopInfo {
     StopReason reason = StopReason::step;
     ScriptPlace place;
-    std::string text;         ///< of the exception, or what a data breakpoint saw
+    std::string text;         ///< of the exception, or the expression whose value changed
     std::vector<int> hitIds;  ///< breakpoints that stopped
     ExceptionKind exception = ExceptionKind::unhandled;
-    std::string before;  ///< value of a data breakpoint before, and now
+    bool always = false;  ///< stopped because every exception stops, not because it is unhandled
+    std::string before;   ///< value of a data breakpoint before, and now
     std::string now;
 };
 
-/// Told what a session does, on the script's thread.
+/// Told what a session does, on the script's thread. Nothing may be thrown.
 class DebugListener {
   public:
     virtual ~DebugListener() = default;
-    /// A run is about to begin; its breakpoints are resolved. Global variables are not yet made.
+    /// A script is built and its breakpoints are resolved. Global variables are not yet made.
     virtual void onBuilt() {}
     /// The run stands still. While it is held (state()), it goes on when this returns: by the last
-    /// of goOn(), stepOver() ... that was called in it, or as goOn() when none was.
+    /// of goOn(), stepOver() ... that was called in it, or as goOn() when none was. While it is
+    /// suspended, it can be continued once the call that ran it has returned.
     virtual void onStopped(const StopInfo& info) = 0;
     virtual void onContinued() {}
-    /// A log text of a breakpoint, or why one of its texts cannot be evaluated. Ends with a line
-    /// feed.
+    /// A log text of a breakpoint, or why one of its texts cannot be evaluated; ends with a line
+    /// feed. `breakpointId` 0: of none.
     virtual void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) {
         (void)text, (void)place, (void)breakpointId;
     }
-    /// Verified, moved or refused: state of breakpoints that changed without being asked for.
+    /// Verified, moved or refused: breakpoints whose state changed without being asked for.
     virtual void onBreakpointsChanged(const std::vector<int>& ids) { (void)ids; }
     /// Between two statements of a run for which requestAttention() was called.
     virtual void onAttention() {}
@@ -67,75 +68,84 @@ enum class StopStyle {
     suspend  ///< statements of the run itself suspend it, everything else is held
 };
 
+enum class StepBy { line, statement };
+
+/// A value as text with children, or why there is none.
+struct ShownValue {
+    std::string error;
+    bool isVoid = false;
+    DebugValue value;
+};
+
 /// All functions are for the script's thread unless they say otherwise. While it is attached, every
 /// run of the script session is debugged, whoever starts it.
 class DebugSession {
   public:
+    /// Both must outlive it.
     DebugSession(ScriptSession& session, DebugListener& listener);
-    ~DebugSession();  ///< detaches
+    /// Detaches. The engine of its last run must still be there.
+    ~DebugSession();
     DebugSession(const DebugSession&) = delete;
     DebugSession& operator=(const DebugSession&) = delete;
 
-    void attach();
+    /// Not while something runs. False when another session is attached.
+    bool attach();
     void detach();
     bool attached() const noexcept;
 
-    // What is wanted. May change at any time; call apply() when it changed while a run stands
-    // still or in onAttention().
+    // What is wanted. It may change at any time; call apply() afterwards.
     BreakpointBook& breakpoints() noexcept;
     StopRules& rules() noexcept;
     void setStyle(StopStyle style);
     /// Not owned; null: none. Before a run.
     void setCoverage(Coverage* coverage);
     void setProfiler(Profiler* profiler);
-    /// Resolves the breakpoints and makes the run look at them. Ids whose state has changed.
-    std::vector<int> apply();
+    /// Makes a run that is under way look at what is wanted now.
+    void apply();
 
     /// Builds `text` as the main text and runs its int main(), attached meanwhile. Returns when the
-    /// run is over or suspended. True when it finished or is suspended.
-    bool start(asIScriptEngine* engine, asIScriptContext* context, const std::string& text);
-    /// The same again with the text of the last start; from inside a stop the run is ended first
-    /// and the new one begins when the old start() would have returned.
+    /// run is over or suspended.
+    RunOutcome start(asIScriptEngine* engine, asIScriptContext* context, const std::string& text);
+    /// From inside a stop: the run is ended, and the same text is run again by the start() that is
+    /// under way. False when start() does not run.
     bool restart();
     DebugState state() const noexcept;
-    const StopInfo& stop() const noexcept;  ///< the last one; valid while it stands still
+    const StopInfo& stop() const noexcept;  ///< the last one
 
     // How it goes on. While held these are remembered until onStopped() returns. While suspended
     // they run on and return as start() does. False when nothing stands still.
     bool goOn();
-    bool stepOver();
-    bool stepInto();
+    bool stepOver(StepBy by = StepBy::line);
+    bool stepInto(StepBy by = StepBy::line);
     bool stepOut();
     bool runTo(const ScriptPlace& place);
-    /// The run ends at its next statement. From any thread while it runs.
+    /// The run ends: a held one when onStopped() returns, a suspended one now, one that runs at
+    /// its next statement, also from another thread.
     void stopRun();
 
     /// The run stops before its next statement. From any thread.
     void requestPause() noexcept;
-    /// onAttention() is called before the next statement, 20 ms later at most while statements run.
-    /// From any thread.
+    /// onAttention() is called before the next statement, some 20 ms later at most while statements
+    /// run. From any thread.
     void requestAttention() noexcept;
-    /// The native function that runs, "Input"; empty between statements. Any thread; only to show.
+    /// The function of the library that runs now, "Input"; empty between statements and when
+    /// nothing runs. From any thread while a run is under way; only to be shown.
     std::string waitingIn() const;
 
     // What can be seen while it stands still.
-    const Frames& frames() const;
-    ValueTree& values();
-    /// `frame` counts as Frames does.
+    const Frames& frames() const noexcept;
+    ValueTree& values() noexcept;
+    /// `frame` counts as Frames does; one beyond the last: global variables.
     ValueNode scope(ValueScope which, unsigned frame);
+    bool hasThis(unsigned frame) const;
     Evaluation evaluate(unsigned frame, std::string_view expression, EvaluationPurpose purpose);
-    /// As text with children, or an error.
-    struct Shown {
-        std::string error;
-        DebugValue value;
-    };
-    Shown show(unsigned frame, std::string_view expression, EvaluationPurpose purpose,
-               const ValueFormat& format = {});
-    /// Sets a child of a node, or what an expression names. The value then, or an error.
-    Shown setChild(ValueNode parent, std::string_view child, unsigned frame,
-                   std::string_view expression, const ValueFormat& format = {});
-    Shown setExpression(unsigned frame, std::string_view target, std::string_view expression,
-                        const ValueFormat& format = {});
+    ShownValue show(unsigned frame, std::string_view expression, EvaluationPurpose purpose,
+                    const ValueFormat& format = {});
+    /// Sets a child of a node, or what an expression names; the value then.
+    ShownValue setChild(ValueNode parent, std::string_view child, unsigned frame,
+                        std::string_view expression, const ValueFormat& format = {});
+    ShownValue setExpression(unsigned frame, std::string_view target, std::string_view expression,
+                             const ValueFormat& format = {});
     void cancelEvaluation() noexcept;  ///< from any thread
 
     /// What is built now; null before the first build. From any thread.

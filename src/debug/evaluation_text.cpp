@@ -111,9 +111,9 @@ class Reader {
     bool nameAt(std::size_t i, std::string& word, std::size_t& used) {
         const std::string name(tokens_.text(i));
         NamedValue local;
-        TypedValue member;
+        NamedValue member;
         if (scope_.findLocal(name, local)) {
-            word = bind(EvaluationBinding::Kind::local, name, name, local.value, i);
+            word = bind(EvaluationBinding::Kind::local, name, local, i);
             return true;
         }
         if (!scope_.hasThis()) return false;
@@ -122,7 +122,7 @@ class Reader {
             const bool call = tokens_.isSymbol(i + 3, '(');
             if (tokens_.isSymbol(i + 1, '.') && !call && scope_.findMember(inner, member)) {
                 used = 3;
-                word = bind(EvaluationBinding::Kind::member, inner, kThis + inner, member, i + 2);
+                word = bind(EvaluationBinding::Kind::member, kThis + inner, member, i + 2);
                 return true;
             }
             word = bindThis(i);
@@ -130,7 +130,7 @@ class Reader {
         }
         const bool call = tokens_.isSymbol(i + 1, '(');
         if (!call && scope_.findMember(name, member)) {
-            word = bind(EvaluationBinding::Kind::member, name, kThis + name, member, i);
+            word = bind(EvaluationBinding::Kind::member, kThis + name, member, i);
             return true;
         }
         if (!isMethod(name, call)) return false;
@@ -153,16 +153,18 @@ class Reader {
         TypedValue object = scope_.thisObject();
         object.typeId |= asTYPEID_OBJHANDLE;
         if (object.constant) object.typeId |= asTYPEID_HANDLETOCONST;
-        return bind(EvaluationBinding::Kind::thisObject, "this", kThis, object, i);
+        return bind(EvaluationBinding::Kind::thisObject, kThis, {"this", {}, object, 0}, i);
     }
 
-    std::string bind(EvaluationBinding::Kind kind, const std::string& name,
-                     const std::string& parameter, const TypedValue& value, std::size_t token) {
-        if (value.address == nullptr) found_.error = "\"" + name + "\" is not yet set.";
+    std::string bind(EvaluationBinding::Kind kind, const std::string& parameter,
+                     const NamedValue& named, std::size_t token) {
+        const TypedValue& value = named.value;
+        if (value.address == nullptr) found_.error = "\"" + named.name + "\" is not yet set.";
         const auto known = std::find_if(
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });
-        EvaluationBinding binding{kind, passOf(kind, value, token), name, parameter, value};
+        EvaluationBinding binding{
+            kind, passOf(kind, value, token), named.name, parameter, value, named.index};
         if (known == found_.bindings.end())
             found_.bindings.push_back(std::move(binding));
         else if (binding.pass == EvaluationBinding::Pass::address)

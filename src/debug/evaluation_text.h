@@ -20,6 +20,7 @@ struct EvaluationBinding {
     std::string name;       ///< in the frame
     std::string parameter;  ///< in the function
     TypedValue value;       ///< where it lies now
+    asUINT index = 0;       ///< see NamedValue
 };
 
 struct EvaluationText {

@@ -52,6 +52,7 @@ bool FrameScope::notYetSet(std::string_view name) const {
 
 NamedValue FrameScope::local(asUINT index) const {
     NamedValue found;
+    found.index = index;
     found.name = orEmpty(context_->GetVarName(index, level_));
     // The engine's buffer is used again by the next question.
     found.declaration = orEmpty(context_->GetVarDeclaration(index, level_, true));
@@ -93,7 +94,8 @@ std::vector<NamedValue> FrameScope::members() const {
         found.push_back({orEmpty(object->GetPropertyName(i)),
                          {},
                          {object->GetPropertyTypeId(i), object->GetAddressOfProperty(i),
-                          function_->IsReadOnly()}});
+                          function_->IsReadOnly()},
+                         i});
     return found;
 }
 
@@ -125,11 +127,11 @@ bool FrameScope::findLocal(std::string_view name, NamedValue& found) const {
     return false;
 }
 
-bool FrameScope::findMember(std::string_view name, TypedValue& found) const {
+bool FrameScope::findMember(std::string_view name, NamedValue& found) const {
     if (!hasThis()) return false;
-    for (const NamedValue& member : members())
+    for (NamedValue& member : members())
         if (member.name == name) {
-            found = member.value;
+            found = std::move(member);
             return true;
         }
     return false;
@@ -161,7 +163,9 @@ bool FrameScope::find(std::string_view name, TypedValue& found) const {
         found = thisObject();
         return true;
     }
-    return findMember(name, found) || findGlobal(name, found);
+    if (!findMember(name, local)) return findGlobal(name, found);
+    found = local.value;
+    return true;
 }
 
 }  // namespace korvant

@@ -22,6 +22,7 @@ struct NamedValue {
     std::string name;         ///< with its namespace
     std::string declaration;  ///< "int[] values"; empty for members and globals
     TypedValue value;
+    asUINT index = 0;  ///< of the variable in its frame, or of the member in its object
 };
 
 /// Reads names in one frame. Valid while the script stands still.
@@ -32,6 +33,10 @@ class FrameScope {
     FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
                const StatementStarts* text, std::string_view mainSource);
 
+    asIScriptContext* context() const noexcept { return context_; }
+    unsigned level() const noexcept { return level_; }
+    int line() const noexcept { return line_; }
+    int column() const noexcept { return column_; }
     asIScriptFunction* function() const noexcept { return function_; }
     asIScriptModule* module() const noexcept { return module_; }
     std::string nameSpace() const;
@@ -48,7 +53,7 @@ class FrameScope {
     /// for any other name. `name` may have a namespace.
     bool find(std::string_view name, TypedValue& found) const;
     bool findLocal(std::string_view name, NamedValue& found) const;
-    bool findMember(std::string_view name, TypedValue& found) const;
+    bool findMember(std::string_view name, NamedValue& found) const;
     bool findGlobal(std::string_view name, TypedValue& found) const;
 
   private:

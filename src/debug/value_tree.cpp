@@ -43,7 +43,7 @@ struct ValueTree::Impl {
     asIScriptContext* context = nullptr;
     asIScriptModule* module = nullptr;
     asIScriptEngine* engine = nullptr;
-    const StatementStarts* text = nullptr;
+    const StatementStarts* source = nullptr;
     std::string mainSource;
     std::vector<Node> nodes;
     std::unordered_map<std::string, ValueNode> byPath;
@@ -81,7 +81,7 @@ void ValueTree::begin(asIScriptContext* context, asIScriptModule* module,
     impl_->engine = context != nullptr  ? context->GetEngine()
                     : module != nullptr ? module->GetEngine()
                                         : nullptr;
-    impl_->text = text;
+    impl_->source = text;
     impl_->mainSource = mainSource;
     impl_->nodes.assign(1, {});
     impl_->byPath.clear();
@@ -108,7 +108,7 @@ bool ValueTree::knows(ValueNode node) const {
 }
 
 FrameScope ValueTree::scopeOf(unsigned level) const {
-    return {impl_->context, level, impl_->module, impl_->text, impl_->mainSource};
+    return {impl_->context, level, impl_->module, impl_->source, impl_->mainSource};
 }
 
 ValueNode ValueTree::Impl::add(Node node) {
@@ -319,17 +319,14 @@ void ValueTree::Impl::fillParts(Node& node, const TypeView& view, const void* ob
     }
 }
 
-DebugValue ValueTree::show(const TypedValue& value, std::string name, std::string evaluateName,
-                           const ValueFormat& format) {
+DebugValue ValueTree::show(const ValueTarget& value, std::string name, const ValueFormat& format) {
     if (impl_->engine == nullptr) return {};
-    Child child;
-    child.name = std::move(name);
-    child.value = value;
+    const Child child{std::move(name), value.evaluateName, value.value,
+                      value.owner,     value.part,         false};
     // The same expression may give another object each time.
-    const std::string path =
-        "=" + evaluateName + "@" + std::to_string(reinterpret_cast<std::uintptr_t>(value.address));
-    child.evaluateName = std::move(evaluateName);
-    return impl_->describe(path, nullptr, child, format);
+    const auto address = reinterpret_cast<std::uintptr_t>(value.value.address);
+    const std::string path = "=" + value.evaluateName + "@" + std::to_string(address);
+    return impl_->describe(path, value.ownerType, child, format);
 }
 
 bool ValueTree::target(ValueNode node, std::string_view name, ValueTarget& found) const {

@@ -84,8 +84,7 @@ class ValueTree {
     /// when the expression is something else or there is no such value.
     bool find(unsigned level, std::string_view path, ValueTarget& found) const;
     /// Shows a value that is no child of a node. It must stay where it is until end().
-    DebugValue show(const TypedValue& value, std::string name, std::string evaluateName,
-                    const ValueFormat& format = {});
+    DebugValue show(const ValueTarget& value, std::string name, const ValueFormat& format = {});
     /// A child as it is now; false when there is none of this name.
     bool target(ValueNode node, std::string_view child, ValueTarget& found) const;
     bool child(ValueNode node, std::string_view name, DebugValue& found,

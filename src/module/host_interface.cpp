@@ -121,6 +121,17 @@ KorvantRunResult lastRun() {
     record.line = failure.line;
     record.unwritten = static_cast<std::uint32_t>(failure.unwritten.size());
     record.message = failure.text.c_str();
+    record.frames = static_cast<std::uint32_t>(failure.stack.size());
+    record.calls = static_cast<std::uint32_t>(failure.calls);
+    return record;
+}
+
+KorvantRunFrame toRecord(const RunFrame& frame) {
+    KorvantRunFrame record{};
+    record.size = sizeof record;
+    record.line = frame.line;
+    record.function = frame.function.c_str();
+    record.source = frame.source.c_str();
     return record;
 }
 
@@ -138,6 +149,15 @@ KorvantBuildMessage toRecord(const BuildMessage& message) {
 
 void KORVANTIDE_CALL GetLastRunResult(KorvantRunResult* result) {
     fill(result, lastRun);
+}
+
+std::int32_t KORVANTIDE_CALL GetRunFrame(std::uint32_t index, KorvantRunFrame* frame) {
+    return guarded(0, [&] {
+        const auto& stack = moduleSession().lastFailure().stack;
+        if (index >= stack.size()) return 0;
+        handOver(toRecord(stack[index]), frame);
+        return 1;
+    });
 }
 
 const char* KORVANTIDE_CALL GetUnwrittenFile(std::uint32_t index) {

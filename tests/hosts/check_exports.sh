@@ -2,7 +2,7 @@
 # check_exports.sh MODULE: the module exports exactly what hosts are promised.
 set -euo pipefail
 promised="CompileScript ConfigureScriptEngine ContinueApplication CountBuildMessages
-FeedScriptInput GetBuildMessage GetLastRunResult GetScriptLimits GetStrictScriptLimits GetUnwrittenFile
+FeedScriptInput GetBuildMessage GetLastRunResult GetRunFrame GetScriptLimits GetStrictScriptLimits GetUnwrittenFile
 GetEditedFile ReleaseScriptEngine RequestScriptStop RunApplication RunScript RunScriptEditor
 SetEditorLayout SetScriptLimits"
 names=$(nm -D --defined-only "$1" | cut -d' ' -f3-)

@@ -1,4 +1,5 @@
 #include "host/library/console_functions.h"
+#include "host/run/quiet_frontend.h"
 
 #include <cstring>
 #include <string>
@@ -59,7 +60,18 @@ void print(const ScriptString* text) {
 
 // Reading
 
+/// Of a script that a debugger looks at: nobody is asked.
+class RefusedInput final : public ByteSource {
+    int readChar(StopQuery) override {
+        raiseInScript(kQuietRefusal);
+        return kStopped;
+    }
+    void unreadChar(int) override {}
+};
+
 ByteSource& inputSource() {
+    static RefusedInput refused;
+    if (moduleSession().quiet()) return refused;
     if (InputFile* const file = runFiles().input()) return *file;
     scriptConsole().ensure();
     return *moduleSession().services().console;
@@ -107,6 +119,10 @@ void inputInt(int* value) {
 
 int inkey() {
     const InteractionScope waiting;
+    if (moduleSession().quiet()) {
+        raiseInScript(kQuietRefusal);
+        return Console::kEndOfInput;
+    }
     scriptConsole().ensure();
     const int key = moduleSession().services().console->readKey(runShouldStop);
     return key < 0 ? Console::kEndOfInput : key;

@@ -1,5 +1,8 @@
 #include "host/run/line_callback.h"
 
+#include <algorithm>
+#include <chrono>
+
 #include "host/engine/active_context.h"
 #include "host/engine/engine_memory.h"
 
@@ -11,25 +14,41 @@ bool steps(StepMode mode) {
     return mode != StepMode::run;
 }
 
+std::int64_t steadyMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
 }  // namespace
 
 int LineCallback::install(asIScriptContext& context) {
     return context.SetLineCallback(asFUNCTION(entry), this, asCALL_CDECL);
 }
 
-int LineCallback::installEndOnly(asIScriptContext& context) {
-    return context.SetLineCallback(asFUNCTION(endOnlyEntry), this, asCALL_CDECL);
+int LineCallback::installForGlobals(asIScriptContext& context) {
+    if (policy_ == nullptr)
+        return context.SetLineCallback(asFUNCTION(endOnlyEntry), this, asCALL_CDECL);
+    context.SetExceptionCallback(asFUNCTION(exceptionEntry), this, asCALL_CDECL);
+    return install(context);
 }
 
 bool LineCallback::mayBeOff() const noexcept {
-    return breakpoints_.empty() && !steps(state_.stepMode);
+    return breakpoints_.empty() && wantedAttention() == 0;
+}
+
+unsigned LineCallback::wantedAttention() const noexcept {
+    const bool every = steps(state_.stepMode) || everyStatement();
+    return (every ? kStepping : 0u) | (counts() ? kCounting : 0u);
 }
 
 int LineCallback::execute(asIScriptContext& context, bool ours) {
     begin(context, ours);
     const ExecutionMark mark(context);
+    if (policy_ != nullptr)
+        context.SetExceptionCallback(asFUNCTION(exceptionEntry), this, asCALL_CDECL);
     const int result = context.Execute();
     end();
+    if (policy_ != nullptr) context.ClearExceptionCallback();
     return result;
 }
 
@@ -38,7 +57,9 @@ void LineCallback::begin(asIScriptContext& context, bool ours) {
     executing_ = true;
     clear_ = nullptr;
     watched_ = watch_.start();
-    attention_ = (watched_ ? 0u : kUnwatched) | (steps(state_.stepMode) ? kStepping : 0u);
+    attention_ = (watched_ ? 0u : kUnwatched) | wantedAttention();
+    attendedAt_ = steadyMilliseconds();
+    run_ = ours ? &context : nullptr;
     if (watched_) objects_.watch(*context.GetEngine());
     // What is due from the start must not wait for the watch thread to wake up.
     const bool due = millisecondsLeft(1) == 0;
@@ -56,9 +77,57 @@ void LineCallback::end() {
     objects_.forget();
     if (off_ != nullptr) install(*off_);
     off_ = nullptr;
+    run_ = nullptr;
     attention_ = kUnwatched;
     watched_ = false;
     executing_ = false;
+}
+
+/// Where the callback was taken off, it comes back when there is something to look at; it is taken
+/// off again where there is nothing any more.
+void LineCallback::policyChanged() {
+    if (!executing_) return;
+    if (watched_) watch_.disarm();
+    clear_ = nullptr;
+    breakpoints_.forgetFunctions();
+    attention_.fetch_and(~unsigned{kByLine | kStepping | kCounting});
+    attention_.fetch_or(wantedAttention());
+    if (off_ != nullptr && !mayBeOff()) {
+        install(*off_);
+        off_ = nullptr;
+    } else if (off_ == nullptr && run_ != nullptr && watched_ && mayBeOff()) {
+        off_ = run_;
+        if ((attention_.load() & kDue) == 0) off_->ClearLineCallback();
+    }
+    if (watched_ && !held_) watch_.arm(*this);
+}
+
+void LineCallback::beginHold() {
+    held_ = true;
+    if (watched_) watch_.disarm();
+}
+
+void LineCallback::endHold() {
+    held_ = false;
+    if (watched_) watch_.arm(*this);
+}
+
+bool LineCallback::attentionDue() {
+    if (attentionWanted_) return true;
+    const std::uint32_t every = policy_ != nullptr ? policy_->attentionEvery() : 0;
+    return every != 0 && steadyMilliseconds() - attendedAt_ >= static_cast<std::int64_t>(every);
+}
+
+void LineCallback::giveAttention(asIScriptContext& context) {
+    if (policy_ == nullptr || !attentionDue()) return;
+    attentionWanted_ = false;
+    policy_->atAttention(context);
+    attendedAt_ = steadyMilliseconds();
+}
+
+void LineCallback::exceptionEntry(asIScriptContext* context, void* self) noexcept {
+    auto& callback = *static_cast<LineCallback*>(self);
+    if (callback.policy_ != nullptr) callback.policy_->atException(*context);
 }
 
 void LineCallback::lookNow() {
@@ -73,7 +142,11 @@ void LineCallback::lookNow() {
 // nobody watches, and the flag stays set: hosts may execute the context themselves.
 void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
     auto& callback = *static_cast<LineCallback*>(self);
-    const unsigned attention = callback.attention_.load(std::memory_order_relaxed);
+    unsigned attention = callback.attention_.load(std::memory_order_relaxed);
+    if ((attention & kCounting) != 0) {
+        if (context->GetState() == asEXECUTION_ACTIVE) callback.policy_->count(*context);
+        attention &= ~unsigned{kCounting};
+    }
     if (attention == kByLine) return callback.passByLine(*context);
     if (attention != 0) return callback.decideSlowly(*context);
     asIScriptFunction* const function = currentFunction(*context);
@@ -93,7 +166,7 @@ void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) 
     byLineLeft_ = kStatementsByLine;
     attention_.fetch_or(kByLine);
     const std::int32_t line = currentLine(context);
-    if (line > 0 && isRun(context)) decide(context, line);
+    if (line > 0 && (policy_ != nullptr || isRun(context))) decide(context, line);
 }
 
 /// The same for some statements from one on whose function holds a breakpoint: where the line is
@@ -117,11 +190,11 @@ void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept 
 /// execution that the host started itself is not latched beyond its end.
 void LineCallback::decideSlowly(asIScriptContext& context) noexcept {
     if (context.GetState() != asEXECUTION_ACTIVE) {
-        if (!executing_) ending_ = Ending::none;
+        if (!executing_ && policy_ == nullptr) ending_ = Ending::none;
         return;
     }
     const std::int32_t line = currentLine(context);
-    if (line > 0 && isRun(context)) decide(context, line);
+    if (line > 0 && (policy_ != nullptr || isRun(context))) decide(context, line);
     if ((attention_.load() & (kDue | kUnwatched)) != 0) lookAtEnd(context);
 }
 
@@ -130,7 +203,25 @@ bool LineCallback::isRun(const asIScriptContext& context) const {
     return state_.currentContext == nullptr || state_.currentContext == &context;
 }
 
+bool LineCallback::passedByPolicy(asIScriptContext& context, std::int32_t line) {
+    if (!everyStatement() && !breakpoints_.contains(line) && !steps(state_.stepMode)) return false;
+    if (context.GetState() != asEXECUTION_ACTIVE) return true;
+    const bool again = line == state_.lastStoppedLine;
+    switch (policy_->atStatement(context, line, again)) {
+        case StopPolicy::Answer::goOn:
+            state_.lastStoppedLine = breakpoints_.contains(line) ? line : 0;
+            return true;
+        case StopPolicy::Answer::suspend:
+            stopAt(context, line);
+            return true;
+        case StopPolicy::Answer::usual:
+            break;
+    }
+    return !isRun(context);
+}
+
 void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
+    if (policy_ != nullptr && passedByPolicy(context, line)) return;
     std::int32_t& last = state_.lastStoppedLine;
     if (breakpoints_.contains(line)) {
         if (line != last) stopAt(context, line);
@@ -155,6 +246,7 @@ void LineCallback::stopAt(asIScriptContext& context, std::int32_t line) {
 
 void LineCallback::lookAtEnd(asIScriptContext& context) {
     attention_.fetch_and(~unsigned{kDue});
+    giveAttention(context);
     if (checkEnd(context)) {
         attend();
     } else if (watched_) {
@@ -171,9 +263,11 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
             report_.onStopped();
         } else if (limit_.expired()) {
             ending_ = Ending::timedOut;
+            if (policy_ != nullptr) policy_->beforeEnd(context, false);
             report_.onTimedOut();
         } else if (outOfMemory()) {
             ending_ = Ending::outOfMemory;
+            if (policy_ != nullptr) policy_->beforeEnd(context, true);
             report_.onTimedOut();
         }
     }
@@ -189,7 +283,11 @@ bool LineCallback::outOfMemory() const noexcept {
 /// Where objects become many, a look every two milliseconds sees them in time.
 std::uint32_t LineCallback::millisecondsLeft(std::uint32_t longest) {
     const int objects = objects_.largest();
-    if (state_.stopRequest || engineMemoryExceeded() || objects > ObjectCount::kMost) return 0;
+    if (attentionDue() || state_.stopRequest || engineMemoryExceeded() ||
+        objects > ObjectCount::kMost)
+        return 0;
+    const std::uint32_t every = policy_ != nullptr ? policy_->attentionEvery() : 0;
+    if (every != 0) longest = std::min(longest, every);
     return limit_.millisecondsLeft(objects > ObjectCount::kMost / 4 ? 2 : longest);
 }
 

@@ -9,6 +9,7 @@
 #include "host/run/breakpoint_table.h"
 #include "host/run/run_limit.h"
 #include "host/run/run_watch.h"
+#include "host/run/stop_policy.h"
 
 namespace korvant {
 
@@ -36,8 +37,22 @@ class LineCallback final : public WatchTarget {
 
     /// Negative when the engine refuses.
     int install(asIScriptContext& context);
-    /// For contexts that initialise global variables: ends them, and never suspends.
-    int installEndOnly(asIScriptContext& context);
+    /// For contexts that initialise global variables: ends them, and never suspends. A policy may
+    /// hold them.
+    int installForGlobals(asIScriptContext& context);
+
+    /// See ScriptSession. Must not change while something executes.
+    void setPolicy(StopPolicy* policy) noexcept { policy_ = policy; }
+    /// The policy wants other statements than before, or other lines.
+    void policyChanged();
+    /// Safe from any thread and signal handler.
+    void requestAttention() noexcept {
+        attentionWanted_ = true;
+        attend();
+    }
+    /// Nobody watches in between.
+    void beginHold();
+    void endHold();
 
     /// Executes and gives the engine's result. `ours`: the context bears this callback.
     int execute(asIScriptContext& context, bool ours);
@@ -68,6 +83,15 @@ class LineCallback final : public WatchTarget {
     void lookAtEnd(asIScriptContext& context);
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
+    bool passedByPolicy(asIScriptContext& context, std::int32_t line);
+    void giveAttention(asIScriptContext& context);
+    bool attentionDue();
+    static void exceptionEntry(asIScriptContext* context, void* self) noexcept;
+    unsigned wantedAttention() const noexcept;
+    bool counts() const noexcept { return policy_ != nullptr && policy_->countsStatements(); }
+    bool everyStatement() const noexcept {
+        return policy_ != nullptr && policy_->wantsEveryStatement();
+    }
     bool mayBeOff() const noexcept;
     bool isRun(const asIScriptContext& context) const;
     bool outOfMemory() const noexcept;
@@ -83,9 +107,14 @@ class LineCallback final : public WatchTarget {
     RunWatch watch_;
     ObjectCount objects_;
     Ending ending_ = Ending::none;
+    StopPolicy* policy_ = nullptr;
+    std::atomic<bool> attentionWanted_{false};
+    std::atomic<std::int64_t> attendedAt_{0};  ///< steady milliseconds of the last atAttention()
+    asIScriptContext* run_ = nullptr;          ///< what execute() executes, bearing this callback
     asIScriptContext* off_ = nullptr;  ///< the context whose callback is taken off during its run
     bool outsideLately_ = false;       ///< watch thread only: between statements when last seen
     bool executing_ = false;
+    bool held_ = false;
     bool watched_ = false;  ///< a watch thread tells when something is due
 
     /// Why statements are not passed over quickly; none for most of a run.
@@ -94,6 +123,7 @@ class LineCallback final : public WatchTarget {
         kStepping = 2,   ///< every line decides
         kUnwatched = 4,  ///< nobody tells when something is due
         kByLine = 8,     ///< no function is asked for; see passByLine()
+        kCounting = 16,  ///< the policy counts statements
     };
     static constexpr int kStatementsByLine = 64;
     static_assert(std::atomic<unsigned>::is_always_lock_free);

@@ -33,6 +33,21 @@ void RunLimit::endExecution() {
     ceilingEnd_ = 0;
 }
 
+void RunLimit::stand() {
+    stoodAt_ = clock_->monotonic();
+    stoodTick_ = clock_->tick();
+    standing_ = true;
+}
+
+void RunLimit::goOn() {
+    const std::uint64_t stood = clock_->monotonic() - stoodAt_;
+    state_.deadline += clock_->tick() - stoodTick_;
+    watchdogEnd_ += stood;
+    executionBegan_ += stood;
+    if (ceilingEnd_ != 0) ceilingEnd_ += stood;
+    standing_ = false;
+}
+
 bool RunLimit::ceilingReached(std::uint64_t now) const {
     const std::uint64_t end = ceilingEnd_;
     return end != 0 && now >= end;
@@ -47,6 +62,7 @@ bool RunLimit::deadlinePassed() const {
 }
 
 bool RunLimit::expired() const {
+    if (standing_) return false;
     const std::uint64_t now = clock_->monotonic();
     if (ceilingReached(now)) return true;
     return !state_.interacting && (deadlinePassed() || now > watchdogEnd_);

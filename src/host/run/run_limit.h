@@ -29,6 +29,10 @@ class RunLimit {
     void beginExecution();
     void endExecution();
 
+    /// Between these the clock stands still for the run: nothing expires.
+    void stand();
+    void goOn();
+
     bool expired() const;
     /// How long expired() stays false if nothing changes, at most `longest`; 0 when it is true.
     std::uint32_t millisecondsLeft(std::uint32_t longest) const;
@@ -41,6 +45,9 @@ class RunLimit {
     Clock* clock_ = &systemClock();
     std::uint64_t ceilingLeft_ = 0;
     std::uint64_t executionBegan_ = 0;
+    std::uint64_t stoodAt_ = 0;
+    std::uint32_t stoodTick_ = 0;
+    std::atomic<bool> standing_{false};
     std::atomic<std::uint64_t> ceilingEnd_{0};
     std::atomic<std::uint64_t> watchdogEnd_{0};
 };

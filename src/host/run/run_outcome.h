@@ -29,12 +29,22 @@ struct RunOutcome {
     bool stoppedAtLine() const noexcept { return kind == Kind::stopped && line != 0; }
 };
 
+/// A call that had not returned when a run ended.
+struct RunFrame {
+    std::string function;   ///< "int Class::method(int)"
+    std::string source;     ///< empty for the main text
+    std::int32_t line = 0;  ///< 1-based; 0 in a function of the library
+};
+
 /// How a run ended, beyond what its callers are told.
 struct RunFailure {
+    static constexpr std::size_t kMostFrames = 100;
     enum class Kind { none, build, noMain, prepare, timeOut, stopped, exception, other };
     Kind kind = Kind::none;
     std::string text;                    ///< the message as shown to the user
     std::int32_t line = 0;               ///< 1-based; 0 unknown
+    std::vector<RunFrame> stack;         ///< the innermost first, at most kMostFrames
+    std::size_t calls = 0;               ///< how many there were
     std::vector<std::string> unwritten;  ///< "could not write FILE: reason", one a file
 };
 

@@ -16,6 +16,10 @@ class RunParticipant {
     virtual void beginRun() {}
     /// The run is about to be ended or reported in a box.
     virtual void beforeReport() {}
+    /// The script stands still in the middle of a statement, for a debugger: what was printed must
+    /// be seen now.
+    virtual void beginHold() {}
+    virtual void endHold() {}
     /// A continuation of the run has come to an end, whichever.
     virtual void endContinuation() {}
     /// The first execution of the run has come to an end, whichever.

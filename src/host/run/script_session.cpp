@@ -75,6 +75,7 @@ void ScriptSession::requestStop() noexcept {
 }
 
 bool ScriptSession::shouldStop() {
+    if (SideRun* const side = impl_->side) return side->over();
     if (impl_->lineCallback.ending() != LineCallback::Ending::none) return true;
     if (!impl_->state.stopRequest && !impl_->limit.expired()) return false;
     impl_->lineCallback.lookNow();

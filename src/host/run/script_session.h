@@ -13,6 +13,8 @@
 #include "host/run/build_messages.h"
 #include "host/run/run_outcome.h"
 #include "host/run/run_participant.h"
+#include "host/run/side_run.h"
+#include "host/run/stop_policy.h"
 #include "host/services/console.h"
 #include "host/services/frontend.h"
 
@@ -106,6 +108,39 @@ class ScriptSession {
     /// A message box of the module: its caption is the module's; returns the button.
     int messageBox(const std::string& text, std::uint32_t style);
 
+    // For debuggers.
+
+    /// Asked from now on by every run, and by the making of global variables; null: nobody. Not
+    /// owned. Must not change during a run.
+    void setStopPolicy(StopPolicy* policy);
+    StopPolicy* stopPolicy() const noexcept;
+    /// The lines at which the policy is asked, whatever the source; null: none. Also during a run.
+    /// Looks again at what the policy wants.
+    void setStopLines(const std::vector<std::int32_t>* lines);
+    const std::vector<std::int32_t>& stopLines() const noexcept;
+    /// The policy's atAttention() is called before the next statement, some 20 ms later at most
+    /// while statements run. Safe from any thread.
+    void requestAttention() noexcept;
+    /// Messages of compilers go there, from now on, instead of to buildMessages(); null: back
+    /// again. The sink of before.
+    BuildMessages* setMessageSink(BuildMessages* sink) noexcept;
+    /// Between these the script stands still inside a call: no limit counts. See HoldScope.
+    void beginHold();
+    void endHold();
+    bool held() const noexcept;
+    /// Executes a prepared context, which is not the run's, under limits of its own.
+    SideRunResult runAside(asIScriptContext& context, const SideRunLimits& limits);
+    /// Ends what runAside() executes. Safe from any thread while it does.
+    void cancelAside() noexcept;
+    /// Nobody may be asked anything now: raise an exception instead.
+    bool quiet() const noexcept;
+    /// A function for runAside(), with one reference for the caller, compiled in a namespace of
+    /// `module` and seeing what is registered under `accessBits` as well. Its first line is line 0.
+    /// Null, and the messages say why.
+    asIScriptFunction* compileFunction(asIScriptModule& module, const std::string& text,
+                                       const std::string& nameSpace, std::uint32_t accessBits,
+                                       BuildMessages& messages);
+
   private:
     struct Impl;
     int show(const MessageBoxRequest& request);
@@ -126,5 +161,20 @@ class InteractionScope {
     InteractionScope(const InteractionScope&) = delete;
     InteractionScope& operator=(const InteractionScope&) = delete;
 };
+
+/// The script stands still inside a call of a stop policy: its limits do too.
+class HoldScope {
+  public:
+    explicit HoldScope(ScriptSession& session) : session_(session) { session_.beginHold(); }
+    ~HoldScope() { session_.endHold(); }
+    HoldScope(const HoldScope&) = delete;
+    HoldScope& operator=(const HoldScope&) = delete;
+
+  private:
+    ScriptSession& session_;
+};
+
+/// The section of a script's main text.
+inline constexpr char kMainSource[] = "script";
 
 }  // namespace korvant

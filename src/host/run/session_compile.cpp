@@ -9,7 +9,6 @@ namespace korvant {
 namespace {
 
 constexpr char kModule[] = "main";
-constexpr char kSection[] = "script";
 constexpr std::uint64_t kCompileMs = 10000;
 constexpr std::size_t kCompileBytes = scaledMebibytes(1024);
 
@@ -57,23 +56,24 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
         return false;
     }
     asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
-    if (module == nullptr || module->AddScriptSection(kSection, text.data(), text.size(), 0) < 0)
+    if (module == nullptr || module->AddScriptSection(kMainSource, text.data(), text.size(), 0) < 0)
         return false;
-    const int result = buildModule(*module, isValidUtf8(text), globals);
+    const int result = buildModule(*module, text, globals);
     if (result == asINVALID_CONFIGURATION) addComplaints(engine);
     return result >= 0;
 }
 
-int ScriptSession::Impl::buildModule(asIScriptModule& module, bool utf8, Globals globals) {
+int ScriptSession::Impl::buildModule(asIScriptModule& module, const std::string& text,
+                                     Globals globals) {
     asIScriptEngine& engine = *module.GetEngine();
     int result = 0;
     {
-        const BuildSettings settings(&engine, utf8);
+        const BuildSettings settings(&engine, isValidUtf8(text));
         result = callCompiler(module);
     }
-    if (result < 0 || globals == Globals::leave ||
-        engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0)
-        return result;
+    if (result < 0 || globals == Globals::leave) return result;
+    if (policy != nullptr) policy->onBuilt(module, text);
+    if (engine.GetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD) == 0) return result;
     return initialiseGlobals(module);
 }
 
@@ -95,7 +95,7 @@ int ScriptSession::Impl::callCompiler(asIScriptModule& module) {
 int ScriptSession::Impl::initialiseGlobals(asIScriptModule& module) {
     asIScriptContext* context = module.GetEngine()->CreateContext();
     if (context == nullptr) return asOUT_OF_MEMORY;
-    lineCallback.installEndOnly(*context);
+    lineCallback.installForGlobals(*context);
     lineCallback.forgetEnding();
     running = true;
     const QuietArithmetic quiet;
@@ -124,7 +124,8 @@ void ScriptSession::Impl::addComplaints(asIScriptEngine* engine) {
 }
 
 void ScriptSession::Impl::compilerMessage(const asSMessageInfo* message, void* self) noexcept {
-    auto& messages = static_cast<Impl*>(self)->messages;
+    auto& impl = *static_cast<Impl*>(self);
+    BuildMessages& messages = impl.sink != nullptr ? *impl.sink : impl.messages;
     try {
         messages.add(message->message, message->row, message->col, kindOf(message->type));
     } catch (...) {

@@ -168,7 +168,9 @@ void ScriptSession::Impl::returnContext(asIScriptEngine*, asIScriptContext* cont
 void ScriptSession::Impl::cleanupEntry(asIScriptContext* context, void* self) noexcept {
     if (context->GetState() != asEXECUTION_ACTIVE) return;
     auto& impl = *static_cast<Impl*>(self);
-    if (impl.running)
+    if (SideRun* const side = impl.side) {
+        if (side->over()) context->Abort();
+    } else if (impl.running)
         impl.lineCallback.checkEnd(*context);
     else if (impl.state.stopRequest || impl.cleanupOver())
         context->Abort();

@@ -1,6 +1,7 @@
 // What a session consists of. Only the files session_*.cpp see it.
 #pragma once
 
+#include <atomic>
 #include <deque>
 #include <string>
 #include <thread>
@@ -13,6 +14,8 @@
 #include "host/run/run_participant.h"
 #include "host/run/run_state.h"
 #include "host/run/script_session.h"
+#include "host/run/side_run.h"
+#include "host/run/stop_policy.h"
 
 namespace korvant {
 
@@ -30,6 +33,10 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     BuildMessages messages;
     RunFailure failure;
     std::vector<RunParticipant*> participants;
+    BuildMessages* sink = nullptr;  ///< where messages go instead of `messages`; null: nowhere else
+    StopPolicy* policy = nullptr;
+    std::atomic<SideRun*> side{nullptr};  ///< what runs while the script stands still
+    int holdDepth = 0;
 
     // What a run consists of.
     RunLimit limit{state};
@@ -57,7 +64,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     // Compiling.
     bool build(asIScriptEngine* engine, const std::string& text,
                Globals globals = Globals::initialise);
-    int buildModule(asIScriptModule& module, bool utf8, Globals globals);
+    int buildModule(asIScriptModule& module, const std::string& text, Globals globals);
     int callCompiler(asIScriptModule& module);
     int initialiseGlobals(asIScriptModule& module);
     void addComplaints(asIScriptEngine* engine);
@@ -70,14 +77,16 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     void setCurrent(asIScriptContext* context);
     void setBreakpoints(const std::vector<std::int32_t>* lines);
     void forgetStops();
-    int execute(asIScriptContext& context);
-    RunOutcome executeAndReport(asIScriptContext& context);
+    int execute(asIScriptContext& context, bool goesOn = false);
+    RunOutcome executeAndReport(asIScriptContext& context, bool goesOn);
+    RunOutcome left(asIScriptContext* context, const RunOutcome& outcome);
     RunOutcome outcomeOf(int result) const;
     RunOutcome buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
                            const std::string& text);
     void endSuspended(asIScriptEngine& engine);
     RunOutcome fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
     RunOutcome failWithException(std::int32_t line, const char* description);
+    void noteStack(asIScriptContext& context);
     RunOutcome failRun(asIScriptContext& context, int result);
     void reportUnwritten();
     void letGo(asIScriptContext& context);

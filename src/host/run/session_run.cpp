@@ -28,7 +28,7 @@ RunOutcome ScriptSession::run(asIScriptContext* context) {
     const int result = impl_->execute(*context);
     impl_->endRun();
     if (result != asEXECUTION_SUSPENDED) impl_->forgetStops();
-    return impl_->outcomeOf(result);
+    return impl_->left(context, impl_->outcomeOf(result));
 }
 
 RunOutcome ScriptSession::runApplication(asIScriptEngine* engine, asIScriptContext* context,
@@ -45,7 +45,7 @@ RunOutcome ScriptSession::runApplication(asIScriptEngine* engine, asIScriptConte
     const RunOutcome outcome = impl_->buildAndRun(*engine, *context, text);
     impl_->endRun();
     if (!outcome.stoppedAtLine()) impl_->forgetStops();
-    return outcome;
+    return impl_->left(context, outcome);
 }
 
 RunOutcome ScriptSession::continueApplication(asIScriptEngine* engine, asIScriptContext* context,
@@ -57,11 +57,17 @@ RunOutcome ScriptSession::continueApplication(asIScriptEngine* engine, asIScript
     impl_->state.stepMode = mode;
     impl_->setBreakpoints(breakpoints);
     impl_->limit.restart();
-    const RunOutcome outcome = impl_->executeAndReport(*context);
+    const RunOutcome outcome = impl_->executeAndReport(*context, true);
     if (outcome.failed()) impl_->state.lastStoppedLine = 0;
     if (!outcome.stoppedAtLine()) impl_->forgetStops();
     impl_->tell(&RunParticipant::endContinuation);
     impl_->reportUnwritten();
+    return impl_->left(context, outcome);
+}
+
+/// Tells the policy that nothing runs any more, once all that is said of the run has been said.
+RunOutcome ScriptSession::Impl::left(asIScriptContext* context, const RunOutcome& outcome) {
+    if (policy != nullptr) policy->onLeft(context, outcome, failure);
     return outcome;
 }
 
@@ -82,7 +88,7 @@ RunOutcome ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptCo
     beginCleanup();
     if (context.Abort() < 0 || context.Unprepare() < 0 || context.Prepare(main) < 0)
         return fail(RunFailure::Kind::prepare, kPrepareText);
-    return executeAndReport(context);
+    return executeAndReport(context, false);
 }
 
 void ScriptSession::Impl::tell(void (RunParticipant::*event)()) {
@@ -125,7 +131,7 @@ void ScriptSession::Impl::forgetStops() {
     state.stepMode = StepMode::run;
 }
 
-int ScriptSession::Impl::execute(asIScriptContext& context) {
+int ScriptSession::Impl::execute(asIScriptContext& context, bool goesOn) {
     setCurrent(&context);
     lineCallback.forgetEnding();
     context.AddRef();
@@ -135,6 +141,7 @@ int ScriptSession::Impl::execute(asIScriptContext& context) {
     int result = 0;
     {
         const QuietArithmetic quiet;
+        if (policy != nullptr) policy->onBegin(context, goesOn);
         result = lineCallback.execute(context, isOurs(&context));
     }
     limit.endExecution();
@@ -145,8 +152,8 @@ int ScriptSession::Impl::execute(asIScriptContext& context) {
     return result;
 }
 
-RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context) {
-    int result = execute(context);
+RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context, bool goesOn) {
+    int result = execute(context, goesOn);
     // A destructor that was ended after the last statement leaves a run that looks finished.
     const bool cut = lineCallback.ending() != LineCallback::Ending::none;
     if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
@@ -165,8 +172,26 @@ RunOutcome ScriptSession::Impl::outcomeOf(int result) const {
     return {Kind::failed, 0, result};
 }
 
+/// The stack of a run that ended early stays until its context is used again.
+void ScriptSession::Impl::noteStack(asIScriptContext& context) {
+    failure.calls = 0;
+    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
+        asIScriptFunction* const function = context.GetFunction(level);
+        if (function == nullptr) continue;
+        if (++failure.calls > RunFailure::kMostFrames) continue;
+        RunFrame frame;
+        const char* source = nullptr;
+        const int line = context.GetLineNumber(level, nullptr, &source);
+        frame.function = function->GetDeclaration(true, true, false);
+        frame.line = std::max(line, 0);
+        if (source != nullptr && std::string(source) != kMainSource) frame.source = source;
+        failure.stack.push_back(std::move(frame));
+    }
+}
+
 RunOutcome ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
     using Kind = RunFailure::Kind;
+    noteStack(context);
     if (lineCallback.ending() == LineCallback::Ending::outOfMemory)
         return failWithException(currentLine(context), "Out of memory");
     if (result == asEXECUTION_ABORTED) {

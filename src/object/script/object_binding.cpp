@@ -4,6 +4,7 @@
 #include "host/run/script_session.h"
 #include "object/script/object_access.h"
 #include "object/script/object_calls.h"
+#include "object/script/object_view.h"
 
 namespace korvant {
 
@@ -48,6 +49,7 @@ int registerObjectType(asIScriptEngine* engine) {
         registerMethods(engine, "Object", kLife),
         registerMethods(engine, "Object", objectMethodRows()),
     };
+    setTypeView(engine, "Object", objectView());
     ScriptObject::m_before = beginWaiting;
     ScriptObject::m_after = endWaiting;
     for (const int result : results)

@@ -32,6 +32,10 @@ bool scriptIsToEnd() noexcept {
 
 bool ObjectAccess::runEditor(ScriptObject& object) {
     if (scriptIsToEnd()) return false;
+    if (moduleSession().quiet()) {
+        raiseInScript(kQuietRefusal);
+        return false;
+    }
     EditSession session(model(object));
     if (!objectEditor().run(session)) return false;
     const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));

@@ -1,0 +1,136 @@
+// korvant debug FILE: runs a script under a debugger that is worked with lines of text.
+#include <deque>
+#include <fstream>
+#include <memory>
+
+#include "base/system/os_file.h"
+#include "commands.h"
+#include "debug/debug_console.h"
+#include "host/library/script_console.h"
+#include "limit_options.h"
+#include "script_file.h"
+#include "source_report.h"
+#include "terminal_host.h"
+
+namespace korvant_app {
+
+namespace {
+
+using korvant::moduleSession;
+
+struct Debug {
+    std::string file;
+    std::string commandFile;  ///< empty: commands are typed alone
+    TerminalHost::Options host;
+    korvant::Limits limits;
+};
+
+/// Ctrl+C stops the script where it is instead of ending it.
+korvant::DebugSession* interrupted = nullptr;
+
+void write(const std::string& text) {
+    korvant::Console& console = *moduleSession().services().console;
+    korvant::scriptConsole().flush();
+    console.write(text);
+    console.flush();
+}
+
+/// A line of the terminal or of standard input; nothing at its end.
+std::optional<std::string> readLine() {
+    std::string line;
+    for (;;) {
+        const int byte = moduleSession().services().console->readChar(nullptr);
+        if (byte < 0 && line.empty()) return std::nullopt;
+        if (byte < 0 || byte == '\n') break;
+        line.push_back(static_cast<char>(byte));
+    }
+    if (line.ends_with('\r')) line.pop_back();
+    return line;
+}
+
+/// Commands of a file come first, and are shown as if they had been typed.
+class Commands {
+  public:
+    bool open(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        if (!file) return false;
+        for (std::string line; std::getline(file, line);) lines_.push_back(line);
+        return true;
+    }
+    std::optional<std::string> next(const std::string& prompt) {
+        if (!lines_.empty()) {
+            std::string line = std::move(lines_.front());
+            lines_.pop_front();
+            write(prompt + line + "\n");
+            return line;
+        }
+        if (korvant::isTerminal(STDIN_FILENO)) write(prompt);
+        return readLine();
+    }
+
+  private:
+    std::deque<std::string> lines_;
+};
+
+int exitCodeOf(const korvant::RunFailure& failure) {
+    using Kind = korvant::RunFailure::Kind;
+    if (failure.kind == Kind::none) return failure.unwritten.empty() ? kFinished : kRunFailed;
+    if (failure.kind == Kind::build) return kBuildFailed;
+    return failure.kind == Kind::noMain || failure.kind == Kind::prepare ? kNoMain : kRunFailed;
+}
+
+int debugScript(const Debug& debug) {
+    const std::optional<Source> source = readScript(debug.file, debug.limits.scriptBytes);
+    if (!source) return kCannotRead;
+    Commands commands;
+    if (!debug.commandFile.empty() && !commands.open(debug.commandFile)) {
+        complain("could not read " + debug.commandFile);
+        return kCannotRead;
+    }
+    const TerminalHost host(debug.host);
+    korvant::ScriptSession& session = moduleSession();
+    session.setLimits(debug.limits);
+    const ConfiguredEngine engine;
+    if (!engine.usable()) return kRunFailed;
+    korvant::DebugConsole::Parts parts{session,      engine.engine(), engine.context(),
+                                       source->name, source->text,    {},
+                                       {},           {}};
+    parts.read = [&commands](const std::string& prompt) { return commands.next(prompt); };
+    parts.write = write;
+    parts.report = [&session, &source] {
+        korvant::scriptConsole().flush();
+        reportBuild(*source, session.buildMessages());
+        reportRun(*source, session.lastFailure());
+        for (const std::string& line : session.lastFailure().unwritten) complain(line);
+    };
+    korvant::DebugConsole console(std::move(parts));
+    interrupted = &console.session();
+    session.services().console->onInterrupt([]() noexcept {
+        if (interrupted != nullptr) interrupted->requestPause();
+    });
+    console.run();
+    interrupted = nullptr;
+    return exitCodeOf(session.lastFailure());
+}
+
+}  // namespace
+
+void addDebugCommand(CLI::App& app, int& exitCode) {
+    const auto debug = std::make_shared<Debug>();
+    CLI::App* const command = app.add_subcommand(
+        "debug", "Runs a script under a debugger in the terminal; help lists its words");
+    command->add_option("FILE", debug->file, "script to debug")->required();
+    command->add_option("ARGS", debug->host.arguments,
+                        "lines that Input reads before standard input; after -- they may begin "
+                        "with a dash");
+    command->add_option("-x,--commands", debug->commandFile,
+                        "file with commands that come before those of standard input");
+    command->add_flag("--allow-escapes", debug->host.allowEscapes,
+                      "what the script prints reaches a terminal as it stands, control bytes "
+                      "included");
+    addBuildLimitOptions(*command, debug->limits);
+    addRunLimitOptions(*command, debug->limits);
+    command->callback([debug, &exitCode] { exitCode = debugScript(*debug); });
+}
+
+}  // namespace korvant_app

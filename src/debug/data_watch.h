@@ -1,0 +1,34 @@
+// Expressions whose value is compared before every statement.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "debug/breakpoint_book.h"
+#include "debug/script_evaluator.h"
+
+namespace korvant {
+
+/// Where the expression of a data breakpoint has its meaning: everywhere when it names no local
+/// variable, otherwise in the call in which it was first evaluated.
+class DataWatch {
+  public:
+    void clear() { homes_.clear(); }
+    /// True when the value of `breakpoint` is another one than at the last look. `values` has begun
+    /// with `context`.
+    bool changed(Breakpoint& breakpoint, asIScriptContext& context, ValueTree& values,
+                 ScriptEvaluator& evaluator, std::string& before);
+
+  private:
+    struct Home {
+        bool everywhere = false;
+        int functionId = 0;
+        unsigned depth = 0;  ///< from the outermost call
+        std::string expression;
+    };
+    bool findHome(Home& home, asIScriptContext& context, ValueTree& values) const;
+
+    std::map<int, Home> homes_;
+};
+
+}  // namespace korvant

@@ -1,0 +1,301 @@
+#include "debug/debug_session.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "debug/debug_session_impl.h"
+
+namespace korvant {
+
+DebugSession::DebugSession(ScriptSession& session, DebugListener& listener)
+    : impl_(std::make_unique<Impl>(session, listener)) {}
+
+DebugSession::~DebugSession() {
+    detach();
+}
+
+bool DebugSession::attach() {
+    if (impl_->session.stopPolicy() != nullptr) return attached();
+    impl_->session.setStopPolicy(impl_.get());
+    return true;
+}
+
+void DebugSession::detach() {
+    impl_->endLooking();
+    impl_->evaluator.forget();
+    impl_->asideEvaluator.forget();
+    if (attached()) impl_->session.setStopPolicy(nullptr);
+}
+
+bool DebugSession::attached() const noexcept {
+    return impl_->session.stopPolicy() == impl_.get();
+}
+
+BreakpointBook& DebugSession::breakpoints() noexcept {
+    return impl_->book;
+}
+StopRules& DebugSession::rules() noexcept {
+    return impl_->rules;
+}
+void DebugSession::setStyle(StopStyle style) {
+    impl_->style = style;
+}
+void DebugSession::setCoverage(Coverage* coverage) {
+    impl_->coverage = coverage;
+}
+void DebugSession::setProfiler(Profiler* profiler) {
+    impl_->profiler = profiler;
+}
+void DebugSession::apply() {
+    impl_->apply();
+}
+DebugState DebugSession::state() const noexcept {
+    return impl_->state;
+}
+const StopInfo& DebugSession::stop() const noexcept {
+    return impl_->info;
+}
+
+std::shared_ptr<const CodeLines> DebugSession::code() const {
+    const std::lock_guard lock(impl_->codeMutex);
+    return impl_->codeLines;
+}
+
+std::vector<std::int32_t> DebugSession::Impl::wantedLines() const {
+    std::vector<std::int32_t> lines = book.lines();
+    if (style == StopStyle::suspend) lines.insert(lines.end(), hostLines.begin(), hostLines.end());
+    if (target.line > 0) lines.push_back(target.line);
+    return lines;
+}
+
+void DebugSession::Impl::apply() {
+    everyStatement = step.active() || book.watchesData() || entryWanted ||
+                     pauseNow || lostDepth != 0;
+    if (session.stopPolicy() != this) return;
+    const std::vector<std::int32_t> lines = wantedLines();
+    session.setStopLines(lines.empty() ? nullptr : &lines);
+}
+
+RunOutcome DebugSession::start(asIScriptEngine* engine, asIScriptContext* context,
+                               const std::string& text) {
+    Impl& impl = *impl_;
+    if (impl.starting || !attach()) return {};
+    impl.endLooking();
+    impl.starting = true;
+    impl.engine = engine;
+    impl.runContext = context;
+    impl.startText = text;
+    RunOutcome outcome;
+    do {
+        impl.restartWanted = false;
+        impl.endLooking();
+        outcome = impl.session.runApplication(engine, context, text, nullptr);
+    } while (impl.restartWanted);
+    impl.starting = false;
+    return outcome;
+}
+
+bool DebugSession::restart() {
+    if (!impl_->starting) return false;
+    impl_->restartWanted = true;
+    stopRun();
+    return true;
+}
+
+/// Everything that shows values holds parts of the script.
+void DebugSession::Impl::beginLooking(asIScriptContext* context) {
+    values.begin(context, module, text.get(), kMainSource);
+    frames = Frames(context, kMainSource);
+}
+
+void DebugSession::Impl::endLooking() {
+    // Letting go of values may run destructors of the script.
+    ++inside;
+    values.end();
+    --inside;
+    frames = Frames(nullptr, kMainSource);
+}
+
+void DebugSession::Impl::hold(asIScriptContext& context, StopInfo stopped) {
+    const HoldScope holding(session);
+    const asIScriptContext* const watchedBefore = watched.exchange(nullptr);
+    info = std::move(stopped);
+    state = DebugState::held;
+    action = Action::goOn;
+    beginLooking(&context);
+    listener.onStopped(info);
+    endLooking();
+    state = DebugState::running;
+    watched = const_cast<asIScriptContext*>(watchedBefore);
+    takeAction(context);
+    listener.onContinued();
+}
+
+void DebugSession::Impl::takeAction(asIScriptContext& context) {
+    const StatementPlace here = StatementPlace::of(context);
+    const bool statement = stepBy == StepBy::statement;
+    step.end();
+    if (action == Action::over) step.begin(StepRule::Mode::over, here, statement);
+    if (action == Action::into) step.begin(StepRule::Mode::into, here, statement);
+    if (action == Action::out) step.begin(StepRule::Mode::out, here, statement);
+    if (action == Action::stop) session.requestStop();
+    if (action != Action::to) target = {};
+    pauseWanted = false;
+    apply();
+}
+
+/// How it goes on, remembered by a held run and done by a suspended one.
+bool DebugSession::Impl::decide(Action wanted, StepBy by) {
+    stepBy = by;
+    action = wanted;
+    if (state == DebugState::held) return true;
+    if (state != DebugState::suspended || runContext == nullptr) return false;
+    asIScriptContext& context = *runContext;
+    endLooking();
+    takeAction(context);
+    listener.onContinued();
+    starting = true;
+    const std::vector<std::int32_t> lines = hostLines;
+    session.continueApplication(engine, &context, lines.empty() ? nullptr : &lines, StepMode::run);
+    starting = false;
+    return true;
+}
+
+bool DebugSession::goOn() {
+    return impl_->decide(Impl::Action::goOn);
+}
+bool DebugSession::stepOver(StepBy by) {
+    return impl_->decide(Impl::Action::over, by);
+}
+bool DebugSession::stepInto(StepBy by) {
+    return impl_->decide(Impl::Action::into, by);
+}
+bool DebugSession::stepOut() {
+    return impl_->decide(Impl::Action::out);
+}
+
+bool DebugSession::runTo(const ScriptPlace& place) {
+    const std::shared_ptr<const CodeLines> lines = code();
+    if (lines == nullptr) return false;
+    const CodeLines::Resolved found = lines->resolve(place.source, place.line);
+    if (!found.verified) return false;
+    impl_->target = {place.source, found.line, 0};
+    return impl_->decide(Impl::Action::to);
+}
+
+void DebugSession::stopRun() {
+    if (impl_->state == DebugState::suspended) {
+        impl_->endLooking();
+        impl_->state = DebugState::idle;
+        impl_->session.abandon(impl_->runContext);
+    } else if (impl_->state == DebugState::held) {
+        impl_->action = Impl::Action::stop;
+    } else {
+        impl_->session.requestStop();
+    }
+}
+
+void DebugSession::requestPause() noexcept {
+    impl_->pauseWanted = true;
+    impl_->session.requestAttention();
+}
+
+void DebugSession::requestAttention() noexcept {
+    impl_->attentionWanted = true;
+    impl_->session.requestAttention();
+}
+
+std::string DebugSession::waitingIn() const {
+    asIScriptContext* const context = impl_->watched;
+    if (context == nullptr) return {};
+    const asIScriptFunction* const function = context->GetSystemFunction();
+    const char* const name = function != nullptr ? function->GetName() : nullptr;
+    return name != nullptr ? name : "";
+}
+
+const Frames& DebugSession::frames() const noexcept {
+    return impl_->frames;
+}
+ValueTree& DebugSession::values() noexcept {
+    return impl_->values;
+}
+
+unsigned DebugSession::Impl::levelOf(unsigned frame) const {
+    return frame < frames.count() ? frames.level(frame) : ~0u;
+}
+
+ValueNode DebugSession::scope(ValueScope which, unsigned frame) {
+    return impl_->values.scope(which, impl_->levelOf(frame));
+}
+
+bool DebugSession::hasThis(unsigned frame) const {
+    return impl_->values.scopeOf(impl_->levelOf(frame)).hasThis();
+}
+
+Evaluation DebugSession::evaluate(unsigned frame, std::string_view expression,
+                                  EvaluationPurpose purpose) {
+    const bool still = impl_->state != DebugState::idle && impl_->state != DebugState::running;
+    if (!still) {
+        Evaluation refused;
+        refused.error = "The script does not stand still.";
+        return refused;
+    }
+    ++impl_->inside;
+    Evaluation answer = impl_->evaluator.evaluate(impl_->levelOf(frame), expression, purpose);
+    --impl_->inside;
+    return answer;
+}
+
+ShownValue DebugSession::Impl::shown(const Evaluation& evaluation, std::string_view name,
+                                     const ValueFormat& format) {
+    ShownValue answer;
+    answer.error = evaluation.error;
+    answer.isVoid = evaluation.isVoid;
+    if (evaluation.done && !evaluation.isVoid)
+        answer.value = values.show(evaluation.target, std::string(name), format);
+    return answer;
+}
+
+ShownValue DebugSession::show(unsigned frame, std::string_view expression,
+                              EvaluationPurpose purpose, const ValueFormat& format) {
+    return impl_->shown(evaluate(frame, expression, purpose), expression, format);
+}
+
+ShownValue DebugSession::setChild(ValueNode parent, std::string_view child, unsigned frame,
+                                  std::string_view expression, const ValueFormat& format) {
+    ShownValue answer;
+    ValueTarget target;
+    if (!impl_->values.target(parent, child, target)) {
+        answer.error = "There is no \"" + std::string(child) + "\" here.";
+        return answer;
+    }
+    ++impl_->inside;
+    answer.error = impl_->evaluator.assign(impl_->levelOf(frame), target, expression);
+    --impl_->inside;
+    if (answer.error.empty()) impl_->values.child(parent, child, answer.value, format);
+    return answer;
+}
+
+ShownValue DebugSession::setExpression(unsigned frame, std::string_view target,
+                                       std::string_view expression, const ValueFormat& format) {
+    ShownValue answer;
+    ValueTarget found;
+    const unsigned level = impl_->levelOf(frame);
+    if (!impl_->values.find(level, target, found)) {
+        // An index that is computed, or an accessor: the script's own assignment.
+        answer = show(frame, "(" + std::string(target) + ") = (" + std::string(expression) + ")",
+                      EvaluationPurpose::console, format);
+        return answer;
+    }
+    ++impl_->inside;
+    answer.error = impl_->evaluator.assign(level, found, expression);
+    --impl_->inside;
+    if (answer.error.empty()) answer.value = impl_->values.show(found, std::string(target), format);
+    return answer;
+}
+
+void DebugSession::cancelEvaluation() noexcept {
+    impl_->evaluator.cancel();
+}
+
+}  // namespace korvant

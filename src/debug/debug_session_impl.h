@@ -1,0 +1,117 @@
+// What a debug session consists of. Only the files debug_session*.cpp see it.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "debug/data_watch.h"
+#include "debug/debug_session.h"
+#include "debug/step_rule.h"
+#include "host/run/stop_policy.h"
+
+namespace korvant {
+
+struct DebugSession::Impl final : StopPolicy {
+    Impl(ScriptSession& ownSession, DebugListener& ownListener)
+        : session(ownSession), listener(ownListener) {}
+
+    ScriptSession& session;
+    DebugListener& listener;
+    BreakpointBook book;
+    StopRules rules;
+    StopStyle style = StopStyle::hold;
+    Coverage* coverage = nullptr;
+    Profiler* profiler = nullptr;
+
+    // The run.
+    DebugState state = DebugState::idle;
+    asIScriptEngine* engine = nullptr;
+    asIScriptContext* runContext = nullptr;
+    std::string startText;
+    bool starting = false;
+    bool restartWanted = false;
+    StopInfo info;
+    StepRule step;
+    LinePass pass;
+    StatementPlace lastSeen;              ///< of the last statement that was asked about
+    ScriptPlace target;                   ///< of runTo(); line 0: none
+    std::vector<std::int32_t> hostLines;  ///< breakpoints of whoever runs the script
+    std::atomic<bool> pauseWanted{false};
+    std::atomic<bool> attentionWanted{false};
+    std::atomic<asIScriptContext*> watched{nullptr};  ///< for waitingIn()
+    bool pauseNow = false;
+    bool entryWanted = false;
+    bool everyStatement = false;
+    int inside = 0;          ///< code of ours runs script: nothing of it stops
+    unsigned lostDepth = 0;  ///< of the call whose comparator or the like has raised; 0: none
+
+    // How a held run goes on.
+    enum class Action { goOn, over, into, out, to, stop };
+    Action action = Action::goOn;
+    StepBy stepBy = StepBy::line;
+
+    // What is built, and what can be seen.
+    mutable std::mutex codeMutex;
+    std::shared_ptr<const CodeLines> codeLines;
+    asIScriptModule* module = nullptr;
+    std::unique_ptr<StatementStarts> text;
+    ValueTree values;
+    ScriptEvaluator evaluator{session, values};
+    Frames frames{nullptr, kMainSource};
+    ValueTree asideValues;  ///< for log texts and data breakpoints
+    ScriptEvaluator asideEvaluator{session, asideValues};
+    DataWatch data;
+
+    void apply();
+    std::vector<std::int32_t> wantedLines() const;
+
+    // Where it stops.
+    Answer passedOver(std::int32_t line);
+    bool stopsAt(asIScriptContext& context, std::int32_t line, const StatementPlace& here,
+                 bool newPass);
+    bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass, bool twin);
+    bool passes(Breakpoint& breakpoint, const FrameScope& scope);
+    void writeLog(const Breakpoint& breakpoint, asIScriptContext& context);
+    std::string logText(std::string_view text);
+    bool dataChanged(asIScriptContext& context);
+    void report(const Breakpoint& breakpoint, const std::string& said);
+    ExceptionKind kindOf(asIScriptContext& context) const;
+    bool filterHolds(const StopRules::Filter& filter, asIScriptContext& context);
+    bool repeatsLost(asIScriptContext& context);
+    FrameScope innermost(asIScriptContext& context) const;
+    ScriptPlace placeOf(asIScriptContext& context) const;
+
+    // Standing still.
+    void hold(asIScriptContext& context, StopInfo stopped);
+    void beginLooking(asIScriptContext* context);
+    void endLooking();
+    void takeAction(asIScriptContext& context);
+    bool decide(Action wanted, StepBy by = StepBy::line);
+    RunOutcome runOnce();
+    unsigned levelOf(unsigned frame) const;
+    ShownValue shown(const Evaluation& evaluation, std::string_view name,
+                     const ValueFormat& format);
+
+    // The policy.
+    void onBuilt(asIScriptModule& built, const std::string& builtText) noexcept override;
+    void onBegin(asIScriptContext& context, bool goesOn) noexcept override;
+    Answer atStatement(asIScriptContext& context, std::int32_t line, bool again) noexcept override;
+    void atAttention(asIScriptContext& context) noexcept override;
+    void atException(asIScriptContext& context) noexcept override;
+    void beforeEnd(asIScriptContext& context, bool memory) noexcept override;
+    void onLeft(asIScriptContext* context, const RunOutcome& outcome,
+                const RunFailure& failure) noexcept override;
+    bool wantsEveryStatement() const noexcept override { return everyStatement; }
+    bool countsStatements() const noexcept override { return coverage != nullptr; }
+    void count(asIScriptContext& context) noexcept override {
+        if (inside == 0) coverage->count(context);
+    }
+    std::uint32_t attentionEvery() const noexcept override {
+        return profiler != nullptr ? Profiler::kEveryMs : 0;
+    }
+};
+
+}  // namespace korvant

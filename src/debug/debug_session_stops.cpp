@@ -1,0 +1,370 @@
+// Where a debugged run stops.
+#include <algorithm>
+#include <exception>
+
+#include "debug/debug_session_impl.h"
+
+namespace korvant {
+
+namespace {
+
+/// No exception leaves a callback of the engine; without memory a stop is missed.
+template <class Body>
+void guarded(Body body) noexcept {
+    try {
+        body();
+    } catch (const std::exception&) {
+    }
+}
+
+class Inside {
+  public:
+    explicit Inside(int& depth) : depth_(depth) { ++depth_; }
+    ~Inside() { --depth_; }
+    Inside(const Inside&) = delete;
+    Inside& operator=(const Inside&) = delete;
+
+  private:
+    int& depth_;
+};
+
+}  // namespace
+
+void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& builtText) noexcept {
+    guarded([&] {
+        evaluator.forget();
+        asideEvaluator.forget();
+        module = &built;
+        engine = built.GetEngine();
+        text = std::make_unique<StatementStarts>(builtText);
+        auto lines = CodeLines::of(built, *text, kMainSource);
+        {
+            const std::lock_guard lock(codeMutex);
+            codeLines = lines;
+        }
+        if (coverage != nullptr) coverage->forgetFunctions();
+        if (profiler != nullptr) profiler->forgetFunctions();
+        hostLines = session.stopLines();
+        const std::vector<int> changed = book.resolve(std::move(lines));
+        book.beginRun();
+        data.clear();
+        step.end();
+        pass.forget();
+        target = {};
+        lostDepth = 0;
+        pauseNow = false;
+        entryWanted = rules.entry;
+        state = DebugState::running;
+        listener.onBuilt();
+        if (!changed.empty()) listener.onBreakpointsChanged(changed);
+        apply();
+    });
+}
+
+void DebugSession::Impl::onBegin(asIScriptContext& context, bool) noexcept {
+    guarded([&] {
+        runContext = &context;
+        watched = &context;
+        engine = context.GetEngine();
+        hostLines = session.stopLines();
+        state = DebugState::running;
+        apply();
+    });
+}
+
+StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, std::int32_t line,
+                                                   bool again) noexcept {
+    if (inside > 0) return Answer::goOn;
+    Answer answer = Answer::goOn;
+    guarded([&] {
+        const StatementPlace here = StatementPlace::of(context);
+        const bool newPass = pass.begins(here, again && lastSeen.line == line);
+        const bool stops = stopsAt(context, line, here, newPass);
+        lastSeen = here;
+        if (!stops) {
+            answer = passedOver(line);
+            return;
+        }
+        step.end();
+        target = {};
+        pauseNow = false;
+        entryWanted = false;
+        if (style == StopStyle::suspend && !context.IsNested() && &context == runContext) {
+            answer = Answer::suspend;
+            return;
+        }
+        hold(context, info);
+        answer = Answer::goOn;
+    });
+    return answer;
+}
+
+/// A run that is suspended may have breakpoints and steps of its host beside ours.
+StopPolicy::Answer DebugSession::Impl::passedOver(std::int32_t line) {
+    if (style == StopStyle::hold) return Answer::goOn;
+    const auto holds = [line](const std::vector<std::int32_t>& lines) {
+        return std::binary_search(lines.begin(), lines.end(), line);
+    };
+    if (!holds(session.stopLines())) return Answer::usual;
+    const bool refined = !book.at(info.place.source, line).empty();
+    return holds(hostLines) && !refined ? Answer::usual : Answer::goOn;
+}
+
+/// Fills `info` when it stops.
+bool DebugSession::Impl::stopsAt(asIScriptContext& context, std::int32_t line,
+                                 const StatementPlace& here, bool newPass) {
+    const bool twin = here == lastSeen;
+    if (lostDepth != 0 && here.depth <= lostDepth) {
+        lostDepth = 0;
+        apply();
+    }
+    info = {};
+    info.place = placeOf(context);
+    info.place.line = line;
+    const bool ended = step.endsAt(here);
+    bool stops = breaksAt(context, here, newPass, twin);
+    if (!stops && dataChanged(context)) {
+        info.reason = StopReason::dataBreakpoint;
+        stops = true;
+    }
+    if (stops) return true;
+    if (entryWanted && &context == runContext) {
+        info.reason = StopReason::entry;
+        return true;
+    }
+    if (pauseNow) {
+        info.reason = StopReason::pause;
+        return true;
+    }
+    info.reason = StopReason::step;
+    const bool reached = newPass && target.line == line && target.source == info.place.source;
+    return ended || reached;
+}
+
+bool DebugSession::Impl::breaksAt(asIScriptContext& context, const StatementPlace& here,
+                                  bool newPass, bool twin) {
+    bool stops = false;
+    const FrameScope scope = innermost(context);
+    if (newPass)
+        for (Breakpoint* const breakpoint : book.at(info.place.source, here.line))
+            if (passes(*breakpoint, scope)) {
+                info.reason = StopReason::breakpoint;
+                info.hitIds.push_back(breakpoint->id);
+                stops = true;
+            }
+    // The engine calls twice for the first statement of a function, and once for any other.
+    if (!twin || here.function == nullptr) return stops;
+    for (Breakpoint* const breakpoint : book.atEntry(here.function->GetId()))
+        if (passes(*breakpoint, scope)) {
+            info.reason = StopReason::functionBreakpoint;
+            info.hitIds.push_back(breakpoint->id);
+            stops = true;
+        }
+    return stops;
+}
+
+/// Whether a breakpoint stops at this pass. A log text is written instead.
+bool DebugSession::Impl::passes(Breakpoint& breakpoint, const FrameScope& scope) {
+    const BreakpointWish& wish = breakpoint.wish;
+    if (!wish.condition.empty()) {
+        const Inside mark(inside);
+        std::string error;
+        const bool holds = evaluator.holds(scope, wish.condition, error);
+        if (!error.empty()) report(breakpoint, "Condition \"" + wish.condition + "\": " + error);
+        // A condition that cannot be evaluated must not hide the breakpoint.
+        if (!holds && error.empty()) return false;
+    }
+    ++breakpoint.hits;
+    HitCondition hits;
+    if (!HitCondition::read(wish.hitCondition, hits) || !hits.holds(breakpoint.hits)) return false;
+    if (wish.logText.empty()) return true;
+    writeLog(breakpoint, *scope.context());
+    return false;
+}
+
+void DebugSession::Impl::report(const Breakpoint& breakpoint, const std::string& said) {
+    listener.onOutput(said + "\n", breakpoint.resolved, breakpoint.id);
+}
+
+void DebugSession::Impl::writeLog(const Breakpoint& breakpoint, asIScriptContext& context) {
+    const Inside mark(inside);
+    asideValues.begin(&context, module, text.get(), kMainSource);
+    const std::string written = logText(breakpoint.wish.logText);
+    asideValues.end();
+    ScriptPlace place = placeOf(context);
+    listener.onOutput(written + "\n", place, breakpoint.id);
+}
+
+/// Texts in braces are expressions; what cannot be evaluated says why. "\{" is a brace.
+std::string DebugSession::Impl::logText(std::string_view wanted) {
+    std::string written;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const bool escaped = wanted[i] == '\\' && i + 1 < wanted.size() &&
+                             (wanted[i + 1] == '{' || wanted[i + 1] == '}');
+        if (escaped) ++i;
+        const auto end = wanted[i] == '{' && !escaped ? wanted.find('}', i) : std::string::npos;
+        if (end == std::string_view::npos) {
+            written += wanted[i];
+            continue;
+        }
+        const Evaluation given =
+            asideEvaluator.evaluate(0, wanted.substr(i + 1, end - i - 1), EvaluationPurpose::watch);
+        if (!given.done)
+            written += "{" + given.error + "}";
+        else if (!given.isVoid)
+            written += asideValues.show(given.target, {}).value;
+        i = end;
+    }
+    return written;
+}
+
+bool DebugSession::Impl::dataChanged(asIScriptContext& context) {
+    bool stops = false;
+    const std::vector<Breakpoint*> watchedData = book.ofData();
+    if (watchedData.empty()) return false;
+    const Inside mark(inside);
+    asideValues.begin(&context, module, text.get(), kMainSource);
+    const FrameScope scope = innermost(context);
+    for (Breakpoint* const breakpoint : watchedData) {
+        std::string before;
+        if (!data.changed(*breakpoint, context, asideValues, asideEvaluator, before)) continue;
+        if (!passes(*breakpoint, scope)) continue;
+        info.text = breakpoint->wish.name;
+        info.before = before;
+        info.now = breakpoint->lastValue;
+        info.hitIds.push_back(breakpoint->id);
+        stops = true;
+    }
+    asideValues.end();
+    return stops;
+}
+
+FrameScope DebugSession::Impl::innermost(asIScriptContext& context) const {
+    return {&context, 0, module, text.get(), kMainSource};
+}
+
+ScriptPlace DebugSession::Impl::placeOf(asIScriptContext& context) const {
+    ScriptPlace place;
+    const char* section = nullptr;
+    int column = 0;
+    if (context.GetFunction(0) == nullptr) return place;
+    place.line = std::max(context.GetLineNumber(0, &column, &section), 0);
+    place.column = column;
+    if (section != nullptr && std::string_view(section) != kMainSource) place.source = section;
+    return place;
+}
+
+void DebugSession::Impl::atAttention(asIScriptContext& context) noexcept {
+    if (inside > 0) return;
+    guarded([&] {
+        if (profiler != nullptr) profiler->sample(context);
+        if (attentionWanted.exchange(false)) listener.onAttention();
+        if (!pauseWanted.exchange(false)) return;
+        pauseNow = true;
+        apply();
+    });
+}
+
+void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
+    if (inside > 0) return;
+    guarded([&] {
+        const ExceptionKind kind = kindOf(context);
+        const StopRules::Filter* const filter = filterFor(rules, kind);
+        if (filter == nullptr || (kind == ExceptionKind::lost && repeatsLost(context))) return;
+        if (!filterHolds(*filter, context)) return;
+        StopInfo stopped;
+        stopped.reason = StopReason::exception;
+        stopped.exception = kind;
+        stopped.always = filter == &rules.all;
+        stopped.place = placeOf(context);
+        const char* const said = context.GetExceptionString();
+        stopped.text = said != nullptr ? said : "";
+        hold(context, std::move(stopped));
+    });
+}
+
+/// The engine looks for somebody who catches through the function of the library as well, which
+/// lets no exception through.
+ExceptionKind DebugSession::Impl::kindOf(asIScriptContext& context) const {
+    const bool nested = context.IsNested();
+    if (!nested)
+        return context.WillExceptionBeCaught() ? ExceptionKind::caught : ExceptionKind::unhandled;
+    if (!context.WillExceptionBeCaught() || text == nullptr) return ExceptionKind::lost;
+    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
+        asIScriptFunction* const function = context.GetFunction(level);
+        if (function == nullptr || function->GetFuncType() == asFUNC_SYSTEM) break;
+        int column = 0;
+        const int line = context.GetLineNumber(level, &column);
+        if (text->insideTry(line, column)) return ExceptionKind::caught;
+    }
+    return ExceptionKind::lost;
+}
+
+bool DebugSession::Impl::filterHolds(const StopRules::Filter& filter, asIScriptContext& context) {
+    if (filter.condition.empty()) return true;
+    const Inside mark(inside);
+    std::string error;
+    const bool holds = evaluator.holds(innermost(context), filter.condition, error);
+    if (!error.empty())
+        listener.onOutput("Condition \"" + filter.condition + "\": " + error + "\n",
+                          placeOf(context), 0);
+    return holds || !error.empty();
+}
+
+/// One function of the library may call a faulty function of the script a thousand times: that is
+/// one stop. It is over when a statement of the caller runs.
+bool DebugSession::Impl::repeatsLost(asIScriptContext& context) {
+    unsigned depth = 0;
+    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
+        asIScriptFunction* const function = context.GetFunction(level);
+        if (function != nullptr && function->GetFuncType() != asFUNC_SYSTEM) continue;
+        depth = context.GetCallstackSize() - level - 1;
+        break;
+    }
+    if (depth == 0) return false;
+    if (lostDepth == depth) return true;
+    lostDepth = depth;
+    apply();
+    return false;
+}
+
+void DebugSession::Impl::beforeEnd(asIScriptContext& context, bool memory) noexcept {
+    if (inside > 0 || !(memory ? rules.memory : rules.timeOut)) return;
+    guarded([&] {
+        StopInfo stopped;
+        stopped.reason = memory ? StopReason::memory : StopReason::timeOut;
+        stopped.place = placeOf(context);
+        stopped.text = memory ? "Out of memory" : "The time of this run is over.";
+        hold(context, std::move(stopped));
+    });
+}
+
+void DebugSession::Impl::onLeft(asIScriptContext* context, const RunOutcome& outcome,
+                                const RunFailure& failure) noexcept {
+    watched = nullptr;
+    guarded([&] {
+        if (outcome.stoppedAtLine()) {
+            state = DebugState::suspended;
+            if (info.place.line != outcome.line) {
+                info = {};
+                info.reason = StopReason::breakpoint;
+            }
+            beginLooking(context);
+            listener.onStopped(info);
+            return;
+        }
+        const bool readable = starting && failure.kind == RunFailure::Kind::exception &&
+                              context != nullptr && context->GetState() == asEXECUTION_EXCEPTION;
+        evaluator.forget();
+        asideEvaluator.forget();
+        pauseWanted = false;
+        state = DebugState::idle;
+        if (readable && !restartWanted) {
+            state = DebugState::ended;
+            beginLooking(context);
+        }
+        if (!restartWanted) listener.onEnded(failure);
+    });
+}
+
+}  // namespace korvant

@@ -1,0 +1,264 @@
+#include "debug/script_evaluator.h"
+
+#include <atomic>
+#include <cstring>
+#include <unordered_map>
+
+#include "base/system/file_io.h"
+#include "debug/evaluation_call.h"
+#include "debug/kept_value.h"
+#include "host/engine/type_view.h"
+#include "host/run/inspect.h"
+
+namespace korvant {
+
+namespace {
+
+constexpr std::uint32_t kHoverMs = 50;
+constexpr std::uint32_t kWatchMs = 300;
+constexpr std::size_t kWatchBytes = std::size_t{64} << 20;
+constexpr std::size_t kMostKept = 1000;
+
+SideRunLimits limitsOf(EvaluationPurpose purpose) {
+    if (purpose == EvaluationPurpose::console) return {0, 0, false};
+    return {purpose == EvaluationPurpose::hover ? kHoverMs : kWatchMs, kWatchBytes, true};
+}
+
+/// The compiler's first error, or all that it says when there is none.
+std::string firstError(const BuildMessages& messages) {
+    for (const BuildMessage& message : messages.all())
+        if (message.kind == BuildMessage::Kind::error) return message.plain;
+    return messages.count() > 0 ? messages.all().front().plain : "This cannot be compiled.";
+}
+
+/// A condition that has been compiled for a statement.
+struct Kept {
+    std::string expression;
+    asIScriptFunction* function = nullptr;
+    int line = 0;
+    int column = 0;
+    std::string error;
+    std::unique_ptr<EvaluationCall> call;
+};
+
+}  // namespace
+
+struct ScriptEvaluator::Impl {
+    Impl(ScriptSession& ownSession, ValueTree& ownValues)
+        : session(ownSession), values(ownValues) {}
+
+    ScriptSession& session;
+    ValueTree& values;
+    std::unordered_map<std::uint64_t, Kept> kept;
+    std::atomic<bool> running{false};
+
+    std::unique_ptr<EvaluationCall> compile(const FrameScope& scope, const EvaluationText& text,
+                                            EvaluationCall::Form form, int target,
+                                            std::string& error);
+    std::string run(EvaluationCall& call, const FrameScope& scope, const SideRunLimits& limits);
+    Evaluation compiled(const FrameScope& scope, std::string_view expression,
+                        EvaluationPurpose purpose);
+    Kept make(const FrameScope& scope, std::string_view expression);
+    std::string assignPart(unsigned level, const ValueTarget& target, std::string_view expression);
+};
+
+ScriptEvaluator::ScriptEvaluator(ScriptSession& session, ValueTree& values)
+    : impl_(std::make_unique<Impl>(session, values)) {}
+
+ScriptEvaluator::~ScriptEvaluator() = default;
+
+void ScriptEvaluator::forget() {
+    impl_->kept.clear();
+}
+
+bool ScriptEvaluator::evaluating() const noexcept {
+    return impl_->running;
+}
+
+void ScriptEvaluator::cancel() noexcept {
+    if (impl_->running) impl_->session.cancelAside();
+}
+
+std::unique_ptr<EvaluationCall> ScriptEvaluator::Impl::compile(const FrameScope& scope,
+                                                               const EvaluationText& text,
+                                                               EvaluationCall::Form form,
+                                                               int target, std::string& error) {
+    asIScriptModule* const module = scope.module();
+    if (module == nullptr) {
+        error = "The script of this frame is gone.";
+        return nullptr;
+    }
+    if (!registerShow(*module->GetEngine())) {
+        error = "The engine of this script cannot evaluate expressions.";
+        return nullptr;
+    }
+    BuildMessages messages;
+    auto call =
+        EvaluationCall::make(session, *module, scope.nameSpace(), text, form, target, messages);
+    if (call == nullptr) error = firstError(messages);
+    return call;
+}
+
+std::string ScriptEvaluator::Impl::run(EvaluationCall& call, const FrameScope& scope,
+                                       const SideRunLimits& limits) {
+    running = true;
+    std::string error = call.run(session, scope, limits);
+    running = false;
+    return error;
+}
+
+Evaluation ScriptEvaluator::evaluate(unsigned level, std::string_view expression,
+                                     EvaluationPurpose purpose) {
+    Evaluation answer;
+    if (impl_->values.find(level, expression, answer.target)) {
+        answer.done = answer.target.owner != nullptr || answer.target.value.address != nullptr;
+        if (!answer.done) answer.error = "\"" + std::string(expression) + "\" is not yet set.";
+        return answer;
+    }
+    return impl_->compiled(impl_->values.scopeOf(level), expression, purpose);
+}
+
+Evaluation ScriptEvaluator::Impl::compiled(const FrameScope& scope, std::string_view expression,
+                                           EvaluationPurpose purpose) {
+    Evaluation answer;
+    if (scope.module() == nullptr) {
+        answer.error = "The script of this frame is gone.";
+        return answer;
+    }
+    const bool hover = purpose == EvaluationPurpose::hover;
+    EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
+    if (text.error.empty() && hover && (text.calls || text.changes))
+        text.error = "This could change something.";
+    answer.error = text.error;
+    if (!answer.error.empty()) return answer;
+    auto call = compile(scope, text, EvaluationCall::Form::show, 0, answer.error);
+    if (call == nullptr && !hover) {
+        std::string ignored;
+        call = compile(scope, text, EvaluationCall::Form::statement, 0, ignored);
+        answer.isVoid = call != nullptr;
+    }
+    if (call == nullptr) return answer;
+    if (hover && call->mayChange())
+        answer.error = "This could change something.";
+    else
+        answer.error = run(*call, scope, limitsOf(purpose));
+    if (!answer.error.empty()) return answer;
+    answer.done = true;
+    if (const auto shown = call->takeShown()) {
+        answer.target.value = shown->value();
+        answer.target.evaluateName = expression;
+        answer.target.why = "This is no variable.";
+        values.keep(shown);
+    }
+    return answer;
+}
+
+Kept ScriptEvaluator::Impl::make(const FrameScope& scope, std::string_view expression) {
+    Kept made;
+    made.expression = expression;
+    made.function = scope.function();
+    made.line = scope.line();
+    made.column = scope.column();
+    if (scope.module() == nullptr) {
+        made.error = "The script of this frame is gone.";
+        return made;
+    }
+    const EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
+    made.error = text.error;
+    if (made.error.empty())
+        made.call = compile(scope, text, EvaluationCall::Form::show, 0, made.error);
+    return made;
+}
+
+bool ScriptEvaluator::holds(const FrameScope& scope, std::string_view expression,
+                            std::string& error) {
+    const auto place = static_cast<std::uint64_t>(scope.line()) << 20 ^
+                       static_cast<std::uint64_t>(scope.column()) ^
+                       reinterpret_cast<std::uintptr_t>(scope.function());
+    const std::uint64_t key = contentHash(expression) ^ place * 0x9E3779B97F4A7C15u;
+    auto found = impl_->kept.find(key);
+    const bool known = found != impl_->kept.end() && found->second.expression == expression &&
+                       found->second.function == scope.function() &&
+                       found->second.line == scope.line() && found->second.column == scope.column();
+    if (!known) {
+        if (impl_->kept.size() >= kMostKept) impl_->kept.clear();
+        found = impl_->kept.insert_or_assign(key, impl_->make(scope, expression)).first;
+    }
+    Kept& kept = found->second;
+    error = kept.error;
+    if (kept.call == nullptr) return false;
+    ShowScope shown;
+    shown.truth = true;
+    error = impl_->run(*kept.call, scope, limitsOf(EvaluationPurpose::condition));
+    if (error.empty() && !shown.isNumber) error = "This is neither true nor false.";
+    return error.empty() && shown.number != 0.0;
+}
+
+namespace {
+
+bool scalarOf(asIScriptEngine& engine, const TypedValue& value, ViewedScalar& scalar) {
+    const ValueView view = StoppedScript(engine).view(value.typeId, value.address);
+    using Kind = ViewedScalar::Kind;
+    switch (view.kind) {
+        case ValueKind::boolean:
+            scalar.kind = Kind::boolean;
+            scalar.integer = boolOf(view) ? 1 : 0;
+            return true;
+        case ValueKind::signedInteger:
+        case ValueKind::unsignedInteger:
+        case ValueKind::enumeration:
+            scalar.kind = Kind::integer;
+            scalar.integer = integerOf(view);
+            return true;
+        case ValueKind::singleReal:
+        case ValueKind::doubleReal:
+            scalar.kind = Kind::real;
+            scalar.real = realOf(view);
+            return true;
+        case ValueKind::string:
+            scalar.kind = Kind::text;
+            scalar.text = textOf(view);
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+std::string ScriptEvaluator::Impl::assignPart(unsigned level, const ValueTarget& target,
+                                              std::string_view expression) {
+    const FrameScope scope = values.scopeOf(level);
+    const Evaluation given = compiled(scope, expression, EvaluationPurpose::console);
+    if (!given.done) return given.error;
+    ViewedScalar scalar;
+    if (given.isVoid || !scalarOf(*scope.module()->GetEngine(), given.target.value, scalar))
+        return "This value does not fit here.";
+    const TypeView* const view = typeViewOf(target.ownerType);
+    if (view == nullptr) return "This value cannot be changed.";
+    return view->set(const_cast<void*>(target.owner), target.part, scalar);
+}
+
+std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
+                                    std::string_view expression) {
+    if (!target.why.empty()) return target.why;
+    if (target.owner != nullptr) return impl_->assignPart(level, target, expression);
+    const FrameScope scope = impl_->values.scopeOf(level);
+    if (scope.module() == nullptr) return "The script of this frame is gone.";
+    EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
+    if (!text.error.empty()) return text.error;
+    std::string error;
+    EvaluationBinding binding;
+    binding.name = binding.parameter = "target_";
+    binding.value = target.value;
+    const bool handle = isHandle(*scope.module()->GetEngine(), target.value.typeId);
+    if (!handle) text.bindings.push_back(binding);
+    const auto call =
+        impl_->compile(scope, text, handle ? EvaluationCall::Form::give : EvaluationCall::Form::set,
+                       target.value.typeId, error);
+    if (call == nullptr) return error;
+    call->bindTarget(target.value);
+    return impl_->run(*call, scope, limitsOf(EvaluationPurpose::console));
+}
+
+}  // namespace korvant

@@ -1,0 +1,43 @@
+#include "debug/step_rule.h"
+
+namespace korvant {
+
+StatementPlace StatementPlace::of(asIScriptContext& context) {
+    StatementPlace here;
+    here.context = &context;
+    here.function = currentFunction(context);
+    here.depth = context.GetCallstackSize();
+    here.line = context.GetLineNumber(0, &here.column);
+    return here;
+}
+
+bool StepRule::endsAt(const StatementPlace& here) const noexcept {
+    // The step began in a context that has ended, in the making of global variables.
+    if (mode_ != Mode::none && here.context != from_.context) return true;
+    switch (mode_) {
+        case Mode::over:
+            return here.depth < from_.depth || (here.depth == from_.depth && elsewhere(here));
+        case Mode::into:
+            return here.depth != from_.depth || elsewhere(here);
+        case Mode::out:
+            return here.depth < from_.depth;
+        case Mode::none:
+            break;
+    }
+    return false;
+}
+
+bool LinePass::begins(const StatementPlace& here, bool again) noexcept {
+    const StatementPlace before = last_;
+    last_ = here;
+    const bool sameCall = again && before.context == here.context && before.depth == here.depth &&
+                          before.sameLine(here);
+    if (!sameCall) {
+        firstColumn_ = here.column;
+        return true;
+    }
+    // A loop on one line came back to its beginning.
+    return here.column == firstColumn_ && before.column != here.column;
+}
+
+}  // namespace korvant

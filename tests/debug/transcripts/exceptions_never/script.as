@@ -1,0 +1,4 @@
+int main() {
+    int zero = 0;
+    return 1 / zero;
+}
