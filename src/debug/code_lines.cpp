@@ -74,7 +74,7 @@ std::shared_ptr<const CodeLines> CodeLines::of(asIScriptModule& module,
         added.lines = linesOf(*function, added.begin, lastLine);
         hint = added.lines.empty() ? added.begin : added.lines.back();
         added.name = qualifiedName(*function);
-        added.declaration = function->GetDeclaration(true, true, false);
+        added.declaration = declarationOf(*function);
         added.id = function->GetId();
         if (!added.lines.empty()) code->functions_.push_back(std::move(added));
     }

@@ -37,6 +37,7 @@ class Reader {
 
     EvaluationText read() {
         if (!balanced()) return refuse("The brackets of this expression do not match.");
+        if (ended()) return refuse("A \";\" does not belong into an expression.");
         look();
         std::size_t copied = 0;
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -65,13 +66,23 @@ class Reader {
             if (tokens_[i].kind != Token::Kind::symbol) continue;
             const char symbol = tokens_[i].symbol;
             if (symbol == '(' || symbol == '[' || symbol == '{') open.push_back(symbol);
-            if (symbol == ';' && open.find('{') == std::string::npos) return false;
             if (symbol != ')' && symbol != ']' && symbol != '}') continue;
             const char wanted = symbol == ')' ? '(' : symbol == ']' ? '[' : '{';
             if (open.empty() || open.back() != wanted) return false;
             open.pop_back();
         }
         return open.empty();
+    }
+
+    /// A ";" stands outside of the body of a lambda.
+    bool ended() const {
+        int braces = 0;
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (tokens_.isSymbol(i, '{')) ++braces;
+            if (tokens_.isSymbol(i, '}')) --braces;
+            if (tokens_.isSymbol(i, ';') && braces == 0) return true;
+        }
+        return false;
     }
 
     bool adjoins(std::size_t i, char symbol) const {

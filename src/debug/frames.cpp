@@ -34,6 +34,15 @@ std::string qualifiedName(const asIScriptFunction& function) {
     return space.empty() ? name : space + "::" + name;
 }
 
+std::string declarationOf(const asIScriptFunction& function) {
+    if (isInitialiser(function)) return qualifiedName(function);
+    std::string text = orEmpty(function.GetDeclaration(true, true, false));
+    const std::string name = orEmpty(function.GetName());
+    const auto at = name.starts_with('$') ? text.find(name) : std::string::npos;
+    if (at != std::string::npos) text.replace(at, name.size(), plainName(function));
+    return text;
+}
+
 Frames::Frames(asIScriptContext* context, std::string_view mainSource)
     : context_(context), mainSource_(mainSource) {
     const asUINT count = context != nullptr ? context->GetCallstackSize() : 0;
@@ -47,9 +56,7 @@ DebugFrame Frames::frame(unsigned index) const {
     frame.level = levels_[index];
     asIScriptFunction* const function = context_->GetFunction(frame.level);
     frame.name = qualifiedName(*function);
-    frame.function = isInitialiser(*function)
-                         ? frame.name
-                         : std::string(function->GetDeclaration(true, true, false));
+    frame.function = declarationOf(*function);
     frame.native = function->GetFuncType() == asFUNC_SYSTEM;
     if (frame.native) return frame;
     const char* section = nullptr;

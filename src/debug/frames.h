@@ -40,5 +40,7 @@ class Frames {
 
 /// "Class::method" or "ns::function" of a function.
 std::string qualifiedName(const asIScriptFunction& function);
+/// "int Class::method(int)".
+std::string declarationOf(const asIScriptFunction& function);
 
 }  // namespace korvant

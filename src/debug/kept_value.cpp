@@ -57,8 +57,8 @@ bool registerShow(asIScriptEngine& engine) {
     if (engine.GetUserData(kRegistered) != nullptr) return true;
     const asDWORD mask = engine.SetDefaultAccessMask(kShowBits);
     const std::string declaration = std::string("void ") + kShow + "(const ?&in)";
-    const int result =
-        engine.RegisterGlobalFunction(declaration.c_str(), asFUNCTION(show), asCALL_GENERIC);
+    const int result = engine.RegisterGlobalFunction(
+        declaration.c_str(), asFunctionPtr(static_cast<asGENFUNC_t>(show)), asCALL_GENERIC);
     engine.SetDefaultAccessMask(mask);
     if (result >= 0) engine.SetUserData(&mark, kRegistered);
     return result >= 0;

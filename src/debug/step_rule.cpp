@@ -30,14 +30,8 @@ bool StepRule::endsAt(const StatementPlace& here) const noexcept {
 bool LinePass::begins(const StatementPlace& here, bool again) noexcept {
     const StatementPlace before = last_;
     last_ = here;
-    const bool sameCall = again && before.context == here.context && before.depth == here.depth &&
-                          before.sameLine(here);
-    if (!sameCall) {
-        firstColumn_ = here.column;
-        return true;
-    }
-    // A loop on one line came back to its beginning.
-    return here.column == firstColumn_ && before.column != here.column;
+    return !again || before.context != here.context || before.depth != here.depth ||
+           !before.sameLine(here);
 }
 
 }  // namespace korvant

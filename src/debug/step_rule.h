@@ -51,7 +51,7 @@ class StepRule {
 };
 
 /// Tells a new pass through a line from further statements on it, and from the second call for the
-/// first statement of a function.
+/// first statement of a function. A loop on one line is one pass.
 class LinePass {
   public:
     /// `again`: no statement on another line came between. True when a pass begins.
@@ -60,7 +60,6 @@ class LinePass {
 
   private:
     StatementPlace last_;
-    int firstColumn_ = 0;
 };
 
 }  // namespace korvant

@@ -76,7 +76,7 @@ std::string enumText(asIScriptEngine& engine, const ValueView& value, const Valu
 std::string functionText(asIScriptFunction& function) {
     asIScriptFunction* const bound = function.GetDelegateFunction();
     asIScriptFunction& shown = bound != nullptr ? *bound : function;
-    return shown.GetDeclaration(true, true, false);
+    return declarationOf(shown);
 }
 
 /// Writes objects and arrays with what they hold, until the text is long enough.
