@@ -14,7 +14,7 @@ namespace {
 
 const ModuleFunctions* loaded = nullptr;
 
-/// What came back, and the file that it belongs to if that is not the one that was given.
+/// What came back, and the file that it was saved to; none while it has not been saved.
 struct Editing {
     std::string text;
     std::string document;
@@ -23,7 +23,7 @@ struct Editing {
 /// Opens the editor and waits. Nothing when it could not be opened; the reason was given on
 /// standard error. Ctrl+C on the terminal stops a script that runs; it does not take the editor's
 /// text with it.
-std::optional<Editing> edit(const std::string& text, const std::string& title) {
+std::optional<Editing> edit(const std::string& text, const std::string& path) {
     asIScriptEngine* engine = asCreateScriptEngine();
     asIScriptContext* context = engine ? loaded->configure(engine) : nullptr;
     if (!context) {
@@ -32,7 +32,8 @@ std::optional<Editing> edit(const std::string& text, const std::string& title) {
     }
     const auto previous = std::signal(SIGINT, [](int) { loaded->requestStop(); });
     Editing editing{text, {}};
-    loaded->runEditor(engine, context, editing.text, title);
+    if (!path.empty()) loaded->setEditedFile(path.c_str());
+    loaded->runEditor(engine, context, editing.text, path);
     const char* file = loaded->editedFile();
     if (file) editing.document = file;
     std::signal(SIGINT, previous);
@@ -53,8 +54,8 @@ int editFile(const std::string& path) {
     if (!loaded) return kRunFailed;
     const std::optional<Editing> edited = edit(file->text(), path);
     if (!edited) return kRunFailed;
-    // The user went on to another file: what came back is that file's text.
-    if (!edited->document.empty() && !file->is(edited->document)) return kFinished;
+    // A text that has a file has been written there by the editor.
+    if (!path.empty() || !edited->document.empty()) return kFinished;
     if (edited->text == file->text()) return kFinished;
     return file->write(edited->text) ? kFinished : kRunFailed;
 }
@@ -62,7 +63,7 @@ int editFile(const std::string& path) {
 void addEditCommand(CLI::App& app, int& exitCode) {
     const auto path = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand(
-        "edit", "Opens the editor; a changed text is written back when its window is closed");
+        "edit", "Opens the editor on a file, which is written when its window is closed");
     command->add_option("FILE", *path, "script to edit; it may be a new one");
     command->callback([path, &exitCode] { exitCode = editFile(*path); });
 }

@@ -1,14 +1,10 @@
 #include "edited_file.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "base/system/file_io.h"
 #include "base/system/os_file.h"
 #include "base/system/user_folders.h"
 #include "source_report.h"
 
-namespace fs = std::filesystem;
 using korvant::FileStatus;
 using korvant::systemFiles;
 
@@ -55,11 +51,6 @@ std::optional<EditedFile> EditedFile::open(const std::string& path) {
     file.mark_.path = path;
     file.mark_.hash = korvant::contentHash(file.text_);
     return file;
-}
-
-bool EditedFile::is(const std::string& path) const {
-    std::error_code error;
-    return path == path_ || fs::equivalent(path, path_, error);
 }
 
 bool EditedFile::write(const std::string& text) {

@@ -16,8 +16,6 @@ class EditedFile {
     static std::optional<EditedFile> open(const std::string& path);
 
     const std::string& text() const { return text_; }
-    /// `path` names this file.
-    bool is(const std::string& path) const;
     /// Writes a changed text. A text without a file gets one in the current folder, and standard
     /// error says where. False when nothing could be written; the text is then in the user's
     /// backups, and standard error says so.

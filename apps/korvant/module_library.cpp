@@ -18,6 +18,7 @@ bool findAll(void* library, ModuleFunctions& functions) {
     return find(library, "ConfigureScriptEngine", functions.configure) &&
            find(library, "RunApplication", functions.runApplication) &&
            find(library, "RunScriptEditor", functions.runEditor) &&
+           find(library, "SetEditedFile", functions.setEditedFile) &&
            find(library, "GetEditedFile", functions.editedFile) &&
            find(library, "ReleaseScriptEngine", functions.release) &&
            find(library, "SetScriptLimits", functions.setLimits) &&

@@ -14,6 +14,7 @@ struct ModuleFunctions {
     decltype(&ConfigureScriptEngine) configure = nullptr;
     decltype(&RunApplication) runApplication = nullptr;
     decltype(&RunScriptEditor) runEditor = nullptr;
+    decltype(&SetEditedFile) setEditedFile = nullptr;
     decltype(&GetEditedFile) editedFile = nullptr;
     decltype(&ReleaseScriptEngine) release = nullptr;
     decltype(&SetScriptLimits) setLimits = nullptr;

@@ -109,6 +109,12 @@ KORVANTIDE_API uint32_t KORVANTIDE_CALL CountBuildMessages(void);
 KORVANTIDE_API int32_t KORVANTIDE_CALL GetBuildMessage(uint32_t index,
                                                        KorvantBuildMessage* message);
 
+/* Says that the text which the next RunScriptEditor is given is this file's: the editor then shows
+   its name, Save writes it, Exit with changes asks, and closing the window writes a changed text.
+   UTF-8 on Windows, the system's bytes elsewhere; copied, and forgotten by that call. Only a module
+   with windows has this function. */
+KORVANTIDE_API void KORVANTIDE_CALL SetEditedFile(const char* path);
+
 /* The file whose text was in the editor when RunScriptEditor returned, because the user opened or
    saved one or asked for a new text; empty when it was the host's own text; null when no editor was
    opened. A host that keeps its texts in files should not write another file's text into its own.

@@ -8,7 +8,6 @@ namespace korvant {
 
 namespace {
 
-constexpr char kSaveChanges[] = "Do You Want to Save Your Changes?";
 constexpr char kUntitled[] = "Untitled";
 constexpr char kNoMemory[] = "Memory allocation error";
 constexpr char kScrambled[] =
@@ -32,7 +31,8 @@ FileDialogRequest fileRequest(bool saving) {
 
 void ScriptEditor::newDocument() {
     debugger_.stop();
-    const bool saveFirst = document_.modified() && window_.ask(kSaveChanges, false) == Answer::yes;
+    const bool saveFirst =
+        document_.modified() && window_.ask(EditorDocument::kSaveChanges, false) == Answer::yes;
     if (saveFirst) save();
     if (document_.modified()) recovery_.givenUp();
     emptyEditor();

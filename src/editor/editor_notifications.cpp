@@ -21,6 +21,8 @@ void ScriptEditor::notify(const ControlNotification& notification) {
             return tick();
         case sci::kModified:
             return textModified(notification);
+        case sci::kZoom:
+            return view_.fontChanged();
         case sci::kMarginClick:
             return marginClicked(notification);
         case sci::kCharAdded:
@@ -51,6 +53,7 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
     if (!wasModified) refreshTitle();
     recovery_.changed();
     assistant_.textChanged();
+    if (notification.linesAdded != 0) view_.linesChanged();
     if (!followLines_) return;
     if (const auto shift = lineShiftOf(editor_, notification)) debugger_.follow(*shift);
 }

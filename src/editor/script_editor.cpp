@@ -2,6 +2,7 @@
 
 #include "base/system/file_io.h"
 #include "base/system/user_folders.h"
+#include "base/text/text_encoding.h"
 #include "editor/control/control_setup.h"
 
 namespace korvant {
@@ -10,7 +11,14 @@ namespace {
 
 constexpr char kNoEditor[] = "Unable to create editor window";
 constexpr char kNoOutput[] = "Unable to create output window";
-constexpr char kNoManual[] = "Documentation files not found.";
+constexpr char kNoManual[] =
+    "Documentation files not found.\n\nThe manual is the folder \"scripting_manual\" that comes "
+    "with "
+    "the program. It is looked for beside the program and beside this module.";
+constexpr char kNoBrowser[] =
+    "Documentation files not found.\n\nNo program could be started that shows the manual. To read "
+    "it, "
+    "open this file in a web browser:\n";
 constexpr char kNoMemory[] = "Memory allocation error";
 
 }  // namespace
@@ -45,8 +53,9 @@ void ScriptEditor::initialise() {
         setUpControls();
         {
             const OwnText own(*this);
-            document_.begin(hostText_);
+            document_.begin(hostText_, hostFile_);
         }
+        view_.fontChanged();
         recovery_.begin();
         window_.setRecentFiles(recentFiles_.paths());
         refreshTitle();
@@ -66,6 +75,7 @@ void ScriptEditor::setUpControls() {
         window_.errorBox(kNoOutput);
     view_.setUp();
     setUpConveniences(editor_);
+    wrapOutput(outputControl_);
     debugger_.setUp();
 }
 
@@ -159,6 +169,10 @@ void ScriptEditor::tick() {
     if (!left_) run([] {});
 }
 
+void ScriptEditor::endingSoon() {
+    if (!left_) guarded([this] { recovery_.keepIfChanged(); });
+}
+
 bool ScriptEditor::closeBox() {
     if (left_) return true;
     if (debugger_.busy()) {
@@ -167,12 +181,28 @@ bool ScriptEditor::closeBox() {
         return false;
     }
     guarded([this] {
+        if (!mayLeave(document_.path() != hostFile_)) return;
         if (takeTextForHost())
             leave(document_.path().empty());
         else
             output_.show(kNoMemory);
     });
     return left_;
+}
+
+/// Whether an editor of a file may go. Changes are written, or the user says what becomes of them;
+/// what the user gives up is in the backups.
+bool ScriptEditor::mayLeave(bool asks) {
+    if (hostFile_.empty() || !document_.modified()) return true;
+    const Answer answer = asks ? window_.ask(EditorDocument::kSaveChanges, true) : Answer::yes;
+    if (answer == Answer::cancel) return false;
+    if (answer == Answer::yes) {
+        save();
+        return !document_.modified() || editor_.length() == 0;
+    }
+    recovery_.givenUp();
+    document_.setModified(false);
+    return true;
 }
 
 /// Without the whole text the host keeps the one that it gave.
@@ -191,6 +221,7 @@ void ScriptEditor::leave(bool delivered) {
 
 void ScriptEditor::exit() {
     debugger_.stop();
+    if (!mayLeave(true)) return;
     // Deliberate: the host gets back the text that it gave.
     leave(false);
     window_.endModal();
@@ -225,7 +256,11 @@ void ScriptEditor::gotoLine() {
 }
 
 void ScriptEditor::help() {
-    if (!window_.openDocument(manualPage(programFolder_))) window_.errorBox(kNoManual);
+    const std::string page = manualPage(programFolder_);
+    if (window_.openDocument(page)) return;
+    FileStatus status;
+    const bool there = files_.status(page, status) == 0 && status.kind != FileStatus::Kind::none;
+    window_.errorBox(there ? kNoBrowser + decodeForDisplay(page) : kNoManual);
 }
 
 void ScriptEditor::toggleRecoveryCopies() {

@@ -54,6 +54,9 @@ class ScriptEditor {
     void setHostText(std::string bytes) { hostText_ = std::move(bytes); }
     /// Kept and not used.
     void setHostTitle(std::string title) { hostTitle_ = std::move(title); }
+    /// The host's text is this file's content. Changes are then kept in files only: leaving the
+    /// editor writes them or asks.
+    void setHostFile(std::string path) { hostFile_ = std::move(path); }
     /// What the host gets back: the edited text after the close box, otherwise what it gave.
     const std::string& hostText() const noexcept { return hostText_; }
 
@@ -79,6 +82,10 @@ class ScriptEditor {
     void functionKey(int number) { key(functionKeyPress(number), false); }
     void editorNotified(const ControlNotification& notification);
     void outputNotified(const ControlNotification& notification);
+    /// The window has changed the font or the colours of the controls.
+    void looksChanged() { view_.fontChanged(); }
+    /// The process or the session is about to end: what is not saved is kept at once.
+    void endingSoon();
     /// To be called about once a second.
     void tick();
     /// The close box or its key. True: the host's text is taken, the window may go. False: a
@@ -172,6 +179,7 @@ class ScriptEditor {
     void gotoPlace(const ReportedPlace& place);
     bool takeTextForHost();
     void leave(bool delivered);
+    bool mayLeave(bool asks);
 
     EditorWindow& window_;
     FileOperations& files_;
@@ -179,6 +187,7 @@ class ScriptEditor {
     std::string programFolder_;
     std::string hostText_;
     std::string hostTitle_;
+    std::string hostFile_;  ///< empty: the text is the host's own
     TextControl editor_;
     TextControl outputControl_;
     OutputPane output_;

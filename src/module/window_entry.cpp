@@ -1,4 +1,7 @@
 // The exported functions that need windows.
+#include <string>
+#include <utility>
+
 #include "host/library/dialog_functions.h"
 #include "korvantide/host_interface.h"
 #include "korvantide/korvantide.h"
@@ -21,11 +24,30 @@ std::int32_t KORVANTIDE_CALL FeedScriptInput(const char* line) {
     });
 }
 
+namespace {
+
+/// Never destroyed, so that nothing of it runs at exit.
+std::string& fileToEdit() {
+    static auto* const path = new std::string;
+    return *path;
+}
+
+}  // namespace
+
 void KORVANTIDE_CALL RunScriptEditor(asIScriptEngine* engine, asIScriptContext* context,
                                      std::string& script, std::string title) {
     korvant::guarded(0, [&] {
         const korvant::UiScopeGuard scope;
-        korvant::ui::runScriptEditor({engine, context, script, title, korvant::allFamilies()});
+        const std::string file = std::exchange(fileToEdit(), {});
+        korvant::ui::runScriptEditor(
+            {engine, context, script, title, korvant::allFamilies(), file});
+        return 0;
+    });
+}
+
+void KORVANTIDE_CALL SetEditedFile(const char* path) {
+    korvant::guarded(0, [&] {
+        fileToEdit() = path ? path : "";
         return 0;
     });
 }

@@ -4,7 +4,7 @@ set -euo pipefail
 promised="CompileScript ConfigureScriptEngine ContinueApplication CountBuildMessages
 FeedScriptInput GetBuildMessage GetLastRunResult GetRunFrame GetScriptLimits GetStrictScriptLimits GetUnwrittenFile
 GetEditedFile ReleaseScriptEngine RequestScriptStop RunApplication RunScript RunScriptEditor
-SetEditorLayout SetScriptLimits"
+SetEditedFile SetEditorLayout SetScriptLimits"
 names=$(nm -D --defined-only "$1" | cut -d' ' -f3-)
 
 functions=$(grep -v '^_Z' <<<"$names" | sort)

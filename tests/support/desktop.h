@@ -51,6 +51,9 @@ class OtherProcess {
 
     /// Ends it at once, wherever it is.
     void kill();
+    /// Tells it to go and waits until it has: as a desktop does that ends the session, or where it
+    /// was started on a terminal, as that does when it is closed.
+    void tellToGo(bool terminalCloses);
 
   private:
     std::intptr_t process_ = 0;

@@ -71,4 +71,12 @@ void OtherProcess::kill() {
     process_ = 0;
 }
 
+void OtherProcess::tellToGo(bool terminalCloses) {
+    if (process_ <= 0) return;
+    const auto process = static_cast<pid_t>(process_);
+    ::kill(process, terminalCloses ? SIGHUP : SIGTERM);
+    ::waitpid(process, nullptr, 0);
+    process_ = 0;
+}
+
 }  // namespace korvant::test

@@ -114,4 +114,27 @@ void OtherProcess::kill() {
     process_ = 0;
 }
 
+namespace {
+
+BOOL CALLBACK endSession(HWND window, LPARAM process) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner != static_cast<DWORD>(process) || !IsWindowVisible(window)) return TRUE;
+    constexpr UINT kPatience = 5000;
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, kPatience, &answer);
+    SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, kPatience, &answer);
+    return TRUE;
+}
+
+}  // namespace
+
+/// The system ends a process that has been asked.
+void OtherProcess::tellToGo(bool) {
+    const auto process = reinterpret_cast<HANDLE>(process_);
+    if (!process) return;
+    EnumWindows(endSession, static_cast<LPARAM>(GetProcessId(process)));
+    kill();
+}
+
 }  // namespace korvant::test

@@ -41,6 +41,7 @@ class FakeEditorWindow : public EditorWindow {
     std::vector<std::int32_t> linesOffered;
     std::unique_ptr<FindDialog> find;
     std::unique_ptr<ReplaceDialog> replace;
+    std::vector<bool> running;  ///< every change
     int beeps = 0;
     int abouts = 0;
     int activations = 0;
@@ -89,6 +90,7 @@ class FakeEditorWindow : public EditorWindow {
         ++pumps;
         return pump && pump();
     }
+    void setRunning(bool on) override { running.push_back(on); }
     void endModal() override { ended = true; }
 
   private:

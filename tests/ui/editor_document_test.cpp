@@ -87,6 +87,47 @@ TEST_F(EditorDocuments, RecentFileOpensFromTheMenu) {
     edit("");
 }
 
+TEST_F(EditorDocuments, EditorOfAFileKnowsIt) {
+    ownFile = folder.file("own.as");
+    writeFile(ownFile, kScript);
+    untilTitle("Script Editor - own.as");
+    type("a");
+    untilTitle("Script Editor - own.as*");
+    driver.key('S', wxMOD_CONTROL);
+    untilTitle("Script Editor - own.as");
+    check([this] { EXPECT_EQ(readFile(ownFile), std::string("a") + kScript); });
+    type("b");
+    closeBox();
+    edit(kScript);
+    EXPECT_EQ(readFile(ownFile), std::string("ab") + kScript);
+}
+
+TEST_F(EditorDocuments, ExitOfAFilesEditorAsksAboutChanges) {
+    ownFile = folder.file("own.as");
+    writeFile(ownFile, kScript);
+    for (const char answer : {'N', 'Y'}) {
+        type("x");
+        exit();
+        untilBox();
+        driver.key(WXK_ESCAPE);
+        ready();
+        exit();
+        untilBox();
+        driver.key(answer);
+        edit(kScript);
+        EXPECT_EQ(readFile(ownFile), (answer == 'Y' ? "x" : "") + std::string(kScript));
+    }
+}
+
+TEST_F(EditorDocuments, FileThatDoesNotExistYetIsWrittenAtTheEnd) {
+    ownFile = folder.file("new.as");
+    untilTitle("Script Editor - new.as");
+    type("x");
+    closeBox();
+    edit("");
+    EXPECT_EQ(readFile(ownFile), "x");
+}
+
 TEST_F(EditorDocuments, NewAsksAboutChanges) {
     type("x");
     choose(command_id::kNew);

@@ -81,13 +81,34 @@ TEST_F(EditorFrame, ViewTogglesChangeMarginsAndChecks) {
     });
     choose(command_id::kBlackBackground);
     driver.when("the black scheme", [this] {
-        // The line numbers are black whatever the desktop's theme and the scheme are.
         return editor()->StyleGetBackground(32) == *wxBLACK &&
-               editor()->StyleGetBackground(33) == wxColour(240, 240, 240) &&
+               editor()->StyleGetBackground(33) == wxColour(32, 32, 32) &&
+               editor()->StyleGetForeground(33) == wxColour(150, 150, 150) &&
                isChecked(command_id::kBlackBackground);
     });
     closeBox();
     edit("");
+}
+
+TEST_F(EditorFrame, LineNumbersHaveRoomForTheLastOne) {
+    const auto fits = [this] {
+        const int digits = static_cast<int>(std::to_string(editor()->GetLineCount()).size());
+        return editor()->GetMarginWidth(0) >=
+               editor()->TextWidth(wxSTC_STYLE_LINENUMBER, wxString('9', digits + 1));
+    };
+    ready();
+    check([&] { EXPECT_TRUE(fits()); });
+    driver.run([this] { editor()->GotoPos(editor()->GetLength()); });
+    type("\n");
+    driver.when("10,000 lines", [&] { return editor()->GetLineCount() == 10'000 && fits(); });
+    driver.key('+', wxMOD_CONTROL).key('+', wxMOD_CONTROL);
+    driver.when("larger numbers", [&] { return editor()->GetZoom() == 2 && fits(); });
+    choose(command_id::kNew);
+    untilBox();
+    driver.key('N');
+    untilTitle("Script Editor - Untitled");
+    closeBox();
+    edit(std::string(9'998, '\n'));
 }
 
 TEST_F(EditorFrame, HostWindowCannotBeUsedMeanwhile) {

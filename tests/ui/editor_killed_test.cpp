@@ -101,6 +101,18 @@ TEST_F(KilledWindow, LosesAtMostTenSecondsOfAPause) {
     EXPECT_EQ(recovered(), kWord);
 }
 
+TEST_F(KilledWindow, LosesNothingWhenItIsToldToGo) {
+    for (const bool terminalCloses : {false, true}) {
+        startVictim(true);
+        await([this] { return typedByVictim() == 10; });
+        const auto told = SteadyClock::now();
+        victim->tellToGo(terminalCloses);
+        EXPECT_LT(SteadyClock::now() - told, std::chrono::seconds(5));
+        EXPECT_EQ(recovered(), kWord);
+        std::filesystem::remove(progressFile());
+    }
+}
+
 TEST_F(KilledWindow, LosesAtMostTenSecondsOfSteadyTyping) {
     startVictim(false);
     await([this] { return typedByVictim() > 0; });

@@ -54,7 +54,7 @@ EditorWindowTest::~EditorWindowTest() {
 
 std::string EditorWindowTest::edit(const std::string& text) {
     std::string edited = text;
-    ui::runScriptEditor({engine(), context(), edited, "host", allFamilies()});
+    ui::runScriptEditor({engine(), context(), edited, "host", allFamilies(), ownFile});
     EXPECT_TRUE(driver.done());
     return edited;
 }

@@ -61,6 +61,7 @@ class EditorWindowTest : public ScriptFixture {
     void closeBox();
     void exit();
 
+    std::string ownFile;  ///< that the text is the content of; empty: the host's own text
     UiDriver driver;
     TemporaryFolder folder;
 

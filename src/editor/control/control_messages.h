@@ -101,6 +101,7 @@ enum Message : unsigned {
     kSetMarginMaskN = 2244,
     kSetMarginSensitiveN = 2246,
     kSetMouseDwellTime = 2264,
+    kSetWrapMode = 2268,
     kWordStartPosition = 2266,
     kWordEndPosition = 2267,
     kTextWidth = 2276,
@@ -135,6 +136,7 @@ enum Notification : unsigned {
     kMarginClick = 2010,
     kDwellStart = 2016,
     kDwellEnd = 2017,
+    kZoom = 2018,
     kCallTipClick = 2021,
 };
 
@@ -147,6 +149,7 @@ inline constexpr int kMarkNumFolderEnd = 25, kMarkNumFolderOpenMid = 26, kMarkNu
                      kMarkNumFolderOpen = 31;
 inline constexpr int kStyleDefault = 32, kStyleLineNumber = 33, kStyleBraceLight = 34;
 inline constexpr int kEolLf = 2;
+inline constexpr int kWrapWords = 1;
 inline constexpr int kLexerCpp = 3;
 /// From here on a status is a warning (a regular expression that does not read).
 inline constexpr int kStatusWarnStart = 1000;

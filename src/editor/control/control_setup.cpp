@@ -109,13 +109,27 @@ void colourOutput(const TextControl& output, const SchemeColours& colours) {
     colourSelection(output, colours);
 }
 
+/// Beside the text and over it.
+struct Surroundings {
+    std::intptr_t numbers, numberMargin, foldMargin, outputMargin;
+    std::intptr_t tip, tipBack, tipCurrent;
+};
+constexpr Surroundings kLightSurroundings = {
+    sci::rgb(0, 0, 0),    sci::rgb(240, 240, 240), sci::rgb(248, 248, 248), sci::rgb(240, 240, 240),
+    sci::rgb(64, 64, 64), sci::rgb(255, 255, 255), sci::rgb(0, 0, 255),
+};
+constexpr Surroundings kBlackSurroundings = {
+    sci::rgb(150, 150, 150), sci::rgb(32, 32, 32), sci::rgb(16, 16, 16),    sci::rgb(64, 64, 64),
+    sci::rgb(220, 220, 220), sci::rgb(48, 48, 48), sci::rgb(200, 200, 255),
+};
+
+}  // namespace
+
 int decimalDigits(int value) {
     int digits = 0;
     for (; value > 0; value /= 10) ++digits;
     return digits;
 }
-
-}  // namespace
 
 void setUpEditorControl(const TextControl& editor) {
     editor.send(sci::kSetLexer, sci::kLexerCpp);
@@ -147,14 +161,15 @@ void setUpOutputControl(const TextControl& output) {
 void setUpConveniences(const TextControl& editor) {
     editor.send(sci::kSetMarginSensitiveN, kBookmarkMargin, 1);
     editor.send(sci::kSetMouseDwellTime, kDwellMilliseconds);
-    // The control's own grey is hard to read.
-    editor.send(sci::kCallTipSetFore, static_cast<std::uintptr_t>(sci::rgb(64, 64, 64)));
-    editor.send(sci::kCallTipSetForeHlt, static_cast<std::uintptr_t>(sci::rgb(0, 0, 255)));
     editor.send(sci::kAutoCSetMaxHeight, kListedNames);
     editor.send(sci::kAutoCSetIgnoreCase, 1);
     editor.send(sci::kAutoCSetOrder, sci::kOrderPerformSort);
     setFont(editor, sci::kStyleLineNumber);
     for (const StyleRole& row : kStyleRoles) setFont(editor, row.style);
+}
+
+void wrapOutput(const TextControl& output) {
+    output.send(sci::kSetWrapMode, sci::kWrapWords);
 }
 
 void applyScheme(const TextControl& editor, const TextControl& output, ColourScheme scheme) {
@@ -164,12 +179,16 @@ void applyScheme(const TextControl& editor, const TextControl& output, ColourSch
 }
 
 void colourMargins(const TextControl& editor, const TextControl& output, ColourScheme scheme) {
-    constexpr auto kGrey = sci::rgb(240, 240, 240), kPaleGrey = sci::rgb(248, 248, 248);
-    const auto outputGrey = scheme == ColourScheme::light ? kGrey : sci::rgb(64, 64, 64);
-    editor.send(sci::kStyleSetBack, sci::kStyleLineNumber, kGrey);
-    editor.send(sci::kSetFoldMarginColour, 1, kPaleGrey);
-    editor.send(sci::kSetFoldMarginHiColour, 1, kPaleGrey);
-    output.send(sci::kStyleSetBack, sci::kStyleLineNumber, outputGrey);
+    const Surroundings& colours =
+        scheme == ColourScheme::light ? kLightSurroundings : kBlackSurroundings;
+    const auto colour = [](std::intptr_t value) { return static_cast<std::uintptr_t>(value); };
+    setColours(editor, sci::kStyleLineNumber, colours.numbers, colours.numberMargin);
+    editor.send(sci::kSetFoldMarginColour, 1, colours.foldMargin);
+    editor.send(sci::kSetFoldMarginHiColour, 1, colours.foldMargin);
+    editor.send(sci::kCallTipSetFore, colour(colours.tip));
+    editor.send(sci::kCallTipSetBack, colour(colours.tipBack));
+    editor.send(sci::kCallTipSetForeHlt, colour(colours.tipCurrent));
+    output.send(sci::kStyleSetBack, sci::kStyleLineNumber, colours.outputMargin);
 }
 
 int lineNumberWidth(const TextControl& editor) {

@@ -17,12 +17,17 @@ void setUpOutputControl(const TextControl& output);
 /// What the editor offers beyond its first set-up: margin clicks, tips at rest, completion, and
 /// the fixed font on every style, which some platforms do not inherit.
 void setUpConveniences(const TextControl& editor);
+/// Its messages are longer than a small window is wide.
+void wrapOutput(const TextControl& output);
 
 void applyScheme(const TextControl& editor, const TextControl& output, ColourScheme scheme);
-/// The margins beside the text, whose colours the schemes leave to the desktop: under a dark theme
-/// the black line numbers could not be read. To be called after every applyScheme().
+/// The margins beside the text and the tips over it, whose colours the schemes leave to the
+/// desktop: under a dark theme the black line numbers could not be read. To be called after every
+/// applyScheme().
 void colourMargins(const TextControl& editor, const TextControl& output, ColourScheme scheme);
 
+/// Of a number above 0; 0 has none.
+int decimalDigits(int value);
 /// Pixels that the digits of the last line's number and two more take.
 int lineNumberWidth(const TextControl& editor);
 

@@ -73,6 +73,9 @@ class EditorWindow {
     /// Called at least every 50 ms while the editor drives a script on and on: takes what is
     /// pending of the window's events. True when Escape was pressed or the window is to close.
     virtual bool pumpEvents() = 0;
+    /// A build or a run begins or has come to a stop. Meanwhile the text is not changed, and only
+    /// Stop does something.
+    virtual void setRunning(bool running) = 0;
     /// Ends the modal loop; the window is destroyed later by its owner.
     virtual void endModal() = 0;
 };

@@ -54,7 +54,16 @@ void ViewOptions::useNames(ColouredNames names) {
 }
 
 void ViewOptions::showLineNumbers(bool shown) {
+    digits_ = decimalDigits(editor_.lineCount());
     setMarginWidth(editor_, kNumberMargin, shown ? lineNumberWidth(editor_) + kNumberPadding : 0);
+}
+
+void ViewOptions::linesChanged() {
+    if (lineNumbers_ && decimalDigits(editor_.lineCount()) != digits_) showLineNumbers(true);
+}
+
+void ViewOptions::fontChanged() {
+    if (lineNumbers_) showLineNumbers(true);
 }
 
 void ViewOptions::toggleLineNumbers() {

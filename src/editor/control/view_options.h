@@ -15,6 +15,11 @@ class ViewOptions {
 
     /// The light scheme and all margins.
     void setUp();
+    /// The margin of the line numbers, where it is shown, takes what the last line's number needs.
+    /// To be called when lines have come or gone; cheap while the digits stay as many.
+    void linesChanged();
+    /// The same, whatever was there before: after a change of the font or its size.
+    void fontChanged();
     void toggleLineNumbers();
     void toggleBookmarks();
     void toggleFolding();
@@ -33,6 +38,7 @@ class ViewOptions {
     const TextControl& editor_;
     const TextControl& output_;
     EditorWindow& window_;
+    int digits_ = 0;  ///< that the margin of the line numbers has room for
     bool lineNumbers_ = false;
     bool bookmarks_ = false;
     bool folding_ = false;

@@ -57,7 +57,7 @@ bool EditorDocument::put(std::string_view text) {
     return !incomplete_;
 }
 
-void EditorDocument::begin(const std::string& hostBytes) {
+void EditorDocument::begin(const std::string& hostBytes, const std::string& path) {
     const DecodedDocument document = decodeDocument(hostBytes);
     hostHash_ = contentHash(hostBytes);
     encoding_ = document.encoding;
@@ -66,6 +66,9 @@ void EditorDocument::begin(const std::string& hostBytes) {
     editor_.send(sci::kSetUndoCollection, 1);
     editor_.send(sci::kEmptyUndoBuffer);
     modified_ = false;
+    path_ = path;
+    FileStatus status;
+    if (!path.empty() && files_.status(path, status) == 0) mark_ = {path, status, hostHash_, false};
 }
 
 std::optional<std::string> EditorDocument::bytes() {

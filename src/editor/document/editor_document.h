@@ -41,8 +41,12 @@ class EditorDocument {
     /// What stands in the window's title bar, UTF-8.
     std::string title() const;
 
-    /// Puts the host's text into the editor, unmodified.
-    void begin(const std::string& hostBytes);
+    /// The question before changes go.
+    static constexpr char kSaveChanges[] = "Do You Want to Save Your Changes?";
+
+    /// Puts the host's text into the editor, unmodified. `path`: the file that it is the content
+    /// of, which need not exist yet; empty for none.
+    void begin(const std::string& hostBytes, const std::string& path);
     /// The text as bytes in the document's encoding; nothing when there is no memory for them, or
     /// when the editor holds less than it was given.
     std::optional<std::string> bytes();

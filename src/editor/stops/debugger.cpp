@@ -21,18 +21,25 @@ constexpr std::uint64_t kPumpEvery = 50;  // milliseconds
 constexpr std::int32_t kRestartSeen = 50;  // milliseconds
 constexpr int kFarUp = -99999999;
 
-class BusyMark {
+}  // namespace
+
+/// While one lives a script is driven, and the window knows.
+class Debugger::BusyMark {
   public:
-    explicit BusyMark(bool& busy) : busy_(busy) { busy_ = true; }
-    ~BusyMark() { busy_ = false; }
+    explicit BusyMark(Debugger& debugger) : debugger_(debugger) { set(true); }
+    ~BusyMark() { set(false); }
     BusyMark(const BusyMark&) = delete;
     BusyMark& operator=(const BusyMark&) = delete;
 
   private:
-    bool& busy_;
-};
+    void set(bool busy) {
+        debugger_.busy_ = busy;
+        debugger_.setRunMenu();
+        debugger_.window_.setRunning(busy);
+    }
 
-}  // namespace
+    Debugger& debugger_;
+};
 
 Debugger::Debugger(const DebuggerParts& parts, ScriptText scriptText)
     : session_(parts.session),
@@ -50,12 +57,13 @@ void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
 void Debugger::setUp() {
     debugging_ = false;
     session_.forgetContext();
-    setRunMenu(false);
+    setRunMenu();
 }
 
-void Debugger::setRunMenu(bool enabled) {
-    for (const int command : {command_id::kStepOver, command_id::kStepInto, command_id::kStop})
-        window_.setMenuEnabled(command, enabled);
+void Debugger::setRunMenu() {
+    for (const int command : {command_id::kStepOver, command_id::kStepInto})
+        window_.setMenuEnabled(command, debugging_);
+    window_.setMenuEnabled(command_id::kStop, debugging_ || busy_);
 }
 
 /// The text of a build or a run that may begin now.
@@ -75,7 +83,7 @@ void Debugger::build() {
     if (busy_) return;
     // The suspended run ends with the module that it belongs to.
     if (debugging_) endDebugging();
-    const BusyMark mark(busy_);
+    const BusyMark mark(*this);
     const std::optional<std::string> text = beginRun();
     if (!text) return;
     const bool built = session_.compile(engine_, *text) != 0;
@@ -98,7 +106,7 @@ void Debugger::failedBuild(bool showFirst) {
 
 void Debugger::execute() {
     if (busy_) return;
-    const BusyMark mark(busy_);
+    const BusyMark mark(*this);
     if (debugging_)
         continueRun(StepMode::run);
     else
@@ -107,13 +115,13 @@ void Debugger::execute() {
 
 void Debugger::stepOver() {
     if (busy_ || !debugging_) return;
-    const BusyMark mark(busy_);
+    const BusyMark mark(*this);
     continueRun(StepMode::over);
 }
 
 void Debugger::stepInto() {
     if (busy_ || !debugging_) return;
-    const BusyMark mark(busy_);
+    const BusyMark mark(*this);
     continueRun(StepMode::into);
 }
 
@@ -137,7 +145,7 @@ void Debugger::startRun() {
 
 void Debugger::beginDebugging(ScriptLine line) {
     debugging_ = true;
-    setRunMenu(true);
+    setRunMenu();
     breakpoints_.becomeCurrentLine();
     if (shouldStop(line))
         showAt(line);
@@ -194,7 +202,7 @@ void Debugger::endDebugging() {
     session_.buildMessages().clear();
     session_.forgetLine();
     debugging_ = false;
-    setRunMenu(false);
+    setRunMenu();
 }
 
 void Debugger::stop() {

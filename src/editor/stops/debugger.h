@@ -66,6 +66,7 @@ class Debugger {
     void follow(const LineShift& shift);
 
   private:
+    class BusyMark;
     std::optional<std::string> beginRun();
     void startRun();
     void continueRun(StepMode mode);
@@ -79,7 +80,7 @@ class Debugger {
     void showAt(ScriptLine line);
     void scrollTo(ControlLine line);
     void toStart();
-    void setRunMenu(bool enabled);
+    void setRunMenu();
     bool giveWindowTime();
     bool outOfTime(std::uint32_t startTick);
     std::string messageTexts() const;

@@ -42,6 +42,7 @@ unsigned codeOf(wxEventType type) {
     if (type == wxEVT_STC_MARGINCLICK) return sci::kMarginClick;
     if (type == wxEVT_STC_DWELLSTART) return sci::kDwellStart;
     if (type == wxEVT_STC_DWELLEND) return sci::kDwellEnd;
+    if (type == wxEVT_STC_ZOOM) return sci::kZoom;
     if (type == wxEVT_STC_CALLTIP_CLICK) return sci::kCallTipClick;
     return 0;
 }
@@ -88,9 +89,9 @@ void forwardNotifications(wxStyledTextCtrl& control,
         receive(plainForm(event));
         event.Skip();
     };
-    for (const auto& type :
-         {wxEVT_STC_CHARADDED, wxEVT_STC_DOUBLECLICK, wxEVT_STC_UPDATEUI, wxEVT_STC_MODIFIED,
-          wxEVT_STC_MARGINCLICK, wxEVT_STC_DWELLSTART, wxEVT_STC_DWELLEND, wxEVT_STC_CALLTIP_CLICK})
+    for (const auto& type : {wxEVT_STC_CHARADDED, wxEVT_STC_DOUBLECLICK, wxEVT_STC_UPDATEUI,
+                             wxEVT_STC_MODIFIED, wxEVT_STC_MARGINCLICK, wxEVT_STC_DWELLSTART,
+                             wxEVT_STC_DWELLEND, wxEVT_STC_ZOOM, wxEVT_STC_CALLTIP_CLICK})
         control.Bind(type, forward);
 }
 

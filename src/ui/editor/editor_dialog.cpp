@@ -12,6 +12,7 @@
 #include "base/system/user_folders.h"
 #include "editor/control/control_setup.h"
 #include "ui/editor/editor_control.h"
+#include "ui/editor/editor_ending.h"
 #include "ui/editor/editor_keys.h"
 #include "ui/editor/editor_native.h"
 #include "ui/editor/panels/workbench.h"
@@ -114,6 +115,7 @@ void CEditorDlg::runModal() {
     initialise();
     const wxWindowDisabler others(this);
     const native::OnlyWindow only(*this);
+    ending_ = std::make_unique<native::EndingWatch>(*this, [this] { editor_.endingSoon(); });
     Show();
     activate();
     focusEditor();
@@ -126,6 +128,7 @@ void CEditorDlg::runModal() {
     }
     timer_.Stop();
     workbench_->keepSettings();
+    ending_.reset();
     Hide();
 }
 

@@ -12,6 +12,9 @@
 #include "editor/script_editor.h"
 #include "ui/editor/editor_menu.h"
 
+namespace korvant::ui::native {
+class EndingWatch;
+}
 class wxEventLoopBase;
 class wxStyledTextCtrl;
 
@@ -32,6 +35,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     }
     void setHostText(std::string bytes) { editor_.setHostText(std::move(bytes)); }
     void setHostTitle(std::string title) { editor_.setHostTitle(std::move(title)); }
+    void setHostFile(std::string path) { editor_.setHostFile(std::move(path)); }
     const std::string& hostText() const { return editor_.hostText(); }
     const std::string& documentPath() const { return editor_.documentPath(); }
 
@@ -58,6 +62,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void beep() override;
     void activate() override;
     void focusEditor() override;
+    void setRunning(bool running) override;
     bool pumpEvents() override;
     void endModal() override;
 
@@ -75,6 +80,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     EditorMenus menus_;
     ScriptEditor editor_;
     wxTimer timer_;
+    std::unique_ptr<native::EndingWatch> ending_;  ///< while the window is modal
     wxStyledTextCtrl* editorControl_ = nullptr;
     wxStyledTextCtrl* outputControl_ = nullptr;
     wxWindow* rule_ = nullptr;              ///< the line on top of the output control

@@ -7,6 +7,7 @@
 #include "host/services/frontend.h"
 #include "ui/boxes/message_box_dialog.h"
 #include "ui/editor/editor_dialog.h"
+#include "ui/editor/editor_ending.h"
 #include "ui/editor/editor_file_dialog.h"
 #include "ui/editor/editor_native.h"
 #include "ui/editor/editor_search_dialogs.h"
@@ -87,6 +88,10 @@ void CEditorDlg::activate() {
 
 void CEditorDlg::focusEditor() {
     if (editorControl_) editorControl_->SetFocus();
+}
+
+void CEditorDlg::setRunning(bool running) {
+    if (ending_) ending_->setBusy(running);
 }
 
 bool CEditorDlg::pumpEvents() {

@@ -40,6 +40,7 @@ void openAndWait(const EditorOpening& opening) {
     window->setHost(opening.engine, opening.context);
     window->setHostText(opening.text);
     window->setHostTitle(opening.title);
+    window->setHostFile(opening.file);
     window->runModal();
     opening.text = window->hostText();
     editedFile() = window->documentPath();

@@ -18,6 +18,8 @@ struct EditorOpening {
     const std::string& title;
     /// The run-time library's functions, for the help in call tips; may be empty.
     std::span<const FunctionFamily> families = {};
+    /// The file that the text is the content of; empty: the host's own text.
+    std::string file = {};
 };
 
 /// Opens the editor on the text and puts what the user made of it there when it has been closed by
