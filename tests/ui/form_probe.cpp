@@ -44,6 +44,13 @@ std::string selectedText() {
     return decodeForDisplay(list->session().state(list->selectedProperty()).text);
 }
 
+int propertyLabelled(const std::string& label) {
+    const ui::CListCtrlEx* list = shownList();
+    for (int i = 0; list && i < list->session().rowCount(); ++i)
+        if (decodeForDisplay(list->session().row(i).label) == label) return i;
+    return -1;
+}
+
 std::string typedText() {
     const ui::CListCtrlEx* list = shownList();
     const auto* field = list ? dynamic_cast<wxTextCtrl*>(list->GetEditorControl()) : nullptr;
@@ -57,6 +64,14 @@ wxWindow* groupButton(int index) {
 }
 
 namespace {
+
+/// On the screen; at the left end of the value.
+wxPoint valuePlace(const std::string& label) {
+    const wxRect row = shownList()->rowRect(propertyLabelled(label));
+    EXPECT_TRUE(wxRect(shownList()->GetClientSize()).Contains(row.GetTopLeft())) << label;
+    const int x = shownList()->GetSplitterPosition() + 12;
+    return shownList()->ClientToScreen(wxPoint(x, row.y + row.height / 2));
+}
 
 /// What a form opened.
 wxTopLevelWindow* windowOfForm() {
@@ -179,6 +194,18 @@ FormDriver& FormDriver::gone(const wxString& title) {
 FormDriver& FormDriver::click(std::function<wxWindow*()> target) {
     UiDriver::click(std::move(target));
     return *this;
+}
+
+FormDriver& FormDriver::pointAtValue(const std::string& label) {
+    return run([label] { wxUIActionSimulator().MouseMove(valuePlace(label)); });
+}
+
+FormDriver& FormDriver::clickValue(const std::string& label, int button) {
+    return pointAtValue(label).run([button] { wxUIActionSimulator().MouseClick(button); });
+}
+
+FormDriver& FormDriver::untilMenu() {
+    return when("a menu", menuIsOpen);
 }
 
 FormDriver& FormDriver::shot(const std::string& name) {

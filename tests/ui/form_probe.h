@@ -26,6 +26,8 @@ ui::CListCtrlEx* shownList();
 /// The label of the selected row, and what it shows; empty when there is none.
 std::string selectedLabel();
 std::string selectedText();
+/// The property whose row has this label; -1 for none.
+int propertyLabelled(const std::string& label);
 /// The text in the open field.
 std::string typedText();
 
@@ -58,6 +60,11 @@ class FormDriver : public UiDriver {
     FormDriver& windowOverForm();
     FormDriver& gone(const wxString& title);
     FormDriver& click(std::function<wxWindow*()> target);
+    /// Points at the value of the row with this label, which must be in sight: at its left end.
+    FormDriver& pointAtValue(const std::string& label);
+    /// Clicks there.
+    FormDriver& clickValue(const std::string& label, int button = wxMOUSE_BTN_LEFT);
+    FormDriver& untilMenu();
 
     /// A picture of the screen once everything has been painted.
     FormDriver& shot(const std::string& name);

@@ -123,6 +123,7 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     void clickValue(FormRow& row, int x, bool twice);
     void onMove(wxMouseEvent& event);
     wxString cutOffText(const wxPoint& place) const;
+    bool selectForMenu(const wxContextMenuEvent& event);
     void onContextMenu(wxContextMenuEvent& event);
     void runMenuCommand(int command);
 

@@ -17,7 +17,7 @@ enum MenuCommand { kUndo = wxID_HIGHEST + 1, kRedo, kReset, kCopy };
 /// Rows are ours; captions, the margin and the lines between columns are left to the toolkit.
 void CListCtrlEx::onClick(wxMouseEvent& event) {
     fresh_ = false;
-    const wxPoint place = CalcUnscrolledPosition(event.GetPosition());
+    const wxPoint place = event.GetPosition();
     const wxPropertyGridHitTestResult hit = HitTest(place);
     FormRow* row = asFormRow(hit.GetProperty());
     if (!row || hit.GetSplitter() != -1) {
@@ -49,7 +49,7 @@ void CListCtrlEx::clickValue(FormRow& row, int x, bool twice) {
 /// Tool tips only for what the column cuts off.
 void CListCtrlEx::onMove(wxMouseEvent& event) {
     event.Skip();
-    const wxString tip = cutOffText(CalcUnscrolledPosition(event.GetPosition()));
+    const wxString tip = cutOffText(event.GetPosition());
     if (tip == GetToolTipText()) return;
     if (tip.empty())
         UnsetToolTip();
@@ -69,8 +69,22 @@ wxString CListCtrlEx::cutOffText(const wxPoint& place) const {
     return width > painter_->textWidth(*row, column) ? text : wxString();
 }
 
+/// The row under the pointer becomes the selected one first; an open field has the menu of its own
+/// control. False: no menu of ours.
+bool CListCtrlEx::selectForMenu(const wxContextMenuEvent& event) {
+    if (event.GetPosition() == wxDefaultPosition) return !edited_;
+    const bool ownField = edited_ && event.GetEventObject() != this;
+    if (ownField || !commit()) return false;
+    if (FormRow* row = asFormRow(HitTest(ScreenToClient(event.GetPosition())).GetProperty())) {
+        if (!select(row->property())) return false;
+    }
+    SetFocus();
+    return true;
+}
+
 void CListCtrlEx::onContextMenu(wxContextMenuEvent& event) {
-    if (edited_) return event.Skip();
+    fresh_ = false;
+    if (!selectForMenu(event)) return event.Skip();
     const auto caption = [this](FormText text, const char* key) {
         return toDisplay(formText(text, session_.locale())) + "\t" + key;
     };
