@@ -71,6 +71,39 @@ struct Finding {
     std::vector<std::string> messages;
 };
 
+constexpr std::size_t kFindingsTold = 8;
+
+/// "Label (2) : " and what is wrong; HTML.
+std::string headOf(const EditState& session, const Finding& one) {
+    std::string head = session.layout.rows[static_cast<std::size_t>(one.row)].label;
+    for (const ElementPath::Stop& stop : one.path.stops)
+        head += " (" + std::to_string(stop.element + 1) + ")";
+    return head;
+}
+
+/// Which rows fail, and why.
+std::string detailsOf(const EditState& session, const std::vector<Finding>& found) {
+    std::string html;
+    for (std::size_t i = 0; i < std::min(found.size(), kFindingsTold); ++i)
+        for (const std::string& message : found[i].messages)
+            html += "<b>" + headOf(session, found[i]) + " : </b>" + message + "<br>";
+    if (found.size() > kFindingsTold) html += "...";
+    return html;
+}
+
+std::vector<EditFinding> toldTo(const EditState& session, const std::vector<Finding>& found) {
+    std::vector<EditFinding> told;
+    for (const Finding& one : found) {
+        EditFinding finding;
+        finding.place = {session.layout.pageOfRow[static_cast<std::size_t>(one.row)], one.row};
+        for (const ElementPath::Stop& stop : one.path.stops)
+            finding.elements.push_back(stop.element);
+        finding.messages = one.messages;
+        told.push_back(std::move(finding));
+    }
+    return told;
+}
+
 std::vector<Finding> find(EditState& session, bool errors, bool keepComputed) {
     std::vector<Finding> found;
     const auto look = [&](const std::vector<std::int32_t>& rows, const ElementPath& path) {
@@ -166,6 +199,8 @@ EditCheck EditSession::confirm() {
     EditCheck check;
     check.passed = false;
     check.report = formReport(captionsOf(state, found), state.layout.locale);
+    check.details = detailsOf(state, found);
+    check.findings = toldTo(state, found);
     check.place = {pageOf(first.row), first.row};
     return check;
 }

@@ -16,12 +16,8 @@ struct NewGroup {
     std::int32_t current = 0;
 };
 
-/// The rows of a group that nobody touched keep what the object itself holds there.
-bool belongsToTouched(const EditState& session, std::int32_t row) {
-    const int group = session.desk.groupOfRow(row);
-    return group == GroupDesk::kNoGroup || session.desk.changed(group);
-}
-
+/// Every value, the rows of groups included, which hold the current element: what the object reads
+/// afterwards does not depend on whether the user typed something or only looked.
 std::vector<NewValue> newValues(const EditState& session, const ObjectModel& object) {
     std::vector<NewValue> values;
     const std::int32_t count = std::min(session.layout.count(), object.count());
@@ -29,7 +25,6 @@ std::vector<NewValue> newValues(const EditState& session, const ObjectModel& obj
         const PropertyRecord& property = object.properties[static_cast<std::size_t>(row)];
         // Somebody may have cleared the object meanwhile and given the index to another property.
         if (property.name != session.layout.rows[static_cast<std::size_t>(row)].name) continue;
-        if (!belongsToTouched(session, row)) continue;
         ValueSlots slots = session.values.slots(row);
         if (!sameSlots(slots, slotsOf(object, property))) values.push_back({row, std::move(slots)});
     }
@@ -40,7 +35,6 @@ std::vector<NewGroup> newGroups(const EditState& session) {
     std::vector<NewGroup> groups;
     for (int number = 0; number < session.desk.count(); ++number) {
         const EditGroup& group = session.desk.group(number);
-        if (!session.desk.changed(number)) continue;
         NewGroup made{group.name, {}, group.content.current};
         for (const ElementPlace& place : *group.content.list)
             made.elements.push_back(session.desk.toModel(number, *place.now));
@@ -84,7 +78,8 @@ std::vector<std::int32_t> copyBack(EditState& session, ObjectModel& object) {
     }
     for (NewGroup& one : groups) {
         GroupRecord* group = object.findGroup(one.name);
-        if (group == nullptr) continue;
+        // A group that never had an element keeps whatever a script set as its current one.
+        if (group == nullptr || (!group->hasElements && one.elements.empty())) continue;
         group->hasElements = group->hasElements || !one.elements.empty();
         group->elements.swap(one.elements);
         group->current = one.current;

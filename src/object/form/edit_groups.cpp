@@ -23,8 +23,11 @@ EditGroupBar EditState::groupBar(int page, bool captions) const {
     bar.canCopy = open && bar.showCopy && current;
     bar.canRemove = open && bar.showRemove && current;
     bar.canOrder = open && bar.showOrder && group.content.size() > 1;
-    for (std::int32_t i = 0; captions && i < group.content.size(); ++i)
+    const std::vector<Severity>& marked = marks.elements[static_cast<std::size_t>(number)];
+    for (std::int32_t i = 0; captions && i < group.content.size(); ++i) {
         bar.elements.push_back(desk.caption(number, i));
+        bar.severities.push_back(at(i) < marked.size() ? marked[at(i)] : Severity::none);
+    }
     return bar;
 }
 

@@ -20,6 +20,7 @@ EditPlace EditState::undo() {
         undone.push_back(std::move(done.back()));
         done.pop_back();
     }
+    refreshMarks();
     lastEdited = RuleBook::kNoRow;
     historyChanged = true;
     return undone.back().place;
@@ -34,6 +35,7 @@ EditPlace EditState::redo() {
         done.push_back(std::move(undone.back()));
         undone.pop_back();
     }
+    refreshMarks();
     lastEdited = RuleBook::kNoRow;
     historyChanged = true;
     return place;

@@ -74,9 +74,16 @@ EditRowState EditSession::state(std::int32_t property) const {
     shown.changed = state_->rowChanged(property);
     shown.editable = shown.enabled && !shown.locked;
     shown.visible = state_->visible[static_cast<std::size_t>(property)];
+    shown.computed = state_->rules.computed(property);
+    shown.empty = !state_->desk.active(property);
     shown.radioSet = row(property).radioGroup >= 0 && state_->values.boolean(property);
     shown.severity = state_->severity(property);
     return shown;
+}
+
+std::string EditSession::fullText(std::int32_t property) const {
+    const bool shown = state_->layout.holds(property) && state_->desk.active(property);
+    return shown ? state_->fullText(property) : std::string();
 }
 
 std::string EditSession::categoryCaption(std::int32_t category) const {
@@ -132,7 +139,7 @@ EditCommit EditSession::commitText(std::int32_t property, const std::string& typ
     if (!state_->layout.holds(property)) return {false, {}};
     if (!state_->editable(property)) return state_->refusal(property);
     // What the row shows may stand for a value that no text reads back to.
-    if (typed == state_->shownText(property)) return {};
+    if (typed == state_->shownText(property) || typed == state_->fullText(property)) return {};
     return state_->storeTyped(property, typed);
 }
 

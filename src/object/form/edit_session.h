@@ -35,12 +35,14 @@ struct EditRow {
 
 /// What a row looks like now.
 struct EditRowState {
-    std::string text;       ///< the value as shown and as typed back
+    std::string text;       ///< the value as shown; typed back it changes nothing
     bool enabled = true;    ///< false: an enable condition does not hold; grey
     bool locked = false;    ///< by the script or for want of an element; normal text, no editor
     bool changed = false;   ///< since opening; bold label
     bool editable = true;   ///< enabled and not locked
     bool visible = true;    ///< passes the filter
+    bool computed = false;  ///< a computation writes it
+    bool empty = false;     ///< of a group that has no current element: shows nothing
     bool radioSet = false;  ///< a radio boolean that is set: clearing it does nothing
     Severity severity = Severity::none;
 };
@@ -58,6 +60,7 @@ struct EditPage {
 struct EditGroupBar {
     std::vector<std::string> elements;  ///< captions in order: "2: " and its first text, or "2"
     std::int32_t current = -1;          ///< -1: none
+    std::vector<Severity> severities;   ///< of the elements
     // False hides the button.
     bool showAdd = false, showCopy = false, showRemove = false, showOrder = false;
     // False greys it.
@@ -76,10 +79,20 @@ struct EditCommit {
     std::string message;
 };
 
-/// Outcome of OK. `report` is HTML; `place` the first failing row.
+/// A row that fails, with the elements that were current, outer groups first.
+struct EditFinding {
+    EditPlace place;
+    std::vector<std::int32_t> elements;
+    std::vector<std::string> messages;  ///< translated, with markup; at least one
+};
+
+/// Outcome of OK. Both texts are HTML: `report` names the pages, or in a dialog the rows, that fail,
+/// `details` the first failing rows with what is wrong; `place` is the first of them.
 struct EditCheck {
     bool passed = true;
     std::string report;
+    std::string details;
+    std::vector<EditFinding> findings;
     EditPlace place;
 };
 
@@ -120,6 +133,9 @@ class EditSession {
     std::int32_t rowCount() const;
     const EditRow& row(std::int32_t property) const;
     EditRowState state(std::int32_t property) const;
+    /// The value with all its digits: what a field begins with and what is copied. state() shows
+    /// no more than ten significant digits of a computed number.
+    std::string fullText(std::int32_t property) const;
     /// `category` as in EditRow: -1 gives the caption of the rows without one.
     std::string categoryCaption(std::int32_t category) const;
     std::int32_t findRow(const std::string& name) const;  ///< -1: no such property

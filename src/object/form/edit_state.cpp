@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "korvantide/script_object.h"
+#include "object/form/expression_words.h"
 #include "object/form/form_texts.h"
 #include "object/form/report_text.h"
 #include "object/form/value_text.h"
@@ -61,6 +62,8 @@ EditState::EditState(const ObjectModel& object)
     opening.reserve(object.properties.size());
     for (std::int32_t row = 0; row < layout.count(); ++row) opening.push_back(values.slots(row));
     rules.clearTouched();
+    refreshMarks();
+    takeChanges();
     for (std::size_t page = 0; page < shownSeverity.size(); ++page)
         shownSeverity[page] = pageSeverity(static_cast<int>(page));
 }
@@ -88,13 +91,21 @@ Severity EditState::severity(std::int32_t row) const {
 
 Severity EditState::pageSeverity(int page) const {
     const EditPage& shown = layout.pages[static_cast<std::size_t>(page)];
-    Severity worst = Severity::none;
+    Severity worst = marks.pages[static_cast<std::size_t>(page)];
     for (std::int32_t row = shown.first; row <= shown.last && worst != Severity::error; ++row)
         worst = std::max(worst, severity(row));
     return worst;
 }
 
+/// The rows of a group without an element show nothing: what stands there is the layout's.
 std::string EditState::shownText(std::int32_t row) const {
+    if (!desk.active(row)) return {};
+    if (layout.rows[at(row)].letter == 'd' && rules.computed(row))
+        return roundedText(values.real(row));
+    return fullText(row);
+}
+
+std::string EditState::fullText(std::int32_t row) const {
     const EditRow& shown = layout.rows[at(row)];
     switch (shown.letter) {
         case 'l':
@@ -141,7 +152,9 @@ std::string EditState::description(std::int32_t row) {
     if (why.text != FormText::none)
         html += greyLine(htmlOfWestern(formText(why.text, layout.locale)) +
                          htmlOfPlain(why.conditions));
-    for (const std::string& fault : rules.faults(row)) html += greyLine(htmlOfPlain(fault));
+    for (const RuleBook::Fault& fault : rules.faults(row))
+        html += greyLine(htmlOfPlain(fault.expression + ": ") +
+                         htmlOfWestern(expressionMessage(fault.message, layout.locale)));
     return html;
 }
 
@@ -157,6 +170,7 @@ bool EditState::transact(EditPlace place, std::int32_t edited, bool browse,
     step.browse = browse;
     step.place = place;
     noteChanges(step.groups);
+    refreshMarks();
     if (step.values.empty() && step.groups.empty()) return false;
     if (done.size() == kStepsKept) done.erase(done.begin());
     done.push_back(std::move(step));

@@ -33,6 +33,12 @@ struct ElementPath {
     std::vector<Stop> stops;  ///< outer groups first
 };
 
+/// How bad the elements of groups are, seen from the elements that are current.
+struct ElementMarks {
+    std::vector<std::vector<Severity>> elements;  ///< by group and element
+    std::vector<Severity> pages;                  ///< by page: the worst of all elements there
+};
+
 /// Everything behind an EditSession.
 struct EditState {
     explicit EditState(const ObjectModel& object);
@@ -49,6 +55,8 @@ struct EditState {
     std::vector<bool> visible;
     std::vector<std::string> searchTexts;  ///< by row, folded; made for the first filter
 
+    ElementMarks marks;
+
     std::vector<std::int32_t> dirtyRows;
     std::vector<Severity> shownSeverity;  ///< by page, as last told
     std::vector<bool> dirtyBars;          ///< by page
@@ -64,6 +72,8 @@ struct EditState {
     Severity severity(std::int32_t row) const;
     Severity pageSeverity(int page) const;
     std::string shownText(std::int32_t row) const;
+    /// The value with all its digits.
+    std::string fullText(std::int32_t row) const;
     /// Why nothing can be entered in a row; FormText::none when something can.
     struct Obstacle {
         FormText text = FormText::none;
@@ -78,6 +88,8 @@ struct EditState {
                   const std::function<void()>& change);
     void revert(const EditStep& step);
     void repeat(const EditStep& step);
+    /// Looks at every element of every group; after values or groups changed.
+    void refreshMarks();
     /// After values or groups changed: rows and pages to draw again.
     void noteChanges(const GroupJournal& groups);
     void noteBar(int group);

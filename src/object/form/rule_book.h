@@ -57,8 +57,18 @@ class RuleBook {
     std::vector<std::string> failing(std::int32_t property, bool errors) const;
     /// Enable conditions that do not hold.
     std::vector<std::string> failedEnables(std::int32_t property) const;
-    /// "expression: message" for each rule of the property that could not be evaluated.
-    std::vector<std::string> faults(std::int32_t property);
+    bool computed(std::int32_t property) const {
+        return row(property).computation != MarkSet::kNone;
+    }
+    /// Any error or warning could fail.
+    bool checksAnything() const noexcept;
+    /// A rule that could not be evaluated, and why, in English.
+    struct Fault {
+        std::string expression;
+        std::string message;
+        bool operator==(const Fault&) const = default;
+    };
+    std::vector<Fault> faults(std::int32_t property);
 
     /// Rows whose value or state changed since the last clearTouched(); some several times.
     const std::vector<std::int32_t>& touched() const noexcept { return touched_; }

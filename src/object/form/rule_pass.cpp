@@ -1,4 +1,6 @@
 // Computing and checking.
+#include <algorithm>
+
 #include "object/form/report_text.h"
 #include "object/form/rule_book.h"
 
@@ -138,10 +140,15 @@ std::vector<std::string> RuleBook::failedEnables(std::int32_t property) const {
     return texts;
 }
 
-std::vector<std::string> RuleBook::faults(std::int32_t property) {
-    std::vector<std::string> texts;
+bool RuleBook::checksAnything() const noexcept {
+    return std::any_of(conditions_.begin(), conditions_.end(),
+                       [](const Condition& one) { return one.kind != Kind::enable; });
+}
+
+std::vector<RuleBook::Fault> RuleBook::faults(std::int32_t property) {
+    std::vector<Fault> texts;
     const auto describe = [&](ExpressionEvaluator::Rule& rule) {
-        texts.push_back(rule.text() + ": " + evaluator_.evaluate(rule).error);
+        texts.push_back({rule.text(), evaluator_.evaluate(rule).error});
     };
     const std::uint32_t computation = row(property).computation;
     if (computation != MarkSet::kNone && computations_[computation].faulty)

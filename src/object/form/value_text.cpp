@@ -1,13 +1,16 @@
 #include "object/form/value_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
 
 #include "base/text/number_text.h"
+#include "object/form/expression_words.h"
 #include "object/form/form_texts.h"
+#include "object/form/typed_formula.h"
 
 namespace korvant {
 
@@ -38,17 +41,6 @@ char lower(char c) {
 bool sameWord(std::string_view a, std::string_view b) {
     const auto same = [](char x, char y) { return lower(x) == lower(y); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
-}
-
-/// An expression would read "1.2.3" as 1.2.
-bool hasBrokenNumber(std::string_view text) {
-    int points = 0;
-    for (const char c : text) {
-        const bool inNumber = c == '.' || (c >= '0' && c <= '9');
-        points = inNumber ? points + (c == '.' ? 1 : 0) : 0;
-        if (points > 1) return true;
-    }
-    return false;
 }
 
 std::optional<std::int32_t> hexColour(std::string_view text) {
@@ -82,6 +74,18 @@ std::string realText(double value) {
     return exact ? formatShortest(narrow) : formatShortest(value);
 }
 
+std::string roundedText(double value) {
+    constexpr int kDigits = 10;
+    std::array<char, 64> digits;
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                                       std::chars_format::scientific, kDigits - 1);
+    double rounded = value;
+    if (std::isfinite(value)) std::from_chars(digits.data(), written.ptr, rounded);
+    const std::string text = realText(value);
+    std::string few = formatShortest(rounded);
+    return few.size() <= text.size() ? few : text;
+}
+
 std::string colourText(std::int32_t colour) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     std::string text = "#";
@@ -93,15 +97,14 @@ std::string colourText(std::int32_t colour) {
 }
 
 FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
-    const std::string_view text = trimmed(typed);
-    if (text.empty() || hasBrokenNumber(text))
-        return refused<double>(FormText::needsNumber, locale);
+    const std::string text = withDecimalPoints(trimmed(typed));
     double value = 0.0;
     if (const auto plain = parseNumber(text)) {
         value = *plain;
     } else {
-        ExpressionResult result = evaluate(text);
-        if (!result.error.empty()) return {false, 0.0, std::move(result.error)};
+        if (!looksLikeFormula(text)) return refused<double>(FormText::needsNumber, locale);
+        const ExpressionResult result = evaluate(text);
+        if (!result.error.empty()) return {false, 0.0, expressionMessage(result.error, locale)};
         value = result.value;
     }
     return std::isfinite(value) ? accepted(value) : refused<double>(FormText::notFinite, locale);

@@ -14,6 +14,8 @@ namespace korvant {
 /// "." and the fewest digits that read back exactly; of a value that is exactly a float the
 /// digits of the float.
 std::string realText(double value);
+/// The same with ten significant digits at most.
+std::string roundedText(double value);
 /// "#RRGGBB" of 0x00BBGGRR.
 std::string colourText(std::int32_t colour);
 
@@ -28,8 +30,8 @@ struct FormValue {
 /// Evaluates a text that is no plain number.
 using Evaluate = std::function<ExpressionResult(std::string_view)>;
 
-/// A decimal number with "." or ",", or an expression. Empty and everything that is not finite is
-/// refused. Messages are in the language of `locale`, those of expressions in English.
+/// A decimal number with "." or ",", or an expression in which a comma is a decimal mark too. Empty
+/// and everything that is not finite is refused. Messages are in the language of `locale`.
 FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale);
 /// The same for a whole number of 32 bits.
 FormValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,

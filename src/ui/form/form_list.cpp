@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "ui/form/form_refusal.h"
 #include "ui/form/form_row_painter.h"
 #include "ui/kit/text_conversion.h"
 
@@ -30,7 +29,6 @@ CListCtrlEx::CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormH
       page_(page),
       host_(host),
       painter_(new FormRowPainter(*this)) {
-    refusal_ = new FormRefusal(this);
     if (session.pageHasUnits(page)) SetColumnCount(3);
     setLook();
     Bind(wxEVT_CHAR_HOOK, &CListCtrlEx::onKey, this);
@@ -158,7 +156,7 @@ void CListCtrlEx::onSelected(wxPropertyGridEvent&) {
         edited_ = nullptr;
         typed_.reset();
     }
-    refusal_->Hide();
+    hideRefusal();
     host_.rowSelected(*this, selectedProperty());
 }
 

@@ -96,6 +96,7 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     std::optional<std::string> chosenColour(const FormRow& row);
     void endEdit();
     void refuse(const FormRow& row, const std::string& message);
+    void hideRefusal();
     bool take(const FormRow& row, const EditCommit& commit);
     wxTextCtrl* field() const;
     wxOwnerDrawnComboBox* options() const;
@@ -135,7 +136,7 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     const int page_;
     FormHost& host_;
     std::unique_ptr<FormRowPainter> painter_;
-    FormRefusal* refusal_ = nullptr;
+    FormRefusal* refusal_ = nullptr;  ///< while it is shown
     std::vector<FormRow*> rows_;      ///< by property, from the page's first; the toolkit's own
     FormRow* edited_ = nullptr;       ///< its field or list is open
     std::optional<TypedText> typed_;  ///< what the field began with

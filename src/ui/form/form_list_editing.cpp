@@ -82,7 +82,7 @@ void CListCtrlEx::endEdit() {
     FormRow* row = edited_;
     edited_ = nullptr;
     typed_.reset();
-    refusal_->Hide();
+    hideRefusal();
     if (row) DoSelectProperty(row, wxPG_SEL_FORCE | wxPG_SEL_DONT_SEND_EVENT);
 }
 
@@ -109,7 +109,12 @@ void CListCtrlEx::setField(const wxString& text) {
 }
 
 void CListCtrlEx::fieldChanged() {
-    refusal_->Hide();
+    hideRefusal();
+}
+
+void CListCtrlEx::hideRefusal() {
+    if (refusal_) refusal_->Destroy();
+    refusal_ = nullptr;
 }
 
 /// A rule changed the row whose field is open.
@@ -152,7 +157,8 @@ void CListCtrlEx::refuse(const FormRow& row, const std::string& message) {
     const int left = GetSplitterPosition();
     place.x += left;
     place.width -= left;
-    refusal_->show(toDisplay(message), place);
+    hideRefusal();
+    refusal_ = new FormRefusal(this, toDisplay(message), place);
     wxTextCtrl* typing = field();
     if (typing && !typing->HasFocus())
         CallAfter([this] {
@@ -161,7 +167,7 @@ void CListCtrlEx::refuse(const FormRow& row, const std::string& message) {
 }
 
 wxString CListCtrlEx::refusal() const {
-    return refusal_->IsShown() ? refusal_->message() : wxString();
+    return refusal_ ? refusal_->message() : wxString();
 }
 
 /// Called by the toolkit before another row is selected, and when the focus leaves the list. While

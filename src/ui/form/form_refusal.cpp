@@ -29,18 +29,15 @@ class Wrapper : public wxTextWrapper {
 
 }  // namespace
 
-FormRefusal::FormRefusal(wxWindow* parent) {
+FormRefusal::FormRefusal(wxWindow* parent, const wxString& message, const wxRect& row) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    Hide();
     Create(parent, wxID_ANY);
     Bind(wxEVT_PAINT, &FormRefusal::onPaint, this);
-}
-
-void FormRefusal::show(const wxString& message, const wxRect& row) {
     const int padding = FromDIP(kPadding), mark = FromDIP(kMarkSize);
-    const wxSize room = GetParent()->GetClientSize();
+    const wxSize room = parent->GetClientSize();
     const int chrome = 3 * padding + mark;
-    message_ = Wrapper().wrapped(this, message, std::max(room.x - row.x - chrome, FromDIP(120)));
+    const int width = std::max(room.x - row.x, room.x * 3 / 5) - chrome;
+    message_ = Wrapper().wrapped(this, message, std::max(width, FromDIP(120)));
     wxClientDC dc(this);
     dc.SetFont(GetFont());
     const wxSize text = dc.GetMultiLineTextExtent(message_);
@@ -49,9 +46,7 @@ void FormRefusal::show(const wxString& message, const wxRect& row) {
     const bool fits = below + size.y <= room.y || row.y < size.y;
     SetSize(std::max(0, std::min(row.x, room.x - size.x)), fits ? below : row.y - size.y, size.x,
             size.y);
-    Show();
     Raise();
-    Refresh();
 }
 
 void FormRefusal::onPaint(wxPaintEvent&) {

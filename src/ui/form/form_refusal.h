@@ -5,13 +5,13 @@
 
 namespace korvant::ui {
 
-/// Takes neither the keyboard nor the mouse.
+/// Takes neither the keyboard nor the mouse. Made when it is needed and destroyed afterwards: a
+/// hidden window in a list that scrolls makes the toolkit complain.
 class FormRefusal : public wxWindow {
   public:
-    explicit FormRefusal(wxWindow* parent);
-
     /// Below `row` of the parent, or above it where there is no room.
-    void show(const wxString& message, const wxRect& row);
+    FormRefusal(wxWindow* parent, const wxString& message, const wxRect& row);
+
     const wxString& message() const { return message_; }
 
     bool AcceptsFocus() const override { return false; }

@@ -97,7 +97,11 @@ TEST_F(EditCheckTest, EveryElementIsCheckedAndTheFailingOneBecomesCurrent) {
         object.addGroupElement(interval);
     }
     open();
-    EXPECT_EQ(session().pageSeverity(1), Severity::none);
+    using Marks = std::vector<Severity>;
+    EXPECT_EQ(session().pageSeverity(1), Severity::error) << "of an element that is not shown";
+    EXPECT_EQ(session().groupBar(1).severities,
+              (Marks{Severity::none, Severity::warning, Severity::error, Severity::none,
+                     Severity::error}));
     EXPECT_EQ(session().summary(),
               "<h3>There are errors</h3>"
               "<b><a href=\"row:4:0.2\">To</a> (3) : </b><br>Ends before it begins<br>"
@@ -109,6 +113,10 @@ TEST_F(EditCheckTest, EveryElementIsCheckedAndTheFailingOneBecomesCurrent) {
     EXPECT_EQ(session().groupBar(1).current, 1);
     const EditCheck check = session().confirm();
     EXPECT_EQ(check.report, "<b>There is an error : </b><br>Intervals");
+    EXPECT_EQ(check.details, "<b>To (3) : </b>Ends before it begins<br>"
+                             "<b>To (5) : </b>Ends before it begins<br>");
+    ASSERT_EQ(check.findings.size(), 2U);
+    EXPECT_EQ(check.findings[1].elements, std::vector<std::int32_t>{4});
     EXPECT_EQ(session().groupBar(1).current, 2);
     EXPECT_EQ(check.place.property, row("to"));
     EXPECT_EQ(text("to"), "-2");
@@ -117,10 +125,12 @@ TEST_F(EditCheckTest, EveryElementIsCheckedAndTheFailingOneBecomesCurrent) {
     EXPECT_EQ(session().groupBar(1).current, 4);
     type("to", "9");
     EXPECT_TRUE(session().confirm().passed);
+    EXPECT_EQ(session().pageSeverity(1), Severity::warning);
     // Looking at elements is undone together with the change before it.
     session().undo();
     EXPECT_EQ(session().groupBar(1).current, 4);
     EXPECT_EQ(text("to"), "-3");
+    EXPECT_EQ(session().groupBar(1).severities[4], Severity::error);
 }
 
 /// The check computes for every element; what depends on the element that is looked at must be as

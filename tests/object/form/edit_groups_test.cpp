@@ -246,7 +246,7 @@ TEST_F(EditGroups, LayoutAndFlagsAndUntouchedElementsStayWhatTheyAre) {
     }));
     std::string note;
     object.getProperty("note", &note);
-    EXPECT_EQ(note, "of the object");
+    EXPECT_EQ(note, "new") << "as the current element has it";
     EXPECT_TRUE(edit([](EditSession& shown) {
         shown.chooseElement(1, 1);
         shown.commitText(shown.findRow("note"), "edited");
@@ -263,6 +263,39 @@ TEST_F(EditGroups, LayoutAndFlagsAndUntouchedElementsStayWhatTheyAre) {
     const GroupRecord* group = ObjectAccess::model(object).findGroup("Intervals");
     EXPECT_EQ(group->layout->textOf(group->layout->properties[0]), "new");
     EXPECT_TRUE(group->flags.add && group->flags.order);
+}
+
+/// What is read after OK does not depend on whether something was typed.
+TEST_F(EditGroups, OkAloneStoresTheSameAsOkAfterTyping) {
+    const auto after = [this](bool types) {
+        object.clear();
+        declareWithThree();
+        object.setGroupElement("Intervals", 2);
+        EXPECT_TRUE(edit([types](EditSession& shown) {
+            const std::int32_t note = shown.findRow("note");
+            if (types) shown.commitText(note, "typed");
+            if (types) shown.commitText(note, "rock");
+            return shown.confirm().passed;
+        }));
+        std::string note;
+        object.getProperty("note", &note);
+        return stored() + " " + note + " " + std::to_string(number("thickness"));
+    };
+    const std::string untouched = after(false);
+    EXPECT_EQ(untouched, after(true));
+    EXPECT_EQ(untouched, "sand 0-4=4 clay 4-9=5 rock 9-20=11 @2 rock 11.000000");
+}
+
+TEST_F(EditGroups, WithoutAnElementTheRowsShowNothing) {
+    declare();
+    open();
+    EXPECT_TRUE(state("note").empty);
+    EXPECT_EQ(text("note"), "");
+    EXPECT_EQ(text("to"), "");
+    session().addElement(1);
+    EXPECT_FALSE(state("note").empty);
+    EXPECT_EQ(text("note"), "new");
+    EXPECT_EQ(text("to"), "1");
 }
 
 /// Scripts may add any object as an element.

@@ -172,7 +172,7 @@ TEST_F(EditRows, EachKindTakesWhatItCanKeepAndRefusesTheRestAloud) {
         EXPECT_EQ(text(one.name), one.shown != nullptr ? one.shown : before) << one.typed;
     }
     EXPECT_EQ(session().integerValue(row("c")), 0x030201);
-    EXPECT_NE(type("d", "l+").find("Syntax error"), std::string::npos);
+    EXPECT_NE(type("d", "l*-l").find("Syntax error"), std::string::npos);
     EXPECT_FALSE(session().setOption(row("o"), 2).accepted);
     EXPECT_FALSE(session().setOption(row("o"), -1).accepted);
     EXPECT_TRUE(session().setOption(row("o"), 0).accepted);
@@ -353,6 +353,23 @@ TEST_F(EditRows, TheFilterHidesRowsAndAffectsNothingElse) {
     EXPECT_EQ(session().nextEditable(0, true), -1);
     found("t");
     EXPECT_EQ(session().nextEditable(row("flow"), true), row("head"));
+}
+
+TEST_F(EditRows, ComputedNumbersShowFewDigitsAndKeepAll) {
+    object.addProperty("a", "A", 1.0, "", true);
+    object.addProperty("third", "Third", 0.0, "", true);
+    object.addComputation("third", "a/3");
+    EXPECT_TRUE(edit([](EditSession& shown) {
+        EXPECT_TRUE(shown.state(1).computed);
+        EXPECT_FALSE(shown.state(0).computed);
+        EXPECT_EQ(shown.state(1).text, "0.3333333333");
+        EXPECT_EQ(shown.fullText(1), "0.3333333333333333");
+        EXPECT_TRUE(shown.commitText(1, "0.3333333333").accepted);
+        EXPECT_TRUE(shown.commitText(1, "0.3333333333333333").accepted);
+        EXPECT_FALSE(shown.canUndo());
+        return shown.confirm().passed;
+    }));
+    EXPECT_EQ(number("third"), 1.0 / 3);
 }
 
 TEST_F(EditRows, TabGoesToTheNextRowThatCanBeEdited) {

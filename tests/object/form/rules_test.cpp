@@ -197,10 +197,11 @@ TEST(Faults, HoldAndComputeNothing) {
     EXPECT_TRUE(rules.book.enabled(0));
     EXPECT_EQ(rules.book.failingErrors() + rules.book.failingWarnings(), 0);
     EXPECT_EQ(rules.values.real(0), 4.0);
-    const std::vector<std::string> faults = rules.book.faults(0);
+    const std::vector<RuleBook::Fault> faults = rules.book.faults(0);
     ASSERT_EQ(faults.size(), 5U);
-    EXPECT_EQ(faults[0], "5%zero: Division by zero.");
-    for (const std::string& fault : faults) EXPECT_NE(fault.find(": "), std::string::npos) << fault;
+    EXPECT_EQ(faults[0].expression, "5%zero");
+    EXPECT_EQ(faults[0].message, "Division by zero.");
+    for (const RuleBook::Fault& fault : faults) EXPECT_NE(fault.message, "") << fault.expression;
     EXPECT_TRUE(rules.book.faults(1).empty());
     // A value mends what reads it, and the next pass finds out.
     rules.values.setReal(1, 3.0);

@@ -47,19 +47,38 @@ TEST(TypedReals, AreNumbersOrExpressions) {
     };
     for (const Case& one :
          {Case{"12", 12}, Case{" 1.5 ", 1.5}, Case{"1,5", 1.5}, Case{"-2e3", -2000}, Case{"a*2", 5},
-          Case{"min(a;n)+1", 3.5}, Case{"A", 2.5}}) {
+          Case{"min(a;n)+1", 3.5}, Case{"A", 2.5}, Case{"1,5*2", 3}, Case{"max(0,5;1,25)", 1.25},
+          Case{"-5", -5}, Case{"2*(-3)", -6}, Case{"if(a<3; 1; 2)", 1}, Case{"if(a>1&&!0;1;2)", 1},
+          Case{"(a + 1) * 2", 7}}) {
         const FormValue<double> read = readReal(one.typed, evaluate, 0);
         EXPECT_TRUE(read.accepted) << one.typed << read.message;
         EXPECT_EQ(read.value, one.value) << one.typed;
     }
-    for (const char* typed :
-         {"", "  ", "nan", "inf", "-infinity", "1e999", "b", "1.2.3", "a+", "1/0"}) {
+    for (const char* typed : {"",    "  ",    "nan", "inf", "-infinity",   "1e999", "b",   "1.2.3",
+                              "a+",  "1/0",   "-",   "--",  "5-",          "2 3",   "5=5", "a>1",
+                              "1;2", "1,2,3", "()",  "5-)", "abs(-2)rest", "!0",    "*5",  "2 a"}) {
         const FormValue<double> read = readReal(typed, evaluate, 0);
         EXPECT_FALSE(read.accepted) << typed;
         EXPECT_NE(read.message, "") << typed;
     }
     EXPECT_EQ(readReal("", evaluate, 1).message, formText(FormText::needsNumber, 1));
     EXPECT_EQ(readReal("1/0", evaluate, 2).message, formText(FormText::notFinite, 2));
+    EXPECT_EQ(readReal("b*2", evaluate, 0).message, "Unknow identifier: \"b\"");
+    EXPECT_EQ(readReal("b*2", evaluate, 1).message, "Nom inconnu : \"b\"");
+    EXPECT_EQ(readReal("abs(pow(2;3))", evaluate, 1).message,
+              "Erreur de syntaxe, fonction \"abs\", param\350tre \"pow(2;3)\" :\n\t"
+              "Fonction inconnue \"pow\" avec 2 param\350tres");
+    EXPECT_EQ(readReal("1%0", evaluate, 2).message, "Divisi\363n por cero.");
+}
+
+TEST(RoundedTexts, HaveTenDigitsAtMost) {
+    EXPECT_EQ(roundedText(0.1 + 0.2), "0.3");
+    EXPECT_EQ(roundedText(1.0 / 3.0), "0.3333333333");
+    EXPECT_EQ(roundedText(-1234567890123.0), "-1234567890000");
+    EXPECT_EQ(roundedText(42.0), "42");
+    EXPECT_EQ(roundedText(static_cast<double>(0.1F)), "0.1");
+    EXPECT_EQ(roundedText(1e300), "1e+300");
+    EXPECT_EQ(roundedText(std::nan("")), realText(std::nan("")));
 }
 
 TEST(TypedIntegers, FitThirtyTwoBitsOrAreRefusedAloud) {
