@@ -125,7 +125,11 @@ UiDriver& UiDriver::dragIn(std::function<wxWindow*()> target, wxPoint from, wxPo
 UiDriver& UiDriver::close(const wxString& title) {
     return when(
         "window to close", [title] { return findWindow(title) != nullptr; },
-        [title] { findWindow(title)->Close(); });
+        [title] {
+            // Later: the window may ask before it closes, and the next steps answer.
+            wxTopLevelWindow* window = findWindow(title);
+            window->CallAfter([window] { window->Close(); });
+        });
 }
 
 UiDriver& UiDriver::picture(const std::string& name) {

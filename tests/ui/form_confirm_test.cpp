@@ -47,11 +47,12 @@ TEST_F(FormConfirm, FailingPagesKeepTheSheetOpenWithTheExactReport) {
     makeTwoFailing(object);
     driver_.form("Two").press(WXK_PAGEDOWN, wxMOD_CONTROL).row("Goodvalue");
     driver_.press(WXK_RETURN, wxMOD_CONTROL).untilReport().row("Firstvalue").run([] {
-        EXPECT_EQ(report(), "There are errors : \n1) First\n2) Third");
+        EXPECT_EQ(report(), "There are errors : \n1) First\n2) Third\n\nFirstvalue : too small\n"
+                            "Thirdvalue : too small");
     });
     driver_.press(WXK_ESCAPE).when("end of the report", [] { return report().empty(); });
     driver_.enter("2").press(WXK_RETURN, wxMOD_CONTROL).untilReport().row("Thirdvalue").run([] {
-        EXPECT_EQ(report(), "There is an error : \nThird");
+        EXPECT_EQ(report(), "There is an error : \nThird\n\nThirdvalue : too small");
     });
     driver_.click([] { return shownList(); });
     driver_.when("end of the report", [] { return report().empty(); }).window("Two");
@@ -69,7 +70,7 @@ TEST_F(FormConfirm, DialogNamesTheFailingRows) {
     object.addErrorConstraint("b", "b>0", "B");
     object.addWarningConstraint("b", "b>5", "W");
     driver_.form("One").press(WXK_RETURN, wxMOD_CONTROL).untilReport().run([] {
-        EXPECT_EQ(report(), "There are errors : \n1) Length\n2) Width");
+        EXPECT_EQ(report(), "There are errors : \n1) Length\n2) Width\n\nLength : A\nWidth : B");
     });
     driver_.press(WXK_ESCAPE).enter("1").press(WXK_TAB).row("Width").enter("1");
     driver_.press(WXK_RETURN, wxMOD_CONTROL);
@@ -130,12 +131,32 @@ TEST_F(FormConfirm, CancelAndCloseLeaveEverythingAsItWas) {
             driver_.press(WXK_ESCAPE);
         else
             driver_.close("Drill hole");
+        driver_.discard();
         EXPECT_FALSE(edit(hole));
         EXPECT_EQ(textOf(hole, "driller"), "N. Prado");
         ScriptObject layer;
         ASSERT_TRUE(hole.getGroup("Layers", 0, &layer));
         EXPECT_EQ(textOf(layer, "layer"), "Fill");
     }
+}
+
+TEST_F(FormConfirm, ChangesAreNotDroppedWithoutAQuestion) {
+    ScriptObject hole;
+    makeDrillHole(hole);
+    driver_.form("Drill hole").enter("other").press(WXK_RETURN).untilShows("other");
+    driver_.press(WXK_ESCAPE).window("KorvantIDE").press(WXK_ESCAPE).form("Drill hole");
+    driver_.row("Driller").press(WXK_ESCAPE).window("KorvantIDE").press('Y');
+    ASSERT_TRUE(edit(hole)) << "kept";
+    EXPECT_EQ(textOf(hole, "driller"), "other");
+    driver_.form("Drill hole").enter("third").press(WXK_RETURN).untilShows("third");
+    driver_.press('Z', wxMOD_CONTROL).untilShows("other").press(WXK_ESCAPE);
+    EXPECT_FALSE(edit(hole)) << "nothing is lost";
+    driver_.form("Drill hole").press('F', wxMOD_CONTROL).enter("depth").press(WXK_RETURN);
+    driver_.row("Depth").press(WXK_ESCAPE).when("all rows", [] {
+        return !shownList()->rowRect(0).IsEmpty();
+    });
+    driver_.form("Drill hole").press(WXK_ESCAPE);
+    EXPECT_FALSE(edit(hole)) << "the first key took the search away";
 }
 
 TEST_F(FormConfirm, FormsComeBackWhereTheyWereClosed) {

@@ -112,7 +112,7 @@ TEST_F(FormKeyboard, DisabledAndLockedRowsTakeNothing) {
     down(13, "Lowest speed").enter("5").press(WXK_DELETE).press(WXK_SPACE).press(WXK_F2);
     driver_.untilIdle().press(WXK_UP).row("Variable speed drive").press(WXK_SPACE);
     driver_.press(WXK_DOWN).row("Lowest speed").enter("5").untilTyped("5").press(WXK_RETURN);
-    driver_.untilShows("5").press(WXK_ESCAPE);
+    driver_.untilShows("5").press(WXK_ESCAPE).discard();
     EXPECT_FALSE(edit());
     EXPECT_EQ(textOf(pump_, "serial"), "KX-2291-07");
 }
@@ -181,6 +181,15 @@ TEST_F(FormKeyboard, FilesAndColoursCanBeChosenOrTyped) {
     EXPECT_EQ(overwriteQuestions, 2);
     EXPECT_EQ(textOf(pump_, "curve"), "/data/other.csv");
     EXPECT_EQ(integerOf(pump_, "shade"), 0x001E140A);
+}
+
+TEST_F(FormKeyboard, OptionRowsTakeTheLetterThatOpensThem) {
+    pump_.setProperty("motor", 99.0);
+    down(11, "Liquid").enter("s").untilEditing().press(WXK_RETURN).untilIdle();
+    driver_.untilShows("Slurry").enter("o").untilEditing().press(WXK_ESCAPE).untilIdle();
+    driver_.untilShows("Slurry").press(WXK_RETURN, wxMOD_CONTROL);
+    ASSERT_TRUE(edit());
+    EXPECT_EQ(integerOf(pump_, "liquid"), 2);
 }
 
 TEST_F(FormKeyboard, CaptionsFold) {

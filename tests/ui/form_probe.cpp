@@ -208,6 +208,10 @@ FormDriver& FormDriver::untilMenu() {
     return when("a menu", menuIsOpen);
 }
 
+FormDriver& FormDriver::discard() {
+    return window("KorvantIDE").press('N');
+}
+
 FormDriver& FormDriver::shot(const std::string& name) {
     if (!std::getenv("KORVANT_SCREENSHOTS")) return *this;
     when("the paint", [turns = 0]() mutable { return ++turns > 60; });

@@ -65,6 +65,8 @@ class FormDriver : public UiDriver {
     /// Clicks there.
     FormDriver& clickValue(const std::string& label, int button = wxMOUSE_BTN_LEFT);
     FormDriver& untilMenu();
+    /// Answers the question about changes: they go.
+    FormDriver& discard();
 
     /// A picture of the screen once everything has been painted.
     FormDriver& shot(const std::string& name);

@@ -50,6 +50,29 @@ class MarkCollector {
 
 }  // namespace
 
+/// The others read nothing that changed: one group without inner ones, and only its rows differ.
+bool EditState::staysInElement(const EditStep& step) const {
+    if (desk.count() != 1 || !step.groups.empty() || !desk.group(0).content.hasCurrent())
+        return false;
+    const int page = desk.group(0).page;
+    const auto member = [this, page](const ValueChange& one) {
+        return desk.groupOfRow(one.property) == 0 && layout.pageOfRow[at(one.property)] == page;
+    };
+    return std::all_of(step.values.begin(), step.values.end(), member);
+}
+
+void EditState::refreshMarks(const EditStep& step) {
+    if (!staysInElement(step)) return refreshMarks();
+    const EditGroup& group = desk.group(0);
+    std::vector<Severity>& marked = marks.elements.front();
+    marked.resize(at(group.content.size()), Severity::none);
+    Severity& current = marked[at(group.content.current)];
+    current = Severity::none;
+    for (const std::int32_t row : group.members) current = std::max(current, severity(row));
+    marks.pages[at(group.page)] = *std::max_element(marked.begin(), marked.end());
+    noteBar(0);
+}
+
 void EditState::refreshMarks() {
     ElementMarks found;
     found.elements.resize(static_cast<std::size_t>(desk.count()));

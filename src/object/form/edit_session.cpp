@@ -194,6 +194,14 @@ void EditSession::setFilter(const std::string& words) {
     state_->setFilter(words);
 }
 
+std::int32_t EditSession::visibleRows(int number) const {
+    const EditPage& shown = page(number);
+    std::int32_t count = 0;
+    for (std::int32_t at = shown.first; at <= shown.last; ++at)
+        count += state_->visible[static_cast<std::size_t>(at)] ? 1 : 0;
+    return count;
+}
+
 std::int32_t EditSession::nextEditable(std::int32_t property, bool forward) const {
     const EditPage& shown = page(pageOf(property));
     if (property < shown.first || property > shown.last) return -1;

@@ -186,6 +186,8 @@ class EditSession {
     /// Shows only rows that hold every word in label, category, unit, hint or value, whatever the
     /// case of the letters; an empty text shows all. Affects no rule.
     void setFilter(const std::string& words);
+    /// How many rows of the page pass the filter.
+    std::int32_t visibleRows(int page) const;
     /// The next row of the page that is visible and can be edited, in the given direction from
     /// `property`, -1 for none.
     std::int32_t nextEditable(std::int32_t property, bool forward) const;

@@ -170,7 +170,7 @@ bool EditState::transact(EditPlace place, std::int32_t edited, bool browse,
     step.browse = browse;
     step.place = place;
     noteChanges(step.groups);
-    refreshMarks();
+    refreshMarks(step);
     if (step.values.empty() && step.groups.empty()) return false;
     if (done.size() == kStepsKept) done.erase(done.begin());
     done.push_back(std::move(step));

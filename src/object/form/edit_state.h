@@ -90,6 +90,9 @@ struct EditState {
     void repeat(const EditStep& step);
     /// Looks at every element of every group; after values or groups changed.
     void refreshMarks();
+    /// The same after a step, which most often changes nothing but the element that is shown.
+    void refreshMarks(const EditStep& step);
+    bool staysInElement(const EditStep& step) const;
     /// After values or groups changed: rows and pages to draw again.
     void noteChanges(const GroupJournal& groups);
     void noteBar(int group);

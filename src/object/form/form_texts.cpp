@@ -76,6 +76,12 @@ constexpr Translated kTexts[] = {
     {"The file exists. Overwrite it?", "Le fichier existe. L'\351craser ?",
      "El archivo existe. \277Sobrescribirlo?"},
     {"Stop the script", "Arr\352ter le script", "Detener el script"},
+    {"The form has changes. Keep them?",
+     "Le formulaire a \351t\351 modifi\351. Garder les modifications ?",
+     "El formulario tiene cambios. \277Conservarlos?"},
+    {"Also found on:", "Trouv\351 aussi dans :", "Tambi\351n en:"},
+    {"Nothing found.", "Rien n'a \351t\351 trouv\351.", "No se ha encontrado nada."},
+    {"To be looked at:", "\300 v\351rifier :", "Por revisar:"},
 };
 static_assert(std::size(kTexts) == static_cast<std::size_t>(FormText::count_));
 

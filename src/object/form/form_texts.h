@@ -50,6 +50,10 @@ enum class FormText {
     needsYesOrNo,  ///< a refused text: no boolean
     overwrite,     ///< question before a chosen file is overwritten
     stopScript,
+    keepChanges,     ///< question before a form with changes is left
+    foundElsewhere,  ///< before the other pages on which a search found rows
+    foundNowhere,
+    markedPages,  ///< before pages with a mark whose tabs may be out of sight
     count_
 };
 

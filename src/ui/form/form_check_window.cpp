@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::string_view kSessionLink = "<a href=\"";
 constexpr std::string_view kLink = "<a href=\"#";
-constexpr std::string_view kPointer = "\xE2\x96\xB8 ";  // a small triangle
+/// A small triangle. By number: the text of a script may be in an encoding without it.
+constexpr std::string_view kPointer = "&#9656; ";
 
 /// Views follow only links within the text.
 std::string withInnerLinks(std::string markup) {

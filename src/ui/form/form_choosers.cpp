@@ -5,8 +5,9 @@
 #include <wx/filename.h>
 
 #include "host/services/frontend.h"
+#include "korvantide/script_object.h"
 #include "object/form/form_texts.h"
-#include "ui/boxes/message_box_dialog.h"
+#include "ui/form/form_question.h"
 #include "ui/kit/text_conversion.h"
 
 namespace korvant::ui {
@@ -33,12 +34,11 @@ std::optional<wxColour> askForColour(wxWindow* parent, const wxString& title,
 }
 
 bool askBeforeOverwriting(wxWindow*, const wxString& path) {
-    MessageBoxRequest request;
-    request.caption = formText(FormText::chooseFile);
-    request.text = encodeTyped(toUtf8(path)) + "\n\n" + formText(FormText::overwrite);
-    request.plain = true;
-    request.style = box_style::kYesNo | box_style::kIconWarning;
-    return showMessageBox(request) == box_button::kYes;
+    // In one encoding: the path may hold letters that the form's own texts have no byte for.
+    const std::string text =
+        toUtf8(path) + "\n\n" + toUtf8(toDisplay(formText(FormText::overwrite)));
+    const std::uint32_t style = box_style::kYesNo | box_style::kIconWarning;
+    return askInForm(text, style, ScriptObject::m_locale) == box_button::kYes;
 }
 
 /// A bar would end the description.

@@ -15,7 +15,14 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kGap = 6;
-constexpr int kButtonPadding = 14;
+constexpr int kButtonPadding = 10;
+constexpr int kChoiceWidth = 80;
+
+/// The lists of the desktop show no pictures.
+wxString signOf(Severity severity) {
+    if (severity == Severity::error) return wxString::FromUTF8("\xE2\x9C\x96 ");
+    return severity == Severity::warning ? wxString::FromUTF8("\xE2\x9A\xA0 ") : wxString();
+}
 
 }  // namespace
 
@@ -23,20 +30,25 @@ FormGroupBar::FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& 
                            FormHost& host)
     : Guarded(parent), session_(session), list_(list), host_(host) {
     const EditGroupBar bar = session.groupBar(list.page());
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticText(this, wxID_ANY, formCaption(FormText::element, session.locale())),
-             wxSizerFlags().CentreVertical());
-    row->AddSpacer(FromDIP(kGap));
+    auto* choice = new wxBoxSizer(wxHORIZONTAL);
+    choice->Add(new wxStaticText(this, wxID_ANY, formCaption(FormText::element, session.locale())),
+                wxSizerFlags().CentreVertical());
+    choice->AddSpacer(FromDIP(kGap));
     elements_ = new wxChoice(this, wxID_ANY);
-    elements_->SetMinSize(FromDIP(wxSize(80, -1)));
-    row->Add(elements_, wxSizerFlags(1).CentreVertical());
-    add_ = addButton(*row, FormText::add, bar.showAdd);
-    copy_ = addButton(*row, FormText::copy, bar.showCopy);
-    remove_ = addButton(*row, FormText::remove, bar.showRemove);
-    order_ = addButton(*row, FormText::order, bar.showOrder);
+    elements_->SetMinSize(FromDIP(wxSize(kChoiceWidth, -1)));
+    choice->Add(elements_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+    buttons_ = new wxBoxSizer(wxHORIZONTAL);
+    add_ = addButton(FormText::add, bar.showAdd);
+    copy_ = addButton(FormText::copy, bar.showCopy);
+    remove_ = addButton(FormText::remove, bar.showRemove);
+    order_ = addButton(FormText::order, bar.showOrder);
+    parts_ = new wxBoxSizer(wxHORIZONTAL);
+    parts_->Add(choice, wxSizerFlags(1).Expand());
+    parts_->Add(buttons_, wxSizerFlags().Expand());
     auto* around = new wxBoxSizer(wxVERTICAL);
-    around->Add(row, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kGap)));
+    around->Add(parts_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kGap)));
     SetSizer(around);
+    Bind(wxEVT_SIZE, &FormGroupBar::onSize, this);
     Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { chooseElement(event.GetSelection()); });
     // The wheel scrolls the rows; it changes no choice.
     elements_->Bind(wxEVT_MOUSEWHEEL,
@@ -48,11 +60,25 @@ FormGroupBar::FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& 
     update();
 }
 
-wxButton* FormGroupBar::addButton(wxSizer& row, FormText caption, bool shown) {
+/// Where there is no room for all in one line the buttons go below the choice.
+void FormGroupBar::onSize(wxSizeEvent& event) {
+    const int wanted = FromDIP(kChoiceWidth) + FromDIP(4 * kGap) + buttons_->CalcMin().x +
+                       GetTextExtent(toDisplay(formText(FormText::element, session_.locale()))).x;
+    const int orientation = wanted > GetClientSize().x ? wxVERTICAL : wxHORIZONTAL;
+    if (orientation == parts_->GetOrientation()) return event.Skip();
+    parts_->SetOrientation(orientation);
+    InvalidateBestSize();
+    CallAfter([this] {
+        Layout();
+        GetParent()->Layout();
+    });
+}
+
+wxButton* FormGroupBar::addButton(FormText caption, bool shown) {
     auto* button = new wxButton(this, wxID_ANY, keyedFormCaption(caption, session_.locale()),
                                 wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     button->SetMinSize(button->GetBestSize() + FromDIP(wxSize(kButtonPadding, 0)));
-    row.Add(button, wxSizerFlags().Expand().Border(wxLEFT, FromDIP(kGap)));
+    buttons_->Add(button, wxSizerFlags().Expand().Border(wxRIGHT, FromDIP(kGap)));
     button->Show(shown);
     return button;
 }
@@ -60,7 +86,8 @@ wxButton* FormGroupBar::addButton(wxSizer& row, FormText caption, bool shown) {
 void FormGroupBar::update() {
     const EditGroupBar bar = session_.groupBar(list_.page());
     wxArrayString captions;
-    for (const std::string& element : bar.elements) captions.Add(toDisplay(element));
+    for (std::size_t i = 0; i < bar.elements.size(); ++i)
+        captions.Add(signOf(bar.severities[i]) + toDisplay(bar.elements[i]));
     if (captions != elements_->GetStrings()) elements_->Set(captions);
     elements_->SetSelection(bar.current);
     elements_->Enable(!captions.empty());

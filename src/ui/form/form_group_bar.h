@@ -8,6 +8,7 @@
 #include "ui/form/form_host.h"
 #include "ui/kit/guarded_window.h"
 
+class wxBoxSizer;
 class wxButton;
 class wxChoice;
 
@@ -23,7 +24,8 @@ class FormGroupBar : public Guarded<wxPanel> {
     void update();
 
   private:
-    wxButton* addButton(wxSizer& row, FormText caption, bool shown);
+    wxButton* addButton(FormText caption, bool shown);
+    void onSize(wxSizeEvent& event);
     bool run(bool (EditSession::*action)(int));
     void runAndFill(bool (EditSession::*action)(int));
     void chooseElement(int element);
@@ -33,6 +35,8 @@ class FormGroupBar : public Guarded<wxPanel> {
     EditSession& session_;
     CListCtrlEx& list_;
     FormHost& host_;
+    wxBoxSizer* parts_ = nullptr;    ///< choice and buttons: beside or below each other
+    wxBoxSizer* buttons_ = nullptr;
     wxChoice* elements_ = nullptr;
     wxButton* add_ = nullptr;
     wxButton* copy_ = nullptr;

@@ -133,6 +133,19 @@ void CListCtrlEx::selectFirst() {
     if (first) DoSelectProperty(first, wxPG_SEL_NONVISIBLE);
 }
 
+/// Fields that were closed stay hidden in the list until the toolkit has time to destroy them, and
+/// it complains when such a window is scrolled.
+void CListCtrlEx::ScrollWindow(int dx, int dy, const wxRect* rect) {
+    const wxWindowList children = GetChildren();
+    for (wxWindow* child : children)
+        if (!child->IsShown()) child->Reparent(GetParent());
+    Guarded::ScrollWindow(dx, dy, rect);
+}
+
+void CListCtrlEx::showSelected() {
+    if (GetSelection()) EnsureVisible(GetSelection());
+}
+
 /// The first row is selected before the window has its size.
 void CListCtrlEx::onSize(wxSizeEvent& event) {
     event.Skip();
@@ -140,7 +153,7 @@ void CListCtrlEx::onSize(wxSizeEvent& event) {
     CallAfter([this] {
         if (!fresh_) return;
         Scroll(0, 0);
-        if (GetSelection()) EnsureVisible(GetSelection());
+        showSelected();
     });
 }
 

@@ -45,6 +45,8 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     /// Drops what is being typed.
     void revert();
     bool editing() const { return edited_ != nullptr; }
+    /// Something was typed that is not taken yet.
+    bool typing() const { return edited_ != nullptr && fieldModified(); }
     /// Why the open field was refused; empty when it was not.
     wxString refusal() const;
 
@@ -53,6 +55,8 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     bool select(std::int32_t property);
     /// The first row that can be edited, else the first.
     void selectFirst();
+    /// Scrolls to the selected row.
+    void showSelected();
     /// Opens the field, list or window of the selected row, or switches it.
     void editSelected();
     void resetSelected();
@@ -80,6 +84,7 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     // Of the toolkit.
 
     bool CommitChangesFromEditor(wxUint32 flags) override;
+    void ScrollWindow(int dx, int dy, const wxRect* rect = nullptr) override;
 
   private:
     void setLook();
@@ -122,8 +127,11 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     // Mouse.
     void onClick(wxMouseEvent& event);
     void clickValue(FormRow& row, int x, bool twice);
+    void chooseByLetter(const wxString& typed);
     void onMove(wxMouseEvent& event);
-    wxString cutOffText(const wxPoint& place) const;
+    wxString tipAt(const wxPoint& place) const;
+    wxString cutOffText(const FormRow& row, int column) const;
+    wxString findings(const FormRow& row) const;
     bool selectForMenu(const wxContextMenuEvent& event);
     void onContextMenu(wxContextMenuEvent& event);
     void runMenuCommand(int command);

@@ -2,6 +2,8 @@
 #include <wx/odcombo.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
+
 #include "object/form/form_texts.h"
 #include "ui/form/form_choosers.h"
 #include "ui/form/form_lines_dialog.h"
@@ -69,7 +71,7 @@ void CListCtrlEx::beginEdit(FormRow& row) {
 /// Makes the control of the row: the toolkit asks it for its editor when it is selected.
 void CListCtrlEx::open(FormRow& row) {
     if (!select(row.property())) return;
-    typed_.emplace(session_.state(row.property()).text);
+    typed_.emplace(session_.fullText(row.property()));
     edited_ = &row;
     DoSelectProperty(&row, wxPG_SEL_FORCE | wxPG_SEL_FOCUS | wxPG_SEL_DONT_SEND_EVENT);
     if (wxOwnerDrawnComboBox* list = options()) {
@@ -120,9 +122,8 @@ void CListCtrlEx::hideRefusal() {
 /// A rule changed the row whose field is open.
 void CListCtrlEx::refreshField() {
     if (fieldModified()) return;
-    const EditRowState state = session_.state(edited_->property());
-    if (!state.editable) return endEdit();
-    typed_.emplace(state.text);
+    if (!session_.state(edited_->property()).editable) return endEdit();
+    typed_.emplace(session_.fullText(edited_->property()));
     if (field() && field()->GetValue() != fieldText()) setField(fieldText());
 }
 
@@ -189,6 +190,22 @@ void CListCtrlEx::resetSelected() {
 void CListCtrlEx::toggle(FormRow& row) {
     const std::int32_t property = row.property();
     take(row, session_.setBoolean(property, !session_.booleanValue(property)));
+}
+
+/// The next option that begins with what was typed is marked in the open list.
+void CListCtrlEx::chooseByLetter(const wxString& typed) {
+    wxOwnerDrawnComboBox* const list = options();
+    if (!list || typed.empty()) return;
+    const int count = static_cast<int>(list->GetCount());
+    const int from = std::max(0, list->GetSelection() + 1);
+    for (int i = 0; i < count; ++i) {
+        const int at = (from + i) % count;
+        const wxString option = list->GetString(static_cast<unsigned>(at));
+        if (!option.Left(typed.length()).IsSameAs(typed, false)) continue;
+        if (auto* popup = dynamic_cast<wxVListBox*>(list->GetPopupControl()))
+            popup->SetSelection(at);
+        return;
+    }
 }
 
 /// Later: the list is still inside the event that closes it, and what was chosen is set behind it.

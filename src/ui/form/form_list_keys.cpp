@@ -165,6 +165,7 @@ void CListCtrlEx::typeOn(FormRow& row, const wxString& typed) {
         setField(typed);
         fieldChanged();
     }
+    chooseByLetter(typed);
 }
 
 /// Leaves the list behind its last row and before its first.
@@ -219,7 +220,7 @@ void CListCtrlEx::fold(bool open) {
 
 void CListCtrlEx::copyValue() const {
     if (const FormRow* row = selectedRow())
-        copyToClipboard(toDisplay(session_.state(row->property()).text));
+        copyToClipboard(toDisplay(session_.fullText(row->property())));
 }
 
 }  // namespace korvant::ui

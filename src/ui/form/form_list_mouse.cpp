@@ -2,6 +2,8 @@
 #include <wx/menu.h>
 #include <wx/tooltip.h>
 
+#include "base/text/html_text.h"
+#include "base/text/plain_text.h"
 #include "object/form/form_texts.h"
 #include "ui/form/form_list.h"
 #include "ui/form/form_row_painter.h"
@@ -34,6 +36,8 @@ void CListCtrlEx::onClick(wxMouseEvent& event) {
 }
 
 void CListCtrlEx::clickValue(FormRow& row, int x, bool twice) {
+    const int button = painter_->buttonWidth(row);
+    if (button > 0 && x >= columnWidth(1) - button) return openChooser();
     switch (editorOf(row.property())) {
         case RowEditor::toggle:
             if (x < painter_->switchWidth(row)) beginEdit(row);
@@ -46,10 +50,9 @@ void CListCtrlEx::clickValue(FormRow& row, int x, bool twice) {
     }
 }
 
-/// Tool tips only for what the column cuts off.
 void CListCtrlEx::onMove(wxMouseEvent& event) {
     event.Skip();
-    const wxString tip = cutOffText(event.GetPosition());
+    const wxString tip = tipAt(event.GetPosition());
     if (tip == GetToolTipText()) return;
     if (tip.empty())
         UnsetToolTip();
@@ -57,16 +60,36 @@ void CListCtrlEx::onMove(wxMouseEvent& event) {
         SetToolTip(tip);
 }
 
-wxString CListCtrlEx::cutOffText(const wxPoint& place) const {
+/// Tool tips for what the column cuts off, and for what is wrong with the row.
+wxString CListCtrlEx::tipAt(const wxPoint& place) const {
     const wxPropertyGridHitTestResult hit = HitTest(place);
     const FormRow* row = asFormRow(hit.GetProperty());
     const int column = hit.GetColumn();
     if (!row || column < 0 || isEdited(*row)) return wxString();
-    const wxString text = painter_->cellText(*row, column);
-    const bool bold = column == 0 && session_.state(row->property()).changed;
+    const wxString text = cutOffText(*row, column), wrong = findings(*row);
+    return text.empty() || wrong.empty() ? text + wrong : text + "\n" + wrong;
+}
+
+wxString CListCtrlEx::cutOffText(const FormRow& row, int column) const {
+    const wxString text = painter_->cellText(row, column);
+    const std::string full = session_.fullText(row.property());
+    if (column == 1 && session_.row(row.property()).letter == 'd' && text != fromUtf8(full))
+        return fromUtf8(full);
+    const bool bold = column == 0 && session_.state(row.property()).changed;
     int width = 0;
     GetTextExtent(text, &width, nullptr, nullptr, nullptr, bold ? &GetCaptionFont() : nullptr);
-    return width > painter_->textWidth(*row, column) ? text : wxString();
+    return width > painter_->textWidth(row, column) ? text : wxString();
+}
+
+/// The messages of errors, then of warnings, a line each.
+wxString CListCtrlEx::findings(const FormRow& row) const {
+    wxString text;
+    for (const bool errors : {true, false})
+        for (const std::string& message : session_.failing(row.property(), errors)) {
+            if (!text.empty()) text += "\n";
+            text += fromUtf8(plainFromHtml(boundedHtml(message)));
+        }
+    return text;
 }
 
 /// The row under the pointer becomes the selected one first; an open field has the menu of its own

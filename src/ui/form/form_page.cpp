@@ -52,23 +52,67 @@ CListCtrlExPage::CListCtrlExPage(wxWindow* parent, EditSession& session, int pag
 
 void CListCtrlExPage::makeContent() {
     const wxSize firstSize = FromDIP(kFirstSize);
-    auto* splitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, firstSize,
-                                          wxSP_LIVE_UPDATE | wxSP_NOBORDER);
-    splitter->SetMinimumPaneSize(FromDIP(kLeastHeight));
-    splitter->SetSashGravity(1.0);
-    wxWindow* upper = makeUpper(splitter);
-    description_ = new HtmlView(splitter, HtmlView::Surface::field);
+    splitter_ = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, firstSize,
+                                     wxSP_LIVE_UPDATE | wxSP_NOBORDER);
+    splitter_->SetMinimumPaneSize(FromDIP(kLeastHeight));
+    splitter_->SetSashGravity(1.0);
+    wxWindow* upper = makeUpper(splitter_);
+    description_ = new HtmlView(splitter_, HtmlView::Surface::field);
     setSizes(*description_);
-    splitter->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
+    splitter_->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
+    splitter_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CallAfter([this] { fitDescription(); });  // once the splitter itself has its size
+    });
+    splitter_->Bind(wxEVT_SPLITTER_SASH_POS_CHANGING, &CListCtrlExPage::onSash, this);
     auto* column = new wxBoxSizer(wxVERTICAL);
     if (session_.page(page_).isGroup) {
         bar_ = new FormGroupBar(this, session_, *list_, host_);
-        bar_->MoveBeforeInTabOrder(splitter);
+        bar_->MoveBeforeInTabOrder(splitter_);
         column->Add(bar_, wxSizerFlags().Expand());
     }
-    column->Add(splitter, wxSizerFlags(1).Expand());
+    column->Add(splitter_, wxSizerFlags(1).Expand());
     SetSizer(column);
-    if (GetClientSize().y >= firstSize.y) Layout();
+    // A page of a window that is shown has its size already; another one gets it later.
+    if (IsShownOnScreen()) Layout();
+}
+
+/// As much as its text needs, but no more than a third of the page; and not less than what most
+/// texts need, so that the rows stay where they are when the user walks through them.
+int CListCtrlExPage::descriptionHeight(int room) {
+    const int least = FromDIP(kLeastHeight), most = std::max(least, room / 3);
+    if (draggedHeight_ > 0) return std::clamp(draggedHeight_, least, std::max(least, room - least));
+    const wxSize frame = description_->GetSize() - description_->GetClientSize();
+    const int width = splitter_->GetClientSize().x - std::max(0, frame.x);
+    const int wanted = description_->heightAt(width) + std::max(0, frame.y);
+    return std::clamp(wanted, std::min(FromDIP(kDescriptionHeight), most), most);
+}
+
+void CListCtrlExPage::fitDescription() {
+    const int room = splitter_->GetClientSize().y;
+    const int position = room - descriptionHeight(room) - splitter_->GetSashSize();
+    if (position == splitter_->GetSashPosition()) return;
+    splitter_->SetSashPosition(position);
+    list_->showSelected();
+}
+
+/// While the user drags; resizing moves the sash as well, but not like this.
+void CListCtrlExPage::onSash(wxSplitterEvent& event) {
+    draggedHeight_ =
+        splitter_->GetClientSize().y - event.GetSashPosition() - splitter_->GetSashSize();
+    event.Skip();
+}
+
+bool CListCtrlExPage::inDescription() const {
+    return description_ && description_->HasFocus();
+}
+
+void CListCtrlExPage::switchToDescription() {
+    if (!list_) return;
+    if (inDescription())
+        list_->SetFocus();
+    else
+        description_->SetFocus();
 }
 
 wxWindow* CListCtrlExPage::makeUpper(wxWindow* parent) {
@@ -80,6 +124,8 @@ wxWindow* CListCtrlExPage::makeUpper(wxWindow* parent) {
     column->Add(header_, wxSizerFlags().Expand());
     column->Add(list_, wxSizerFlags(1).Expand());
     panel->SetSizer(column);
+    // Else the first size, which is none, counts as the least that the sash has to leave.
+    panel->SetMinSize(FromDIP(wxSize(kLeastHeight, kLeastHeight)));
     const auto follow = [this](wxEvent& event) {
         header_->Refresh();
         event.Skip();
@@ -114,6 +160,7 @@ void CListCtrlExPage::describe(std::int32_t property) {
         description_->setPlain(formText(FormText::noElement, session_.locale()));
     else
         description_->clear();
+    fitDescription();
 }
 
 }  // namespace korvant::ui

@@ -8,6 +8,7 @@
 #include "object/form/edit_session.h"
 #include "ui/form/form_host.h"
 
+class wxSplitterEvent;
 class wxSplitterWindow;
 
 namespace korvant::ui {
@@ -27,10 +28,16 @@ class CListCtrlExPage : public wxPanel {
     void activate();
     void apply(const EditChanges& changes);
     void describe(std::int32_t property);
+    /// Gives the keyboard to the description, or back to the rows.
+    void switchToDescription();
+    bool inDescription() const;
 
   private:
     void makeContent();
     wxWindow* makeUpper(wxWindow* parent);
+    void fitDescription();
+    int descriptionHeight(int room);
+    void onSash(wxSplitterEvent& event);
 
     EditSession& session_;
     const int page_;
@@ -38,6 +45,8 @@ class CListCtrlExPage : public wxPanel {
     FormGroupBar* bar_ = nullptr;
     FormHeader* header_ = nullptr;
     CListCtrlEx* list_ = nullptr;
+    wxSplitterWindow* splitter_ = nullptr;
+    int draggedHeight_ = 0;  ///< of the description, as the user wants it; 0: as its text needs
     HtmlView* description_ = nullptr;
 };
 

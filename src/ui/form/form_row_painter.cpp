@@ -4,6 +4,8 @@
 #include <wx/renderer.h>
 #include <wx/settings.h>
 
+#include <string_view>
+
 #include "object/form/form_texts.h"
 #include "ui/form/form_list.h"
 #include "ui/form/form_marks.h"
@@ -54,6 +56,8 @@ wxColour FormRowPainter::background(const Cell& cell) const {
                             : blend(theme_.fieldText, theme_.field, 0.14);
     if (cell.state.severity == Severity::error) return theme_.errorTint;
     if (cell.state.severity == Severity::warning) return theme_.warningTint;
+    // Nothing can be entered here.
+    if (cell.column == 1 && cell.state.locked) return blend(theme_.window, theme_.field, 0.8);
     return theme_.field;
 }
 
@@ -69,10 +73,6 @@ wxString FormRowPainter::cellText(const FormRow& row, int column) const {
     const EditRow& about = list_.session().row(row.property());
     if (column == 0) return fromUtf8(onOneLine(about.label));
     if (column == 2) return fromUtf8(onOneLine(about.unit));
-    if (about.letter == 'b') {
-        const bool set = list_.session().booleanValue(row.property());
-        return toDisplay(formText(set ? FormText::yes : FormText::no, list_.session().locale()));
-    }
     return fromUtf8(onOneLine(list_.session().state(row.property()).text));
 }
 
@@ -89,7 +89,15 @@ int FormRowPainter::textOffset(const FormRow& row, int column) const {
 int FormRowPainter::textWidth(const FormRow& row, int column) const {
     const bool arrow = column == 1 && list_.editorOf(row.property()) == RowEditor::option;
     const int right = form_size::kIndent + (arrow ? form_size::kArrowWidth : 0);
-    return list_.columnWidth(column) - textOffset(row, column) - list_.FromDIP(right);
+    const int button = column == 1 ? buttonWidth(row) : 0;
+    return list_.columnWidth(column) - textOffset(row, column) - list_.FromDIP(right) - button;
+}
+
+int FormRowPainter::buttonWidth(const FormRow& row) const {
+    const bool chosen = std::string_view("Ffce").find(list_.session().row(row.property()).letter) !=
+                        std::string_view::npos;
+    const bool shown = chosen && list_.session().state(row.property()).editable;
+    return shown ? list_.FromDIP(form_size::kButtonWidth) : 0;
 }
 
 int FormRowPainter::switchWidth(const FormRow& row) const {
@@ -108,10 +116,17 @@ void FormRowPainter::paintLabel(wxDC& dc, const wxRect& rect, const Cell& cell) 
 }
 
 void FormRowPainter::paintValue(wxDC& dc, const wxRect& rect, const Cell& cell) const {
+    if (cell.state.empty) return;
     if (cell.about.letter == 'b') paintBox(dc, rect, cell);
     if (cell.about.letter == 'c') paintSwatch(dc, rect, cell);
-    if (list_.editorOf(cell.row.property()) == RowEditor::option) paintArrow(dc, rect, cell);
-    if (!list_.isEdited(cell.row)) paintText(dc, rect, cell);
+    if (list_.editorOf(cell.row.property()) == RowEditor::option && cell.state.editable)
+        paintArrow(dc, rect, cell);
+    if (list_.isEdited(cell.row)) return;
+    if (buttonWidth(cell.row) > 0) paintButton(dc, rect, cell);
+    const wxFont plain = dc.GetFont();
+    if (cell.state.computed) dc.SetFont(plain.Italic());
+    paintText(dc, rect, cell);
+    dc.SetFont(plain);
 }
 
 void FormRowPainter::paintText(wxDC& dc, const wxRect& rect, const Cell& cell) const {
@@ -146,6 +161,21 @@ void FormRowPainter::paintSwatch(wxDC& dc, const wxRect& rect, const Cell& cell)
     dc.SetBrush(wxColour(static_cast<unsigned long>(colour & 0xFFFFFF)));
     dc.DrawRectangle(centred(rect, list_.FromDIP(form_size::kIndent),
                              list_.FromDIP(form_size::kSwatchWidth), height));
+}
+
+/// Three dots on a button.
+void FormRowPainter::paintButton(wxDC& dc, const wxRect& rect, const Cell& cell) const {
+    const int width = buttonWidth(cell.row), gap = list_.FromDIP(3), dot = list_.FromDIP(2);
+    wxRect button(rect.GetRight() + 1 - width, rect.y, width, rect.height);
+    button.Deflate(gap / 2 + 1);
+    dc.SetPen(blend(theme_.text, theme_.window, 0.35));
+    dc.SetBrush(theme_.window);
+    dc.DrawRoundedRectangle(button, gap);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(blend(theme_.text, theme_.window, 0.8));
+    for (int i = -1; i <= 1; ++i)
+        dc.DrawRectangle(button.x + button.width / 2 + i * 2 * dot - dot / 2,
+                         button.y + button.height / 2, dot, dot);
 }
 
 void FormRowPainter::paintArrow(wxDC& dc, const wxRect& rect, const Cell& cell) const {

@@ -19,10 +19,12 @@ constexpr int kSwatchWidth = 28;
 constexpr int kBoxSize = 16;
 constexpr int kGap = 6;
 constexpr int kArrowWidth = 16;
+constexpr int kButtonWidth = 24;
 }  // namespace form_size
 
 /// Error: red tint and mark; warning: amber tint and mark; disabled: grey in all columns; changed:
-/// bold label. The mark carries the meaning, since the selection hides the tint.
+/// bold label; locked: no field behind the value; computed: slanted value. The mark carries the
+/// meaning, since the selection hides the tint.
 class FormRowPainter : public wxPGCellRenderer {
   public:
     explicit FormRowPainter(const CListCtrlEx& list);
@@ -40,6 +42,8 @@ class FormRowPainter : public wxPGCellRenderer {
     int textWidth(const FormRow& row, int column) const;
     /// Right end of the part of a value cell that switches when clicked.
     int switchWidth(const FormRow& row) const;
+    /// Of the button at the right end of a value that is chosen in a window of its own; 0: none.
+    int buttonWidth(const FormRow& row) const;
 
   private:
     struct Cell {
@@ -59,6 +63,7 @@ class FormRowPainter : public wxPGCellRenderer {
     void paintBox(wxDC& dc, const wxRect& rect, const Cell& cell) const;
     void paintSwatch(wxDC& dc, const wxRect& rect, const Cell& cell) const;
     void paintArrow(wxDC& dc, const wxRect& rect, const Cell& cell) const;
+    void paintButton(wxDC& dc, const wxRect& rect, const Cell& cell) const;
 
     const CListCtrlEx& list_;
     Theme theme_;

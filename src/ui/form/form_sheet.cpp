@@ -11,6 +11,8 @@
 namespace korvant::ui {
 namespace {
 
+constexpr int kTabPadding = 32;  ///< about what a tab is wider than its text
+
 enum Picture { kWarningPicture, kErrorPicture };
 
 }  // namespace
@@ -29,7 +31,10 @@ CListCtrlExSheet::CListCtrlExSheet(wxWindow* parent, EditSession& session)
     layOut(book_);
     Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, &CListCtrlExSheet::onChanging, this);
     Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
-        if (event.GetEventObject() == book_) page(event.GetSelection()).activate();
+        if (event.GetEventObject() == book_) {
+            page(event.GetSelection()).activate();
+            updateLinks();
+        }
         event.Skip();
     });
 }
@@ -50,6 +55,17 @@ int CListCtrlExSheet::activePage() const {
 
 void CListCtrlExSheet::showPage(int page) {
     book_->ChangeSelection(static_cast<std::size_t>(page));
+}
+
+/// The tabs are wider than the window, so that some are scrolled out of it.
+bool CListCtrlExSheet::hidesMarks() const {
+    int width = 0;
+    for (std::size_t i = 0; i < book_->GetPageCount(); ++i) {
+        const bool marked = book_->GetPageImage(i) != wxNotebook::NO_IMAGE;
+        width += GetTextExtent(book_->GetPageText(i)).x + FromDIP(kTabPadding);
+        if (marked) width += FromDIP(kMarkSize);
+    }
+    return width > book_->GetClientSize().x;
 }
 
 void CListCtrlExSheet::showSeverity(int page, Severity severity) {

@@ -19,6 +19,7 @@ class CListCtrlExSheet : public FormWindow {
     CListCtrlExPage& page(int page) override { return *pages_[static_cast<std::size_t>(page)]; }
     void showPage(int page) override;
     void showSeverity(int page, Severity severity) override;
+    bool hidesMarks() const override;
 
   private:
     void onChanging(wxBookCtrlEvent& event);

@@ -8,11 +8,14 @@
 
 #include <algorithm>
 
+#include "host/services/frontend.h"
 #include "ui/form/form_buttons.h"
 #include "ui/form/form_check_window.h"
 #include "ui/form/form_list.h"
 #include "ui/form/form_page.h"
+#include "ui/form/form_page_links.h"
 #include "ui/form/form_place.h"
+#include "ui/form/form_question.h"
 #include "ui/form/form_report.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_runtime.h"
@@ -73,9 +76,9 @@ void FormWindow::makeSearch() {
     search_->ShowCancelButton(true);
     const int id = search_->GetId();
     Bind(
-        wxEVT_TEXT, [this](wxCommandEvent&) { filterBy(search_->GetValue()); }, id);
+        wxEVT_TEXT, [this](wxCommandEvent&) { takeSearch(); }, id);
     Bind(
-        wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { search_->Clear(); }, id);
+        wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { clearSearch(); }, id);
     row->Add(search_, wxSizerFlags(1).CentreVertical());
     undo_ = makeHistoryButton(wxART_UNDO, FormText::undo, " (Ctrl+Z)");
     redo_ = makeHistoryButton(wxART_REDO, FormText::redo, " (Ctrl+Y)");
@@ -97,6 +100,13 @@ wxBitmapButton* FormWindow::makeHistoryButton(const wxString& art, FormText capt
 }
 
 void FormWindow::layOut(wxWindow* body) {
+    links_ = new FormPageLinks(this, [this](int page) { goTo({page, -1}); });
+    links_->MoveBeforeInTabOrder(body);
+    column_->Add(links_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        updateLinks();
+    });
     column_->Add(body, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
     column_->Add(makeButtons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
     SetSizer(column_);
@@ -136,6 +146,13 @@ void FormWindow::pageShown() {
     if (active < 0) return;
     page(active).activate();
     page(active).list()->SetFocus();
+    updateLinks();
+}
+
+void FormWindow::updateLinks() {
+    const bool changes =
+        links_->update(session_, activePage(), !search_->GetValue().empty(), hidesMarks());
+    if (links_->fit(GetClientSize().x) || changes) Layout();
 }
 
 void FormWindow::showChanges() {
@@ -143,6 +160,7 @@ void FormWindow::showChanges() {
     for (int i = 0; i < session_.pageCount(); ++i) page(i).apply(changes);
     for (int i : changes.pages) showSeverity(i, session_.pageSeverity(i));
     if (changes.history) updateHistory();
+    if (changes.filter || !changes.pages.empty()) updateLinks();
 }
 
 void FormWindow::updateHistory() {
@@ -162,7 +180,7 @@ bool FormWindow::goTo(const EditPlace& place) {
         pageShown();
     }
     if (place.property < 0) return true;
-    if (!session_.state(place.property).visible) search_->Clear();
+    if (!session_.state(place.property).visible) clearSearch();
     CListCtrlEx* list = activeList();
     list->select(place.property);
     list->SetFocus();
@@ -192,18 +210,31 @@ bool FormWindow::commit() {
 void FormWindow::confirm() {
     if (!commit()) return;
     const EditCheck outcome = session_.confirm();
-    if (outcome.passed) {
-        rememberForm(*this, session_.kind());
-        return EndModal(wxID_OK);
-    }
+    if (outcome.passed) return end(wxID_OK);
     showChanges();
     goTo(outcome.place);
-    report_->show(outcome.report, ScreenToClient(wxGetMousePosition()));
+    report_->show(outcome.report + "<hr>" + outcome.details, ScreenToClient(wxGetMousePosition()));
+}
+
+/// Something is lost when the form is left now. What was changed back counts as not changed.
+bool FormWindow::changedByUser() {
+    const CListCtrlEx* list = activeList();
+    return (list && list->typing()) || (session_.canUndo() && session_.changed());
 }
 
 void FormWindow::cancel() {
+    if (!changedByUser()) return end(wxID_CANCEL);
+    const int answer =
+        askInForm(formText(FormText::keepChanges, session_.locale()),
+                  box_style::kYesNoCancel | box_style::kIconWarning, session_.locale());
+    if (answer == box_button::kYes) return confirm();
+    if (answer == box_button::kNo) return end(wxID_CANCEL);
+    if (CListCtrlEx* list = activeList()) list->SetFocus();
+}
+
+void FormWindow::end(int result) {
     rememberForm(*this, session_.kind());
-    EndModal(wxID_CANCEL);
+    EndModal(result);
 }
 
 void FormWindow::check() {
@@ -222,9 +253,16 @@ void FormWindow::turnPage(int by) {
     pageShown();
 }
 
-void FormWindow::filterBy(const wxString& words) {
-    session_.setFilter(fromTyped(words));
+void FormWindow::takeSearch() {
+    if (searched_ == search_->GetValue()) return;
+    searched_ = search_->GetValue();
+    session_.setFilter(fromTyped(searched_));
     showChanges();
+}
+
+void FormWindow::clearSearch() {
+    search_->Clear();
+    takeSearch();
 }
 
 bool FormWindow::inSearch() const {
@@ -238,16 +276,39 @@ void FormWindow::onKey(wxKeyEvent& event) {
 
 bool FormWindow::handleSearchKey(const wxKeyEvent& key) {
     const int code = key.GetKeyCode();
+    takeSearch();
     if (key.GetModifiers() == wxMOD_CONTROL) return false;
     if (code == WXK_ESCAPE && !search_->GetValue().empty()) {
-        search_->Clear();
+        clearSearch();
         return true;
     }
     if (code != WXK_RETURN && code != WXK_NUMPAD_ENTER && code != WXK_DOWN) return false;
+    if (showPageFound()) return true;
     if (CListCtrlEx* list = activeList()) {
         if (list->selectedProperty() < 0) list->selectFirst();
         list->SetFocus();
     }
+    return true;
+}
+
+/// Goes to the first page with what is searched where the page that is shown has none of it.
+bool FormWindow::showPageFound() {
+    if (session_.visibleRows(activePage()) > 0) return false;
+    for (int i = 0; i < session_.pageCount(); ++i) {
+        if (session_.visibleRows(i) == 0) continue;
+        if (goTo({i, -1})) activeList()->selectFirst();
+        return true;
+    }
+    return false;
+}
+
+bool FormWindow::handleEscape() {
+    if (page(activePage()).inDescription())
+        page(activePage()).switchToDescription();
+    else if (!search_->GetValue().empty())
+        clearSearch();
+    else
+        cancel();
     return true;
 }
 
@@ -257,8 +318,9 @@ bool FormWindow::handleKey(const wxKeyEvent& key) {
     // A list that has the keyboard keeps these keys from the system's own search for the button.
     if (key.GetModifiers() == wxMOD_ALT && code > ' ' && code < WXK_DELETE)
         return press(buttonWithKey(*this, code));
-    if (code == WXK_ESCAPE && !key.HasAnyModifiers())
-        cancel();
+    if (code == WXK_ESCAPE && !key.HasAnyModifiers()) return handleEscape();
+    if (code == WXK_F6 && !key.HasAnyModifiers())
+        page(activePage()).switchToDescription();
     else if (code == WXK_F9 && !key.HasAnyModifiers())
         check();
     else if (!control)

@@ -15,6 +15,7 @@ class wxSearchCtrl;
 namespace korvant::ui {
 
 class CListCtrlExPage;
+class FormPageLinks;
 class FormReport;
 
 /// Search field, pages, and the buttons Check, OK and Cancel. OK is refused while a field holds a
@@ -38,11 +39,15 @@ class FormWindow : public Guarded<wxDialog>, public FormHost {
     void layOut(wxWindow* body);
     /// The page was shown by the user or by showPage().
     void pageShown();
+    /// What is on other pages.
+    void updateLinks();
 
     virtual int activePage() const = 0;
     virtual CListCtrlExPage& page(int page) = 0;
     virtual void showPage(int page) = 0;
     virtual void showSeverity(int page, Severity severity) = 0;
+    /// Some pages cannot be seen to have a mark.
+    virtual bool hidesMarks() const { return false; }
 
     EditSession& session_;
 
@@ -55,19 +60,26 @@ class FormWindow : public Guarded<wxDialog>, public FormHost {
 
     void confirm();
     void cancel();
+    void end(int result);
+    bool changedByUser();
+    bool showPageFound();
     void check();
     void turnPage(int by);
-    void filterBy(const wxString& words);
+    void takeSearch();
+    void clearSearch();
     void updateHistory();
     void onKey(wxKeyEvent& event);
     bool handleKey(const wxKeyEvent& key);
     bool handleSearchKey(const wxKeyEvent& key);
+    bool handleEscape();
     bool inSearch() const;
 
     wxBoxSizer* column_;
     wxSearchCtrl* search_ = nullptr;
+    wxString searched_;  ///< as the session has it
     wxBitmapButton* undo_ = nullptr;
     wxBitmapButton* redo_ = nullptr;
+    FormPageLinks* links_ = nullptr;
     FormReport* report_ = nullptr;
 };
 
