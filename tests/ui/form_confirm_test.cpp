@@ -47,8 +47,9 @@ TEST_F(FormConfirm, FailingPagesKeepTheSheetOpenWithTheExactReport) {
     makeTwoFailing(object);
     driver_.form("Two").press(WXK_PAGEDOWN, wxMOD_CONTROL).row("Goodvalue");
     driver_.press(WXK_RETURN, wxMOD_CONTROL).untilReport().row("Firstvalue").run([] {
-        EXPECT_EQ(report(), "There are errors : \n1) First\n2) Third\n\nFirstvalue : too small\n"
-                            "Thirdvalue : too small");
+        EXPECT_EQ(report(),
+                  "There are errors : \n1) First\n2) Third\n\nFirstvalue : too small\n"
+                  "Thirdvalue : too small");
     });
     driver_.press(WXK_ESCAPE).when("end of the report", [] { return report().empty(); });
     driver_.enter("2").press(WXK_RETURN, wxMOD_CONTROL).untilReport().row("Thirdvalue").run([] {

@@ -30,9 +30,8 @@ TEST_F(FormMouse, AClickInAScrolledPageActsOnTheRowUnderThePointer) {
     object_.addProperty("name", "Name of it", "short", true, false);
     object_.addProperty("long", "Remark", std::string(200, 'w').c_str(), true, false);
     driver_.form("Mouse").press(WXK_END).row("Remark").clickValue("Choice 97").row("Choice 97");
-    driver_.untilShows("Yes").pointAtValue("Remark").when("the tip of the row", [] {
-        return shownList()->GetToolTipText() == wxString('w', 200);
-    });
+    driver_.untilShows("Yes").pointAtValue("Remark").when(
+        "the tip of the row", [] { return shownList()->GetToolTipText() == wxString('w', 200); });
     driver_.clickValue("Name of it").row("Name of it").untilTyped("short").enter("new");
     driver_.press(WXK_RETURN).untilShows("new").press(WXK_RETURN, wxMOD_CONTROL);
     ASSERT_TRUE(edit());

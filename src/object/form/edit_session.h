@@ -86,8 +86,8 @@ struct EditFinding {
     std::vector<std::string> messages;  ///< translated, with markup; at least one
 };
 
-/// Outcome of OK. Both texts are HTML: `report` names the pages, or in a dialog the rows, that fail,
-/// `details` the first failing rows with what is wrong; `place` is the first of them.
+/// Outcome of OK. Both texts are HTML: `report` names the pages, or in a dialog the rows, that
+/// fail, `details` the first failing rows with what is wrong; `place` is the first of them.
 struct EditCheck {
     bool passed = true;
     std::string report;

@@ -35,7 +35,7 @@ class FormGroupBar : public Guarded<wxPanel> {
     EditSession& session_;
     CListCtrlEx& list_;
     FormHost& host_;
-    wxBoxSizer* parts_ = nullptr;    ///< choice and buttons: beside or below each other
+    wxBoxSizer* parts_ = nullptr;  ///< choice and buttons: beside or below each other
     wxBoxSizer* buttons_ = nullptr;
     wxChoice* elements_ = nullptr;
     wxButton* add_ = nullptr;

@@ -113,8 +113,9 @@ TEST_F(EditCheckTest, EveryElementIsCheckedAndTheFailingOneBecomesCurrent) {
     EXPECT_EQ(session().groupBar(1).current, 1);
     const EditCheck check = session().confirm();
     EXPECT_EQ(check.report, "<b>There is an error : </b><br>Intervals");
-    EXPECT_EQ(check.details, "<b>To (3) : </b>Ends before it begins<br>"
-                             "<b>To (5) : </b>Ends before it begins<br>");
+    EXPECT_EQ(check.details,
+              "<b>To (3) : </b>Ends before it begins<br>"
+              "<b>To (5) : </b>Ends before it begins<br>");
     ASSERT_EQ(check.findings.size(), 2U);
     EXPECT_EQ(check.findings[1].elements, std::vector<std::int32_t>{4});
     EXPECT_EQ(session().groupBar(1).current, 2);
