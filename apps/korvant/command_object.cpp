@@ -40,6 +40,7 @@ class RecordingEditor : public korvant::ObjectEditor {
         forms_.push_back(formAsJson(session));
         return confirmed;
     }
+    bool attended() override { return other_ != nullptr && other_->attended(); }
     const nlohmann::ordered_json& forms() const { return forms_; }
 
   private:

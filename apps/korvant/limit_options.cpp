@@ -88,7 +88,7 @@ void addRunLimitOptions(CLI::App& command, Limits& limits) {
         ->group(kRunGroup);
     command
         .add_flag("--end-of-input-ends-run", limits.endOfInputEndsRun,
-                  "reading past the end of the console's input ends the script")
+                  "reading past the end of the console's input or of a file ends the script")
         ->group(kRunGroup);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <new>
 
 #include "base/system/os_file.h"
 #include "commands.h"
@@ -43,9 +44,25 @@ int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
     return app.get_subcommands().empty() ? withoutCommand(app) : exitCode;
 }
 
+/// An exception that nothing can take, mostly for want of memory: where the compiler's own clean-up
+/// runs out of it, none can leave. Says so without memory.
+[[noreturn]] void endWithWords() noexcept {
+    try {
+        if (std::current_exception()) throw;
+    } catch (const korvant::CompileEnded& ended) {
+        std::fprintf(stderr, "korvant: %s\n", ended.reason);
+    } catch (const std::bad_alloc&) {
+        std::fputs("korvant: Out of memory\n", stderr);
+    } catch (...) {
+        std::fputs("korvant: ended by an unforeseen exception\n", stderr);
+    }
+    std::_Exit(korvant_app::kRunFailed);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    std::set_terminate(endWithWords);
     korvant_app::setUpProcess();
     korvant::ownEngineMemory();
     CLI::App app{"KorvantIDE: run, check and edit AngelScript scripts", "korvant"};

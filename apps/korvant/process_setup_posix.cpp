@@ -11,6 +11,7 @@ void setUpProcess() {
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", O_RDONLY);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
 }
 
 /// They always do.

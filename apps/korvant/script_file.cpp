@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 #include "base/system/os_file.h"
 
@@ -25,10 +26,10 @@ std::optional<Source> readScript(const std::string& name, std::size_t limit) {
     const std::unique_ptr<std::FILE, Close> file(std::fopen(name.c_str(), "rb"));
     if (!file) return unreadable(name);
     Source source{name, {}};
-    char piece[65536];
-    for (std::size_t got;
-         source.text.size() <= limit && (got = std::fread(piece, 1, sizeof piece, file.get())) > 0;)
-        source.text.append(piece, got);
+    std::vector<char> piece(65536);
+    for (std::size_t got; source.text.size() <= limit &&
+                          (got = std::fread(piece.data(), 1, piece.size(), file.get())) > 0;)
+        source.text.append(piece.data(), got);
     if (std::ferror(file.get())) return unreadable(name);
     return source;
 }

@@ -62,6 +62,36 @@ TEST_F(Endings, AFailedWriteIsToldEvenWhenTheScriptFinishes) {
     }
 }
 
+/// Under the limits of a shell.
+TEST_F(Endings, SmallSurroundingsAreToldOf) {
+    ProcessOptions options;
+    options.folder = folder_.path().string();
+    std::string longOne = "int main() { int s = 0;\n";
+    for (int i = 0; i < 3000; ++i) longOne += "s += 7 * (s % 7 + 1); if (s > 1000) s = s % 10;\n";
+    writeFile(folder_.file("long.as"), longOne + "array<int> a(1000000); return 0; }");
+    writeFile(folder_.file("file.as"),
+              "int main() { OpenOutputFile(\"out\"); string s = \"0123\";"
+              " for (int i = 0; i < 9; i++) s += s; while (GetSystemTime()"
+              " != 0) { Print(s); if (i++ > 1000) return 0; } return 0; }"
+              " int i = 0;");
+    const auto under = [&](const std::string& limit, const std::string& file) {
+        return runProcess(
+            {"/bin/sh", "-c", "ulimit " + limit + "; exec " + korvantProgram() + " run " + file},
+            options);
+    };
+    for (int kilobytes = 20'000; kilobytes <= 80'000; kilobytes += 3000) {
+        const ProcessResult result = under("-v " + std::to_string(kilobytes), "long.as");
+        EXPECT_EQ(0, result.signal) << kilobytes;
+        EXPECT_TRUE(result.exitCode == 0 || !result.errors.empty()) << kilobytes;
+    }
+    const ProcessResult shallow = under("-s 64", "long.as");
+    EXPECT_EQ(0, shallow.signal);
+    EXPECT_TRUE(shallow.exitCode == 0 || !shallow.errors.empty());
+    const ProcessResult large = under("-f 100", "file.as");
+    EXPECT_EQ(1, large.exitCode) << large.signal;
+    EXPECT_THAT(large.errors, HasSubstr("could not write out: File too large"));
+}
+
 TEST_F(Endings, ClosedStandardStreamsAreNotTakenForFiles) {
     writeFile(folder_.file("main.as"),
               "int main() { OpenOutputFile(\"file.txt\"); Print(\"file\"); CloseOutputFile();"

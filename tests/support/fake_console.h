@@ -1,6 +1,7 @@
 // A console without a screen, which writes down what is asked of it.
 #pragma once
 
+#include <algorithm>
 #include <cerrno>
 #include <deque>
 #include <string>
@@ -14,6 +15,7 @@ class FakeConsole : public Console {
   public:
     std::string input;               ///< what the user types, line feeds included
     std::deque<int> keys;            ///< what single keys give
+    bool typed = false;              ///< somebody types, line by line
     std::string output;              ///< all that was written
     std::vector<std::string> calls;  ///< everything but writing and reading
     int allocationError = 0;
@@ -48,7 +50,10 @@ class FakeConsole : public Console {
     void unreadChar(int byte) override {
         if (byte >= 0 && next_ > 0) input[--next_] = static_cast<char>(byte);
     }
-    void dropTyped() override { calls.push_back("dropTyped"); }
+    void dropTyped() override {
+        calls.push_back("dropTyped");
+        if (typed) next_ = std::min(input.find('\n', next_), input.size());
+    }
     int readKey(StopQuery) override {
         if (keys.empty()) return kEndOfInput;
         const int key = keys.front();

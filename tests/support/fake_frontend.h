@@ -19,6 +19,7 @@ class FakeFrontend : public Frontend {
     std::optional<double> number;          ///< entered in every prompt for a number
     std::optional<std::string> text;       ///< entered in every prompt for a text
     std::vector<std::string> labels;
+    bool nobody = false;              ///< could have answered
     std::function<void()> meanwhile;  ///< called while a dialog is open
     std::function<std::unique_ptr<ProgressWindow>()> makeWindow;
 
@@ -46,6 +47,7 @@ class FakeFrontend : public Frontend {
         open(label);
         return text.value_or(initial);
     }
+    bool attended() override { return !nobody; }
     std::unique_ptr<ProgressWindow> makeProgressWindow() override {
         return makeWindow ? makeWindow() : nullptr;
     }

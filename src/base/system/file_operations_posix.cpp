@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "base/system/file_operations.h"
+#include "base/system/quiet_write_posix.h"
 
 namespace korvant {
 
@@ -125,8 +126,7 @@ class SystemFiles final : public FileOperations {
     }
 
     std::int64_t write(Handle handle, const char* bytes, std::size_t count) override {
-        const ssize_t result = ::write(handle, bytes, count);
-        return result < 0 ? -errno : result;
+        return writeQuietly(handle, bytes, count);
     }
 
     int truncate(Handle handle, std::uint64_t size) override {

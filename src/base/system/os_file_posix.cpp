@@ -2,7 +2,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,6 +12,7 @@
 #include <utility>
 
 #include "base/system/os_file.h"
+#include "base/system/quiet_write_posix.h"
 
 namespace korvant {
 
@@ -20,47 +20,12 @@ namespace {
 
 constexpr int kPollMilliseconds = 50;
 
-/// While it lives a write to a closed pipe ends with EPIPE and no signal, in this thread alone:
-/// the host's own handling of the signal is not touched.
-class BrokenPipeGuard {
-  public:
-    BrokenPipeGuard() {
-        sigset_t pending;
-        sigpending(&pending);
-        alreadyPending_ = sigismember(&pending, SIGPIPE) == 1;
-        if (alreadyPending_) return;
-        sigemptyset(&pipeOnly_);
-        sigaddset(&pipeOnly_, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &pipeOnly_, &before_);
-    }
-    ~BrokenPipeGuard() {
-        if (alreadyPending_) return;
-        const timespec none{};
-        while (broken_ && sigtimedwait(&pipeOnly_, nullptr, &none) == -1 && errno == EINTR) {
-        }
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-    BrokenPipeGuard(const BrokenPipeGuard&) = delete;
-    BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
-    void sawBrokenPipe() { broken_ = true; }
-
-  private:
-    bool alreadyPending_ = false;
-    bool broken_ = false;
-    sigset_t pipeOnly_{};
-    sigset_t before_{};
-};
-
-/// One write. The bytes taken, or the negative system error.
+/// One write that no signal interrupts. The bytes taken, or the negative system error.
 ssize_t writeOnce(int handle, std::string_view bytes) {
-    BrokenPipeGuard guard;
     ssize_t result;
-    do result = ::write(handle, bytes.data(), bytes.size());
-    while (result < 0 && errno == EINTR);
-    if (result >= 0) return result;
-    const int error = errno;
-    if (error == EPIPE) guard.sawBrokenPipe();
-    return -error;
+    do result = writeQuietly(handle, bytes.data(), bytes.size());
+    while (result == -EINTR);
+    return result;
 }
 
 /// Waits for `events` in short pieces. True when there is something to do (an error as well: the

@@ -64,4 +64,9 @@ void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth) {
         engine->SetEngineProperty(asEP_MAX_STACK_SIZE, kStackBytes);
 }
 
+void tellOfNewContexts(asIScriptEngine& engine, void (*created)(asIScriptContext*) noexcept) {
+    constexpr asPWORD kNumber = 0x4B6F7276;  // as in the engine
+    engine.SetUserData(reinterpret_cast<void*>(created), kNumber);
+}
+
 }  // namespace korvant

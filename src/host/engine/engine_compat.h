@@ -74,4 +74,8 @@ class CollectionPause {
 /// Bounds the depth of calls, and what they may take of memory, where the host left it open.
 void boundCallDepth(asIScriptEngine* engine, std::uint32_t depth);
 
+/// From now on `created` is called for every context that somebody makes for this engine, on the
+/// thread that makes it. Only engines of our own build know that; on any other nothing happens.
+void tellOfNewContexts(asIScriptEngine& engine, void (*created)(asIScriptContext*) noexcept);
+
 }  // namespace korvant

@@ -28,6 +28,8 @@ std::atomic<bool> owned{false};
 std::atomic<std::size_t> held{0};
 std::atomic<std::size_t> most{~std::size_t{0}};
 thread_local Watched watched;
+constexpr std::size_t kReserve = std::size_t{1} << 20;
+std::atomic<void*> reserve{nullptr};
 
 /// The engine's frames are left by an exception; it has no other way out of its compiler.
 void lookAtCompile() {
@@ -37,10 +39,21 @@ void lookAtCompile() {
     if (watched.clock->monotonic() > watched.end) throw CompileEnded{"compile took too long"};
 }
 
+/// Without memory the engine does not look at what it gets. A compile is left; a run gets what was
+/// laid by, and ends before its next statement.
+void* takeAtLast(std::size_t bytes) {
+    if (watched.clock != nullptr) throw CompileEnded{"Out of memory"};
+    most = 0;
+    std::free(reserve.exchange(nullptr));
+    return std::malloc(bytes);
+}
+
 void* allocate(std::size_t bytes) {
     if (watched.clock != nullptr) lookAtCompile();
-    auto* const header = static_cast<Header*>(std::malloc(sizeof(Header) + bytes));
-    if (header == nullptr) return nullptr;
+    void* block = std::malloc(sizeof(Header) + bytes);
+    if (block == nullptr) block = takeAtLast(sizeof(Header) + bytes);
+    if (block == nullptr) return nullptr;
+    auto* const header = static_cast<Header*>(block);
     header->bytes = bytes;
     held += bytes;
     return header + 1;
@@ -70,6 +83,7 @@ std::size_t engineMemory() noexcept {
 void boundEngineMemory(std::size_t bytes) noexcept {
     const std::size_t now = held;
     most = bytes < ~std::size_t{0} - now ? now + bytes : ~std::size_t{0};
+    if (owned && reserve == nullptr) reserve = std::malloc(kReserve);
 }
 
 bool engineMemoryExceeded() noexcept {

@@ -69,19 +69,11 @@ class RefusedInput final : public ByteSource {
     void unreadChar(int) override {}
 };
 
-ByteSource& inputSource() {
-    static RefusedInput refused;
-    if (moduleSession().quiet()) return refused;
-    if (InputFile* const file = runFiles().input()) return *file;
-    scriptConsole().ensure();
-    return *moduleSession().services().console;
-}
-
 /// With the option that the end of input ends the run, a script that catches the exception and
 /// reads on is stopped.
 void meetEndOfInput() {
     ScriptSession& session = moduleSession();
-    if (!session.limits().endOfInputEndsRun || runFiles().input() != nullptr) return;
+    if (!session.limits().endOfInputEndsRun) return;
     if (!runFiles().meetEnd()) return session.requestStop();
     raiseInScript("End of input");
 }
@@ -91,30 +83,58 @@ void act(ScanState state) {
     if (state == ScanState::tooLong) raiseInScript("Out of memory");
 }
 
-void inputString(ScriptString* value) {
+/// Waiting for what a file or pipe of the script has to say is the script's own time; what was
+/// read begins the limit anew.
+template <class Scan>
+ScanState readFile(InputFile& file, Scan scan) {
+    const ScanState state = scan(file);
+    if (state == ScanState::converted) moduleSession().restartLimit();
+    return state;
+}
+
+/// Waiting for the user, or for whatever feeds the standard input, is not the script's time. Where
+/// somebody types, the rest of a line that does not fit is dropped, so that they are asked again.
+/// A read that took nothing and waited for nobody leaves the limit as it is: a loop around it ends.
+template <class Scan>
+ScanState readConsole(Scan scan) {
     const InteractionScope waiting;
+    scriptConsole().ensure();
+    Console& console = *moduleSession().services().console;
+    const ScanState state = scan(console);
+    if (state == ScanState::failed) console.dropTyped();
+    if (!console.takeWaited() && state != ScanState::converted) moduleSession().noteUnattended();
+    return state;
+}
+
+template <class Scan>
+void readValue(Scan scan) {
+    if (moduleSession().quiet()) {
+        RefusedInput refused;
+        scan(refused);
+        return;
+    }
+    InputFile* const file = runFiles().input();
+    act(file != nullptr ? readFile(*file, scan) : readConsole(scan));
+}
+
+void inputString(ScriptString* value) {
     std::string word;
-    const ScanState state = scanWord(inputSource(), runShouldStop, word);
+    readValue([&](ByteSource& source) { return scanWord(source, runShouldStop, word); });
     if (!value->adopt(std::move(word))) raiseInScript("Out of memory");
-    act(state);
 }
 
 void inputDouble(double* value) {
-    const InteractionScope waiting;
     double read = 0;
-    const ScanState state = scanDouble(inputSource(), runShouldStop, read);
+    readValue([&](ByteSource& source) { return scanDouble(source, runShouldStop, read); });
     putReal(value, read);
-    act(state);
 }
 
 void inputFloat(float* value) {
-    const InteractionScope waiting;
-    act(scanFloat(inputSource(), runShouldStop, *value));
+    readValue([&](ByteSource& source) { return scanFloat(source, runShouldStop, *value); });
 }
 
 void inputInt(int* value) {
-    const InteractionScope waiting;
-    act(scanInt(inputSource(), runShouldStop, *value));
+    readValue([&](ByteSource& source) { return scanInt(source, runShouldStop, *value); });
 }
 
 int inkey() {
@@ -124,7 +144,9 @@ int inkey() {
         return Console::kEndOfInput;
     }
     scriptConsole().ensure();
-    const int key = moduleSession().services().console->readKey(runShouldStop);
+    Console& console = *moduleSession().services().console;
+    const int key = console.readKey(runShouldStop);
+    if (!console.takeWaited() && key < 0) moduleSession().noteUnattended();
     return key < 0 ? Console::kEndOfInput : key;
 }
 
@@ -216,17 +238,18 @@ std::span<const FunctionRow> consoleFunctionRows() {
         functionRow<inputDouble>("void Input( double &out )",
                                  "Reads a number, from where Input reads words.",
                                  "double depth;\nInput(depth);",
-                                 "Gives 0 for anything that is no number; what stands there stays "
-                                 "unread, so read it as a word to go on."),
+                                 "Gives 0 for anything that is no number. In a file what stands "
+                                 "there stays unread, so read it as a word to go on; where "
+                                 "somebody types, the rest of the line is dropped."),
         functionRow<inputFloat>("void Input( float &out )",
                                 "Reads a single-precision number, from where Input reads words.",
                                 "float grade;\nInput(grade);",
-                                "Gives 0 for anything that is no number, which stays unread."),
+                                "Gives 0 for anything that is no number, as for a double."),
         functionRow<inputInt>("void Input( int &out )",
                               "Reads an integer, from where Input reads words: 0x before "
                               "hexadecimal digits, a leading 0 before octal ones.",
                               "int count;\nInput(count);",
-                              "Gives 0 for anything that is no integer, which stays unread; beyond "
+                              "Gives 0 for anything that is no integer, as for a double; beyond "
                               "32 bits the nearest integer."),
         functionRow<inkey>("int Inkey()",
                            "Waits for one key on the console and returns its character code; the "

@@ -93,6 +93,10 @@ PromptScope::PromptScope() {
     scriptConsole().flush();
 }
 
+PromptScope::~PromptScope() {
+    if (!frontend().attended()) moduleSession().noteUnattended();
+}
+
 Frontend& PromptScope::frontend() {
     return *moduleSession().services().frontend;
 }
@@ -104,7 +108,9 @@ int showScriptBox(MessageBoxRequest request) {
     request.offerStop = patience != 0 && runDialogs().countBox() >= patience;
     scriptConsole().flush();
     const UiScopeGuard resources;
-    const int answer = session.services().frontend->messageBox(request);
+    Frontend& frontend = *session.services().frontend;
+    const int answer = frontend.messageBox(request);
+    if (!frontend.attended()) session.noteUnattended();
     if (answer != box_button::kStopScript) return answer;
     session.requestStop();
     return 0;

@@ -41,6 +41,9 @@ class UiScopeGuard {
 class PromptScope {
   public:
     PromptScope();
+    ~PromptScope();
+    PromptScope(const PromptScope&) = delete;
+    PromptScope& operator=(const PromptScope&) = delete;
     Frontend& frontend();
 
   private:

@@ -27,6 +27,7 @@ FileRules fileRules() {
 
 bool RunFiles::openInput(std::string_view name) {
     input_.reset();
+    fileEndMet_ = false;
     input_ = InputFile::open(name, fileRules());
     return input_ != nullptr;
 }

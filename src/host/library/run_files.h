@@ -24,8 +24,9 @@ class RunFiles final : public RunParticipant {
     InputFile* input() const noexcept { return input_.get(); }     ///< null: the console
     OutputFile* output() const noexcept { return output_.get(); }  ///< null: the console
 
-    /// The end of the console's input was met; false when it had been met before.
-    bool meetEnd() noexcept { return !std::exchange(endMet_, true); }
+    /// The end of what is read was met; false when it had been met before, of the same file or of
+    /// the console.
+    bool meetEnd() noexcept { return !std::exchange(input_ ? fileEndMet_ : endMet_, true); }
 
     void beginRun() override { closeAll(); }
     void endRun() override { closeAll(); }
@@ -35,7 +36,8 @@ class RunFiles final : public RunParticipant {
 
     std::unique_ptr<InputFile> input_;
     std::unique_ptr<OutputFile> output_;
-    bool endMet_ = false;
+    bool endMet_ = false;      ///< of the console
+    bool fileEndMet_ = false;  ///< of the input file
 };
 
 /// The one of the module. Never destroyed.

@@ -69,14 +69,19 @@ void LineCallback::begin(asIScriptContext& context, bool ours) {
         off_ = &context;
         context.ClearLineCallback();
     }
-    if (watched_) watch_.arm(*this);
+    foreign_ = ours ? nullptr : &context;
+    if (watched_)
+        watch_.arm(*this);
+    else if (!ours)
+        installEndOnly(context);  // its maker's callback goes, or nothing would end it
 }
 
 void LineCallback::end() {
     if (watched_) watch_.disarm();
     objects_.forget();
     if (off_ != nullptr) install(*off_);
-    off_ = nullptr;
+    if (foreign_ != nullptr && (attention_.load() & kDue) != 0) findEnding();
+    off_ = foreign_ = nullptr;
     run_ = nullptr;
     attention_ = kUnwatched;
     watched_ = false;
@@ -136,6 +141,15 @@ void LineCallback::lookNow() {
         watch_.alertNow();
     else
         watch_.lookAgain();
+}
+
+void LineCallback::loseWatch() noexcept {
+    watch_.forget();
+    watched_ = false;
+    attention_.fetch_or(kUnwatched);
+    if (off_ != nullptr) install(*off_);
+    if (foreign_ != nullptr) installEndOnly(*foreign_);
+    off_ = nullptr;
 }
 
 // All that most statements cost is one flag and the function that runs. Without a run of ours
@@ -256,7 +270,7 @@ void LineCallback::lookAtEnd(asIScriptContext& context) {
     }
 }
 
-bool LineCallback::checkEnd(asIScriptContext& context) {
+bool LineCallback::findEnding() {
     if (ending_ == Ending::none) {
         if (state_.stopRequest.exchange(false)) {
             ending_ = Ending::stopped;
@@ -271,7 +285,11 @@ bool LineCallback::checkEnd(asIScriptContext& context) {
             report_.onTimedOut();
         }
     }
-    if (ending_ == Ending::none) return false;
+    return ending_ != Ending::none;
+}
+
+bool LineCallback::checkEnd(asIScriptContext& context) {
+    if (!findEnding()) return false;
     context.Abort();
     return true;
 }
@@ -297,12 +315,14 @@ void LineCallback::alert() {
     attend();
     outsideLately_ = false;
     if (off_ != nullptr) install(*off_);
+    if (foreign_ != nullptr) foreign_->Abort();
 }
 
 /// The engine may have dropped its mark that a callback waits, at the end of a nested execution
 /// that ended while alert() was at work. Only a context that was seen twice between native calls
 /// is touched, so that the callback is never replaced while a statement is about to call it.
 void LineCallback::insist() {
+    if (foreign_ != nullptr) foreign_->Abort();  // a nested execution swallowed it
     if (off_ == nullptr || (attention_.load() & kDue) == 0) return;
     const bool outside = off_->GetSystemFunction() == nullptr;
     if (outside && outsideLately_) install(*off_);

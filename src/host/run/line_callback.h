@@ -54,7 +54,8 @@ class LineCallback final : public WatchTarget {
     void beginHold();
     void endHold();
 
-    /// Executes and gives the engine's result. `ours`: the context bears this callback.
+    /// Executes and gives the engine's result. `ours`: the context bears this callback; any other
+    /// keeps the one that its maker gave it, and is aborted from outside when the run must end.
     int execute(asIScriptContext& context, bool ours);
 
     enum class Ending { none, stopped, timedOut, outOfMemory };
@@ -65,11 +66,18 @@ class LineCallback final : public WatchTarget {
 
     /// Ends `context` when the run must end; false when it goes on.
     bool checkEnd(asIScriptContext& context);
+    /// The same for a context that is called for every statement beside the run's own: asks only
+    /// when somebody has said that something is due, or nobody would.
+    void checkEndIfDue(asIScriptContext& context) {
+        if ((attention_.load() & (kDue | kUnwatched)) != 0) checkEnd(context);
+    }
     /// Makes the next statement look at the limit. Safe from any thread and signal handler.
     void attend() noexcept { attention_.fetch_or(kDue); }
     /// The limit has moved, or what it is about: the run ends before its next statement when it
     /// must. Script's thread.
     void lookNow();
+    /// In a copy of the process: nobody else looks any more.
+    void loseWatch() noexcept;
 
   private:
     static void entry(asIScriptContext* context, void* self) noexcept;
@@ -81,6 +89,7 @@ class LineCallback final : public WatchTarget {
     void pass(asIScriptContext& context, asIScriptFunction* function) noexcept;
     void passByLine(asIScriptContext& context) noexcept;
     void lookAtEnd(asIScriptContext& context);
+    bool findEnding();
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
     bool passedByPolicy(asIScriptContext& context, std::int32_t line);
@@ -112,7 +121,8 @@ class LineCallback final : public WatchTarget {
     std::atomic<std::int64_t> attendedAt_{0};  ///< steady milliseconds of the last atAttention()
     asIScriptContext* run_ = nullptr;          ///< what execute() executes, bearing this callback
     asIScriptContext* off_ = nullptr;  ///< the context whose callback is taken off during its run
-    bool outsideLately_ = false;       ///< watch thread only: between statements when last seen
+    asIScriptContext* foreign_ = nullptr;  ///< one without this callback, during its run
+    bool outsideLately_ = false;           ///< watch thread only: between statements when last seen
     bool executing_ = false;
     bool held_ = false;
     bool watched_ = false;  ///< a watch thread tells when something is due

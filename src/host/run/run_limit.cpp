@@ -23,7 +23,9 @@ void RunLimit::restart() {
 
 void RunLimit::beginExecution() {
     executionBegan_ = clock_->monotonic();
-    ceilingEnd_ = ceilingLeft_ != 0 ? executionBegan_ + ceilingLeft_ : 0;
+    // A ceiling beyond the end of the clock is none.
+    const std::uint64_t end = executionBegan_ + ceilingLeft_;
+    ceilingEnd_ = end > executionBegan_ ? end : 0;
 }
 
 void RunLimit::endExecution() {

@@ -1,15 +1,56 @@
 #include "host/run/run_watch.h"
 
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <system_error>
+#include <thread>
 
 namespace korvant {
 
+namespace {
+
+/// Stops and new deadlines are seen within this time.
+constexpr std::uint32_t kSlice = 20;
+constexpr std::uint32_t kInsist = 10;
+
+}  // namespace
+
+/// The thread and what it shares with the script's.
+struct RunWatch::Thread {
+    Thread() : thread([this] { work(); }) {}
+    ~Thread() {
+        {
+            const std::lock_guard lock(mutex);
+            quit = true;
+        }
+        wake.notify_one();
+        thread.join();
+    }
+    Thread(const Thread&) = delete;
+    Thread& operator=(const Thread&) = delete;
+
+    void work() {
+        std::unique_lock lock(mutex);
+        while (!quit) step(lock);
+    }
+    void step(std::unique_lock<std::mutex>& lock);
+
+    std::mutex mutex;
+    std::condition_variable wake;
+    WatchTarget* target = nullptr;
+    bool alerted = false;
+    bool quit = false;
+    std::thread thread;  ///< begins when everything above is there
+};
+
+void RunWatch::Delete::operator()(Thread* thread) const {
+    delete thread;
+}
+
 bool RunWatch::start() {
-    if (thread_.joinable()) return true;
-    quit_ = false;
     try {
-        thread_ = std::thread([this] { work(); });
+        if (!thread_) thread_.reset(new Thread);
     } catch (const std::system_error&) {
         return false;
     }
@@ -17,69 +58,58 @@ bool RunWatch::start() {
 }
 
 void RunWatch::stop() {
-    if (!thread_.joinable()) return;
-    {
-        const std::lock_guard lock(mutex_);
-        quit_ = true;
-    }
-    wake_.notify_one();
-    thread_.join();
+    thread_.reset();
 }
 
 void RunWatch::arm(WatchTarget& target) {
     {
-        const std::lock_guard lock(mutex_);
-        target_ = &target;
-        alerted_ = false;
+        const std::lock_guard lock(thread_->mutex);
+        thread_->target = &target;
+        thread_->alerted = false;
     }
-    wake_.notify_one();
+    thread_->wake.notify_one();
 }
 
 void RunWatch::disarm() {
-    const std::lock_guard lock(mutex_);
-    target_ = nullptr;
+    const std::lock_guard lock(thread_->mutex);
+    thread_->target = nullptr;
 }
 
 void RunWatch::rearm() {
     {
-        const std::lock_guard lock(mutex_);
-        alerted_ = false;
+        const std::lock_guard lock(thread_->mutex);
+        thread_->alerted = false;
     }
-    wake_.notify_one();
+    thread_->wake.notify_one();
 }
 
 void RunWatch::lookAgain() {
-    wake_.notify_one();
+    thread_->wake.notify_one();
 }
 
 void RunWatch::alertNow() {
-    const std::lock_guard lock(mutex_);
-    if (target_ == nullptr || alerted_) return;
-    alerted_ = true;
-    target_->alert();
+    const std::lock_guard lock(thread_->mutex);
+    if (thread_->target == nullptr || thread_->alerted) return;
+    thread_->alerted = true;
+    thread_->target->alert();
 }
 
-void RunWatch::work() {
-    std::unique_lock lock(mutex_);
-    while (!quit_) step(lock);
-}
-
-void RunWatch::step(std::unique_lock<std::mutex>& lock) {
-    if (target_ == nullptr) {
-        wake_.wait(lock);
+void RunWatch::Thread::step(std::unique_lock<std::mutex>& lock) {
+    if (target == nullptr) {
+        wake.wait(lock);
         return;
     }
-    if (alerted_) {
-        wake_.wait_for(lock, std::chrono::milliseconds(kInsist));
-        if (target_ != nullptr && alerted_) target_->insist();
+    if (alerted) {
+        wake.wait_for(lock, std::chrono::milliseconds(kInsist));
+        if (target != nullptr && alerted) target->insist();
         return;
     }
-    const std::uint32_t left = target_->millisecondsLeft(kSlice);
-    alerted_ = left == 0;
-    if (alerted_)
-        target_->alert();
+    const std::uint32_t left = target->millisecondsLeft(kSlice);
+    alerted = left == 0;
+    if (alerted)
+        target->alert();
     else
-        wake_.wait_for(lock, std::chrono::milliseconds(left));
+        wake.wait_for(lock, std::chrono::milliseconds(left));
 }
 
 }  // namespace korvant

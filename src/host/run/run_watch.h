@@ -1,10 +1,8 @@
 // A thread that looks at the clock so that the script's thread need not.
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
-#include <thread>
+#include <memory>
 
 namespace korvant {
 
@@ -28,6 +26,8 @@ class RunWatch {
     bool start();
     /// Ends the thread and waits for it, some milliseconds at most.
     void stop();
+    /// In a copy of the process, which has no such thread and perhaps a lock that is held for ever.
+    void forget() noexcept { static_cast<void>(thread_.release()); }
 
     /// Watches `target`, which must live until disarm().
     void arm(WatchTarget& target);
@@ -40,19 +40,11 @@ class RunWatch {
     void alertNow();
 
   private:
-    /// Stops and new deadlines are seen within this time.
-    static constexpr std::uint32_t kSlice = 20;
-    static constexpr std::uint32_t kInsist = 10;
-
-    void work();
-    void step(std::unique_lock<std::mutex>& lock);
-
-    std::mutex mutex_;
-    std::condition_variable wake_;
-    std::thread thread_;
-    WatchTarget* target_ = nullptr;
-    bool alerted_ = false;
-    bool quit_ = false;
+    struct Thread;
+    struct Delete {
+        void operator()(Thread* thread) const;
+    };
+    std::unique_ptr<Thread, Delete> thread_;  ///< null: none runs
 };
 
 }  // namespace korvant

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/system/fork_notice.h"
 #include "base/system/os_file.h"
 #include "host/engine/active_context.h"
 #include "host/engine/memory_budget.h"
@@ -23,6 +24,7 @@ ScriptSession::~ScriptSession() {
             record.context->ClearLineCallback();
         }
         record.engine->SetContextCallbacks(nullptr, nullptr, nullptr);
+        tellOfNewContexts(*record.engine, nullptr);
         record.engine->ClearMessageCallback();
     }
     delete impl_;
@@ -103,13 +105,22 @@ bool ScriptSession::interacting() const noexcept {
     return impl_->state.interacting;
 }
 
+void ScriptSession::restartLimit() {
+    impl_->limit.restart();
+    impl_->lineCallback.lookNow();
+}
+
+void ScriptSession::noteUnattended() noexcept {
+    impl_->attended = false;
+}
+
 void ScriptSession::beginInteraction() {
-    ++impl_->interactionDepth;
+    if (impl_->interactionDepth++ == 0) impl_->attended = true;
     impl_->state.interacting = true;
 }
 
 void ScriptSession::endInteraction() {
-    impl_->limit.restart();
+    if (impl_->attended) impl_->limit.restart();
     if (impl_->interactionDepth > 0) --impl_->interactionDepth;
     if (impl_->interactionDepth == 0) impl_->state.interacting = false;
     impl_->lineCallback.lookNow();
@@ -156,10 +167,17 @@ void ScriptSession::join(RunParticipant& participant) {
     if (std::find(all.begin(), all.end(), &participant) == all.end()) all.push_back(&participant);
 }
 
+void ScriptSession::loseThreads() noexcept {
+    impl_->lineCallback.loseWatch();
+}
+
 ScriptSession& moduleSession() {
+    static ScriptSession* forked = nullptr;
     static auto* const session = [] {
         auto* const made = new ScriptSession;
         setRaiseHook([](const char* description) { moduleSession().raise(description); });
+        forked = made;
+        onFork([] { forked->loseThreads(); });
         return made;
     }();
     return *session;

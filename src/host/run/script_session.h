@@ -87,6 +87,9 @@ class ScriptSession {
     /// Safe from any thread and from a signal handler. The run ends before its next statement, and
     /// natives that ask shouldStop() end early.
     void requestStop() noexcept;
+    /// In a copy of the process, which has none of the threads of this one: runs that go on there
+    /// look at their limit themselves.
+    void loseThreads() noexcept;
     /// True when a native function that takes long should end: stop request, time-out while not
     /// interacting, or the hard ceiling. The line callback then ends the run. Looks at the clock
     /// (some 20 ns), so a tight loop asks every few thousand steps.
@@ -96,9 +99,15 @@ class ScriptSession {
     void setMaxRunTime(std::int32_t milliseconds);
     std::uint32_t maxRunTime() const noexcept;  ///< milliseconds
     std::uint32_t limitBegan() const noexcept;  ///< the tick at which the limit last began anew
-    /// Deeper than 0 while a built-in waits for the user.
+    /// Deadline := now + maximum run time: a value was read from a file.
+    void restartLimit();
+    /// While a built-in waits for the user the time limit stands still, and begins anew when they
+    /// have answered. May stand inside each other.
     void beginInteraction();
-    void endInteraction();  ///< restarts the deadline
+    void endInteraction();
+    /// Of the interactions under way: nobody was there, and nothing was read. They are over without
+    /// the limit beginning anew, or a loop around such a question would never end.
+    void noteUnattended() noexcept;
     bool interacting() const noexcept;
 
     /// Sets a script exception on the context that runs; nothing outside a script.

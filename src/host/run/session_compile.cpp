@@ -98,6 +98,7 @@ int ScriptSession::Impl::initialiseGlobals(asIScriptModule& module) {
     lineCallback.installForGlobals(*context);
     lineCallback.forgetEnding();
     running = true;
+    runThread = std::this_thread::get_id();
     const QuietArithmetic quiet;
     limit.beginExecution();
     const int result = module.ResetGlobalVars(context);

@@ -12,6 +12,8 @@ namespace {
 /// Destructors of scripts outside a run may take this long altogether, so that neither a build nor
 /// the end of the host waits for one that never ends.
 constexpr std::uint64_t kCleanupMs = 2000;
+/// Those of a run that was ended, whose time is up already.
+constexpr std::uint64_t kCutCleanupMs = 100;
 /// Clean-ups that follow each other this closely count as one.
 constexpr std::uint64_t kCleanupGapMs = 1000;
 
@@ -56,6 +58,7 @@ asIScriptContext* ScriptSession::Impl::configureNew(asIScriptEngine* engine,
         return nullptr;
     }
     engine->SetContextCallbacks(requestContext, returnContext, this);
+    tellOfNewContexts(*engine, contextCreated);
     boundCallDepth(engine, limits.callDepth);
     registerFamilies(record, families);
     return record.context;
@@ -116,10 +119,10 @@ void ScriptSession::Impl::discardMain(asIScriptEngine& engine) {
 
 /// In steps, because a full collection takes as long as the square of what lives.
 void ScriptSession::Impl::collectSome(asIScriptEngine& engine) {
-    constexpr std::uint64_t kCollectMs = 200;
+    constexpr std::uint64_t kCollectMs = 200, kCutCollectMs = 50;
     constexpr int kRounds = 1000;
     constexpr asUINT kSteps = 100;
-    const std::uint64_t end = services.clock->monotonic() + kCollectMs;
+    const std::uint64_t end = services.clock->monotonic() + (cut ? kCutCollectMs : kCollectMs);
     asUINT left = 1;
     for (int round = 0; round < kRounds && left != 0; ++round) {
         if (services.clock->monotonic() > end || cleanupOver()) return;
@@ -150,7 +153,7 @@ bool ScriptSession::Impl::cleanupOver() {
     const std::uint64_t now = services.clock->monotonic();
     if (!busy && now - cleanupSeen > kCleanupGapMs) beginCleanup();
     cleanupSeen = now;
-    return now - cleanupBegan > kCleanupMs;
+    return now - cleanupBegan > (cut ? kCutCleanupMs : kCleanupMs);
 }
 
 asIScriptContext* ScriptSession::Impl::requestContext(asIScriptEngine* engine,
@@ -158,6 +161,18 @@ asIScriptContext* ScriptSession::Impl::requestContext(asIScriptEngine* engine,
     asIScriptContext* context = engine->CreateContext();
     if (context != nullptr) context->SetLineCallback(asFUNCTION(cleanupEntry), self, asCALL_CDECL);
     return context;
+}
+
+/// A host's function may run scripts on a context that it makes itself: those end with the run that
+/// called it. What the host runs outside of runs, or on another thread, is its own business.
+void ScriptSession::Impl::contextCreated(asIScriptContext* context) noexcept {
+    context->SetLineCallback(asFUNCTION(foreignEntry), moduleSession().impl_, asCALL_CDECL);
+}
+
+void ScriptSession::Impl::foreignEntry(asIScriptContext* context, void* self) noexcept {
+    auto& impl = *static_cast<Impl*>(self);
+    if (!impl.running || impl.runThread != std::this_thread::get_id()) return;
+    if (context->GetState() == asEXECUTION_ACTIVE) impl.lineCallback.checkEndIfDue(*context);
 }
 
 void ScriptSession::Impl::returnContext(asIScriptEngine*, asIScriptContext* context,

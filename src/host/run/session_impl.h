@@ -42,6 +42,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     RunLimit limit{state};
     LineCallback lineCallback{state, limit, *this};
     int interactionDepth = 0;
+    bool attended = true;  ///< somebody takes part in the interactions under way
     bool busy = false;     ///< a compile, a run or a release is under way
     bool running = false;  ///< the limit of the run counts
     std::size_t unwrittenShown = 0;
@@ -49,9 +50,11 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
 
     // What is known of engines.
     std::deque<EngineRecord> engines;
+    bool cut = false;  ///< the last run was ended, and did not end
     std::uint64_t cleanupBegan = 0;
     std::uint64_t cleanupSeen = 0;
-    std::thread::id thread;
+    std::thread::id thread;     ///< that configured last
+    std::thread::id runThread;  ///< of the run under way
 
     EngineRecord* find(const asIScriptEngine* engine);
     bool isOurs(const asIScriptContext* context) const;
@@ -102,6 +105,8 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
                               void* self) noexcept;
     static void cleanupEntry(asIScriptContext* context, void* self) noexcept;
     static bool nativeShouldEnd();
+    static void contextCreated(asIScriptContext* context) noexcept;
+    static void foreignEntry(asIScriptContext* context, void* self) noexcept;
     static void compilerMessage(const asSMessageInfo* message, void* self) noexcept;
 
     void onStopped() override;

@@ -137,6 +137,7 @@ int ScriptSession::Impl::execute(asIScriptContext& context, bool goesOn) {
     context.AddRef();
     boundEngineMemory(limits.runBytes);
     running = true;
+    runThread = std::this_thread::get_id();
     limit.beginExecution();
     int result = 0;
     {
@@ -145,6 +146,7 @@ int ScriptSession::Impl::execute(asIScriptContext& context, bool goesOn) {
         result = lineCallback.execute(context, isOurs(&context));
     }
     limit.endExecution();
+    cut = lineCallback.ending() != LineCallback::Ending::none;
     running = false;
     state.interacting = false;
     interactionDepth = 0;
@@ -155,7 +157,6 @@ int ScriptSession::Impl::execute(asIScriptContext& context, bool goesOn) {
 RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context, bool goesOn) {
     int result = execute(context, goesOn);
     // A destructor that was ended after the last statement leaves a run that looks finished.
-    const bool cut = lineCallback.ending() != LineCallback::Ending::none;
     if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
     if (result == asEXECUTION_FINISHED) state.lastStoppedLine = 0;
     if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return outcomeOf(result);

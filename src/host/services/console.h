@@ -34,6 +34,9 @@ class Console : public ByteSource {
     virtual bool flush() = 0;
     /// Forgets what was typed ahead on a line that was read in part; before a question is asked.
     virtual void dropTyped() {}
+    /// True when reading had to wait for somebody since this was asked last: they were there, even
+    /// if nothing came of it.
+    virtual bool takeWaited() { return false; }
     /// One key without echo: its character code, kEndOfInput or kStopped. A key without a
     /// character gives 0 or 224 and then, at the next call, its scan code.
     virtual int readKey(StopQuery shouldStop) = 0;

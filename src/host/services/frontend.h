@@ -71,6 +71,8 @@ class Frontend {
     virtual float promptFloat(const std::string& label, float initial) = 0;
     virtual double promptDouble(const std::string& label, double initial) = 0;
     virtual std::string promptString(const std::string& label, const std::string& initial) = 0;
+    /// Whether somebody was there to answer the last question.
+    virtual bool attended() { return true; }
     /// A progress window, or null when there is nowhere to show one. Called on the progress
     /// thread, so it must not touch anything that belongs to the script's thread.
     virtual std::unique_ptr<ProgressWindow> makeProgressWindow() = 0;

@@ -39,6 +39,7 @@ class NullFrontend final : public Frontend {
     std::string promptString(const std::string&, const std::string& initial) override {
         return initial;
     }
+    bool attended() override { return false; }
     std::unique_ptr<ProgressWindow> makeProgressWindow() override { return nullptr; }
 };
 

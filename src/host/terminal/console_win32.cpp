@@ -165,10 +165,16 @@ void SystemConsole::dropTyped() {
     fallback_.dropTyped();
 }
 
+bool SystemConsole::takeWaited() {
+    const bool waited = std::exchange(waited_, false);
+    return fallback_.takeWaited() || waited;
+}
+
 int SystemConsole::readKey(StopQuery shouldStop) {
     if (!text_) return fallback_.readKey(shouldStop);
     flush();
     while (codes_.empty()) {
+        waited_ = true;
         INPUT_RECORD record{};
         const int waited = awaitConsoleEvent(systemHandle(input_), shouldStop, record);
         if (waited < 0) return waited;
@@ -193,6 +199,7 @@ int SystemConsole::readLine(StopQuery shouldStop) {
         return 0;
     }
     flush();
+    waited_ = true;
     std::wstring typed;
     for (;;) {
         INPUT_RECORD record{};

@@ -29,6 +29,7 @@ class SystemConsole final : public Console {
     int readChar(StopQuery shouldStop) override;
     void unreadChar(int byte) override;
     void dropTyped() override;
+    bool takeWaited() override;
     int readKey(StopQuery shouldStop) override;
     void clear() override;
     std::uint16_t attributes() override;
@@ -54,6 +55,7 @@ class SystemConsole final : public Console {
     Console& fallback_;
     StopQuery shouldStop_;
     bool ours_ = false;
+    bool waited_ = false;
     int output_ = -1;  ///< handles of files; -1 while there is no console
     int input_ = -1;
     std::unique_ptr<GatheredOutput> text_;

@@ -22,6 +22,7 @@ class PipeConsole : public Console {
     int readChar(StopQuery shouldStop) override;
     void unreadChar(int byte) override;
     void dropTyped() override;
+    bool takeWaited() override { return input_.takeWaited(); }
     int readKey(StopQuery shouldStop) override;
     void clear() override {}
     std::uint16_t attributes() override { return attributes_; }

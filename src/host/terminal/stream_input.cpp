@@ -1,7 +1,6 @@
 #include "host/terminal/stream_input.h"
 
 #include "base/system/key_codes.h"
-#include "base/system/os_file.h"
 #include "base/system/terminal_state.h"
 #include "base/text/text_encoding.h"
 
@@ -40,12 +39,18 @@ int StreamInput::fill(StopQuery shouldStop) {
     leaveSingleKeyMode();
     char piece[8192];
     std::size_t got = 0;
-    const ReadState state = readSome(handle_, piece, sizeof piece, got, shouldStop);
+    const ReadState state = read(piece, sizeof piece, got, shouldStop);
     if (state == ReadState::stopped) return kStopped;
     if (state == ReadState::end) return kEndOfInput;
     const std::string_view read(piece, got);
     bytes_ = terminal_ ? encodeTyped(read) : std::string(read);
     return 0;
+}
+
+ReadState StreamInput::read(char* buffer, std::size_t room, std::size_t& got,
+                            StopQuery shouldStop) {
+    if (!awaitBytes(handle_, 0)) waited_ = true;
+    return readSome(handle_, buffer, room, got, shouldStop);
 }
 
 void StreamInput::unreadChar(int byte) {
@@ -79,9 +84,9 @@ std::string StreamInput::readKeyBytes(StopQuery shouldStop, int& state) {
         if (!bytes.empty() && !awaitBytes(handle_, kKeyGapMilliseconds)) break;
         char byte = 0;
         std::size_t got = 0;
-        const ReadState read = readSome(handle_, &byte, 1, got, shouldStop);
-        if (read != ReadState::bytes) {
-            state = read == ReadState::stopped ? kStopped : kEndOfInput;
+        const ReadState came = read(&byte, 1, got, shouldStop);
+        if (came != ReadState::bytes) {
+            state = came == ReadState::stopped ? kStopped : kEndOfInput;
             break;
         }
         bytes.push_back(byte);

@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <deque>
 #include <string>
+#include <utility>
 
+#include "base/system/os_file.h"
 #include "base/text/byte_source.h"
 
 namespace korvant {
@@ -19,6 +21,9 @@ class StreamInput final : public ByteSource {
     bool terminal() const noexcept { return terminal_; }
     /// A line that is read before anything of the stream.
     void feed(std::string line);
+    /// True when the stream had nothing to read since this was asked last and was waited for. A
+    /// terminal that was hung up, or an end of the input that is met again, lets nobody wait.
+    bool takeWaited() noexcept { return std::exchange(waited_, false); }
     /// A byte of the line or piece that was read last, taken; -1 for none.
     int bufferedChar();
     int readChar(StopQuery shouldStop) override;
@@ -29,11 +34,13 @@ class StreamInput final : public ByteSource {
 
   private:
     int fill(StopQuery shouldStop);
+    ReadState read(char* buffer, std::size_t room, std::size_t& got, StopQuery shouldStop);
     int keyFromTerminal(StopQuery shouldStop);
     std::string readKeyBytes(StopQuery shouldStop, int& state);
 
     int handle_;
     bool terminal_;
+    bool waited_ = false;
     std::deque<std::string> fed_;
     std::string bytes_;
     std::size_t next_ = 0;

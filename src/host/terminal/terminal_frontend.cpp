@@ -120,6 +120,7 @@ class Countdown {
 TerminalFrontend::TerminalFrontend(Options options) : options_(std::move(options)) {}
 
 void TerminalFrontend::sayNobodyIsThere(const std::string& text) {
+    attended_ = false;
     if (!options_.notice) return;
     options_.notice(text);
     if (saidSo_) return;
@@ -141,6 +142,7 @@ bool TerminalFrontend::ask(const std::string& question, std::string& answer, Sto
     options_.terminal->dropTyped();
     options_.terminal->write(question);
     const bool answered = readLine(answer, shouldStop);
+    attended_ = options_.terminal->takeWaited() || answered;
     if (!answered) options_.terminal->write("\n");
     options_.terminal->flush();
     return answered;

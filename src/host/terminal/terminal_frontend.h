@@ -31,6 +31,7 @@ class TerminalFrontend final : public Frontend {
     float promptFloat(const std::string& label, float initial) override;
     double promptDouble(const std::string& label, double initial) override;
     std::string promptString(const std::string& label, const std::string& initial) override;
+    bool attended() override { return attended_; }
     std::unique_ptr<ProgressWindow> makeProgressWindow() override;
 
   private:
@@ -43,6 +44,7 @@ class TerminalFrontend final : public Frontend {
 
     Options options_;
     bool saidSo_ = false;
+    bool attended_ = false;  ///< the last question was waited for or answered
 };
 
 }  // namespace korvant

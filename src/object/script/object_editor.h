@@ -13,12 +13,15 @@ class ObjectEditor {
     /// True exactly when the user confirmed. A view confirms only after session.confirm() has
     /// passed. Throws nothing.
     virtual bool run(EditSession& session) = 0;
+    /// Whether somebody was there to see the last session.
+    virtual bool attended() { return true; }
 };
 
 /// Cancels every session, and says so once on standard error.
 class HeadlessEditor : public ObjectEditor {
   public:
     bool run(EditSession& session) override;
+    bool attended() override { return false; }
 
   private:
     bool told_ = false;

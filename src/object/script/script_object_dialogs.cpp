@@ -54,11 +54,12 @@ std::int32_t ScriptObject::messageBox(std::string caption, std::string text, std
         translate(&captions);
         request.captions.insert(captions.begin(), captions.end());
         const std::int32_t answer = korvant::boxAnswer(korvant::showScriptBox(std::move(request)));
-        if (answer != 0) return answer;
         // Deliberate: only an answer without a button of its own ends the waiting. After any other
         // the time limit stays off; scripts that ask first and then compute for long rely on it.
-        if (after != nullptr) after();
-        return ID_CANCEL;
+        // Where nobody was there to answer it goes on.
+        const bool attended = korvant::moduleSession().services().frontend->attended();
+        if ((answer == 0 || !attended) && after != nullptr) after();
+        return answer != 0 ? answer : ID_CANCEL;
     });
 }
 

@@ -37,7 +37,9 @@ bool ObjectAccess::runEditor(ScriptObject& object) {
         return false;
     }
     EditSession session(model(object));
-    if (!objectEditor().run(session)) return false;
+    const bool confirmed = objectEditor().run(session);
+    if (!objectEditor().attended()) moduleSession().noteUnattended();
+    if (!confirmed) return false;
     const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));
     orRaise([&] { tellListeners(object, changed); });
     return true;

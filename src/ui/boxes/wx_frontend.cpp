@@ -40,6 +40,10 @@ std::string WxFrontend::promptString(const std::string& label, const std::string
                           : fallback_.promptString(label, initial);
 }
 
+bool WxFrontend::attended() {
+    return startToolkit() || fallback_.attended();
+}
+
 std::unique_ptr<ProgressWindow> WxFrontend::makeProgressWindow() {
     if (auto window = ui::makeProgressWindow()) return window;
     return fallback_.makeProgressWindow();

@@ -16,6 +16,7 @@ class WxFrontend : public Frontend {
     float promptFloat(const std::string& label, float initial) override;
     double promptDouble(const std::string& label, double initial) override;
     std::string promptString(const std::string& label, const std::string& initial) override;
+    bool attended() override;
     std::unique_ptr<ProgressWindow> makeProgressWindow() override;
 
   private:

@@ -4,6 +4,7 @@
 #include <wx/timer.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "base/text/text_encoding.h"
 #include "ui/console/console_frame.h"
@@ -118,6 +119,7 @@ bool ConsoleWindow::waitUntil(const std::function<bool()>& ready, StopQuery shou
     if (ready()) return true;
     if (stopped(shouldStop)) return false;
     waiting_ = true;
+    waited_ = true;
     if (!frame_->IsActive()) frame_->Raise();
     frame_->canvas().SetFocus();
     bool answered = false;
@@ -188,6 +190,11 @@ void ConsoleWindow::unreadChar(int byte) {
 
 void ConsoleWindow::dropTyped() {
     inWindow() ? input_.clear() : fallback_.dropTyped();
+}
+
+bool ConsoleWindow::takeWaited() {
+    const bool waited = std::exchange(waited_, false);
+    return fallback_.takeWaited() || waited;
 }
 
 int ConsoleWindow::readKey(StopQuery shouldStop) {

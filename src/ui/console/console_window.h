@@ -31,6 +31,7 @@ class ConsoleWindow : public Console {
     int readChar(StopQuery shouldStop) override;
     void unreadChar(int byte) override;
     void dropTyped() override;
+    bool takeWaited() override;
     int readKey(StopQuery shouldStop) override;
     void clear() override;
     std::uint16_t attributes() override;
@@ -72,6 +73,7 @@ class ConsoleWindow : public Console {
     std::function<void()> wake_;  ///< while input is awaited
     bool lineEntered_ = false;
     bool waiting_ = false;
+    bool waited_ = false;
     std::chrono::steady_clock::time_point painted_;
 };
 

@@ -34,6 +34,10 @@ bool WxObjectEditor::run(EditSession& session) {
     return confirmed;
 }
 
+bool WxObjectEditor::attended() {
+    return startToolkit();
+}
+
 void installFormEditor() {
     static WxObjectEditor editor;
     setObjectEditor(&editor);

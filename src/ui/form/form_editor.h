@@ -9,6 +9,7 @@ namespace korvant::ui {
 class WxObjectEditor : public ObjectEditor {
   public:
     bool run(EditSession& session) override;
+    bool attended() override;
 };
 
 /// From now on objects are edited in windows.

@@ -243,10 +243,15 @@ TEST_P(ConsoleFunctions, TheEndOfInputEndsTheRunWhereTheHostWantsIt) {
     // Caught again and again, it stops the script.
     EXPECT_FALSE(runMain("string s; while (true) { try { Input(s); } catch {} }"));
     EXPECT_EQ(RunFailure::Kind::stopped, session().lastFailure().kind);
-    // The end of a file is no reason.
+    // The end of a file is one as well, of each file for itself.
     put("in", "1");
-    EXPECT_EQ("0", output("int i; OpenInputFile(" + file("in") +
-                          "); Input(i); Input(i); Print(\"\" + i);"));
+    const std::string past = "OpenInputFile(" + file("in") + "); Input(i); Input(i);";
+    EXPECT_EQ("End of input", exceptionOf("int i; " + past));
+    console.output.clear();
+    EXPECT_EQ("End of input", exceptionOf("int i; try { " + past + " } catch {} " + past));
+    EXPECT_FALSE(runMain("int i; try { " + past + " } catch {}" +
+                         " while (true) { try { Input(i); } catch {} }"));
+    EXPECT_EQ(RunFailure::Kind::stopped, session().lastFailure().kind);
     useLimits({});
 }
 
@@ -262,6 +267,7 @@ TEST_P(ConsoleFunctions, WaitingForInputDoesNotCountAgainstTheRunTime) {
             return 'x';
         }
         int readKey(StopQuery shouldStop) override { return readChar(shouldStop); }
+        bool takeWaited() override { return true; }
     } slow;
     scriptConsole().release();
     session().setServices({&slow, &frontend, nullptr, nullptr});
