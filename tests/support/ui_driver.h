@@ -91,6 +91,8 @@ class UiDriver {
 void saveScreen(const std::string& path);
 /// A menu is open and takes the keys.
 bool menuIsOpen();
+/// The control with the keyboard is marked in this window.
+bool showsFocus(wxTopLevelWindow& window);
 /// As a click on the window's frame would.
 void giveKeyboard(wxTopLevelWindow& window);
 

@@ -22,4 +22,8 @@ void giveKeyboard(wxTopLevelWindow& window) {
     gdk_window_focus(gtk_widget_get_window(window.GetHandle()), GDK_CURRENT_TIME);
 }
 
+bool showsFocus(wxTopLevelWindow& window) {
+    return gtk_window_get_focus_visible(GTK_WINDOW(window.GetHandle())) != FALSE;
+}
+
 }  // namespace korvant::test

@@ -21,4 +21,10 @@ void giveKeyboard(wxTopLevelWindow& window) {
     SetForegroundWindow(static_cast<HWND>(window.GetHandle()));
 }
 
+bool showsFocus(wxTopLevelWindow& window) {
+    const LRESULT state =
+        SendMessageW(static_cast<HWND>(window.GetHandle()), WM_QUERYUISTATE, 0, 0);
+    return (state & UISF_HIDEFOCUS) == 0;
+}
+
 }  // namespace korvant::test

@@ -14,6 +14,7 @@
 #include "ui/boxes/remembered_answers.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/html_view.h"
+#include "ui/kit/readable_markup.h"
 
 using namespace korvant;
 using korvant::test::findActive;
@@ -73,6 +74,44 @@ TEST(MessageBox, KeysAnswer) {
          box_button::kNoToAll},
     };
     for (const Case& c : cases) EXPECT_EQ(answerTo(box(c.style), c.keys), c.answer) << c.style;
+}
+
+TEST(MessageBox, AllOfALongPathCanBeSeen) {
+    UiDriver driver;
+    driver.window("Box").run([] {
+        auto* view = findChild<ui::HtmlView>(findWindow("Box"));
+        ASSERT_NE(view, nullptr);
+        const wxHtmlContainerCell* cell = view->GetInternalRepresentation();
+        EXPECT_LE(cell->GetWidth(), view->GetClientSize().x);
+        EXPECT_FALSE(view->needsScrolling());
+        EXPECT_EQ(view->text().Freq('\n'), 1);
+        for (const wxHtmlCell* piece = cell->GetFirstTerminal(); piece; piece = piece->GetNext())
+            EXPECT_LE(piece->GetAbsPos().x + piece->GetWidth(), view->GetClientSize().x);
+    });
+    driver.key(WXK_RETURN);
+    std::string path = "/home";
+    for (int i = 0; i < 30; ++i) path += "/surveys_of_the_north_" + std::to_string(i);
+    MessageBoxRequest request = box(box_style::kOk, path + "\n" + std::string(300, 'w'));
+    request.plain = true;
+    ask(driver, request);
+}
+
+TEST(MessageBox, DefaultButtonIsMarkedFromTheStart) {
+    UiDriver driver;
+    driver.window("Box").run([] { EXPECT_TRUE(test::showsFocus(*findWindow("Box"))); });
+    driver.key(WXK_RETURN);
+    EXPECT_EQ(ask(driver, box(box_style::kYesNo)), box_button::kYes);
+}
+
+TEST(MessageBox, ColoursOfScriptsAreReadable) {
+    const wxColour dark(0x35, 0x35, 0x35), light(0xF6, 0xF5, 0xF4);
+    const wxColour onDark = ui::readableOn(*wxBLUE, dark, *wxWHITE);
+    EXPECT_GT(onDark.GetLuminance(), 0.45);
+    EXPECT_EQ(ui::readableOn(*wxBLUE, light, *wxBLACK), *wxBLUE);
+    EXPECT_EQ(ui::readableColours("<font color=\"#0000FF\">a</font>", light, *wxBLACK),
+              "<font color=\"#0000FF\">a</font>");
+    EXPECT_NE(ui::readableColours("<font color=\"blue\">a</font>", dark, *wxWHITE),
+              "<font color=\"blue\">a</font>");
 }
 
 TEST(MessageBox, ClosingAnswersLikeEscape) {

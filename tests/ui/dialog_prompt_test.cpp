@@ -11,6 +11,7 @@
 #include "korvantide/script_object.h"
 #include "support/fake_frontend.h"
 #include "support/ui_driver.h"
+#include "support/ui_x_keys.h"
 #include "ui/boxes/wx_frontend.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
@@ -51,6 +52,13 @@ class Prompts : public testing::Test {
     ui::WxFrontend frontend{fallback};
     UiDriver driver;
 };
+
+/// What a script does next may take long and show nothing.
+TEST_F(Prompts, ClosedPromptIsOffTheScreenAtOnce) {
+    enter("1");
+    frontend.promptInt("Depth", 5);
+    EXPECT_EQ(test::windowFingerprint("KorvantIDE"), 0u);
+}
 
 TEST_F(Prompts, ReturnTakesTheValue) {
     enter("42");

@@ -38,6 +38,16 @@ class EditorDebugging : public EditorWindowTest {
             editor()->SetSelection(found, found + static_cast<int>(word.length()));
         });
     }
+    /// On a row of the output pane, counted from 0.
+    void clickTwice(int row) {
+        driver.run([this, row] {
+            const auto place = pane()->PointFromPosition(pane()->PositionFromLine(row));
+            const wxPoint onScreen = pane()->ClientToScreen(place + wxPoint(2, 4));
+            wxUIActionSimulator simulator;
+            simulator.MouseMove(onScreen);
+            simulator.MouseDblClick();
+        });
+    }
     void untilMarked(const std::vector<int>& lines) {
         driver.when("markers", [this, lines] { return frame() && markedLines() == lines; });
     }
@@ -123,13 +133,7 @@ TEST_F(EditorDebugging, BuildErrorsAreMarkedAndAreAClickAway) {
         EXPECT_EQ(markedLines(), std::vector<int>({1, 3}));
         EXPECT_EQ(markerLook(), MarkerLook::error);
     });
-    driver.run([this] {
-        const auto place = pane()->PointFromPosition(pane()->PositionFromLine(1));
-        const wxPoint onScreen = pane()->ClientToScreen(place + wxPoint(2, 4));
-        wxUIActionSimulator simulator;
-        simulator.MouseMove(onScreen);
-        simulator.MouseDblClick();
-    });
+    clickTwice(1);
     driver.when("a jump", [this] { return caretLine() == 3 && editor()->HasFocus(); });
     driver.run([this] {
         editor()->SetSelection(editor()->PositionFromLine(2), editor()->GetLineEndPosition(2));
@@ -139,6 +143,56 @@ TEST_F(EditorDebugging, BuildErrorsAreMarkedAndAreAClickAway) {
     untilOutput("Builded, no error.");
     closeBox();
     edit("int main() {\n    int a = 0;\n    b = 1;\n    return a;\n}\n");
+}
+
+TEST_F(EditorDebugging, FailureLeadsToItsPlaces) {
+    ready();
+    driver.key(WXK_F5);
+    untilOutput(
+        "Application terminated in run time error.\n"
+        "Index out of bounds at line 3 in int second(int)\n"
+        "  called at line 6 in int main()\n");
+    for (const auto& [row, line] : {std::pair{2, 6}, {1, 3}}) {
+        clickTwice(row);
+        driver.when("a jump", [this, line] { return caretLine() == line && editor()->HasFocus(); });
+    }
+    closeBox();
+    edit(
+        "int second(int i) {\n    int[] a(1);\n    return a[i];\n}\nint main() {\n"
+        "    return second(1);\n}\n");
+}
+
+TEST_F(EditorDebugging, FailedRunGoesToTheFirstErrorNotToItsFunction) {
+    ready();
+    driver.key(WXK_F5);
+    driver.when("build messages",
+                [this] { return output().find("at line 3") != std::string::npos; });
+    driver.when("the caret on the error", [this] { return caretLine() == 3; });
+    closeBox();
+    edit("int main() {\n    int a = 0;\n    b = 1;\n    return a;\n}\n");
+}
+
+TEST_F(EditorDebugging, OtherBreakpointsAndConditionsCanBeSeenWhileStopped) {
+    constexpr int kCondition = 1 << 1, kWaiting = 1 << 9;
+    frontend.text = "1";
+    ready();
+    for (const int line : {8, 10}) {
+        gotoLine(line);
+        driver.key(WXK_F9);
+    }
+    choose(command_id::kAddCondition);
+    driver.when("a condition", [this] { return editor()->MarkerNext(0, kCondition) == 9; });
+    driver.key(WXK_F5);
+    untilStoppedAt(8);
+    check([this] {
+        EXPECT_EQ(editor()->MarkerGet(7) & (kCondition | kWaiting), 0);
+        EXPECT_EQ(editor()->MarkerGet(9) & (kCondition | kWaiting), kCondition | kWaiting);
+    });
+    choose(command_id::kDeleteBreakpoints);
+    driver.when("no marks",
+                [this] { return editor()->MarkerNext(0, 1 | kCondition | kWaiting) < 0; });
+    closeBox();
+    edit(kLoop);
 }
 
 TEST_F(EditorDebugging, KeysWorkOnceAndEverywhereInTheWindow) {

@@ -143,7 +143,7 @@ enum Notification : unsigned {
 inline constexpr int kModInsertText = 1, kModDeleteText = 2;
 inline constexpr std::uint32_t kFindWholeWord = 2, kFindMatchCase = 4, kFindRegExp = 0x200000;
 inline constexpr int kMarkCircle = 0, kMarkArrow = 2, kMarkShortArrow = 4, kMarkEmpty = 5,
-                     kMarkMinus = 7, kMarkPlus = 8;
+                     kMarkMinus = 7, kMarkPlus = 8, kMarkCharacter = 10000;
 inline constexpr int kMarkNumFolderEnd = 25, kMarkNumFolderOpenMid = 26, kMarkNumFolderMidTail = 27,
                      kMarkNumFolderTail = 28, kMarkNumFolderSub = 29, kMarkNumFolder = 30,
                      kMarkNumFolderOpen = 31;

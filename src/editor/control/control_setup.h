@@ -9,6 +9,8 @@ enum class ColourScheme { light, black };
 
 /// Markers and margins by number.
 inline constexpr int kBreakpointMarker = 0;
+/// Beside it: over a breakpoint with a condition, and on breakpoints while marker 0 is an arrow.
+inline constexpr int kConditionMarker = 1, kWaitingMarker = 9;
 inline constexpr int kNumberMargin = 0, kBookmarkMargin = 1, kFoldMargin = 2;
 inline constexpr int kMarkMarginWidth = 16;  ///< pixels, of margins 1 and 2
 

@@ -76,6 +76,9 @@ class EditorWindow {
     /// A build or a run begins or has come to a stop. Meanwhile the text is not changed, and only
     /// Stop does something.
     virtual void setRunning(bool running) = 0;
+    /// Whether more may be said about a failure than the classic line in the output pane, and the
+    /// caret goes to the first error and not to the message before it.
+    virtual bool explains() const { return false; }
     /// Ends the modal loop; the window is destroyed later by its owner.
     virtual void endModal() = 0;
 };

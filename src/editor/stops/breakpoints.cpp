@@ -24,6 +24,31 @@ void Breakpoints::setLook(const Look& look) {
     editor_.send(sci::kMarkerSetBack, kBreakpointMarker, look.back);
 }
 
+void Breakpoints::setUp() {
+    editor_.send(sci::kMarkerDefine, kWaitingMarker, sci::kMarkCircle);
+    editor_.send(sci::kMarkerSetFore, kWaitingMarker, sci::rgb(0, 80, 0));
+    editor_.send(sci::kMarkerSetBack, kWaitingMarker, sci::rgb(0, 255, 0));
+    editor_.send(sci::kMarkerDefine, kConditionMarker, sci::kMarkCharacter + '?');
+    editor_.send(sci::kMarkerSetFore, kConditionMarker, sci::rgb(0, 0, 0));
+}
+
+bool Breakpoints::isShown(ControlLine line) const {
+    return editor_.hasMarker(line, arrows_ ? kWaitingMarker : kBreakpointMarker);
+}
+
+/// What marker 0 cannot show: breakpoints while it is an arrow, but not under the arrow itself, and
+/// which of them have a condition.
+void Breakpoints::showBeside() {
+    editor_.deleteAllMarkers(kWaitingMarker);
+    editor_.deleteAllMarkers(kConditionMarker);
+    if (arrows_)
+        for (const std::int32_t line : kept_)
+            if (!editor_.hasMarker(toControl({line}), kBreakpointMarker))
+                editor_.addMarker(toControl({line}), kWaitingMarker);
+    for (const auto& [line, condition] : conditions_)
+        if (isShown(toControl({line}))) editor_.addMarker(toControl({line}), kConditionMarker);
+}
+
 void Breakpoints::keep() {
     kept_.clear();
     for (auto line = editor_.nextMarker(0, kMask); line;
@@ -41,6 +66,7 @@ void Breakpoints::restore() {
     for (const std::int32_t line : kept_) editor_.addMarker(toControl({line}), kBreakpointMarker);
     kept_.clear();
     arrows_ = false;
+    showBeside();
 }
 
 void Breakpoints::prepareRun() {
@@ -48,6 +74,7 @@ void Breakpoints::prepareRun() {
     if (!arrows_ && kept_.empty()) keep();
     arrows_ = false;
     editor_.deleteAllMarkers(kBreakpointMarker);
+    showBeside();
 }
 
 void Breakpoints::becomeCurrentLine() {
@@ -63,10 +90,12 @@ void Breakpoints::becomeErrors() {
 void Breakpoints::markErrors(const std::vector<ScriptLine>& lines) {
     becomeErrors();
     for (const ScriptLine line : lines) editor_.addMarker(toControl(line), kBreakpointMarker);
+    showBeside();
 }
 
 void Breakpoints::markCurrent(ControlLine line) {
     editor_.addMarker(line, kBreakpointMarker);
+    showBeside();
 }
 
 void Breakpoints::toggle(ControlLine line) {
@@ -108,6 +137,7 @@ void Breakpoints::deleteAll() {
     restore();
     editor_.deleteAllMarkers(kBreakpointMarker);
     clearConditions();
+    showBeside();
 }
 
 std::string Breakpoints::condition(ScriptLine line) const {
@@ -120,6 +150,7 @@ void Breakpoints::setCondition(ScriptLine line, std::string condition) {
         conditions_.erase(line.number);
     else
         conditions_[line.number] = cutUtf8(std::move(condition), kLongestCondition);
+    showBeside();
 }
 
 void Breakpoints::reset() {
@@ -127,6 +158,7 @@ void Breakpoints::reset() {
     kept_.clear();
     arrows_ = false;
     editor_.deleteAllMarkers(kBreakpointMarker);
+    showBeside();
 }
 
 void Breakpoints::follow(const LineShift& shift) {

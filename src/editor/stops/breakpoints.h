@@ -32,6 +32,8 @@ class Breakpoints {
     /// Before a script is built or goes on: breakpoints are kept aside unless they are already,
     /// and every marker goes.
     void prepareRun();
+    /// How breakpoints look that are shown beside marker 0.
+    void setUp();
     /// The marker becomes the arrow of the current line, or of errors.
     void becomeCurrentLine();
     void becomeErrors();
@@ -60,6 +62,8 @@ class Breakpoints {
   private:
     struct Look;
     void setLook(const Look& look);
+    void showBeside();
+    bool isShown(ControlLine line) const;
     void gotoFound(std::optional<ControlLine> line);
 
     const TextControl& editor_;

@@ -12,8 +12,6 @@ namespace korvant {
 namespace {
 
 constexpr char kNoError[] = "Builded, no error.";
-constexpr char kFailed[] = "Application terminated in run time error.\n";
-constexpr char kFinished[] = "Application finished normaly.\n";
 constexpr char kTimedOut[] =
     "The script was aborted before it could finish. Probably it timed out.\n";
 constexpr std::uint64_t kPumpEvery = 50;  // milliseconds
@@ -57,6 +55,7 @@ void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
 void Debugger::setUp() {
     debugging_ = false;
     session_.forgetContext();
+    breakpoints_.setUp();
     setRunMenu();
 }
 
@@ -98,9 +97,9 @@ void Debugger::build() {
 }
 
 void Debugger::failedBuild(bool showFirst) {
-    const std::vector<ScriptLine> lines = messageLines();
-    breakpoints_.markErrors(lines);
-    if (showFirst && !lines.empty()) scrollTo(toControl(lines.front()));
+    breakpoints_.markErrors(messageLines());
+    const std::optional<ScriptLine> first = firstError();
+    if (showFirst && first) scrollTo(toControl(*first));
     output_.show(messageTexts());
 }
 
@@ -138,7 +137,7 @@ void Debugger::startRun() {
         failedBuild(true);
         return;
     }
-    output_.show(failed ? kFailed : kFinished);
+    showEnd(failed);
     toStart();
     breakpoints_.restore();
 }
@@ -192,7 +191,7 @@ bool Debugger::giveWindowTime() {
 }
 
 void Debugger::finishRun(bool failed) {
-    output_.show(failed ? kFailed : kFinished);
+    showEnd(failed);
     endDebugging();
 }
 
@@ -263,19 +262,6 @@ bool Debugger::conditionHolds(const std::string& condition) {
 void Debugger::follow(const LineShift& shift) {
     breakpoints_.follow(shift);
     if (debugging_ || busy_) lines_.follow(shift);
-}
-
-std::string Debugger::messageTexts() const {
-    std::string texts;
-    for (const BuildMessage& message : session_.buildMessages().all()) texts += message.text;
-    return decodeForDisplay(texts);
-}
-
-std::vector<ScriptLine> Debugger::messageLines() const {
-    std::vector<ScriptLine> lines;
-    for (const BuildMessage& message : session_.buildMessages().all())
-        if (message.row > 0) lines.push_back({message.row});
-    return lines;
 }
 
 void Debugger::addCondition(ControlLine line) {

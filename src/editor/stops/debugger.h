@@ -72,6 +72,10 @@ class Debugger {
     void continueRun(StepMode mode);
     void endDebugging();
     void finishRun(bool failed);
+    void showEnd(bool failed);
+    std::string failureText() const;
+    std::string placeText(std::int32_t line) const;
+    std::optional<ScriptLine> firstError() const;
     void failedBuild(bool showFirst);
     void beginDebugging(ScriptLine line);
     bool shouldStop(ScriptLine line);

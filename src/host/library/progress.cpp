@@ -49,8 +49,9 @@ std::uint32_t CThreadedProgressText::Main() {
 void CThreadedProgressText::refreshUntilEnd(ProgressWindow& window) {
     int passes = 0;
     while (running_.load()) {
-        applyVisibility(window);
+        // A window that is shown first opens without its text, and where it would stand without.
         showNewText(window);
+        applyVisibility(window);
         if (window.pollEscape() && !escapePressed_.exchange(true)) onEscape_();
         Wait(kPassMilliseconds);
         if (++passes <= kPassesBetweenRedraws) continue;

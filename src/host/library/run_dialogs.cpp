@@ -21,9 +21,10 @@ bool RunDialogs::beginProgress() {
 
 void RunDialogs::showProgress(const std::string& caption, const std::string& text) {
     if (!beginProgress()) return;
-    progress_->setVisible(!text.empty());
-    writeProgress(text_, text);
+    // The display takes both texts over when the lower one is new, and shows itself last.
     writeProgress(caption_, caption);
+    writeProgress(text_, text);
+    progress_->setVisible(!text.empty());
 }
 
 void RunDialogs::endProgress() {

@@ -18,6 +18,8 @@ class RunDialogs final : public RunParticipant {
     void showProgress(const std::string& caption, const std::string& text);
 
     void beginRun() override;
+    /// So that no display stands beside the box that says how the run ended.
+    void beforeReport() override { endProgress(); }
     void endContinuation() override { endProgress(); }
     void endRun() override { endProgress(); }
 

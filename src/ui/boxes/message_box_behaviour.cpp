@@ -67,7 +67,7 @@ void MessageBoxDialog::fitToText() {
     const int natural = message_->naturalWidth();
     int width = std::clamp(natural, narrow, std::max(narrow, std::min(FromDIP(kWideText), widest)));
     int height = message_->heightAt(width);
-    if (height > width) {
+    if (height > width || message_->hasLongWords()) {
         width = std::max(width, std::min(widest, natural));
         height = message_->heightAt(width);
     }
@@ -87,6 +87,8 @@ void MessageBoxDialog::fitToText() {
 int MessageBoxDialog::ask() {
     for (const Choice& choice : choices_)
         if (choice.id == set_.defaultId) choice.button->SetFocus();
+    // The desktop forgets this when it shows a window.
+    CallAfter([this] { native::showFocus(*this); });
     startCountdown();
     answer_ = set_.closeId;
     const LoopGuard guard([this] { answer_ = set_.closeId; });

@@ -28,13 +28,23 @@ constexpr int kLabelWidth = 380;
 constexpr int kLabelHeight = 240;
 constexpr int kFieldWidth = 300;
 constexpr int kFieldHeight = 120;
-constexpr std::size_t kPlainLabel = 800;      ///< a longer one gets scroll bars
+constexpr std::size_t kPlainLabel = 800;      ///< a longer one gets scroll bars,
+constexpr std::size_t kLongestWord = 30;      ///< and one with a longer word than this is cut there
 constexpr std::size_t kLongestText = 64'000;  ///< fields take a second and more for longer ones,
 constexpr std::size_t kLongestLine = 8'000;   ///< and for lines that are longer than this
 constexpr std::size_t kPreview = 1'000;
 
 bool isLong(const std::string& label) {
     return label.size() > kPlainLabel || std::count(label.begin(), label.end(), '\n') > 12;
+}
+
+bool hasLongWord(const std::string& label) {
+    std::size_t letters = 0;
+    for (const char c : label) {
+        letters = c == ' ' || c == '\n' || c == '\t' ? 0 : letters + 1;
+        if (letters > kLongestWord) return true;
+    }
+    return false;
 }
 
 bool needsLines(const wxString& text) {
@@ -75,17 +85,27 @@ PromptDialog::PromptDialog(wxWindow* parent, const std::string& label)
 
 void PromptDialog::addLabel(wxBoxSizer* column, const std::string& label) {
     const auto flags = wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap));
-    if (isLong(label)) {
-        auto* view = new HtmlView(this, HtmlView::Surface::dialog);
-        view->setPlain(label);
-        native::keepScrollBarsVisible(*view);
-        view->SetMinSize(FromDIP(wxSize(kLabelWidth, kLabelHeight)));
-        column->Add(view, flags);
+    if (isLong(label) || hasLongWord(label)) {
+        column->Add(makeLabelView(label), flags);
         return;
     }
     auto* text = new wxStaticText(this, wxID_ANY, escapeLabel(toDisplay(label)));
     text->Wrap(FromDIP(kLabelWidth));
     column->Add(text, flags);
+}
+
+/// Cuts words that are wider than itself, and has scroll bars where it has to.
+wxWindow* PromptDialog::makeLabelView(const std::string& label) {
+    auto* view = new HtmlView(this, HtmlView::Surface::dialog);
+    view->setPlain(label);
+    const int width = FromDIP(kLabelWidth), tallest = FromDIP(kLabelHeight);
+    const int height = view->heightAt(width);
+    if (height > tallest)
+        native::keepScrollBarsVisible(*view);
+    else
+        view->hideScrollBars();
+    view->SetMinSize(wxSize(width, std::min(height, tallest)));
+    return view;
 }
 
 void PromptDialog::addButtons(wxBoxSizer* column) {

@@ -30,6 +30,7 @@ class PromptDialog : public Guarded<wxDialog> {
 
   private:
     void addLabel(wxBoxSizer* column, const std::string& label);
+    wxWindow* makeLabelView(const std::string& label);
     void addButtons(wxBoxSizer* column);
     void onOk(wxCommandEvent& event);
     void explain(const wxString& what);

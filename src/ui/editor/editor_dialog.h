@@ -63,6 +63,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void activate() override;
     void focusEditor() override;
     void setRunning(bool running) override;
+    bool explains() const override { return true; }
     bool pumpEvents() override;
     void endModal() override;
 

@@ -10,6 +10,7 @@
 
 #include "base/text/html_text.h"
 #include "ui/kit/clipboard.h"
+#include "ui/kit/readable_markup.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/theme.h"
 #include "ui/kit/ui_texts.h"
@@ -62,6 +63,22 @@ class RuleHandler : public wxHtmlWinTagHandler {
     }
 };
 
+/// A place where a line may end inside a word.
+class BreakCell : public wxHtmlCell {
+  public:
+    bool IsLinebreakAllowed() const override { return true; }
+};
+
+class BreakHandler : public wxHtmlWinTagHandler {
+  public:
+    wxString GetSupportedTags() override { return wxT("WBR"); }
+
+    bool HandleTag(const wxHtmlTag&) override {
+        m_WParser->GetContainer()->InsertCell(new BreakCell);
+        return false;
+    }
+};
+
 std::string hex(const wxColour& colour) {
     return toUtf8(colour.GetAsString(wxC2S_HTML_SYNTAX));
 }
@@ -74,6 +91,7 @@ HtmlView::HtmlView(wxWindow* parent, Surface surface)
           wxHW_SCROLLBAR_AUTO | (surface == Surface::field ? wxBORDER_THEME : wxBORDER_NONE)),
       surface_(surface) {
     GetParser()->AddTagHandler(new RuleHandler);
+    GetParser()->AddTagHandler(new BreakHandler);
     SetBorders(FromDIP(surface == Surface::field ? kFieldMargin : kMargin));
     setSizes();
     Bind(wxEVT_CONTEXT_MENU, &HtmlView::onContextMenu, this);
@@ -100,10 +118,13 @@ void HtmlView::show(const std::string& markup) {
     const Theme theme = currentTheme();
     const bool field = surface_ == Surface::field;
     const wxColour back = field ? theme.field : GetParent()->GetBackgroundColour();
+    const wxColour& front = field ? theme.fieldText : theme.text;
+    const std::string readable = readableColours(markup, back, front);
+    const std::string shown = withBreaks(readable);
+    longWords_ = shown.size() != readable.size();
     SetBackgroundColour(back);
-    SetPage(fromUtf8("<html><body bgcolor=\"" + hex(back) + "\" text=\"" +
-                     hex(field ? theme.fieldText : theme.text) + "\" link=\"" + hex(theme.link) +
-                     "\">" + markup + "</body></html>"));
+    SetPage(fromUtf8("<html><body bgcolor=\"" + hex(back) + "\" text=\"" + hex(front) +
+                     "\" link=\"" + hex(theme.link) + "\">" + shown + "</body></html>"));
 }
 
 int HtmlView::naturalWidth() const {

@@ -28,6 +28,8 @@ class HtmlView : public wxHtmlWindow {
     int heightAt(int width);
     /// Without scroll bars until there is more text than room.
     void hideScrollBars();
+    /// Has words that are cut where a line is too narrow for them.
+    bool hasLongWords() const { return longWords_; }
     /// A text that fits needs no scroll bars and takes no focus by Tab.
     bool needsScrolling() const;
 
@@ -53,6 +55,7 @@ class HtmlView : public wxHtmlWindow {
     void onKey(wxKeyEvent& event);
 
     Surface surface_;
+    bool longWords_ = false;
 };
 
 }  // namespace korvant::ui

@@ -29,6 +29,10 @@ void runInOwnLoop(const std::function<void()>& call);
 /// Runs no timer and no idle work.
 void drainEvents();
 
+/// A window that was closed is off the screen when this returns, and what it covered of this
+/// program is painted. Keys and clicks stay queued.
+void finishClosing();
+
 /// Handles what waits for `window` and its children, and every change of focus; everything else
 /// stays queued in its order.
 /// Runs no timer and no idle work, so that nothing of a host gets a turn inside a script.
@@ -36,6 +40,9 @@ void pumpWindow(wxWindow& window);
 
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
+
+/// The control with the keyboard is marked from the start, not only after a key was pressed.
+void showFocus(wxWindow& topLevel);
 
 /// What a reader of the screen is told of a window that the program paints.
 void setAccessibleName(wxWindow& window, const wxString& name);

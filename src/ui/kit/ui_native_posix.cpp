@@ -234,6 +234,67 @@ void drainEvents() {
     if (GdkDisplay* display = gdk_display_get_default()) gdk_display_flush(display);
 }
 
+namespace {
+
+/// A window manager takes its frame off the screen a moment after the window; without one, or with
+/// one that composes the screen, there is nothing to wait for.
+constexpr int kFrameGone = 40;  ///< milliseconds
+constexpr int kBetweenLooks = 5;
+
+bool isUserInput(const GdkEvent& event) {
+    switch (event.type) {
+        case GDK_BUTTON_PRESS:
+        case GDK_2BUTTON_PRESS:
+        case GDK_3BUTTON_PRESS:
+        case GDK_BUTTON_RELEASE:
+        case GDK_MOTION_NOTIFY:
+        case GDK_KEY_PRESS:
+        case GDK_KEY_RELEASE:
+        case GDK_SCROLL:
+            return true;
+        default:
+            return false;
+    }
+}
+
+void paintWhatWasCovered() {
+    std::deque<GdkEvent*> input;
+    while (GdkEvent* event = gdk_event_get()) {
+        if (isUserInput(*event)) {
+            input.push_back(event);
+            continue;
+        }
+        gtk_main_do_event(event);
+        gdk_event_free(event);
+    }
+    for (GdkEvent* event : input) {
+        gdk_event_put(event);
+        gdk_event_free(event);
+    }
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    gdk_window_process_all_updates();
+    G_GNUC_END_IGNORE_DEPRECATIONS
+}
+
+}  // namespace
+
+void finishClosing() {
+    GdkDisplay* const display = gdk_display_get_default();
+    if (!display || displayLost()) return;
+    const bool composed = gdk_screen_is_composited(gdk_display_get_default_screen(display));
+    for (int waited = 0; waited <= kFrameGone; waited += kBetweenLooks) {
+        gdk_display_sync(display);
+        paintWhatWasCovered();
+        if (composed) break;
+        g_usleep(kBetweenLooks * 1000);
+    }
+    gdk_display_flush(display);
+}
+
+void showFocus(wxWindow& topLevel) {
+    gtk_window_set_focus_visible(GTK_WINDOW(topLevel.GetHandle()), TRUE);
+}
+
 void pumpWindow(wxWindow& window) {
     GtkWidget* top = gtk_widget_get_toplevel(window.GetHandle());
     std::deque<GdkEvent*> others;

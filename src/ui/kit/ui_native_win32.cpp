@@ -100,6 +100,15 @@ void drainEvents() {
         handle(message);
 }
 
+void finishClosing() {
+    drainEvents();
+}
+
+void showFocus(wxWindow& topLevel) {
+    SendMessageW(static_cast<HWND>(topLevel.GetHandle()), WM_CHANGEUISTATE,
+                 MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
+}
+
 void pumpWindow(wxWindow& window) {
     const HWND handleOfWindow = static_cast<HWND>(window.GetHandle());
     for (MSG message; takeMessage(handleOfWindow, message);) handle(message);

@@ -178,6 +178,7 @@ void runModal(const std::function<void()>& modalCall) {
     else
         modalCall();
     --modalCalls;
+    native::finishClosing();
     settle();
 }
 

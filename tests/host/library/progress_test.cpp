@@ -89,6 +89,17 @@ TEST_F(Progress, ShowsCaptionAndTextAndEndsWithTheRun) {
     EXPECT_EQ(2, seen.made);
 }
 
+TEST_F(Progress, OpensWithItsTextsAndIsGoneBeforeTheRunsEndIsReported) {
+    int aliveAtBox = -1;
+    frontend.meanwhile = [&] { aliveAtBox = seen.alive; };
+    seen.escape = true;
+    EXPECT_FALSE(run("int main() { Progress(\"Title\", \"one\"); while (true) {} return 0; }"));
+    EXPECT_EQ(0, aliveAtBox);
+    const std::lock_guard lock(seen.mutex);
+    const auto texts = std::find(seen.calls.begin(), seen.calls.end(), "Title|one");
+    EXPECT_LT(texts, std::find(seen.calls.begin(), seen.calls.end(), "show"));
+}
+
 TEST_F(Progress, AnEmptyTextHidesTheWindowAndKeepsTheOldOne) {
     runFor("Progress(\"Title\", \"one\");", 60);
     EXPECT_EQ(0, seen.count("hide"));
