@@ -33,6 +33,8 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kGotoLine,             EditorMenu::edit,     "Goto Line...",                  "Ctrl+G",                kSeparatorAfter,                             kAlways,                 &Editor::gotoLine},
     {command_id::kCommentLines,         EditorMenu::edit,     "Co&mment Lines",                "Ctrl+/",                kTextKeys,                                   kAlways,                 &Editor::commentLines},
     {command_id::kCrypt,                EditorMenu::edit,     "Crypt / Uncrypt...",            "",                      kNoMark,                                     kAlways,                 &Editor::crypt},
+    {command_id::kNextProblem,          EditorMenu::edit,     "Next Problem",                  "F8",                    kSeparatorBefore,                            kAlways,                 nullptr},
+    {command_id::kPreviousProblem,      EditorMenu::edit,     "Previous Problem",              "Shift+F8",              kNoMark,                                     kAlways,                 nullptr},
 
     {command_id::kLineNumbers,          EditorMenu::view,     "Display Line Numbers",          "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleLineNumbers},
     {command_id::kBookmarks,            EditorMenu::view,     "Display Bookmark",              "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleBookmarks},
@@ -57,6 +59,9 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kNextBreakpoint,       EditorMenu::debug,    "Goto &Next Breakpoint",         "",                      kNoMark,                                     kAlways,                 &Editor::nextBreakpoint},
     {command_id::kPreviousBreakpoint,   EditorMenu::debug,    "Goto &Previous Breakpoint",     "",                      kSeparatorAfter,                             kAlways,                 &Editor::previousBreakpoint},
     {command_id::kDeleteBreakpoints,    EditorMenu::debug,    "&Delete All Breakpoint",        "",                      kNoMark,                                     kAlways,                 &Editor::deleteBreakpoints},
+    {command_id::kSwitchBreakpoint,     EditorMenu::debug,    "Breakpoint On or O&ff",         "Ctrl+F9",               kSeparatorBefore,                            kAlways,                 &Editor::switchBreakpoint},
+    {command_id::kEditBreakpoint,       EditorMenu::debug,    "&Edit Breakpoint...",           "Alt+F9",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kWatchWord,            EditorMenu::debug,    "&Watch",                        "Shift+F9",              kNoMark,                                     kAlways,                 &Editor::watchWord},
 
     {command_id::kDisplayVariable,      EditorMenu::program,  "&Display Variable Value\tF4",   "F4",                    kSeparatorAfter,                             kAlways,                 &Editor::displayVariable},
     {command_id::kExecute,              EditorMenu::program,  "E&xecute\tF5",                  "F5",                    kNoMark,                                     kAlways,                 &Editor::execute},
@@ -64,6 +69,10 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kStepOver,             EditorMenu::program,  "Step &Over\tF11",               "F11",                   kNoMark,                                     EnabledWhen::debugging,  &Editor::stepOver},
     {command_id::kStepInto,             EditorMenu::program,  "Step &Into\tF12",               "F12",                   kSeparatorAfter,                             EnabledWhen::debugging,  &Editor::stepInto},
     {command_id::kStop,                 EditorMenu::program,  "&Stop Debugging\tEsc",          "Shift+F5",              kNoMark,                                     EnabledWhen::stoppable,  &Editor::stopDebugging},
+    {command_id::kStepOut,              EditorMenu::program,  "Step O&ut",                     "Shift+F11",             kSeparatorBefore,                            EnabledWhen::debugging,  &Editor::stepOut},
+    {command_id::kRunToCaret,           EditorMenu::program,  "Run to the &Caret",             "Ctrl+F10",              kNoMark,                                     EnabledWhen::debugging,  &Editor::runToCaret},
+    {command_id::kPause,                EditorMenu::program,  "&Pause",                        "F6",                    kNoMark,                                     kAlways,                 &Editor::pauseRun},
+    {command_id::kRestart,              EditorMenu::program,  "&Restart",                      "Ctrl+Shift+F5",         kNoMark,                                     EnabledWhen::debugging,  &Editor::restartRun},
 
     {command_id::kHelp,                 EditorMenu::help,     "Help Topics\tF1",               "F1",                    kSeparatorAfter,                             kAlways,                 &Editor::help},
     {command_id::kAbout,                EditorMenu::help,     "&About Script Editor",          "",                      kNoMark,                                     kAlways,                 &Editor::about},
@@ -76,6 +85,13 @@ constexpr EditorCommand kCommands[] = {
 
     {command_id::kRemoveBreakpoint,     EditorMenu::none,     "",                              "",                      kNoMark,                                     kAlways,                 &Editor::removeBreakpoint},
     {command_id::kSystemAbout,          EditorMenu::none,     "",                              "",                      kNoMark,                                     kAlways,                 &Editor::about},
+    {command_id::kFirstPane + 0,        EditorMenu::none,     "",                              "Ctrl+1",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 1,        EditorMenu::none,     "",                              "Ctrl+2",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 2,        EditorMenu::none,     "",                              "Ctrl+3",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 3,        EditorMenu::none,     "",                              "Ctrl+4",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 4,        EditorMenu::none,     "",                              "Ctrl+5",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 5,        EditorMenu::none,     "",                              "Ctrl+6",                kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kFirstPane + 6,        EditorMenu::none,     "",                              "Ctrl+7",                kNoMark,                                     kAlways,                 nullptr},
 };
 // clang-format on
 

@@ -46,6 +46,8 @@ void ScriptEditor::newDocument() {
 void ScriptEditor::emptyEditor() {
     const OwnText own(*this);
     breakpoints_.reset();
+    plan_.reset();
+    problems_.clear();
     document_.makeEmpty();
     recovery_.begin();
     window_.setMenuChecked(command_id::kRecoveryCopies, recovery_.enabled());

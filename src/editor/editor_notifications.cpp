@@ -50,12 +50,17 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
     if ((notification.modificationType & (sci::kModInsertText | sci::kModDeleteText)) == 0) return;
     const bool wasModified = document_.modified();
     document_.setModified(true);
+    ++textVersion_;
+    codeIsOld_ = true;
     if (!wasModified) refreshTitle();
     recovery_.changed();
     assistant_.textChanged();
     if (notification.linesAdded != 0) view_.linesChanged();
     if (!followLines_) return;
-    if (const auto shift = lineShiftOf(editor_, notification)) debugger_.follow(*shift);
+    if (const auto shift = lineShiftOf(editor_, notification)) {
+        debugger_.follow(*shift);
+        plan_.follow(*shift);
+    }
 }
 
 /// Deliberate: a brace without a partner is not shown as bad.
@@ -76,7 +81,7 @@ void ScriptEditor::marginClicked(const ControlNotification& notification) {
     if (notification.margin == kFoldMargin)
         editor_.send(sci::kToggleFold, static_cast<std::uintptr_t>(line.index));
     else if (notification.margin == kBookmarkMargin && !debugger_.busy())
-        breakpoints_.toggle(line);
+        editBreakpoints([&](BreakpointPlan& plan) { plan.toggle(toScript(line).number); });
 }
 
 /// Columns count bytes of the compiled text: one for each character of Windows Western.

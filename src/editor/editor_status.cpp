@@ -24,7 +24,11 @@ EditorStatus ScriptEditor::status() const {
     status.canUndo = editor_.send(sci::kCanUndo) != 0;
     status.canRedo = editor_.send(sci::kCanRedo) != 0;
     status.zoom = (kUsualSize + zoom()) * 100 / kUsualSize;
-    if (debugger_.busy()) {
+    if (inspection_.held()) {
+        const bool failed = inspection_.isException();
+        status.run = failed ? EditorStatus::Run::exception : EditorStatus::Run::stopped;
+        status.stoppedLine = inspection_.stop().place.line;
+    } else if (debugger_.busy()) {
         status.run = EditorStatus::Run::running;
         status.runMilliseconds =
             static_cast<std::uint32_t>(session_.services().clock->monotonic() - runBegan_);

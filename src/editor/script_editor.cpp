@@ -34,6 +34,9 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       breakpoints_(editor_),
       debugger_({session_, window_, editor_, output_, breakpoints_},
                 [this] { return document_.scriptBytes(); }),
+      inspection_(session_,
+                  [this](const std::function<bool()>& goesOn) { window_.waitWhileHeld(goesOn); }),
+      plan_(editor_, breakpoints_),
       view_(editor_, outputControl_, window_),
       search_(std::make_shared<Search>(editor_, window_)),
       assistant_(editor_, debugger_, surroundings.families),
@@ -116,15 +119,23 @@ void ScriptEditor::run(const std::function<void()>& action) {
 
 /// A script may take the process with it.
 void ScriptEditor::drive(void (Debugger::*action)()) {
-    recovery_.keepIfChanged();
-    runBegan_ = session_.services().clock->monotonic();
-    (debugger_.*action)();
+    do {
+        restartWanted_ = false;
+        recovery_.keepIfChanged();
+        inspection_.endLooking();
+        planBreakpoints();
+        runBegan_ = session_.services().clock->monotonic();
+        (debugger_.*action)();
+        noteBuild();
+    } while (restartWanted_);
 }
 
 void ScriptEditor::command(int id) {
     if (left_) return;
     if (debugger_.busy()) {
+        if (commandWhileHeld(id)) return;
         if (id == command_id::kStop) debugger_.stop();
+        if (id == command_id::kPause) pauseRun();
         return;
     }
     const int recent = id - command_id::kRecentFileFirst;
@@ -178,6 +189,7 @@ bool ScriptEditor::closeBox() {
     if (debugger_.busy()) {
         closeWanted_ = true;
         debugger_.stop();
+        if (inspection_.held()) inspection_.end();
         return false;
     }
     guarded([this] {

@@ -9,6 +9,8 @@
 
 #include "editor/assist/assistant.h"
 #include "editor/assist/line_editing.h"
+#include "editor/assist/outline.h"
+#include "editor/assist/problems.h"
 #include "editor/control/editor_window.h"
 #include "editor/control/output_pane.h"
 #include "editor/control/search.h"
@@ -21,8 +23,10 @@
 #include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
 #include "editor/editor_status.h"
+#include "editor/stops/breakpoint_plan.h"
 #include "editor/stops/breakpoints.h"
 #include "editor/stops/debugger.h"
+#include "editor/stops/inspection.h"
 #include "host/run/script_session.h"
 
 namespace korvant {
@@ -102,6 +106,23 @@ class ScriptEditor {
     void setZoom(int zoom) { editor_.send(sci::kSetZoom, static_cast<std::uintptr_t>(zoom)); }
     /// See ViewOptions::useTheme.
     void setTheme(const ThemeTable* theme, const std::string& face);
+    /// Another number after each change of the text.
+    std::uint64_t textVersion() const noexcept { return textVersion_; }
+    /// The names that the script declares have settled: they are coloured, and listed.
+    std::vector<OutlineEntry> readOutline();
+    std::size_t caretPosition() const { return static_cast<std::size_t>(editor_.caret()); }
+    void gotoBytes(std::size_t position);
+    void gotoScriptLine(std::int32_t line);
+
+    // Around a script that stands still, where the window wants it.
+    /// Only while nothing runs. Without it everything is as it always was.
+    void setInspecting(bool inspecting);
+    Inspection& inspection() noexcept { return inspection_; }
+    std::vector<PlannedBreakpoint> plannedBreakpoints();
+    void changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes);
+    void editBreakpoints(const std::function<void(BreakpointPlan&)>& action);
+    const Problems& problems() const noexcept { return problems_; }
+    void gotoProblem(const Diagnostic& problem);
 
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
@@ -120,18 +141,26 @@ class ScriptEditor {
     void toggleBookmarks() { view_.toggleBookmarks(); }
     void toggleFolding() { view_.toggleFolding(); }
     void toggleBackground() { view_.toggleBackground(); }
-    void toggleBreakpoint() { breakpoints_.toggle(editor_.caretLine()); }
-    void removeBreakpoint() { breakpoints_.remove(editor_.caretLine()); }
+    void toggleBreakpoint();
+    void removeBreakpoint();
     void addCondition() { debugger_.addCondition(editor_.caretLine()); }
     void nextBreakpoint() { breakpoints_.gotoNext(); }
     void previousBreakpoint() { breakpoints_.gotoPrevious(); }
-    void deleteBreakpoints() { breakpoints_.deleteAll(); }
+    void deleteBreakpoints();
     void displayVariable() { debugger_.displayVariable(); }
     void execute() { drive(&Debugger::execute); }
-    void build() { drive(&Debugger::build); }
+    void build();
     void stepOver() { drive(&Debugger::stepOver); }
     void stepInto() { drive(&Debugger::stepInto); }
-    void stopDebugging() { debugger_.stop(); }
+    void stopDebugging();
+    void stepOut();
+    void runToCaret();
+    void pauseRun();
+    void restartRun();
+    void watchWord();
+    void switchBreakpoint();
+    void nextProblem();
+    void previousProblem();
     void help();
     void about() { window_.showAbout(); }
     void undo() { editor_.send(sci::kUndo); }
@@ -174,6 +203,10 @@ class ScriptEditor {
     bool putScrambled(const std::string& text);
     void textModified(const ControlNotification& notification);
     void highlightBraces();
+    bool commandWhileHeld(int id);
+    void resume(const std::function<void()>& goOn);
+    void planBreakpoints();
+    void noteBuild();
     void repeatSearch(bool forward);
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
@@ -195,12 +228,18 @@ class ScriptEditor {
     EditorDocument document_;
     Breakpoints breakpoints_;
     Debugger debugger_;
+    Inspection inspection_;
+    BreakpointPlan plan_;
+    Problems problems_;
     ViewOptions view_;
     std::shared_ptr<Search> search_;
     Assistant assistant_;
     RecoveryKeeper recovery_;
     RecentFiles recentFiles_;
     std::uint64_t runBegan_ = 0;  ///< by the clock, while a script is driven
+    std::uint64_t textVersion_ = 0;
+    bool codeIsOld_ = true;       ///< the text has changed since it was built
+    bool restartWanted_ = false;  ///< as soon as the held run has ended
     bool followLines_ = true;     ///< off while the editor itself puts a text in
     bool closeWanted_ = false;    ///< as soon as no script is driven any more
     bool left_ = false;

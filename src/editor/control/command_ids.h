@@ -24,10 +24,13 @@ inline constexpr int kComplete = 33001, kZoomIn = 33002, kZoomOut = 33003, kZoom
                      kCommentLines = 33008;
 /// Of the window around the text.
 inline constexpr int kContinue = 33100, kPause = 33101, kStepOut = 33102, kRestart = 33103,
-                     kRunToCaret = 33104;
+                     kRunToCaret = 33104, kWatchWord = 33105, kSwitchBreakpoint = 33106,
+                     kEditBreakpoint = 33107, kNextProblem = 33108, kPreviousProblem = 33109;
 inline constexpr int kClassicLayout = 33110, kResetLayout = 33111, kShowToolbar = 33112,
                      kShowStatusBar = 33113, kShowOutline = 33114, kShowBottom = 33115,
                      kShowSide = 33116, kNextPane = 33117, kPreviousPane = 33118;
+/// The text and the panes by number: text, Output, Console, Problems, Variables, Stack, Outline.
+inline constexpr int kFirstPane = 33130, kPanes = 7;
 inline constexpr int kThemeSystem = 33120, kThemeLight = 33121, kThemeDark = 33122,
                      kThemeClassic = 33123;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;

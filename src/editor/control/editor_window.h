@@ -1,6 +1,7 @@
 // What the editor needs of the window that shows it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -79,6 +80,9 @@ class EditorWindow {
     /// Whether more may be said about a failure than the classic line in the output pane, and the
     /// caret goes to the first error and not to the message before it.
     virtual bool explains() const { return false; }
+    /// A run is held inside itself: lets the user work until `goesOn` answers true. At once where
+    /// there is nobody.
+    virtual void waitWhileHeld(const std::function<bool()>& goesOn) { (void)goesOn; }
     /// Ends the modal loop; the window is destroyed later by its owner.
     virtual void endModal() = 0;
 };

@@ -124,6 +124,17 @@ void Debugger::stepInto() {
     continueRun(StepMode::into);
 }
 
+void Debugger::resume(const std::function<RunOutcome()>& goOn) {
+    if (busy_ || !debugging_) return;
+    const BusyMark mark(busy_);
+    breakpoints_.prepareRun();
+    const RunOutcome outcome = goOn();
+    if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());
+    const ScriptLine line{outcome.line};
+    output_.show("Breakpoint reached at line " + formatInt(lines_.editorLine(line).number) + "\n");
+    showAt(line);
+}
+
 void Debugger::startRun() {
     const std::optional<std::string> text = beginRun();
     if (!text) return;

@@ -50,6 +50,8 @@ class Debugger {
     void execute();
     void stepOver();
     void stepInto();
+    /// Lets a suspended run go on in another way; `goOn` returns when it is over or suspended.
+    void resume(const std::function<RunOutcome()>& goOn);
     /// Gives a suspended run up, which keeps its context until the next run or close(); asks a
     /// script that runs to stop.
     void stop();

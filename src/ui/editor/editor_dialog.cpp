@@ -139,12 +139,17 @@ ControlSend CEditorDlg::createControl(ControlKind kind) {
     if (!control) return {};
     forwardNotifications(*control, [this, isEditor](const ControlNotification& notification) {
         isEditor ? editor_.editorNotified(notification) : editor_.outputNotified(notification);
+        if (isEditor && workbench_ && notification.code == sci::kUpdateUi) workbench_->textMoved();
     });
     if (isEditor)
         control->Bind(wxEVT_CONTEXT_MENU, &CEditorDlg::onContextMenu, this);
     else
         rule_ = makeRule(*control);
-    return sendTo(*control);
+    if (!isEditor) return sendTo(*control);
+    return [this, send = sendTo(*control)](unsigned message, std::uintptr_t w, std::intptr_t l) {
+        const bool taken = workbench_ && workbench_->takesMessage(message, w, l);
+        return taken ? std::intptr_t{0} : send(message, w, l);
+    };
 }
 
 void CEditorDlg::layOutControls() {
@@ -190,6 +195,19 @@ void CEditorDlg::onContextMenu(wxContextMenuEvent& event) {
 void CEditorDlg::onDisplayLost() {
     closeAsked_ = true;
     if (editor_.closeBox()) endModal();
+}
+
+/// Every event is for the user: only the script waits.
+void CEditorDlg::waitWhileHeld(const std::function<bool()>& goesOn) {
+    activate();
+    focusEditor();
+    wxGUIEventLoop loop;
+    const wxEventLoopActivator active(&loop);
+    const LoopGuard guard([this] { onDisplayLost(); });
+    while (!goesOn()) {
+        if (!loop.Pending() && loop.ProcessIdle()) continue;
+        loop.Dispatch();
+    }
 }
 
 void CEditorDlg::endModal() {

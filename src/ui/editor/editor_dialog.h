@@ -65,6 +65,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void setRunning(bool running) override;
     bool explains() const override { return true; }
     bool pumpEvents() override;
+    void waitWhileHeld(const std::function<bool()>& goesOn) override;
     void endModal() override;
 
   private:

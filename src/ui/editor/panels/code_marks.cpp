@@ -3,6 +3,10 @@
 #include <wx/image.h>
 #include <wx/stc/stc.h>
 
+#include <algorithm>
+
+#include "editor/control/control_setup.h"
+#include "ui/editor/panels/line_notes.h"
 #include "ui/kit/icon_painter.h"
 #include "ui/kit/look.h"
 
@@ -10,6 +14,12 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kSize = 16;
+/// Numbers of markers beside the classic one.
+constexpr int kConditionMark = 1, kPrintMark = 2, kOffMark = 3, kUnverifiedMark = 4, kPlainMark = 5,
+              kCallerMark = 6, kStopBand = 20, kExceptionBand = 21, kCallerBand = 22;
+constexpr int kAllOurs = 0x7E | 1 << kStopBand | 1 << kExceptionBand | 1 << kCallerBand;
+constexpr int kErrorIndicator = 8, kWarningIndicator = 9;
+constexpr std::uintptr_t kClassicMarker = 0;
 
 /// The control paints pictures at the size of 96 dots per inch only; where the screen is finer its
 /// own shapes look better.
@@ -17,29 +27,170 @@ bool picturesFit(const wxStyledTextCtrl& control) {
     return control.GetContentScaleFactor() < 1.5;
 }
 
-void defineMark(wxStyledTextCtrl& control, int marker, Icon icon, int otherwise,
-                const wxColour& colour, const wxColour& back) {
-    if (picturesFit(control))
-        control.MarkerDefineBitmap(
-            marker, iconBundle(icon, kSize, colour, back).GetBitmap(wxSize(kSize, kSize)));
-    else
-        control.MarkerDefine(marker, otherwise, colour, colour);
+int markOf(BreakpointRow::Kind kind) {
+    constexpr int kMarks[] = {kPlainMark, kConditionMark, kPrintMark, kOffMark, kUnverifiedMark};
+    return kMarks[static_cast<int>(kind)];
 }
 
 }  // namespace
 
-void showFoldMarks(wxStyledTextCtrl& control, const Look* look) {
-    if (!look) {
-        control.MarkerDefine(wxSTC_MARKNUM_FOLDEROPEN, wxSTC_MARK_MINUS);
-        control.MarkerDefine(wxSTC_MARKNUM_FOLDER, wxSTC_MARK_PLUS);
+CodeMarks::CodeMarks(wxStyledTextCtrl& control, const Look& look)
+    : control_(control), look_(look), notes_(std::make_unique<LineNotes>(control, look)) {}
+
+CodeMarks::~CodeMarks() = default;
+
+void CodeMarks::define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise) {
+    const wxColour first = colourOf((*look_).*colour);
+    const bool lined = icon == Icon::breakpointCondition || icon == Icon::breakpointPrints;
+    if (picturesFit(control_))
+        control_.MarkerDefineBitmap(marker,
+                                    iconBundle(icon, kSize, first, lined ? *wxWHITE : wxNullColour)
+                                        .GetBitmap(wxSize(kSize, kSize)));
+    else
+        control_.MarkerDefine(marker, otherwise, first, first);
+}
+
+void CodeMarks::defineMarkers() {
+    define(kPlainMark, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
+    define(kConditionMark, Icon::breakpointCondition, &ThemeTable::breakpoint,
+           wxSTC_MARK_CIRCLEMINUS);
+    define(kPrintMark, Icon::breakpointPrints, &ThemeTable::breakpoint, wxSTC_MARK_BOOKMARK);
+    define(kOffMark, Icon::breakpointOff, &ThemeTable::breakpoint, wxSTC_MARK_DOTDOTDOT);
+    define(kUnverifiedMark, Icon::breakpointUnverified, &ThemeTable::unverified,
+           wxSTC_MARK_DOTDOTDOT);
+    define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText, wxSTC_MARK_SHORTARROW);
+    const auto band = [this](int marker, Rgb ThemeTable::*colour) {
+        control_.MarkerDefine(marker, wxSTC_MARK_BACKGROUND, wxNullColour,
+                              colourOf((*look_).*colour));
+    };
+    band(kStopBand, &ThemeTable::stopBand);
+    band(kExceptionBand, &ThemeTable::errorBand);
+    band(kCallerBand, &ThemeTable::selected);
+    control_.SetMarginMask(kBookmarkMargin,
+                           0x01FFFFFF & ~(1 << kStopBand | 1 << kExceptionBand | 1 << kCallerBand));
+}
+
+/// It stands for breakpoints, for the current line or for errors, one at a time.
+void CodeMarks::defineClassicMarker() {
+    if (classicSymbol_ == sci::kMarkArrow)
+        define(0, stop_.isException ? Icon::bolt : Icon::stopArrow,
+               stop_.isException ? &ThemeTable::error : &ThemeTable::stopMark, wxSTC_MARK_ARROW);
+    else if (classicSymbol_ == sci::kMarkShortArrow)
+        define(0, Icon::error, &ThemeTable::error, wxSTC_MARK_SHORTARROW);
+    else
+        define(0, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
+}
+
+void CodeMarks::defineFolds() {
+    if (!on_) {
+        control_.MarkerDefine(wxSTC_MARKNUM_FOLDEROPEN, wxSTC_MARK_MINUS);
+        control_.MarkerDefine(wxSTC_MARKNUM_FOLDER, wxSTC_MARK_PLUS);
+        for (const int marker : {wxSTC_MARKNUM_FOLDEREND, wxSTC_MARKNUM_FOLDEROPENMID})
+            control_.MarkerDefine(marker, wxSTC_MARK_EMPTY);
         return;
     }
-    const wxColour colour = colourOf((*look)->secondText), back = colourOf((*look)->editor);
-    defineMark(control, wxSTC_MARKNUM_FOLDEROPEN, Icon::down, wxSTC_MARK_ARROWDOWN, colour, back);
-    defineMark(control, wxSTC_MARKNUM_FOLDER, Icon::right, wxSTC_MARK_ARROW, colour, back);
-    defineMark(control, wxSTC_MARKNUM_FOLDEREND, Icon::right, wxSTC_MARK_ARROW, colour, back);
-    defineMark(control, wxSTC_MARKNUM_FOLDEROPENMID, Icon::down, wxSTC_MARK_ARROWDOWN, colour,
-               back);
+    const auto fold = [this](int marker, Icon icon, int otherwise) {
+        define(marker, icon, &ThemeTable::secondText, otherwise);
+    };
+    fold(wxSTC_MARKNUM_FOLDEROPEN, Icon::down, wxSTC_MARK_ARROWDOWN);
+    fold(wxSTC_MARKNUM_FOLDEROPENMID, Icon::down, wxSTC_MARK_ARROWDOWN);
+    fold(wxSTC_MARKNUM_FOLDER, Icon::right, wxSTC_MARK_ARROW);
+    fold(wxSTC_MARKNUM_FOLDEREND, Icon::right, wxSTC_MARK_ARROW);
+}
+
+void CodeMarks::defineIndicators() {
+    for (const auto& [indicator, colour] :
+         {std::pair{kErrorIndicator, look_->error}, std::pair{kWarningIndicator, look_->warning}}) {
+        control_.IndicatorSetStyle(indicator, wxSTC_INDIC_SQUIGGLEPIXMAP);
+        control_.IndicatorSetForeground(indicator, colourOf(colour));
+    }
+}
+
+void CodeMarks::use(bool on) {
+    on_ = on;
+    defineFolds();
+    if (!on) {
+        for (int marker = kConditionMark; marker <= kCallerMark; ++marker)
+            control_.MarkerDeleteAll(marker);
+        showProblems({});
+        showStop({});
+        const bool isError = classicSymbol_ == sci::kMarkShortArrow;
+        control_.MarkerDefine(0, classicSymbol_, isError ? wxColour(80, 0, 0) : wxColour(0, 80, 0),
+                              isError ? wxColour(255, 0, 0) : wxColour(0, 255, 0));
+        return;
+    }
+    defineMarkers();
+    defineClassicMarker();
+    defineIndicators();
+    notes_->relook();
+    const std::vector<BreakpointRow> rows = std::move(rows_);
+    showBreakpoints(rows);
+    const std::vector<Diagnostic> problems = std::move(problems_);
+    showProblems(problems);
+}
+
+bool CodeMarks::takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l) {
+    if (w != kClassicMarker) return false;
+    if (message == sci::kMarkerDefine) {
+        classicSymbol_ = static_cast<int>(l);
+        if (on_) defineClassicMarker();
+        return on_;
+    }
+    if (message == sci::kMarkerSetFore || message == sci::kMarkerSetBack) return on_;
+    return false;
+}
+
+void CodeMarks::showBreakpoints(const std::vector<BreakpointRow>& rows) {
+    rows_ = rows;
+    for (int marker = kConditionMark; marker <= kPlainMark; ++marker)
+        control_.MarkerDeleteAll(marker);
+    if (!on_) return;
+    const bool classicShows = classicSymbol_ == sci::kMarkCircle;
+    for (const BreakpointRow& row : rows) {
+        // The classic marker stands there already.
+        if (row.kind == BreakpointRow::Kind::plain && classicShows) continue;
+        control_.MarkerAdd(row.line - 1, markOf(row.kind));
+    }
+}
+
+void CodeMarks::showStop(const StopMark& stop) {
+    if (stop == stop_) return;
+    for (const int marker : {kStopBand, kExceptionBand, kCallerBand, kCallerMark})
+        control_.MarkerDeleteAll(marker);
+    stop_ = stop;
+    control_.SetCaretLineVisible(stop.line == 0);
+    if (!on_ || stop.line == 0) return;
+    control_.MarkerAdd(stop.line - 1, stop.isException ? kExceptionBand : kStopBand);
+    if (stop.caller == 0) return;
+    control_.MarkerAdd(stop.caller - 1, kCallerMark);
+    control_.MarkerAdd(stop.caller - 1, kCallerBand);
+}
+
+int CodeMarks::positionOf(int line, int column) const {
+    const int begin = control_.PositionFromLine(line - 1);
+    return std::min(begin + std::max(column - 1, 0), control_.GetLineEndPosition(line - 1));
+}
+
+void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
+    problems_ = problems;
+    for (const int indicator : {kErrorIndicator, kWarningIndicator}) {
+        control_.SetIndicatorCurrent(indicator);
+        control_.IndicatorClearRange(0, control_.GetLength());
+    }
+    if (on_)
+        for (const Diagnostic& one : problems) {
+            if (one.kind == Diagnostic::Kind::information || one.line <= 0) continue;
+            const int begin = positionOf(one.line, one.column);
+            const int end = std::max(positionOf(one.line, one.endColumn), begin + 1);
+            control_.SetIndicatorCurrent(one.kind == Diagnostic::Kind::error ? kErrorIndicator
+                                                                             : kWarningIndicator);
+            control_.IndicatorFillRange(begin, end - begin);
+        }
+    notes_->show(on_ ? problems : std::vector<Diagnostic>());
+}
+
+void CodeMarks::textMoved() {
+    if (on_) notes_->place();
 }
 
 }  // namespace korvant::ui

@@ -1,13 +1,63 @@
-// Marks in the margins of the text that are pictures of ours.
+// What is drawn into the text and its margins: breakpoints, the stop, problems, fold arrows.
 #pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "language/diagnostics.h"
+#include "ui/editor/panels/debug_panel.h"
 
 class wxStyledTextCtrl;
 
 namespace korvant::ui {
 
-struct Look;
+class LineNotes;
 
-/// Arrows at what can be folded, in the colours of `look`; null brings the classic signs back.
-void showFoldMarks(wxStyledTextCtrl& control, const Look* look);
+/// Where a script stands still.
+struct StopMark {
+    int line = 0;  ///< 1-based; 0: nowhere
+    bool isException = false;
+    int caller = 0;  ///< the line of the frame that was chosen; 0: the innermost one
+    bool operator==(const StopMark&) const = default;
+};
+
+class CodeMarks {
+  public:
+    CodeMarks(wxStyledTextCtrl& control, const Look& look);
+    ~CodeMarks();
+    CodeMarks(const CodeMarks&) = delete;
+    CodeMarks& operator=(const CodeMarks&) = delete;
+
+    /// Off: the classic marks alone. Also to be called when the look has changed.
+    void use(bool on);
+    /// A message of the classic set-up that sets the look of the classic marker: with our marks it
+    /// gets our pictures. True when it was taken.
+    bool takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l);
+
+    void showBreakpoints(const std::vector<BreakpointRow>& rows);
+    void showStop(const StopMark& stop);
+    void showProblems(const std::vector<Diagnostic>& problems);
+    /// Messages at the ends of lines go with the text.
+    void textMoved();
+
+  private:
+    void defineMarkers();
+    void defineClassicMarker();
+    void defineFolds();
+    void define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise);
+    void defineIndicators();
+    int positionOf(int line, int column) const;
+
+    wxStyledTextCtrl& control_;
+    const Look& look_;
+    std::vector<BreakpointRow> rows_;
+    StopMark stop_;
+    std::vector<Diagnostic> problems_;
+    std::unique_ptr<LineNotes> notes_;
+    int classicSymbol_ = 0;  ///< circle: breakpoints
+    bool on_ = false;
+};
 
 }  // namespace korvant::ui

@@ -8,11 +8,20 @@
 
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/code_marks.h"
+#include "ui/editor/panels/debug_panel.h"
+#include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/problem_list.h"
 #include "ui/kit/edge_grip.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
+namespace {
+
+constexpr int kOutputMargin = 12;
+
+}  // namespace
 
 Workbench::Workbench(wxFrame& frame, ScriptEditor& editor, EditorControls controls,
                      std::function<void(int)> command)
@@ -47,6 +56,17 @@ void Workbench::makeParts() {
         refresh();
     });
     statusLine_ = new StatusLine(&frame_, look_);
+    statusLine_->onPressed = [this] {
+        if (!editor_.problems().empty()) bottom_->show(BottomPanes::Pane::problems);
+    };
+    makeBottom();
+    makeOutline();
+    makeSide();
+    makeMarks();
+    if (controls_.output) controls_.output->SetMarginLeft(frame_.FromDIP(kOutputMargin));
+}
+
+void Workbench::makeBottom() {
     bottom_ = std::make_unique<BottomPanes>(
         frame_, look_, controls_.output,
         [this](BottomPanes::Pane pane) {
@@ -59,25 +79,86 @@ void Workbench::makeParts() {
         settings_.bottomHeight = std::max(height - frame_.ToDIP(moved), 1);
         layOut();
     });
-    if (controls_.output) controls_.output->SetMarginLeft(frame_.FromDIP(12));
+    problemList_ = new ProblemList(&frame_, look_, editor_.problems());
+    problemList_->onChosen = [this](const Diagnostic& one) { editor_.gotoProblem(one); };
+    bottom_->setContent(BottomPanes::Pane::problems, problemList_);
+}
+
+void Workbench::makeOutline() {
+    outline_ = new OutlinePane(&frame_, look_);
+    outline_->onChosen = [this](const OutlineEntry& entry) { editor_.gotoBytes(entry.nameBegin); };
+    outline_->onClosed = [this] { toggle(&EditorSettings::outline); };
+    const auto drag = [this](int moved) {
+        settings_.outlineWidth = std::max(layout_.outline.width - 1 + frame_.ToDIP(moved), 1);
+        layOut();
+    };
+    makeEdgeGrip(*outline_->list(), wxRIGHT, drag);
+    makeEdgeGrip(*outline_->heading(), wxRIGHT, drag);
+}
+
+void Workbench::makeSide() {
+    DebugPanelActions actions;
+    actions.gotoLine = [this](int line) { editor_.gotoScriptLine(line); };
+    actions.removeBreakpoint = [this](int line) {
+        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.remove(line); });
+    };
+    actions.switchBreakpoint = [this](int line) {
+        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.switchOnOff(line); });
+    };
+    actions.removeBreakpoints = [this] {
+        editor_.editBreakpoints([](BreakpointPlan& plan) { plan.removeAll(); });
+    };
+    actions.switchBreakpoints = [this] {
+        editor_.editBreakpoints([](BreakpointPlan& plan) { plan.switchAll(); });
+    };
+    actions.closed = [this] {
+        closedByHand_ = true;
+        showSide(false);
+    };
+    actions.frameChosen = [this](unsigned) {
+        shownStop_ = ~std::uint64_t{0};
+        refresh();
+    };
+    side_ = new DebugPanel(&frame_, look_, editor_.inspection(), std::move(actions));
+    side_->setFolded(settings_.foldedSections);
+    for (const int section : {DebugPanel::kStack, DebugPanel::kVariables, DebugPanel::kWatches,
+                              DebugPanel::kBreakpoints})
+        makeEdgeGrip(*side_->list(section), wxLEFT, [this](int moved) {
+            settings_.sideWidth = std::max(layout_.side.width - 1 - frame_.ToDIP(moved), 1);
+            layOut();
+        });
+}
+
+void Workbench::makeMarks() {
+    if (!controls_.text) return;
+    marks_ = std::make_unique<CodeMarks>(*controls_.text, look_);
+    exceptionBox_ = new ExceptionBox(*controls_.text, look_,
+                                     {[this] { explainException(); }, [this] { copyException(); },
+                                      [this] { editor_.inspection().doNotStopAgain(); }});
+    pause_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { followText(); });
 }
 
 /// The classic layout has the classic colours; in the others the theme is put over them.
 void Workbench::applyLook() {
-    const bool plain = settings_.classic || settings_.theme == ThemeChoice::classic;
+    const wxColour none = wxNullColour;
     look_.table = &tableOf(settings_.theme);
+    applyTextLook();
+    const bool classic = settings_.classic;
+    native::setDarkFrame(frame_, !classic && look_->dark);
+    frame_.SetBackgroundColour(classic ? none : colourOf(look_->border));
+    native::colourMenuBar(frame_, classic ? none : colourOf(look_->chrome),
+                          classic ? none : colourOf(look_->text));
+    frame_.Refresh();
+}
+
+void Workbench::applyTextLook() {
+    const bool plain = settings_.classic || settings_.theme == ThemeChoice::classic;
     const std::string face = settings_.fontFace.empty() ? toUtf8(codeFace()) : settings_.fontFace;
     look_.code.SetFaceName(fromUtf8(face));
     look_.codeStrong = look_.code.Bold();
+    editor_.setInspecting(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, face);
-    if (controls_.text) {
-        showFoldMarks(*controls_.text, plain ? nullptr : &look_);
-        native::setDarkFrame(frame_, !plain && look_->dark);
-    }
-    frame_.SetBackgroundColour(settings_.classic ? wxNullColour : colourOf(look_->border));
-    native::colourMenuBar(frame_, settings_.classic ? wxNullColour : colourOf(look_->chrome),
-                          settings_.classic ? wxNullColour : colourOf(look_->text));
-    frame_.Refresh();
+    if (marks_) marks_->use(!plain);
 }
 
 void Workbench::systemColoursChanged() {
@@ -91,6 +172,8 @@ WorkbenchState Workbench::state() const {
     state.statusBar = settings_.statusBar;
     state.bottom = settings_.bottom;
     state.right = bottom_ && bottom_->hasRight();
+    state.outline = settings_.outline;
+    state.side = sideShown_;
     state.stopped =
         shown_.run == EditorStatus::Run::stopped || shown_.run == EditorStatus::Run::exception;
     state.outlineWidth = settings_.outlineWidth;
@@ -130,7 +213,7 @@ void Workbench::layOut() {
     if (settings_.classic) {
         if (!parted_) return layOutClassic();
         for (wxWindow* part :
-             {static_cast<wxWindow*>(toolbar_), static_cast<wxWindow*>(statusLine_)})
+             std::initializer_list<wxWindow*>{toolbar_, statusLine_, side_, outline_})
             part->Hide();
         bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
         return layOutClassic();
@@ -140,57 +223,12 @@ void Workbench::layOut() {
     place(toolbar_, layout_.toolbar);
     place(statusLine_, layout_.statusBar);
     place(controls_.text, layout_.editor);
+    place(outline_, layout_.outline);
+    side_->setAsTabs(layout_.sideAsTabs);
+    place(side_, layout_.side);
     bottom_->layOut(layout_, settings_.bottom,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
     refreshToolbar(shown_);
-}
-
-void Workbench::refresh() {
-    if (!begun_ || settings_.classic) return;
-    const EditorStatus status = editor_.status();
-    const bool relaid = status.run != shown_.run;
-    if (status == shown_ && !relaid) return;
-    shown_ = status;
-    if (relaid) layOut();
-    refreshToolbar(status);
-    refreshStatus(status);
-    bottom_->setOutputRemark(editor_.outputEmpty());
-}
-
-void Workbench::refreshToolbar(const EditorStatus& status) {
-    ToolbarState state;
-    state.run = status.run;
-    state.canSave = status.modified;
-    state.canUndo = status.canUndo;
-    state.canRedo = status.canRedo;
-    state.words = layout_.stepWords;
-    state.outline = settings_.outline;
-    state.bottom = settings_.bottom;
-    state.runMilliseconds = status.runMilliseconds;
-    state.limitMilliseconds = status.limitMilliseconds;
-    toolbar_->setState(state);
-}
-
-StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
-    using Run = EditorStatus::Run;
-    StatusLine::Content content;
-    content.text = "Ready";
-    if (status.run == Run::running) {
-        content.icon = Icon::run;
-        content.text = "Running";
-    } else if (status.run == Run::stopped) {
-        content.icon = Icon::pause;
-        content.iconColour = &ThemeTable::stopMark;
-        content.back = &ThemeTable::stopBand;
-        content.text = wxString::Format("Stopped at line %d", status.stoppedLine);
-    }
-    content.right = {wxString::Format("Line %d, column %d", status.line, status.column),
-                     fromUtf8(status.encoding), wxString::Format("%d %%", status.zoom)};
-    return content;
-}
-
-void Workbench::refreshStatus(const EditorStatus& status) {
-    statusLine_->setContent(statusContent(status));
 }
 
 void Workbench::showChecks() {
@@ -200,6 +238,7 @@ void Workbench::showChecks() {
     showChecked(command_id::kShowStatusBar, settings_.statusBar);
     showChecked(command_id::kShowOutline, settings_.outline);
     showChecked(command_id::kShowBottom, settings_.bottom);
+    showChecked(command_id::kShowSide, sideShown_);
     const int themes[] = {command_id::kThemeSystem, command_id::kThemeLight, command_id::kThemeDark,
                           command_id::kThemeClassic};
     for (int i = 0; i < 4; ++i)
@@ -240,7 +279,7 @@ void Workbench::resetLayout() {
     keepSettings();
 }
 
-bool Workbench::command(int id) {
+bool Workbench::viewCommand(int id) {
     switch (id) {
         case command_id::kClassicLayout:
             return toggleClassic(), true;
@@ -254,27 +293,88 @@ bool Workbench::command(int id) {
             return toggle(&EditorSettings::outline), true;
         case command_id::kShowBottom:
             return toggle(&EditorSettings::bottom), true;
+        case command_id::kShowSide:
+            sideByStop_ = false;
+            closedByHand_ = sideShown_;
+            return showSide(!sideShown_), true;
         case command_id::kThemeSystem:
         case command_id::kThemeLight:
         case command_id::kThemeDark:
         case command_id::kThemeClassic:
             return chooseTheme(static_cast<ThemeChoice>(id - command_id::kThemeSystem)), true;
-        case command_id::kNextPane:
-        case command_id::kPreviousPane:
-            return moveFocus(id == command_id::kNextPane ? 1 : -1), true;
         default:
             return false;
     }
+}
+
+bool Workbench::command(int id) {
+    if (viewCommand(id)) return true;
+    const int pane = id - command_id::kFirstPane;
+    if (pane >= 0 && pane < command_id::kPanes) return focusPane(pane), true;
+    switch (id) {
+        case command_id::kNextPane:
+        case command_id::kPreviousPane:
+            return moveFocus(id == command_id::kNextPane ? 1 : -1), true;
+        case command_id::kNextProblem:
+        case command_id::kPreviousProblem:
+            return goToProblem(id == command_id::kNextProblem), true;
+        default:
+            return false;
+    }
+}
+
+void Workbench::goToProblem(bool next) {
+    if (!settings_.classic && !editor_.problems().empty())
+        bottom_->open(BottomPanes::Pane::problems, true);
+    next ? editor_.nextProblem() : editor_.previousProblem();
+}
+
+/// The pane opens if it is not in view.
+void Workbench::focusPane(int number) {
+    enum { text, output, console, problems, variables, stack, outline };
+    wxWindow* wanted = controls_.text;
+    if (number == output) wanted = controls_.output;
+    if (settings_.classic) {
+        if (wanted && number <= output) wanted->SetFocus();
+        return;
+    }
+    if ((number == output || number == problems) && !settings_.bottom)
+        toggle(&EditorSettings::bottom);
+    if (number == output) bottom_->show(BottomPanes::Pane::output);
+    if (number == problems) {
+        bottom_->show(BottomPanes::Pane::problems);
+        wanted = problemList_;
+    } else if (number == variables || number == stack) {
+        const int section = number == variables ? DebugPanel::kVariables : DebugPanel::kStack;
+        if (!sideShown_) showSide(true);
+        side_->showSection(section);
+        wanted = side_->list(section);
+    } else if (number == outline) {
+        if (!settings_.outline) toggle(&EditorSettings::outline);
+        wanted = outline_->list();
+    }
+    if (wanted) wanted->SetFocus();
+}
+
+void Workbench::showSide(bool shown) {
+    if (settings_.classic || sideShown_ == shown) return;
+    sideShown_ = shown;
+    showChecks();
+    layOut();
 }
 
 std::vector<wxWindow*> Workbench::focusOrder() const {
     std::vector<wxWindow*> order;
     if (!settings_.classic && toolbar_->IsShown()) order.push_back(toolbar_->tabStop());
     order.push_back(controls_.text);
-    if (settings_.classic)
+    if (settings_.classic) {
         order.push_back(controls_.output);
-    else
+    } else {
+        if (outline_->IsShown()) order.push_back(outline_->list());
         for (wxWindow* pane : bottom_->focusOrder()) order.push_back(pane);
+        if (side_->IsShown())
+            for (wxWindow* pane : side_->focusOrder()) order.push_back(pane);
+    }
     std::erase(order, nullptr);
     return order;
 }
@@ -297,6 +397,7 @@ bool Workbench::moveFocus(int step) {
 void Workbench::keepSettings() {
     EditorSettings kept = settings_;
     kept.classic = keepClassic_;
+    if (side_) kept.foldedSections = side_->folded();
     if (!settings_.classic) kept.zoom = editor_.status().zoom == 100 ? 0 : editor_.zoom();
     kept.maximised = frame_.IsMaximized();
     if (!kept.maximised && !settings_.classic) {

@@ -11,6 +11,7 @@
 #include "editor/control/workbench_layout.h"
 #include "editor/script_editor.h"
 #include "ui/editor/editor_settings.h"
+#include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/main_toolbar.h"
 #include "ui/editor/panels/status_line.h"
 #include "ui/kit/pane_heading.h"
@@ -22,6 +23,10 @@ class wxStyledTextCtrl;
 namespace korvant::ui {
 
 class BottomPanes;
+class CodeMarks;
+class ExceptionBox;
+class OutlinePane;
+class ProblemList;
 
 /// The two controls of an editor. Either may be missing.
 struct EditorControls {
@@ -45,6 +50,10 @@ class Workbench {
     void layOut();
     /// Shows the state that the editor is in now.
     void refresh();
+    /// Something has moved in the text's window.
+    void textMoved();
+    /// A message to the text's control; true when it has been dealt with.
+    bool takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l);
     /// The desktop's colours have changed.
     void systemColoursChanged();
     /// A command that is the window's own; false for any other.
@@ -62,6 +71,24 @@ class Workbench {
 
   private:
     void makeParts();
+    void makeBottom();
+    void makeSide();
+    void makeOutline();
+    void makeMarks();
+    void applyTextLook();
+    bool viewCommand(int id);
+    void focusPane(int number);
+    void goToProblem(bool next);
+    void showSide(bool shown);
+    void followRun(const EditorStatus& status);
+    void followStop(const EditorStatus& status);
+    void followText();
+    void followProblems();
+    void followBreakpoints();
+    void showStop(const EditorStatus& status);
+    void explainException();
+    void copyException();
+    wxString functionAtStop() const;
     void applyLook();
     void toggleClassic();
     void chooseTheme(ThemeChoice choice);
@@ -87,6 +114,21 @@ class Workbench {
     MainToolbar* toolbar_ = nullptr;
     StatusLine* statusLine_ = nullptr;
     std::unique_ptr<BottomPanes> bottom_;
+    std::unique_ptr<CodeMarks> marks_;
+    DebugPanel* side_ = nullptr;
+    OutlinePane* outline_ = nullptr;
+    ProblemList* problemList_ = nullptr;
+    ExceptionBox* exceptionBox_ = nullptr;
+    wxTimer pause_;  ///< in the user's typing
+    bool sideShown_ = false;
+    bool sideByStop_ = false;    ///< the panel goes when the run is over
+    bool closedByHand_ = false;  ///< the panel stays away in this run
+    std::uint64_t shownText_ = ~std::uint64_t{0};
+    std::uint64_t shownProblems_ = ~std::uint64_t{0};
+    std::uint64_t shownStop_ = ~std::uint64_t{0};
+    int exceptionLine_ = 0;
+    std::vector<BreakpointRow> breakpointRows_;
+    EditorStatus::Run marksRun_ = EditorStatus::Run::idle;  ///< for which the marks were made
     EditorStatus shown_;
     bool begun_ = false;
     bool parted_ = false;  ///< the parts have been made

@@ -1,0 +1,179 @@
+// What the editor does around a script that stands still, beyond the classic debugger.
+#include <exception>
+
+#include "base/text/text_encoding.h"
+#include "editor/script_editor.h"
+
+namespace korvant {
+
+void ScriptEditor::setInspecting(bool inspecting) {
+    if (!debugger_.busy() && !debugger_.debugging()) inspection_.setEnabled(inspecting);
+}
+
+/// The one book for all wishes; a run looks at it as it is when it begins or goes on.
+void ScriptEditor::planBreakpoints() {
+    if (!inspection_.enabled()) return;
+    inspection_.session().breakpoints().setLines({}, plan_.refined());
+    inspection_.session().apply();
+}
+
+std::vector<PlannedBreakpoint> ScriptEditor::plannedBreakpoints() {
+    const auto code = inspection_.session().code();
+    const bool known = code && inspection_.enabled() && !codeIsOld_;
+    return plan_.all(known ? code.get() : nullptr);
+}
+
+void ScriptEditor::changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes) {
+    guarded([&] {
+        plan_.change(line, wishes);
+        planBreakpoints();
+    });
+}
+
+void ScriptEditor::editBreakpoints(const std::function<void(BreakpointPlan&)>& action) {
+    guarded([&] {
+        action(plan_);
+        planBreakpoints();
+    });
+}
+
+/// A held run has its own ways to go on; nothing else can be done with the script meanwhile.
+bool ScriptEditor::commandWhileHeld(int id) {
+    if (!inspection_.held()) return false;
+    switch (id) {
+        case command_id::kExecute:
+            return inspection_.goOn(), true;
+        case command_id::kStop:
+            return inspection_.end(), true;
+        case command_id::kRestart:
+            restartWanted_ = true;
+            return inspection_.end(), true;
+        case command_id::kStepOver:
+        case command_id::kStepInto:
+        case command_id::kStepOut:
+            if (inspection_.isException()) return true;
+            id == command_id::kStepOver   ? inspection_.stepOver()
+            : id == command_id::kStepInto ? inspection_.stepInto()
+                                          : inspection_.stepOut();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void ScriptEditor::stepOut() {
+    resume([this] { inspection_.session().stepOut(); });
+}
+
+void ScriptEditor::runToCaret() {
+    const std::int32_t line = toScript(editor_.caretLine()).number;
+    resume([this, line] { inspection_.session().runTo({{}, line, 0}); });
+}
+
+/// In its own way to go on, which says what became of the run through the session.
+void ScriptEditor::resume(const std::function<void()>& goOn) {
+    if (!inspection_.canLook()) return;
+    planBreakpoints();
+    runBegan_ = session_.services().clock->monotonic();
+    debugger_.resume([this, &goOn] {
+        goOn();
+        RunOutcome outcome;
+        if (inspection_.session().state() == DebugState::suspended) {
+            outcome.kind = RunOutcome::Kind::stopped;
+            outcome.line = inspection_.stop().place.line;
+        } else if (session_.lastFailure().kind == RunFailure::Kind::none) {
+            outcome.kind = RunOutcome::Kind::finished;
+        }
+        return outcome;
+    });
+}
+
+void ScriptEditor::pauseRun() {
+    if (debugger_.busy() && !inspection_.held()) inspection_.pause();
+}
+
+void ScriptEditor::restartRun() {
+    debugger_.stop();
+    drive(&Debugger::execute);
+}
+
+void ScriptEditor::toggleBreakpoint() {
+    editBreakpoints(
+        [this](BreakpointPlan& plan) { plan.toggle(toScript(editor_.caretLine()).number); });
+}
+
+void ScriptEditor::removeBreakpoint() {
+    editBreakpoints(
+        [this](BreakpointPlan& plan) { plan.remove(toScript(editor_.caretLine()).number); });
+}
+
+void ScriptEditor::deleteBreakpoints() {
+    editBreakpoints([](BreakpointPlan& plan) { plan.removeAll(); });
+}
+
+void ScriptEditor::switchBreakpoint() {
+    editBreakpoints([this](BreakpointPlan& plan) {
+        const std::int32_t line = toScript(editor_.caretLine()).number;
+        if (plan.has(line)) plan.switchOnOff(line);
+    });
+}
+
+void ScriptEditor::build() {
+    drive(&Debugger::build);
+}
+
+void ScriptEditor::stopDebugging() {
+    inspection_.endLooking();
+    debugger_.stop();
+}
+
+std::vector<OutlineEntry> ScriptEditor::readOutline() {
+    std::vector<OutlineEntry> entries;
+    guarded([&] {
+        const ScopeIndex index(editor_.text().value_or(std::string()));
+        entries = outlineOf(index);
+        view_.useNames({{}, typeNamesOf(index)});
+    });
+    return entries;
+}
+
+void ScriptEditor::gotoBytes(std::size_t position) {
+    window_.focusEditor();
+    editor_.send(sci::kEnsureVisible,
+                 static_cast<std::uintptr_t>(editor_.lineOf(static_cast<int>(position)).index));
+    editor_.gotoPosition(static_cast<int>(position));
+}
+
+void ScriptEditor::watchWord() {
+    std::string text = editor_.selectedText(1000);
+    if (text.empty()) text = editor_.textOf(editor_.wordAt(editor_.caret()));
+    inspection_.addWatch(text);
+}
+
+void ScriptEditor::gotoScriptLine(std::int32_t line) {
+    if (line > 0) gotoPlace({{line}, 1});
+}
+
+void ScriptEditor::gotoProblem(const Diagnostic& problem) {
+    gotoPlace({{problem.line}, problem.column});
+}
+
+void ScriptEditor::nextProblem() {
+    const EditorStatus at = status();
+    if (const Diagnostic* problem = problems_.next(at.line, at.column)) gotoProblem(*problem);
+}
+
+void ScriptEditor::previousProblem() {
+    const EditorStatus at = status();
+    if (const Diagnostic* problem = problems_.previous(at.line, at.column)) gotoProblem(*problem);
+}
+
+/// After a build: what it said, of the text as it is.
+void ScriptEditor::noteBuild() {
+    if (!inspection_.enabled()) return;
+    const std::optional<std::string> text = document_.scriptBytes();
+    problems_.set(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
+    codeIsOld_ = false;
+}
+
+}  // namespace korvant

@@ -1,0 +1,93 @@
+// What the user looks at while a script stands still: stack, values, watched expressions.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "debug/debug_session.h"
+
+namespace korvant {
+
+/// A watched expression at the last stop.
+struct Watch {
+    std::string expression;
+    std::string error;
+    DebugValue value;
+    std::string was;  ///< at the stop before, where it was another one
+};
+
+class Inspection : public DebugListener {
+  public:
+    /// `wait` is called while a run is held: it returns when its argument answers true.
+    using Wait = std::function<void(const std::function<bool()>& goesOn)>;
+
+    Inspection(ScriptSession& session, Wait wait);
+    ~Inspection() override;
+
+    /// Only while nothing runs. What is not watched runs as it always did.
+    void setEnabled(bool enabled);
+    bool enabled() const noexcept { return session_.attached(); }
+
+    /// A run is held inside itself: at an exception, or in what the library called.
+    bool held() const noexcept { return held_; }
+    bool isException() const noexcept { return held_ && stop_.reason != StopReason::step; }
+    /// Something can be looked at.
+    bool canLook() const noexcept { return looking_; }
+    const StopInfo& stop() const noexcept { return stop_; }
+    /// Another number whenever what can be seen may be something else.
+    std::uint64_t generation() const noexcept { return generation_; }
+    /// The script is about to go on, or is given up: nothing can be looked at any more.
+    void endLooking();
+
+    // A held run goes on.
+    void goOn();
+    void stepOver();
+    void stepInto();
+    void stepOut();
+    void end();
+    void doNotStopAgain();
+    void pause() { session_.requestPause(); }
+
+    /// Of the stack, the innermost first; empty when nothing can be looked at.
+    std::vector<DebugFrame> stack() const;
+    unsigned frame() const noexcept { return frame_; }
+    void chooseFrame(unsigned frame);
+    DebugSession& session() noexcept { return session_; }
+
+    const std::vector<Watch>& watches() const noexcept { return watches_; }
+    void addWatch(std::string expression);
+    void changeWatch(std::size_t index, std::string expression);
+    void removeWatch(std::size_t index);
+    void removeWatches();
+    /// A value has been set: expressions may have others now.
+    void valuesChanged();
+
+    /// What breakpoints print.
+    std::function<void(const std::string&)> onPrinted;
+
+    void onStopped(const StopInfo& info) override;
+    void onContinued() override;
+    void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
+    void onEnded(const RunFailure& failure) override;
+
+  private:
+    void evaluateWatches(bool isNewStop);
+    void evaluate(Watch& watch, bool isNewStop);
+    void leaveHold();
+
+    Wait wait_;
+    StopInfo stop_;
+    std::vector<Watch> watches_;
+    std::uint64_t generation_ = 0;
+    unsigned frame_ = 0;
+    bool held_ = false;
+    bool goesOn_ = false;
+    bool looking_ = false;
+    bool neverAgain_ = false;
+    DebugSession session_;
+};
+
+}  // namespace korvant

@@ -1,0 +1,94 @@
+#include "editor/stops/value_rows.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace korvant {
+
+namespace {
+
+constexpr int kDeepest = 64;
+constexpr char kGlobals[] = "Global variables";
+
+}  // namespace
+
+void ValueRows::add(DebugValue value, ValueNode parent, int depth, const std::string& path) {
+    const auto opened = open_.find(path);
+    ValueRow row;
+    row.depth = depth;
+    row.parent = parent;
+    row.path = path;
+    row.open = opened != open_.end() && value.node != 0 && depth < kDeepest;
+    row.value = value;
+    rows_.push_back(row);
+    if (row.open) addChildren(value, depth + 1, path);
+}
+
+void ValueRows::addChildren(const DebugValue& value, int depth, const std::string& path) {
+    const std::uint64_t all = value.named + value.indexed;
+    const std::uint64_t shown = std::max(open_[path], kPage);
+    for (DebugValue& child : session_.values().children(value.node, 0, shown)) {
+        const std::string childPath = path + "/" + child.name;
+        add(std::move(child), value.node, depth, childPath);
+    }
+    if (all <= shown) return;
+    ValueRow rest;
+    rest.depth = depth;
+    rest.path = path;
+    rest.more = all - shown;
+    rows_.push_back(std::move(rest));
+}
+
+void ValueRows::read(unsigned frame) {
+    frame_ = frame;
+    rows_.clear();
+    const ValueNode locals = session_.scope(ValueScope::locals, frame);
+    for (DebugValue& value : session_.values().children(locals)) {
+        const std::string path = value.name;
+        add(std::move(value), locals, 0, path);
+    }
+    if (session_.hasThis(frame)) {
+        ShownValue self = session_.show(frame, "this", EvaluationPurpose::hover);
+        self.value.name = "this";
+        if (self.error.empty()) add(std::move(self.value), 0, 0, "this");
+    }
+    DebugValue globals;
+    globals.name = kGlobals;
+    globals.heading = true;
+    globals.node = session_.scope(ValueScope::globals, frame);
+    globals.named = globals.node != 0 ? session_.values().children(globals.node).size() : 0;
+    if (globals.named > 0) add(std::move(globals), 0, 0, kGlobals);
+}
+
+void ValueRows::toggle(std::size_t index) {
+    if (index >= rows_.size()) return;
+    const std::string path = rows_[index].path;
+    if (rows_[index].more > 0)
+        open_[path] = std::max(open_[path], kPage) + kPage;
+    else if (rows_[index].open)
+        open_.erase(path);
+    else if (rows_[index].hasChildren())
+        open_[path] = kPage;
+    read(frame_);
+}
+
+std::string ValueRows::set(std::size_t index, const std::string& expression) {
+    if (index >= rows_.size()) return {};
+    const ValueRow& row = rows_[index];
+    const ShownValue set = row.parent != 0
+                               ? session_.setChild(row.parent, row.value.name, frame_, expression)
+                               : session_.setExpression(frame_, row.value.evaluateName, expression);
+    read(frame_);
+    return set.error;
+}
+
+std::string ValueRows::copyText(std::size_t index) const {
+    if (index >= rows_.size()) return {};
+    const ValueRow& row = rows_[index];
+    DebugValue whole = row.value;
+    if (row.parent != 0)
+        session_.values().child(row.parent, row.value.name, whole, ValueFormat::whole());
+    return row.value.name + " = " + whole.value;
+}
+
+}  // namespace korvant

@@ -1,0 +1,88 @@
+// The panel at the side while a script stands still: stack, variables, watches, breakpoints.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "editor/stops/inspection.h"
+#include "editor/stops/value_rows.h"
+#include "ui/kit/pane_heading.h"
+#include "ui/kit/row_list.h"
+
+namespace korvant::ui {
+
+/// A breakpoint as its row and its mark in the margin show it.
+struct BreakpointRow {
+    enum class Kind { plain, condition, prints, off, unverified };
+    int line = 0;  ///< 1-based
+    Kind kind = Kind::plain;
+    bool enabled = true;
+    std::string remark;
+    bool operator==(const BreakpointRow&) const = default;
+};
+Icon iconOf(BreakpointRow::Kind kind);
+
+/// What the panel asks for beside the inspection.
+struct DebugPanelActions {
+    std::function<void(int line)> gotoLine;
+    std::function<void(int line)> removeBreakpoint;
+    std::function<void(int line)> switchBreakpoint;
+    std::function<void(int line)> editBreakpoint;
+    std::function<void()> removeBreakpoints;
+    std::function<void()> switchBreakpoints;
+    std::function<void()> closed;
+    std::function<void(unsigned frame)> frameChosen;
+};
+
+class DebugPanel : public PaintedWindow {
+  public:
+    DebugPanel(wxWindow* parent, const Look& look, Inspection& inspection,
+               DebugPanelActions actions);
+
+    /// Shows what can be seen now.
+    void refresh(const std::vector<BreakpointRow>& breakpoints);
+    /// The four sections as tabs of one pane, where there is little room.
+    void setAsTabs(bool asTabs);
+    void setFolded(int bits);
+    int folded() const;
+    /// Lists that can be seen, from top to bottom.
+    std::vector<wxWindow*> focusOrder() const;
+    RowList* list(int section) const { return sections_[static_cast<std::size_t>(section)].list; }
+    enum Section { kStack, kVariables, kWatches, kBreakpoints };
+    void addWatch(const std::string& expression);
+    void showSection(int section);
+
+  private:
+    struct Part {
+        PaneHeading* heading = nullptr;
+        RowList* list = nullptr;
+    };
+
+    void makeSections();
+    void connectStack();
+    void connectVariables();
+    void connectWatches();
+    void connectBreakpoints();
+    void place();
+    void placeSections(int left, int width, int height);
+    int wantedHeight(int section) const;
+    ListRow stackRow(int index) const;
+    ListRow variableRow(int index) const;
+    ListRow watchRow(int index) const;
+    ListRow breakpointRow(int index) const;
+    void editVariable(int index);
+    void editWatch(int index);
+    void paint(wxGraphicsContext& context) override;
+
+    Inspection& inspection_;
+    DebugPanelActions actions_;
+    ValueRows values_;
+    std::vector<DebugFrame> stack_;
+    std::vector<BreakpointRow> breakpoints_;
+    std::vector<Part> sections_;
+    PaneHeading* tabs_ = nullptr;
+    std::uint64_t shown_ = ~std::uint64_t{0};
+    bool asTabs_ = false;
+};
+
+}  // namespace korvant::ui

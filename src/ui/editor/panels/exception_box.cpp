@@ -1,0 +1,99 @@
+#include "ui/editor/panels/exception_box.h"
+
+#include <wx/stc/stc.h>
+
+#include <algorithm>
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kWidth = 520, kHeight = 72, kAbove = 4, kPadding = 14, kTextX = 38, kRow = 19,
+              kTop = 10, kIcon = 16, kLinkGap = 20;
+constexpr int kAnnotationRows = 4;
+
+/// A link that leaves the keyboard where it is.
+class QuietButton : public PaintedButton {
+  public:
+    using PaintedButton::PaintedButton;
+    bool AcceptsFocus() const override { return false; }
+};
+
+}  // namespace
+
+ExceptionBox::ExceptionBox(wxStyledTextCtrl& control, const Look& look, Actions actions)
+    : PaintedWindow(&control, look, false), control_(control) {
+    Hide();
+    addLink("What does this mean?", std::move(actions.explain));
+    addLink("Copy", std::move(actions.copy));
+    addLink("Do not stop here again", std::move(actions.neverAgain));
+    close_ = new QuietButton(this, look, PaintedButton::Kind::plain,
+                             {Icon::close, {}, {}, "Close", &ThemeTable::secondText},
+                             [this] { show(0, {}, {}); });
+    close_->setBack(&ThemeTable::errorBand);
+    SetCursor(wxCursor(wxCURSOR_ARROW));
+}
+
+PaintedButton* ExceptionBox::addLink(const wxString& label, std::function<void()> pressed) {
+    PaintedButton::Face face;
+    face.label = label;
+    auto* link = new QuietButton(this, look(), PaintedButton::Kind::link, face, std::move(pressed));
+    link->setBack(&ThemeTable::errorBand);
+    link->SetCursor(wxCursor(wxCURSOR_HAND));
+    links_.push_back(link);
+    return link;
+}
+
+/// Blank lines of the control's own keep the room, so that the text below moves down.
+void ExceptionBox::makeRoom(bool room) {
+    if (line_ == 0) return;
+    control_.AnnotationSetText(line_ - 1, room ? wxString('\n', kAnnotationRows - 1) : wxString());
+    control_.AnnotationSetVisible(room ? wxSTC_ANNOTATION_STANDARD : wxSTC_ANNOTATION_HIDDEN);
+}
+
+void ExceptionBox::show(int line, const wxString& message, const wxString& detail) {
+    makeRoom(false);
+    line_ = line;
+    message_ = message;
+    detail_ = detail;
+    setAccessibleName(message + ". " + detail);
+    makeRoom(true);
+    place();
+    Refresh();
+}
+
+void ExceptionBox::place() {
+    const bool shown = line_ > 0 && control_.GetLineVisible(line_ - 1);
+    Show(shown);
+    if (!shown) return;
+    const int indent = control_.GetLineIndentPosition(line_ - 1);
+    const wxPoint at = control_.PointFromPosition(indent);
+    const int text = std::max(textWidth(*this, message_, look().strong),
+                              textWidth(*this, detail_, look().plain));
+    int links = 0;
+    for (const PaintedButton* link : links_) links += link->wantedWidth() + dip(kLinkGap);
+    const int room = control_.GetClientSize().x - at.x - dip(kPadding);
+    const int wanted = std::max(dip(kTextX + 30) + std::max(text, links), dip(kWidth));
+    const int width = std::max(std::min(wanted, room), dip(200));
+    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width, dip(kHeight));
+    int x = dip(kTextX);
+    for (PaintedButton* link : links_) {
+        link->SetSize(x, dip(kTop + 2 * kRow - 2), link->wantedWidth(), dip(kRow + 2));
+        x += link->wantedWidth() + dip(kLinkGap);
+    }
+    close_->SetSize(width - dip(32), dip(6), dip(24), dip(24));
+}
+
+void ExceptionBox::paint(wxGraphicsContext& context) {
+    const wxSize size = GetClientSize();
+    fill(context, wxRect(size), look()->editor);
+    context.SetBrush(wxBrush(colourOf(look()->errorBand)));
+    context.SetPen(wxPen(colourOf(look()->errorEdge)));
+    context.DrawRoundedRectangle(0.5, 0.5, size.x - 1, size.y - 1, dip(5));
+    paintIcon(context, Icon::bolt, dip(kPadding), dip(kTop) + 1, dip(kIcon),
+              colourOf(look()->error));
+    text(context, message_, look().strong, look()->error, dip(kTextX), dip(kTop), dip(kRow));
+    text(context, shortened(*this, detail_, look().plain, size.x - dip(kTextX + 8)), look().plain,
+         look()->text, dip(kTextX), dip(kTop + kRow), dip(kRow));
+}
+
+}  // namespace korvant::ui

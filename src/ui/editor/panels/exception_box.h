@@ -1,0 +1,38 @@
+// What went wrong, told under the line where the script stopped for it.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/kit/painted_button.h"
+
+class wxStyledTextCtrl;
+
+namespace korvant::ui {
+
+class ExceptionBox : public PaintedWindow {
+  public:
+    struct Actions {
+        std::function<void()> explain, copy, neverAgain;
+    };
+
+    ExceptionBox(wxStyledTextCtrl& control, const Look& look, Actions actions);
+    bool AcceptsFocus() const override { return false; }
+
+    /// Under the 1-based `line`, whose text moves down; 0 hides it.
+    void show(int line, const wxString& message, const wxString& detail);
+    void place();
+
+  private:
+    void paint(wxGraphicsContext& context) override;
+    void makeRoom(bool room);
+    PaintedButton* addLink(const wxString& label, std::function<void()> pressed);
+
+    wxStyledTextCtrl& control_;
+    wxString message_, detail_;
+    std::vector<PaintedButton*> links_;
+    PaintedButton* close_;
+    int line_ = 0;
+};
+
+}  // namespace korvant::ui

@@ -1,0 +1,232 @@
+// What the parts around the text show of the editor's state.
+#include <wx/frame.h>
+#include <wx/stc/stc.h>
+
+#include <algorithm>
+
+#include "ui/editor/panels/bottom_panes.h"
+#include "ui/editor/panels/code_marks.h"
+#include "ui/editor/panels/debug_panel.h"
+#include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/problem_list.h"
+#include "ui/editor/panels/workbench.h"
+#include "ui/kit/clipboard.h"
+#include "ui/kit/text_conversion.h"
+
+namespace korvant::ui {
+namespace {
+
+using Run = EditorStatus::Run;
+
+constexpr int kPauseInTyping = 500;  // milliseconds
+
+bool standsStill(Run run) {
+    return run == Run::stopped || run == Run::exception;
+}
+
+BreakpointRow rowOf(const PlannedBreakpoint& planned) {
+    using Kind = BreakpointRow::Kind;
+    const BreakpointWishes& wishes = planned.wishes;
+    BreakpointRow row;
+    row.line = planned.line;
+    row.enabled = wishes.enabled;
+    if (!wishes.enabled) {
+        row.kind = Kind::off;
+        row.remark = "switched off";
+    } else if (!wishes.prints.empty()) {
+        row.kind = Kind::prints;
+        row.remark = "prints \"" + wishes.prints + "\"";
+    } else if (!wishes.condition.empty() || !planned.classicCondition.empty()) {
+        row.kind = Kind::condition;
+        row.remark =
+            "when " + (wishes.condition.empty() ? planned.classicCondition : wishes.condition);
+    } else if (wishes.passes > 0) {
+        row.kind = Kind::condition;
+        row.remark = "after " + std::to_string(wishes.passes) + " passes";
+    }
+    if (wishes.enabled && !planned.verified) {
+        row.kind = Kind::unverified;
+        row.remark = "no code on this line";
+    }
+    return row;
+}
+
+}  // namespace
+
+void Workbench::refresh() {
+    if (!begun_ || settings_.classic) return;
+    const EditorStatus status = editor_.status();
+    followRun(status);
+    followProblems();
+    followBreakpoints();
+    if (editor_.textVersion() != shownText_ && !pause_.IsRunning())
+        pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1 : kPauseInTyping);
+    if (status == shown_) return;
+    const bool relaid = status.run != shown_.run;
+    shown_ = status;
+    if (relaid) layOut();
+    refreshToolbar(status);
+    refreshStatus(status);
+    outline_->setCaret(editor_.caretPosition());
+    bottom_->setOutputRemark(editor_.outputEmpty());
+}
+
+/// The panel opens at a stop, unless it was closed by hand in this run, and goes with the run.
+void Workbench::followRun(const EditorStatus& status) {
+    const bool isNewRun = status.run == Run::running && shown_.run == Run::idle;
+    if (isNewRun) closedByHand_ = false;
+    if (standsStill(status.run) && !standsStill(shown_.run) && !sideShown_ && !closedByHand_) {
+        sideByStop_ = true;
+        showSide(true);
+    }
+    if (status.run == Run::idle && shown_.run != Run::idle && std::exchange(sideByStop_, false))
+        showSide(false);
+    followStop(status);
+}
+
+void Workbench::followStop(const EditorStatus& status) {
+    const std::uint64_t now = editor_.inspection().generation();
+    const bool changed = status.stoppedLine != shown_.stoppedLine || status.run != shown_.run;
+    if (!changed && now == shownStop_) return;
+    shownStop_ = now;
+    showStop(status);
+    if (standsStill(status.run)) refreshStatus(status);
+}
+
+void Workbench::showStop(const EditorStatus& status) {
+    if (!marks_) return;
+    StopMark mark;
+    const Inspection& inspection = editor_.inspection();
+    if (standsStill(status.run)) {
+        mark.line = status.stoppedLine;
+        mark.isException = status.run == Run::exception;
+        const std::vector<DebugFrame> stack = inspection.stack();
+        const unsigned frame = inspection.frame();
+        if (frame > 0 && frame < stack.size()) mark.caller = stack[frame].place.line;
+    }
+    marks_->showStop(mark);
+    if (mark.caller > 0) {
+        controls_.text->EnsureVisibleEnforcePolicy(mark.caller - 1);
+        controls_.text->GotoLine(mark.caller - 1);
+    }
+    const int line = mark.isException ? mark.line : 0;
+    if (line == exceptionLine_) return;
+    exceptionLine_ = line;
+    exceptionBox_->show(line, fromUtf8(inspection.stop().text), {});
+    if (line == 0) return;
+    controls_.text->GotoLine(line - 1);
+    const int above = controls_.text->LinesOnScreen() / 3;
+    controls_.text->SetFirstVisibleLine(
+        std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
+    exceptionBox_->place();
+}
+
+void Workbench::followProblems() {
+    const Problems& problems = editor_.problems();
+    if (problems.generation() == shownProblems_) return;
+    const bool first = shownProblems_ == ~std::uint64_t{0};
+    shownProblems_ = problems.generation();
+    problemList_->rowsChanged();
+    bottom_->setProblemCount(problems.errors() + problems.warnings());
+    if (marks_) marks_->showProblems(problems.all());
+    if (!first && problems.errors() > 0) bottom_->show(BottomPanes::Pane::problems);
+    if (problems.all().empty()) bottom_->open(BottomPanes::Pane::problems, false);
+    refreshStatus(shown_);
+}
+
+void Workbench::followBreakpoints() {
+    std::vector<BreakpointRow> rows;
+    for (const PlannedBreakpoint& planned : editor_.plannedBreakpoints())
+        rows.push_back(rowOf(planned));
+    if (rows != breakpointRows_ || shown_.run != marksRun_) {
+        marksRun_ = shown_.run;
+        breakpointRows_ = rows;
+        if (marks_) marks_->showBreakpoints(rows);
+    }
+    side_->refresh(breakpointRows_);
+}
+
+/// The user has paused: what needs the whole text is read anew.
+void Workbench::followText() {
+    shownText_ = editor_.textVersion();
+    outline_->setEntries(editor_.readOutline());
+    outline_->setCaret(editor_.caretPosition());
+}
+
+void Workbench::textMoved() {
+    if (settings_.classic || !parted_) return;
+    if (marks_) marks_->textMoved();
+    if (exceptionLine_ > 0) exceptionBox_->place();
+}
+
+bool Workbench::takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l) {
+    return marks_ && marks_->takesMessage(message, w, l);
+}
+
+void Workbench::explainException() {
+    command_(command_id::kHelp);
+}
+
+void Workbench::copyException() {
+    copyToClipboard(fromUtf8(editor_.inspection().stop().text));
+}
+
+wxString Workbench::functionAtStop() const {
+    const std::vector<DebugFrame> stack = editor_.inspection().stack();
+    return stack.empty() ? wxString() : " in " + fromUtf8(stack.front().name);
+}
+
+void Workbench::refreshToolbar(const EditorStatus& status) {
+    ToolbarState state;
+    state.run = status.run;
+    state.canSave = status.modified;
+    state.canUndo = status.canUndo;
+    state.canRedo = status.canRedo;
+    state.words = layout_.stepWords;
+    state.outline = settings_.outline;
+    state.bottom = settings_.bottom;
+    state.side = sideShown_;
+    state.runMilliseconds = status.runMilliseconds;
+    state.limitMilliseconds = status.limitMilliseconds;
+    toolbar_->setState(state);
+}
+
+StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
+    StatusLine::Content content;
+    const Problems& problems = editor_.problems();
+    content.text = "Ready";
+    if (status.run == Run::running) {
+        content.icon = Icon::run;
+        content.text = "Running";
+    } else if (status.run == Run::stopped) {
+        content.icon = Icon::pause;
+        content.iconColour = &ThemeTable::stopMark;
+        content.back = &ThemeTable::stopBand;
+        const bool paused = editor_.inspection().stop().reason == StopReason::pause;
+        content.text = wxString::Format(paused ? "Paused at line %d" : "Stopped at line %d",
+                                        status.stoppedLine) +
+                       functionAtStop();
+    } else if (status.run == Run::exception) {
+        content.icon = Icon::bolt;
+        content.iconColour = &ThemeTable::error;
+        content.back = &ThemeTable::errorBand;
+        content.text = "Stopped: " + fromUtf8(editor_.inspection().stop().text) +
+                       wxString::Format(", line %d", status.stoppedLine) + functionAtStop() +
+                       ". F5 lets the script end.";
+    } else if (!problems.empty()) {
+        content.icon = problems.errors() > 0 ? Icon::error : Icon::warning;
+        content.iconColour = problems.errors() > 0 ? &ThemeTable::error : &ThemeTable::warning;
+        content.text = fromUtf8(problems.summary());
+        content.remark = "F8 goes to the next";
+    }
+    content.right = {wxString::Format("Line %d, column %d", status.line, status.column),
+                     fromUtf8(status.encoding), wxString::Format("%d %%", status.zoom)};
+    return content;
+}
+
+void Workbench::refreshStatus(const EditorStatus& status) {
+    statusLine_->setContent(statusContent(status));
+}
+
+}  // namespace korvant::ui
