@@ -1,44 +1,120 @@
 // The window with everything around the text: each state once, as a picture and as what it says.
+#include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
+#include "ui/editor/panels/debug_panel.h"
+#include "ui/editor/panels/main_toolbar.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/problem_list.h"
+#include "ui/editor/panels/status_line.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;
+using korvant::test::findChild;
 
 namespace {
 
 const char kTour[] =
-    "// A tour: reads the samples of a drilling campaign, makes composites of 5 m.\n"
-    "\n"
-    "const double kCompositeLength = 5;  // metres\n"
+    "// The samples of a drilling campaign, weighed by their length.\n"  // 1
+    "enum Rock { granite, schist, quartzVein }\n"
     "\n"
     "class Interval {\n"
-    "    double from = 0;\n"
+    "    double from = 0;\n"  // 5
     "    double to = 0;\n"
-    "\n"
+    "    double grade = 0;\n"
+    "    Rock rock = granite;\n"
     "    double length() const { return to - from; }\n"
+    "}\n"  // 10
+    "\n"
+    "class Hole {\n"
+    "    string name = \"NR-02\";\n"
+    "    Interval[] samples;\n"
+    "    double grade() const {\n"  // 15
+    "        double metal = 0, metres = 0;\n"
+    "        for (uint i = 0; i < samples.length(); i++) {\n"
+    "            double length = samples[i].length();\n"
+    "            metal += samples[i].grade * length;\n"
+    "            metres += length;\n"  // 20
+    "        }\n"
+    "        return metres > 0 ? metal / metres : 0;\n"
+    "    }\n"
+    "    Rock carrier(uint best) const {\n"
+    "        return samples[best + 1].rock;\n"  // 25
+    "    }\n"
+    "}\n"
+    "\n"
+    "void report(Hole &in hole) {\n"
+    "    double grade = hole.grade();\n"  // 30
+    "    Rock rock = hole.carrier(13);\n"
     "}\n"
     "\n"
     "int main() {\n"
-    "    Interval[] samples;\n"
-    "    string line = \"NR-01,0,2.5,0.40\";\n"
-    "    for (uint i = 0; i < 3; i++) {\n"
-    "        Print(line + \"\\n\");\n"
+    "    Hole hole;\n"  // 35
+    "    hole.samples.resize(14);\n"
+    "    for (uint i = 0; i < 14; i++) {\n"
+    "        hole.samples[i].from = i * 2.5;\n"
+    "        hole.samples[i].to = (i + 1) * 2.5;\n"
+    "        hole.samples[i].grade = 0.4 + i;\n"  // 40
     "    }\n"
+    "    report(hole);\n"
     "    return 0;\n"
     "}\n";
 
-class EditorLook : public EditorWindowTest, public testing::WithParamInterface<ThemeChoice> {
+class FullWindow : public EditorWindowTest {
   protected:
-    EditorLook() {
-        ui::setEditorLayout(ui::EditorLayoutWish::full);
+    FullWindow() { ui::setEditorLayout(ui::EditorLayoutWish::full); }
+
+    void use(ThemeChoice theme, int width = 1280, int height = 884) {
         ui::EditorSettings settings;
-        settings.theme = GetParam();
-        settings.width = 1280;
-        settings.height = 884;
+        settings.theme = theme;
+        settings.width = width;
+        settings.height = height;
         ui::saveEditorSettings(settings);
     }
+    template <class Part>
+    Part* part(int index = 0) const {
+        return findChild<Part>(frame(), index);
+    }
+    ui::RowList* list(ui::DebugPanel::Section section) const {
+        return part<ui::DebugPanel>() ? part<ui::DebugPanel>()->list(section) : nullptr;
+    }
+    std::string statusText() const { return part<ui::StatusLine>()->content().text.utf8_string(); }
+    /// "name=value" of the rows of a list.
+    static std::string rows(const ui::RowList* list) {
+        std::string all;
+        for (int i = 0; i < list->count(); ++i) {
+            const ui::ListRow row = list->row(i);
+            all += std::string(static_cast<std::size_t>(row.depth), ' ') + row.name.utf8_string();
+            if (!row.value.empty()) all += "=" + row.value.utf8_string();
+            if (!row.remark.empty()) all += " (" + row.remark.utf8_string() + ")";
+            all += "\n";
+        }
+        return all;
+    }
+    void untilStatus(const std::string& wanted) {
+        driver.when("status " + wanted, [this, wanted] {
+            return frame() && part<ui::StatusLine>() && statusText() == wanted;
+        });
+    }
+    /// Breakpoints by key, on lines below those that have one.
+    void breakAt(std::vector<int> lines) {
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            gotoLine(lines[i]);
+            driver.key(WXK_F9);
+            driver.when("a breakpoint",
+                        [this, count = i + 1] { return markedLines().size() == count; });
+        }
+    }
+    void focus(std::function<wxWindow*()> window) {
+        driver.run([window] { window()->SetFocus(); });
+        driver.when("the focus", [window] { return window()->HasFocus(); });
+    }
+};
+
+class EditorLook : public FullWindow, public testing::WithParamInterface<ThemeChoice> {
+  protected:
+    EditorLook() { use(GetParam()); }
     std::string named(const std::string& picture) const {
         return picture + (GetParam() == ThemeChoice::dark ? "-dark" : "");
     }
@@ -46,12 +122,134 @@ class EditorLook : public EditorWindowTest, public testing::WithParamInterface<T
 
 TEST_P(EditorLook, Idle) {
     ready();
+    driver.key('7', wxMOD_CONTROL);
+    driver.when("the outline", [this] {
+        return part<ui::OutlinePane>() &&
+               rows(part<ui::OutlinePane>()->list()).find("Hole\n grade()\n carrier(...)\n") !=
+                   std::string::npos;
+    });
     picture(named("look-idle"));
     closeBox();
     edit(kTour);
 }
 
+TEST_P(EditorLook, StoppedAtALine) {
+    ready();
+    breakAt({22});
+    driver.key(WXK_F9, wxMOD_CONTROL);
+    driver.when("it is off", [this] { return markedLines().empty(); });
+    breakAt({19, 20});
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 19 in Hole::grade");
+    driver.run([this] { part<ui::DebugPanel>()->addWatch("metal + metres"); });
+    driver.run([this] { part<ui::DebugPanel>()->addWatch("nonsense"); });
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 20 in Hole::grade");
+    check([this] {
+        EXPECT_EQ(rows(list(ui::DebugPanel::kStack)), "Hole::grade\nreport\nmain\n");
+        const std::string values = rows(list(ui::DebugPanel::kVariables));
+        EXPECT_NE(values.find("metal=1\nmetres=0\ni=0\nlength=2.5\nthis="), std::string::npos)
+            << values;
+        EXPECT_EQ(rows(list(ui::DebugPanel::kWatches)),
+                  "metal + metres=1 (was 0)\nnonsense=not known in this function\n"
+                  "Add an expression...\n");
+        EXPECT_EQ(rows(list(ui::DebugPanel::kBreakpoints)),
+                  "line 19\nline 20\nline 22 (switched off)\n");
+    });
+    picture(named("look-stopped"));
+    // A value is set in place, and the caller is looked at, by keys alone.
+    driver.key('5', wxMOD_CONTROL);
+    driver.key(WXK_HOME);
+    driver.key(WXK_F2);
+    driver.type("5.5").key(WXK_RETURN);
+    driver.when("the new value",
+                [this] { return rows(list(ui::DebugPanel::kVariables)).find("metal=5.5\n") == 0; });
+    driver.key('6', wxMOD_CONTROL);
+    driver.key(WXK_DOWN);
+    driver.when("the caller's variables", [this] {
+        return rows(list(ui::DebugPanel::kVariables)).find("hole") == 0 && caretLine() == 30;
+    });
+    picture(named("look-caller"));
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
+}
+
+TEST_P(EditorLook, StoppedAtAnException) {
+    ready();
+    driver.key(WXK_F5);
+    untilStatus("Stopped: Index out of bounds, line 25 in Hole::carrier. F5 lets the script end.");
+    check([this] {
+        EXPECT_EQ(rows(list(ui::DebugPanel::kStack)), "Hole::carrier\nreport\nmain\n");
+        EXPECT_EQ(rows(list(ui::DebugPanel::kVariables)).find("best=13\nthis="), 0u);
+        EXPECT_FALSE(part<ui::MainToolbar>()->button(command_id::kStepOver)->IsEnabled());
+    });
+    picture(named("look-exception"));
+    driver.key(WXK_F5);
+    driver.when("the classic end",
+                [this] { return output() == "Application terminated in run time error.\n"; });
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
+}
+
+TEST_P(EditorLook, Problems) {
+    std::string script = kTour;
+    script.replace(script.find("report(hole);"), 13, "reprt(hole);");
+    script.replace(script.find("metres += length"), 16, "metrs += length");
+    ready();
+    driver.key(WXK_F7);
+    untilStatus("2 errors");
+    driver.key(WXK_F8);
+    driver.when("the first problem", [this] { return caretLine() == 20; });
+    gotoLine(1);
+    picture(named("look-problems"));
+    driver.key(WXK_F8, wxMOD_SHIFT);
+    driver.when("the last problem", [this] { return caretLine() == 42; });
+    driver.key('4', wxMOD_CONTROL);
+    driver.when("the list", [this] { return part<ui::ProblemList>()->HasFocus(); });
+    driver.key(WXK_HOME).key(WXK_RETURN);
+    driver.when("the place of the problem",
+                [this] { return caretLine() == 20 && editor()->HasFocus(); });
+    closeBox();
+    edit(script);
+}
+
 INSTANTIATE_TEST_SUITE_P(Themes, EditorLook,
                          testing::Values(ThemeChoice::light, ThemeChoice::dark));
+
+TEST_F(FullWindow, ClassicLayoutAndBack) {
+    use(ThemeChoice::light);
+    ready();
+    choose(command_id::kClassicLayout);
+    driver.when("the classic layout", [this] {
+        const wxSize client = frame()->GetClientSize();
+        return !part<ui::MainToolbar>() && !part<ui::StatusLine>() &&
+               pane()->GetSize() == wxSize(client.x, 144) &&
+               editor()->GetSize() == wxSize(client.x, client.y - 144) &&
+               editor()->StyleGetForeground(5) == wxColour(0, 0, 255);
+    });
+    picture("look-classic");
+    choose(command_id::kClassicLayout);
+    driver.when("everything again", [this] {
+        return part<ui::MainToolbar>() && pane()->GetSize().y == 144 &&
+               editor()->StyleGetForeground(5) == wxColour(0x0B, 0x4F, 0xB3);
+    });
+    closeBox();
+    edit(kTour);
+    EXPECT_FALSE(ui::loadEditorSettings().classic);
+}
+
+TEST_F(FullWindow, SmallWindow) {
+    use(ThemeChoice::light, 1100, 724);
+    ready();
+    breakAt({20});
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 20 in Hole::grade");
+    picture("look-small");
+    closeBox();
+    edit(kTour);
+}
 
 }  // namespace

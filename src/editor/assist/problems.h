@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "host/run/build_messages.h"
 #include "language/diagnostics.h"
 
 namespace korvant {
@@ -14,7 +13,7 @@ class Problems {
   public:
     void set(std::vector<Diagnostic> diagnostics);
     void clear() { set({}); }
-    /// In the compiler's order; what only explains the message before it stands behind that.
+    /// By their places; what only explains the message before it stands behind that.
     const std::vector<Diagnostic>& all() const noexcept { return all_; }
     int errors() const noexcept { return errors_; }
     int warnings() const noexcept { return warnings_; }
@@ -32,10 +31,5 @@ class Problems {
     int errors_ = 0, warnings_ = 0;
     std::uint64_t generation_ = 0;
 };
-
-/// The same form of what a build said. "Compiling ..." becomes the context of the next message.
-/// `text` is what was compiled: it tells where the word at a place ends.
-std::vector<Diagnostic> diagnosticsOf(const std::vector<BuildMessage>& messages,
-                                      const std::string& text);
 
 }  // namespace korvant

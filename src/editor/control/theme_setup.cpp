@@ -14,6 +14,10 @@ constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
 constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
 /// The last of the language's words in the classic list.
 constexpr std::string_view kLastLanguageWord = " xor ";
+/// Words of the language that the classic list does not know.
+constexpr char kNewerWords[] =
+    " abstract auto cast catch enum external final funcdef get interface is mixin namespace "
+    "override private protected set shared super try typedef";
 
 struct StyleColour {
     int style;
@@ -116,7 +120,7 @@ void removeTheme(const TextControl& editor, const TextControl& output) {
 }
 
 void colourNames(const TextControl& editor, const ColouredNames& names) {
-    editor.send(sci::kSetKeywords, 0, languageWordList().c_str());
+    editor.send(sci::kSetKeywords, 0, (languageWordList() + kNewerWords).c_str());
     editor.send(sci::kSetKeywords, 1, (libraryWordList() + " " + names.functions).c_str());
     editor.send(sci::kSetKeywords, 3, names.types.c_str());
 }

@@ -8,6 +8,7 @@ namespace korvant {
 namespace {
 
 constexpr int kDeepest = 64;
+constexpr std::uint64_t kLookedAt = 16;  // members, for a text among them
 constexpr char kGlobals[] = "Global variables";
 
 }  // namespace
@@ -20,8 +21,18 @@ void ValueRows::add(DebugValue value, ValueNode parent, int depth, const std::st
     row.path = path;
     row.open = opened != open_.end() && value.node != 0 && depth < kDeepest;
     row.value = value;
+    row.summary = summaryOf(value);
     rows_.push_back(row);
     if (row.open) addChildren(value, depth + 1, path);
+}
+
+/// An array by its length, an object by its first text, else by its type.
+std::string ValueRows::summaryOf(const DebugValue& value) {
+    if (value.node == 0 || value.heading) return {};
+    if (value.named == 0) return std::to_string(value.indexed) + " elements";
+    for (const DebugValue& child : session_.values().children(value.node, 0, kLookedAt))
+        if (child.type == "string" || child.type == "const string") return child.value;
+    return value.type;
 }
 
 void ValueRows::addChildren(const DebugValue& value, int depth, const std::string& path) {

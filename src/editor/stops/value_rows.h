@@ -39,6 +39,7 @@ class ValueRows {
 
   private:
     void add(DebugValue value, ValueNode parent, int depth, const std::string& path);
+    std::string summaryOf(const DebugValue& value);
     void addChildren(const DebugValue& value, int depth, const std::string& path);
 
     DebugSession& session_;

@@ -42,6 +42,9 @@ CodeMarks::~CodeMarks() = default;
 void CodeMarks::define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise) {
     const wxColour first = colourOf((*look_).*colour);
     const bool lined = icon == Icon::breakpointCondition || icon == Icon::breakpointPrints;
+    const wxColour second = lined                 ? *wxWHITE
+                            : icon == Icon::error ? colourOf(look_->editor)
+                                                  : wxNullColour;
     if (picturesFit(control_))
         control_.MarkerDefineBitmap(marker,
                                     iconBundle(icon, kSize, first, lined ? *wxWHITE : wxNullColour)
@@ -149,6 +152,7 @@ void CodeMarks::showBreakpoints(const std::vector<BreakpointRow>& rows) {
     for (const BreakpointRow& row : rows) {
         // The classic marker stands there already.
         if (row.kind == BreakpointRow::Kind::plain && classicShows) continue;
+        if (row.line == stop_.line) continue;  // the arrow is what matters there
         control_.MarkerAdd(row.line - 1, markOf(row.kind));
     }
 }
@@ -157,8 +161,14 @@ void CodeMarks::showStop(const StopMark& stop) {
     if (stop == stop_) return;
     for (const int marker : {kStopBand, kExceptionBand, kCallerBand, kCallerMark})
         control_.MarkerDeleteAll(marker);
+    const bool moved = stop.line != stop_.line;
     stop_ = stop;
     control_.SetCaretLineVisible(stop.line == 0);
+    if (moved) {
+        const std::vector<BreakpointRow> rows = std::move(rows_);
+        showBreakpoints(rows);
+        if (on_) defineClassicMarker();
+    }
     if (!on_ || stop.line == 0) return;
     control_.MarkerAdd(stop.line - 1, stop.isException ? kExceptionBand : kStopBand);
     if (stop.caller == 0) return;

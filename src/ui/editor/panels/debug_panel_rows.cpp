@@ -23,11 +23,6 @@ Icon iconOf(const DebugValue& value) {
     return value.node != 0 ? Icon::classIcon : Icon::enumIcon;
 }
 
-/// The paths of elements stand in the tree already: "[5]", not "samples[5]".
-wxString shortType(const std::string& type) {
-    return fromUtf8(type);
-}
-
 }  // namespace
 
 Icon iconOf(BreakpointRow::Kind kind) {
@@ -73,11 +68,8 @@ ListRow DebugPanel::variableRow(int index) const {
     row.icon = iconOf(value.value);
     if (value.value.changed) row.iconColour = &ThemeTable::accent;
     row.changed = value.value.changed;
-    row.value = fromUtf8(value.value.value);
-    if (row.value.empty() && value.value.indexed > 0)
-        row.value =
-            wxString::Format("%llu elements", static_cast<unsigned long long>(value.value.indexed));
-    row.right = shortType(value.value.type);
+    row.value = fromUtf8(value.summary.empty() ? value.value.value : value.summary);
+    row.right = fromUtf8(value.value.type);
     return row;
 }
 

@@ -74,10 +74,12 @@ void ExceptionBox::place() {
     const int room = control_.GetClientSize().x - at.x - dip(kPadding);
     const int wanted = std::max(dip(kTextX + 30) + std::max(text, links), dip(kWidth));
     const int width = std::max(std::min(wanted, room), dip(200));
-    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width, dip(kHeight));
+    const int rows = detail_.empty() ? 1 : 2;
+    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width,
+            dip(kHeight - (2 - rows) * kRow));
     int x = dip(kTextX);
     for (PaintedButton* link : links_) {
-        link->SetSize(x, dip(kTop + 2 * kRow - 2), link->wantedWidth(), dip(kRow + 2));
+        link->SetSize(x, dip(kTop + rows * kRow - 2), link->wantedWidth(), dip(kRow + 2));
         x += link->wantedWidth() + dip(kLinkGap);
     }
     close_->SetSize(width - dip(32), dip(6), dip(24), dip(24));

@@ -6,7 +6,7 @@
 namespace korvant::ui {
 namespace {
 
-ListMetrics metrics() {
+ListMetrics problemMetrics() {
     ListMetrics places;
     places.iconX = 12;
     places.nameX = 38;
@@ -18,7 +18,7 @@ ListMetrics metrics() {
 }  // namespace
 
 ProblemList::ProblemList(wxWindow* parent, const Look& look, const Problems& problems)
-    : RowList(parent, look, metrics(), "Problems"), problems_(problems) {
+    : RowList(parent, look, problemMetrics(), "Problems"), problems_(problems) {
     setEmptyText("No problems found.");
     count = [this] { return static_cast<int>(problems_.all().size()); };
     row = [this](int index) { return rowOf(index); };
