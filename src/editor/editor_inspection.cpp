@@ -3,7 +3,6 @@
 
 #include "base/text/text_encoding.h"
 #include "editor/script_editor.h"
-#include "language/checker.h"
 
 namespace korvant {
 
@@ -173,7 +172,7 @@ void ScriptEditor::previousProblem() {
 void ScriptEditor::noteBuild() {
     if (!inspection_.enabled()) return;
     const std::optional<std::string> text = document_.scriptBytes();
-    problems_.set(diagnosticsOf(session_.buildMessages(), text.value_or(std::string())));
+    problems_.set(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
     codeIsOld_ = false;
 }
 

@@ -1,12 +1,38 @@
 #include "editor/assist/problems.h"
 
 #include <algorithm>
+#include <string_view>
 #include <tuple>
 #include <utility>
 
 namespace korvant {
 
 namespace {
+
+constexpr std::string_view kContext = "Compiling ";
+
+bool isWordByte(char byte) {
+    return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
+           (byte >= 'A' && byte <= 'Z') || byte == '_' || (byte & 0x80) != 0;
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return lines;
+}
+
+std::int32_t endOfWord(std::string_view line, std::int32_t column) {
+    auto end = static_cast<std::size_t>(std::max(column - 1, 0));
+    if (end >= line.size()) return column;
+    const std::size_t begin = end;
+    while (end < line.size() && isWordByte(line[end])) ++end;
+    return static_cast<std::int32_t>(end == begin ? end + 1 : end) + 1;
+}
 
 std::string counted(int number, const char* what) {
     return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
@@ -69,6 +95,31 @@ std::string Problems::summary() const {
     std::string text = errors_ > 0 ? counted(errors_, "error") : "";
     if (warnings_ > 0) text += (text.empty() ? "" : ", ") + counted(warnings_, "warning");
     return text;
+}
+
+std::vector<Diagnostic> diagnosticsOf(const std::vector<BuildMessage>& messages,
+                                      const std::string& text) {
+    const std::vector<std::string_view> lines = linesOf(text);
+    std::vector<Diagnostic> found;
+    std::string context;
+    for (const BuildMessage& message : messages) {
+        if (message.kind == BuildMessage::Kind::information &&
+            message.plain.rfind(kContext, 0) == 0) {
+            context = message.plain;
+            continue;
+        }
+        Diagnostic one;
+        one.kind = static_cast<Diagnostic::Kind>(message.kind);
+        one.line = one.endLine = std::max(message.row, 0);
+        one.column = one.endColumn = std::max(message.column, 1);
+        const auto index = static_cast<std::size_t>(one.line) - 1;
+        if (one.line > 0 && index < lines.size())
+            one.endColumn = endOfWord(lines[index], one.column);
+        one.text = message.plain;
+        one.context = std::exchange(context, {});
+        found.push_back(std::move(one));
+    }
+    return found;
 }
 
 }  // namespace korvant

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/run/build_messages.h"
 #include "language/diagnostics.h"
 
 namespace korvant {
@@ -31,5 +32,10 @@ class Problems {
     int errors_ = 0, warnings_ = 0;
     std::uint64_t generation_ = 0;
 };
+
+/// The same form of what a build said. "Compiling ..." becomes the context of the next message.
+/// `text` is what was compiled: it tells where the word at a place ends.
+std::vector<Diagnostic> diagnosticsOf(const std::vector<BuildMessage>& messages,
+                                      const std::string& text);
 
 }  // namespace korvant
