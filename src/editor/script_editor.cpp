@@ -42,7 +42,11 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       assistant_(editor_, debugger_, surroundings.families),
       recovery_({document_, window_, files_, backups_, *session_.services().clock},
                 joinPathIn(surroundings.dataFolder, "recovery")),
-      recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")) {}
+      recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")) {
+    inspection_.onPrinted = [this](const std::string& text) {
+        output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
+    };
+}
 
 ScriptEditor::~ScriptEditor() = default;
 

@@ -110,6 +110,7 @@ class ScriptEditor {
     std::uint64_t textVersion() const noexcept { return textVersion_; }
     /// The names that the script declares have settled: they are coloured, and listed.
     std::vector<OutlineEntry> readOutline();
+    int textLength() const { return editor_.length(); }
     std::size_t caretPosition() const { return static_cast<std::size_t>(editor_.caret()); }
     void gotoBytes(std::size_t position);
     void gotoScriptLine(std::int32_t line);

@@ -1,13 +1,18 @@
 // The window with everything around the text: each state once, as a picture and as what it says.
+#include <wx/textctrl.h>
 #include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
+
+#include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/debug_panel.h"
+#include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/main_toolbar.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/status_line.h"
+#include "ui/editor/panels/welcome_pane.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;
@@ -216,6 +221,49 @@ TEST_P(EditorLook, Problems) {
     edit(script);
 }
 
+TEST_P(EditorLook, FindBar) {
+    ready();
+    driver.key('H', wxMOD_CONTROL);
+    driver.when("the bar",
+                [this] { return part<ui::FindBar>() && part<ui::FindBar>()->field()->HasFocus(); });
+    driver.type("metres");
+    driver.when("the count", [this] { return part<ui::FindBar>()->said() == "4"; });
+    driver.key(WXK_F3);
+    driver.when("the first", [this] { return part<ui::FindBar>()->said() == "1 of 4"; });
+    picture(named("look-find"));
+    driver.key(WXK_F3, wxMOD_SHIFT);
+    driver.when("the last, again",
+                [this] { return part<ui::FindBar>()->said() == "4 of 4, first again"; });
+    driver.key(WXK_ESCAPE);
+    driver.when("the text", [this] { return editor()->HasFocus() && !part<ui::FindBar>(); });
+    closeBox();
+    edit(kTour);
+}
+
+TEST_P(EditorLook, BreakpointThatStopsWhen) {
+    ready();
+    breakAt({20});
+    driver.key(WXK_F9, wxMOD_ALT);
+    driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
+    driver.key(WXK_DOWN);
+    driver.when("its field",
+                [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
+    driver.type("i == 3");
+    picture(named("look-breakpoint"));
+    driver.key(WXK_RETURN);
+    ready();
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 20 in Hole::grade");
+    check([this] {
+        EXPECT_NE(rows(list(ui::DebugPanel::kVariables)).find("\ni=3\n"), std::string::npos);
+        EXPECT_EQ(rows(list(ui::DebugPanel::kBreakpoints)), "line 20 (when i == 3)\n");
+    });
+    driver.key(WXK_F11, wxMOD_SHIFT);
+    untilStatus("Stopped at line 30 in report");
+    closeBox();
+    edit(kTour);
+}
+
 INSTANTIATE_TEST_SUITE_P(Themes, EditorLook,
                          testing::Values(ThemeChoice::light, ThemeChoice::dark));
 
@@ -239,6 +287,43 @@ TEST_F(FullWindow, ClassicLayoutAndBack) {
     closeBox();
     edit(kTour);
     EXPECT_FALSE(ui::loadEditorSettings().classic);
+}
+
+TEST_F(FullWindow, Welcome) {
+    use(ThemeChoice::light);
+    ready();
+    picture("look-welcome");
+    check([this] { EXPECT_NE(part<ui::WelcomePane>(), nullptr); });
+    closeBox();
+    edit("");
+}
+
+TEST_F(FullWindow, EveryPaneByKeyboard) {
+    use(ThemeChoice::dark);
+    ready();
+    breakAt({20});
+    driver.key('7', wxMOD_CONTROL);
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 20 in Hole::grade");
+    const auto next = [this](const std::string& pane, std::function<wxWindow*()> window) {
+        driver.key(WXK_F6, wxMOD_CONTROL);
+        driver.when(pane, [window] { return window() && window()->HasFocus(); });
+    };
+    ready();
+    next("outline", [this] { return part<ui::OutlinePane>()->list(); });
+    next("output", [this] { return pane(); });
+    for (const auto section : {ui::DebugPanel::kStack, ui::DebugPanel::kVariables,
+                               ui::DebugPanel::kWatches, ui::DebugPanel::kBreakpoints})
+        next("a section", [this, section] { return list(section); });
+    next("the toolbar", [this] { return part<ui::MainToolbar>()->button(command_id::kContinue); });
+    driver.key(WXK_RIGHT);
+    driver.when("the next button", [this] {
+        return part<ui::MainToolbar>()->button(command_id::kStepOver)->HasFocus();
+    });
+    driver.key(WXK_SPACE);
+    untilStatus("Stopped at line 17 in Hole::grade");
+    closeBox();
+    edit(kTour);
 }
 
 TEST_F(FullWindow, SmallWindow) {

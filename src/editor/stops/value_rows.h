@@ -14,6 +14,7 @@ struct ValueRow {
     int depth = 0;
     bool open = false;
     ValueNode parent = 0;
+    std::string summary;     ///< of a value with members; else empty
     std::string path;        ///< of names, from the outermost
     std::uint64_t more = 0;  ///< not a value: so many children are not shown yet
     bool hasChildren() const { return value.node != 0 && more == 0; }

@@ -159,6 +159,7 @@ void CEditorDlg::layOutControls() {
 /// What is the window's own can be done while a script runs, too.
 void CEditorDlg::onCommand(int command) {
     const EditorCommand* record = findCommand(command);
+    if (workbench_ && workbench_->takesCommand(command)) return;
     if (record && !record->handler)
         windowCommand(command);
     else
@@ -173,6 +174,10 @@ void CEditorDlg::onKey(wxKeyEvent& event) {
     const bool inText = editorControl_ && FindFocus() == editorControl_;
     const EditorCommand* record = key ? commandOfKey(*key, inText) : nullptr;
     if (record && !record->handler) return windowCommand(record->id);
+    if (record && workbench_ && workbench_->takesCommand(record->id)) return;
+    if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers() && workbench_ &&
+        workbench_->escape())
+        return;
     if (key && editor_.key(*key, inText)) return;
     if (key != functionKeyPress(10)) event.Skip();
 }

@@ -30,6 +30,7 @@ class PaintedButton : public PaintedWindow {
                   std::function<void()> pressed);
 
     void setFace(Face face);
+    void setAction(std::function<void()> pressed) { pressed_ = std::move(pressed); }
     const Face& face() const { return face_; }
     /// Words are left out where there is no room.
     void showWords(bool shown);

@@ -3,15 +3,19 @@
 #include <wx/frame.h>
 #include <wx/menu.h>
 #include <wx/stc/stc.h>
+#include <wx/textctrl.h>
 
 #include <algorithm>
 
 #include "ui/editor/panels/bottom_panes.h"
+#include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/code_marks.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
+#include "ui/editor/panels/welcome_pane.h"
 #include "ui/kit/edge_grip.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
@@ -63,6 +67,8 @@ void Workbench::makeParts() {
     makeOutline();
     makeSide();
     makeMarks();
+    makeBoxes();
+    makeWelcome();
     if (controls_.output) controls_.output->SetMarginLeft(frame_.FromDIP(kOutputMargin));
 }
 
@@ -119,6 +125,7 @@ void Workbench::makeSide() {
         shownStop_ = ~std::uint64_t{0};
         refresh();
     };
+    actions.editBreakpoint = [this](int line) { editBreakpoint(line); };
     side_ = new DebugPanel(&frame_, look_, editor_.inspection(), std::move(actions));
     side_->setFolded(settings_.foldedSections);
     for (const int section : {DebugPanel::kStack, DebugPanel::kVariables, DebugPanel::kWatches,
@@ -127,6 +134,96 @@ void Workbench::makeSide() {
             settings_.sideWidth = std::max(layout_.side.width - 1 - frame_.ToDIP(moved), 1);
             layOut();
         });
+}
+
+void Workbench::makeBoxes() {
+    if (!controls_.text) return;
+    BreakpointBox::Actions actions;
+    actions.done = [this](int line, const BreakpointWishes& wishes) {
+        editor_.changeBreakpoint(line, wishes);
+    };
+    actions.remove = [this](int line) {
+        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.remove(line); });
+    };
+    actions.closed = [this] { controls_.text->SetFocus(); };
+    breakpointBox_ = new BreakpointBox(*controls_.text, look_, std::move(actions));
+    findBar_ = new FindBar(
+        &frame_, look_, *controls_.text, settings_, [this] { layOut(); }, [this] { closeFind(); });
+    findBar_->Hide();
+}
+
+/// With nothing to edit yet, unless the user has had enough of it.
+void Workbench::makeWelcome() {
+    WelcomePane::Actions actions;
+    actions.create = [this] { command_(command_id::kNew); };
+    actions.open = [this] { command_(command_id::kOpen); };
+    actions.examples = [this] { command_(command_id::kHelp); };
+    actions.manual = [this] { command_(command_id::kHelp); };
+    actions.showAtStart = [this](bool shown) {
+        settings_.welcome = shown;
+        keepSettings();
+    };
+    actions.closed = [this] { closeWelcome(); };
+    welcome_ = new WelcomePane(&frame_, look_, settings_.welcome, std::move(actions));
+    welcomeShown_ = settings_.welcome && editor_.textLength() == 0;
+}
+
+void Workbench::closeWelcome() {
+    if (!std::exchange(welcomeShown_, false)) return;
+    layOut();
+    if (controls_.text) controls_.text->SetFocus();
+}
+
+void Workbench::openFind(bool withReplace) {
+    if (!findBar_) return;
+    findShown_ = true;
+    foundText_ = editor_.textVersion();
+    findBar_->open(withReplace);
+    refreshToolbar(shown_);
+}
+
+void Workbench::closeFind() {
+    if (!std::exchange(findShown_, false)) return;
+    findBar_->leave();
+    layOut();
+    controls_.text->SetFocus();
+    keepSettings();
+}
+
+void Workbench::editBreakpoint(int line) {
+    if (!breakpointBox_ || settings_.classic) return;
+    editor_.gotoScriptLine(line);
+    BreakpointWishes wishes;
+    editor_.editBreakpoints([&](BreakpointPlan& plan) { wishes = plan.wishesAt(line); });
+    breakpointBox_->open(line, wishes);
+}
+
+bool Workbench::inMargins(const wxPoint& place) const {
+    return !settings_.classic && controls_.text && place.x >= 0 &&
+           place.x < controls_.text->GetMarginWidth(kNumberMargin) +
+                         controls_.text->GetMarginWidth(kBookmarkMargin);
+}
+
+bool Workbench::takesCommand(int id) {
+    if (settings_.classic || !findBar_) return false;
+    if (id == command_id::kFind || id == command_id::kReplace) {
+        const bool isOpen = findShown_ && id == command_id::kFind && findBar_->field()->HasFocus();
+        isOpen ? closeFind() : openFind(id == command_id::kReplace);
+        return true;
+    }
+    if (!findShown_ || (id != command_id::kFindNext && id != command_id::kFindPrevious))
+        return false;
+    findBar_->go(id == command_id::kFindNext);
+    return true;
+}
+
+bool Workbench::escape() {
+    if (settings_.classic || !controls_.text) return false;
+    if (breakpointBox_->IsShown()) return breakpointBox_->close(), true;
+    if (findShown_) return closeFind(), true;
+    if (controls_.text->HasFocus()) return false;
+    controls_.text->SetFocus();
+    return true;
 }
 
 void Workbench::makeMarks() {
@@ -159,6 +256,8 @@ void Workbench::applyTextLook() {
     editor_.setInspecting(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, face);
     if (marks_) marks_->use(!plain);
+    if (findBar_) findBar_->applyLook();
+    if (welcome_) welcome_->applyLook();
 }
 
 void Workbench::systemColoursChanged() {
@@ -173,7 +272,10 @@ WorkbenchState Workbench::state() const {
     state.bottom = settings_.bottom;
     state.right = bottom_ && bottom_->hasRight();
     state.outline = settings_.outline;
-    state.side = sideShown_;
+    state.side = sideShown_ || welcomeShown_;
+    state.welcome = welcomeShown_ && !sideShown_;
+    state.findBar = findShown_;
+    state.replaceRow = findShown_ && findBar_->hasReplaceRow();
     state.stopped =
         shown_.run == EditorStatus::Run::stopped || shown_.run == EditorStatus::Run::exception;
     state.outlineWidth = settings_.outlineWidth;
@@ -212,9 +314,9 @@ void Workbench::layOut() {
     if (controls_.rule) controls_.rule->Show(settings_.classic);
     if (settings_.classic) {
         if (!parted_) return layOutClassic();
-        for (wxWindow* part :
-             std::initializer_list<wxWindow*>{toolbar_, statusLine_, side_, outline_})
-            part->Hide();
+        for (wxWindow* part : std::initializer_list<wxWindow*>{toolbar_, statusLine_, side_,
+                                                               outline_, findBar_, welcome_})
+            if (part) part->Hide();
         bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
         return layOutClassic();
     }
@@ -225,7 +327,9 @@ void Workbench::layOut() {
     place(controls_.text, layout_.editor);
     place(outline_, layout_.outline);
     side_->setAsTabs(layout_.sideAsTabs);
-    place(side_, layout_.side);
+    place(side_, sideShown_ ? layout_.side : Rectangle());
+    place(welcome_, sideShown_ ? Rectangle() : layout_.side);
+    place(findBar_, layout_.findBar);
     bottom_->layOut(layout_, settings_.bottom,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
     refreshToolbar(shown_);
@@ -315,6 +419,8 @@ bool Workbench::command(int id) {
         case command_id::kNextPane:
         case command_id::kPreviousPane:
             return moveFocus(id == command_id::kNextPane ? 1 : -1), true;
+        case command_id::kEditBreakpoint:
+            return editBreakpoint(shown_.line), true;
         case command_id::kNextProblem:
         case command_id::kPreviousProblem:
             return goToProblem(id == command_id::kNextProblem), true;
@@ -366,6 +472,7 @@ void Workbench::showSide(bool shown) {
 std::vector<wxWindow*> Workbench::focusOrder() const {
     std::vector<wxWindow*> order;
     if (!settings_.classic && toolbar_->IsShown()) order.push_back(toolbar_->tabStop());
+    if (!settings_.classic && findShown_) order.push_back(findBar_->field());
     order.push_back(controls_.text);
     if (settings_.classic) {
         order.push_back(controls_.output);

@@ -23,10 +23,13 @@ class wxStyledTextCtrl;
 namespace korvant::ui {
 
 class BottomPanes;
+class BreakpointBox;
 class CodeMarks;
 class ExceptionBox;
+class FindBar;
 class OutlinePane;
 class ProblemList;
+class WelcomePane;
 
 /// The two controls of an editor. Either may be missing.
 struct EditorControls {
@@ -58,6 +61,16 @@ class Workbench {
     void systemColoursChanged();
     /// A command that is the window's own; false for any other.
     bool command(int id);
+    /// A command of the editor that the window does in its own way; false for any other.
+    bool takesCommand(int id);
+    /// Escape outside of lists and fields; false when nothing was open.
+    bool escape();
+    void openFind(bool withReplace);
+    void closeFind();
+    /// The box of a breakpoint's wishes, for the 1-based `line`.
+    void editBreakpoint(int line);
+    /// The place is in the margins of the text.
+    bool inMargins(const wxPoint& place) const;
     /// The menu items of the window's commands, told through this.
     std::function<void(int id, bool checked)> showChecked;
 
@@ -76,6 +89,9 @@ class Workbench {
     void makeOutline();
     void makeMarks();
     void applyTextLook();
+    void makeBoxes();
+    void makeWelcome();
+    void closeWelcome();
     bool viewCommand(int id);
     void focusPane(int number);
     void goToProblem(bool next);
@@ -119,7 +135,13 @@ class Workbench {
     OutlinePane* outline_ = nullptr;
     ProblemList* problemList_ = nullptr;
     ExceptionBox* exceptionBox_ = nullptr;
-    wxTimer pause_;  ///< in the user's typing
+    BreakpointBox* breakpointBox_ = nullptr;
+    FindBar* findBar_ = nullptr;
+    WelcomePane* welcome_ = nullptr;
+    bool findShown_ = false;
+    bool welcomeShown_ = false;
+    std::uint64_t foundText_ = 0;  ///< the version of the text whose matches are marked
+    wxTimer pause_;                ///< in the user's typing
     bool sideShown_ = false;
     bool sideByStop_ = false;    ///< the panel goes when the run is over
     bool closedByHand_ = false;  ///< the panel stays away in this run

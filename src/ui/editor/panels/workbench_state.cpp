@@ -8,6 +8,7 @@
 #include "ui/editor/panels/code_marks.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/workbench.h"
@@ -62,6 +63,10 @@ void Workbench::refresh() {
     followBreakpoints();
     if (editor_.textVersion() != shownText_ && !pause_.IsRunning())
         pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1 : kPauseInTyping);
+    if (findShown_ && editor_.textVersion() != foundText_) {
+        foundText_ = editor_.textVersion();
+        findBar_->textChanged();
+    }
     if (status == shown_) return;
     const bool relaid = status.run != shown_.run;
     shown_ = status;
@@ -78,6 +83,7 @@ void Workbench::followRun(const EditorStatus& status) {
     if (isNewRun) closedByHand_ = false;
     if (standsStill(status.run) && !standsStill(shown_.run) && !sideShown_ && !closedByHand_) {
         sideByStop_ = true;
+        welcomeShown_ = false;
         showSide(true);
     }
     if (status.run == Run::idle && shown_.run != Run::idle && std::exchange(sideByStop_, false))
@@ -187,6 +193,7 @@ void Workbench::refreshToolbar(const EditorStatus& status) {
     state.outline = settings_.outline;
     state.bottom = settings_.bottom;
     state.side = sideShown_;
+    state.find = findShown_;
     state.runMilliseconds = status.runMilliseconds;
     state.limitMilliseconds = status.limitMilliseconds;
     toolbar_->setState(state);

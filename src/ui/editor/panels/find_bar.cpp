@@ -1,0 +1,321 @@
+#include "ui/editor/panels/find_bar.h"
+
+#include <wx/checkbox.h>
+#include <wx/stc/stc.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+
+#include "ui/kit/ui_native.h"
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kFieldX = 37, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
+              kOptionWidth = 28, kCountX = 412, kButtonHeight = 28;
+constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
+constexpr std::size_t kMostMatches = 100000;
+
+wxString selectedLine(wxStyledTextCtrl& text) {
+    const wxString selected = text.GetSelectedText();
+    return selected.Contains("\n") ? wxString() : selected;
+}
+
+}  // namespace
+
+FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
+                 EditorSettings& settings, std::function<void()> layOut,
+                 std::function<void()> closed)
+    : PaintedWindow(parent, look, false),
+      text_(text),
+      settings_(settings),
+      layOut_(std::move(layOut)),
+      closed_(std::move(closed)) {
+    field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
+    replacement_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
+    replacement_->SetHint("Replace with");
+    inSelection_ = new wxCheckBox(this, wxID_ANY, "Only in the selection");
+    native::setAccessibleName(*field_, "Find");
+    native::setAccessibleName(*replacement_, "Replace with");
+    makeButtons();
+    connectField(*field_);
+    connectField(*replacement_);
+    field_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { search(); });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        place();
+        event.Skip();
+    });
+    setAccessibleName("Find");
+}
+
+PaintedButton* FindBar::addOption(const wxString& label, const wxString& name,
+                                  bool EditorSettings::*on) {
+    PaintedButton::Face face;
+    face.label = label;
+    face.name = name;
+    auto* button = new PaintedButton(this, look(), PaintedButton::Kind::plain, face, {});
+    button->setPressed(settings_.*on);
+    button->setAction([this, button, on] {
+        settings_.*on = !(settings_.*on);
+        button->setPressed(settings_.*on);
+        search();
+    });
+    options_.push_back(button);
+    return button;
+}
+
+void FindBar::makeButtons() {
+    using Kind = PaintedButton::Kind;
+    addOption("Aa", "Match case", &EditorSettings::findMatchCase);
+    addOption("W", "Whole words", &EditorSettings::findWholeWord);
+    addOption(".*", "Regular expression", &EditorSettings::findExpression);
+    const auto icon = [this](Icon picture, const wxString& name, std::function<void()> act) {
+        return new PaintedButton(this, look(), Kind::plain,
+                                 {picture, {}, {}, name, &ThemeTable::secondText}, std::move(act));
+    };
+    more_ = icon(Icon::right, "Replace", [this] { open(!replaceRow_); });
+    previous_ = icon(Icon::up, "Previous match, Shift+F3", [this] { go(false); });
+    next_ = icon(Icon::down, "Next match, F3", [this] { go(true); });
+    close_ = icon(Icon::close, "Close, Esc", [this] { closed_(); });
+    const auto framed = [this](const wxString& label, std::function<void()> act) {
+        PaintedButton::Face face;
+        face.label = label;
+        return new PaintedButton(this, look(), Kind::framed, face, std::move(act));
+    };
+    markAll_ = framed("Mark all", [this] { selectAll(); });
+    replace_ = framed("Replace", [this] { replaceOne(); });
+    replaceAll_ = framed("Replace all", [this] { replaceAll(); });
+}
+
+void FindBar::connectField(wxTextCtrl& field) {
+    field.Bind(wxEVT_KEY_DOWN, &FindBar::onFieldKey, this);
+    field.Bind(wxEVT_TEXT_ENTER, [this, &field](wxCommandEvent&) {
+        &field == field_ ? go(!wxGetKeyState(WXK_SHIFT)) : replaceOne();
+    });
+}
+
+void FindBar::onFieldKey(wxKeyEvent& event) {
+    const int code = event.GetKeyCode();
+    if (code == WXK_ESCAPE) return closed_();
+    if (code == WXK_RETURN && event.AltDown()) return selectAll();
+    if (code == WXK_DOWN) return go(true);
+    if (code == WXK_UP) return go(false);
+    event.Skip();
+}
+
+void FindBar::applyLook() {
+    for (wxWindow* field : std::initializer_list<wxWindow*>{field_, replacement_}) {
+        field->SetFont(look().plain);
+        field->SetBackgroundColour(colourOf(look()->editor));
+        field->SetForegroundColour(colourOf(look()->text));
+    }
+    inSelection_->SetForegroundColour(colourOf(look()->text));
+    const auto indicator = [this](int number, const Tint& tint) {
+        text_.IndicatorSetStyle(number, wxSTC_INDIC_ROUNDBOX);
+        text_.IndicatorSetForeground(number, colourOf(tint.colour));
+        text_.IndicatorSetAlpha(number, tint.alpha);
+        text_.IndicatorSetOutlineAlpha(number, tint.outline);
+        text_.IndicatorSetUnder(number, true);
+    };
+    indicator(kAllIndicator, look()->findAll);
+    indicator(kCurrentIndicator, look()->findCurrent);
+}
+
+void FindBar::open(bool withReplace) {
+    replaceRow_ = withReplace;
+    PaintedButton::Face face = more_->face();
+    face.icon = withReplace ? Icon::down : Icon::right;
+    more_->setFace(face);
+    layOut_();
+    applyLook();
+    if (const wxString selected = selectedLine(text_); !selected.empty())
+        field_->ChangeValue(selected);
+    field_->SetFocus();
+    field_->SelectAll();
+    search();
+}
+
+void FindBar::leave() {
+    for (const int indicator : {kAllIndicator, kCurrentIndicator}) {
+        text_.SetIndicatorCurrent(indicator);
+        text_.IndicatorClearRange(0, text_.GetLength());
+    }
+    matches_.clear();
+}
+
+std::vector<FindBar::Match> FindBar::matchesIn(int begin, int end) const {
+    std::vector<Match> matches;
+    const wxString wanted = field_->GetValue();
+    if (wanted.empty()) return matches;
+    int flags = settings_.findMatchCase ? wxSTC_FIND_MATCHCASE : 0;
+    if (settings_.findWholeWord) flags |= wxSTC_FIND_WHOLEWORD;
+    if (settings_.findExpression) flags |= wxSTC_FIND_REGEXP | wxSTC_FIND_POSIX;
+    text_.SetSearchFlags(flags);
+    while (begin <= end && matches.size() < kMostMatches) {
+        text_.SetTargetStart(begin);
+        text_.SetTargetEnd(end);
+        if (text_.SearchInTarget(wanted) < 0) break;
+        const Match match{text_.GetTargetStart(), text_.GetTargetEnd()};
+        if (match.end > match.begin) matches.push_back(match);
+        begin = std::max(match.end, match.begin + 1);
+    }
+    return matches;
+}
+
+void FindBar::textChanged() {
+    if (IsShown()) search();
+}
+
+void FindBar::search() {
+    matches_ = matchesIn(0, text_.GetLength());
+    mark();
+    showCount(false);
+}
+
+int FindBar::currentMatch() const {
+    for (std::size_t i = 0; i < matches_.size(); ++i)
+        if (matches_[i].begin == text_.GetSelectionStart() &&
+            matches_[i].end == text_.GetSelectionEnd())
+            return static_cast<int>(i);
+    return -1;
+}
+
+void FindBar::mark() {
+    for (const int indicator : {kAllIndicator, kCurrentIndicator}) {
+        text_.SetIndicatorCurrent(indicator);
+        text_.IndicatorClearRange(0, text_.GetLength());
+    }
+    const int current = currentMatch();
+    for (std::size_t i = 0; i < matches_.size(); ++i) {
+        const bool isCurrent = static_cast<int>(i) == current;
+        text_.SetIndicatorCurrent(isCurrent ? kCurrentIndicator : kAllIndicator);
+        text_.IndicatorFillRange(matches_[i].begin, matches_[i].end - matches_[i].begin);
+    }
+}
+
+void FindBar::showCount(bool wrapped) {
+    const int current = currentMatch();
+    const auto count = static_cast<int>(matches_.size());
+    said_ = field_->GetValue().empty() ? wxString()
+            : count == 0               ? wxString("No match")
+            : current < 0              ? wxString::Format("%d", count)
+                                       : wxString::Format("%d of %d", current + 1, count);
+    if (wrapped) said_ += ", first again";
+    PaintedButton::Face face = replaceAll_->face();
+    face.label = count > 0 ? wxString::Format("Replace all %d", count) : wxString("Replace all");
+    replaceAll_->setFace(face);
+    place();
+    Refresh();
+}
+
+void FindBar::select(const Match& match) {
+    text_.EnsureVisibleEnforcePolicy(text_.LineFromPosition(match.begin));
+    text_.SetSelection(match.begin, match.end);
+    text_.EnsureCaretVisible();
+}
+
+void FindBar::go(bool forward) {
+    if (matches_.empty()) return showCount(false);
+    const int caret = forward ? text_.GetSelectionEnd() : text_.GetSelectionStart();
+    const auto found =
+        forward ? std::find_if(matches_.begin(), matches_.end(),
+                               [caret](const Match& match) { return match.begin >= caret; })
+                : std::find_if(matches_.rbegin(), matches_.rend(), [caret](const Match& match) {
+                      return match.end <= caret;
+                  }).base();
+    const bool none = forward ? found == matches_.end() : found == matches_.begin();
+    if (none)
+        select(forward ? matches_.front() : matches_.back());
+    else
+        select(forward ? *found : *(found - 1));
+    mark();
+    showCount(none);
+}
+
+void FindBar::selectAll() {
+    if (matches_.empty()) return;
+    text_.SetMultipleSelection(true);
+    text_.SetAdditionalSelectionTyping(true);
+    text_.SetSelection(matches_[0].end, matches_[0].begin);
+    for (std::size_t i = 1; i < matches_.size(); ++i)
+        text_.AddSelection(matches_[i].end, matches_[i].begin);
+    text_.SetFocus();
+}
+
+/// The control fills in the groups of the expression that has just been searched for.
+void FindBar::replaceOne() {
+    const int current = currentMatch();
+    if (current >= 0) {
+        const Match match = matches_[static_cast<std::size_t>(current)];
+        matchesIn(match.begin, match.end);
+        text_.SetTargetStart(match.begin);
+        text_.SetTargetEnd(match.end);
+        if (text_.SearchInTarget(field_->GetValue()) >= 0)
+            settings_.findExpression ? text_.ReplaceTargetRE(replacement_->GetValue())
+                                     : text_.ReplaceTarget(replacement_->GetValue());
+        text_.SetSelection(text_.GetTargetEnd(), text_.GetTargetEnd());
+    }
+    search();
+    go(true);
+}
+
+void FindBar::replaceAll() {
+    const bool part = inSelection_->GetValue();
+    int begin = part ? text_.GetSelectionStart() : 0;
+    int end = part ? text_.GetSelectionEnd() : text_.GetLength();
+    text_.BeginUndoAction();
+    for (const std::vector<Match> all = matchesIn(begin, end); const Match& first : all) {
+        (void)first;
+        text_.SetTargetStart(begin);
+        text_.SetTargetEnd(end);
+        if (text_.SearchInTarget(field_->GetValue()) < 0) break;
+        const int before = text_.GetTargetEnd() - text_.GetTargetStart();
+        const int after = settings_.findExpression ? text_.ReplaceTargetRE(replacement_->GetValue())
+                                                   : text_.ReplaceTarget(replacement_->GetValue());
+        begin = text_.GetTargetStart() + after;
+        end += after - before;
+    }
+    text_.EndUndoAction();
+    search();
+}
+
+void FindBar::place() {
+    const int height = dip(kFieldHeight), first = dip(kFirstRow), second = dip(kSecondRow);
+    more_->SetSize(dip(4), first, dip(28), height);
+    const int options = dip(kOptionWidth) * static_cast<int>(options_.size());
+    field_->SetSize(dip(kFieldX), first, dip(kFieldWidth) - options, height);
+    int x = dip(kFieldX + kFieldWidth) - options;
+    for (PaintedButton* option : options_) {
+        option->SetSize(x, first, dip(kOptionWidth), height);
+        x += dip(kOptionWidth);
+    }
+    x = dip(kCountX) + std::max(textWidth(*this, said_, look().strong) + dip(12), dip(56));
+    for (PaintedButton* button : {previous_, next_}) {
+        button->SetSize(x, first, dip(28), height);
+        x += dip(32);
+    }
+    markAll_->SetSize(x + dip(12), first, markAll_->wantedWidth(), dip(kButtonHeight));
+    close_->SetSize(GetClientSize().x - dip(36), first, dip(28), height);
+    for (wxWindow* part :
+         std::initializer_list<wxWindow*>{replacement_, replace_, replaceAll_, inSelection_})
+        part->Show(replaceRow_);
+    if (!replaceRow_) return;
+    replacement_->SetSize(dip(kFieldX), second, dip(kFieldWidth), height);
+    x = dip(kCountX);
+    for (PaintedButton* button : {replace_, replaceAll_}) {
+        button->SetSize(x, second, button->wantedWidth(), dip(kButtonHeight));
+        x += button->wantedWidth() + dip(8);
+    }
+    inSelection_->SetSize(x + dip(6), second, inSelection_->GetBestSize().x, height);
+}
+
+void FindBar::paint(wxGraphicsContext& context) {
+    const wxSize size = GetClientSize();
+    fill(context, wxRect(size), look()->chrome);
+    fill(context, {0, size.y - 1, size.x, 1}, look()->border);
+    const bool none = matches_.empty() && !field_->GetValue().empty();
+    text(context, said_, look().strong, none ? look()->error : look()->text, dip(kCountX),
+         dip(kFirstRow), dip(kFieldHeight));
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,69 @@
+// The find bar over the text: matches counted and marked while the user types.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "ui/editor/editor_settings.h"
+#include "ui/kit/painted_button.h"
+
+class wxCheckBox;
+class wxStyledTextCtrl;
+class wxTextCtrl;
+
+namespace korvant::ui {
+
+class FindBar : public PaintedWindow {
+  public:
+    /// `layOut` is called when the bar needs another height; `closed` when it is to go.
+    FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text, EditorSettings& settings,
+            std::function<void()> layOut, std::function<void()> closed);
+
+    /// Starts with what is selected, where that is on one line.
+    void open(bool withReplace);
+    bool hasReplaceRow() const { return replaceRow_; }
+    /// Goes to a match; begins again at the other end, and says so.
+    void go(bool forward);
+    /// The marks of the matches go.
+    void leave();
+    void applyLook();
+    /// The text has changed: matches are counted anew.
+    void textChanged();
+    wxTextCtrl* field() const { return field_; }
+    wxString said() const { return said_; }
+
+  private:
+    struct Match {
+        int begin = 0, end = 0;
+    };
+    void makeButtons();
+    PaintedButton* addOption(const wxString& label, const wxString& name, bool EditorSettings::*on);
+    void place();
+    void connectField(wxTextCtrl& field);
+    void onFieldKey(wxKeyEvent& event);
+    void search();
+    std::vector<Match> matchesIn(int begin, int end) const;
+    int currentMatch() const;
+    void showCount(bool wrapped);
+    void mark();
+    void select(const Match& match);
+    void selectAll();
+    void replaceOne();
+    void replaceAll();
+    void paint(wxGraphicsContext& context) override;
+
+    wxStyledTextCtrl& text_;
+    EditorSettings& settings_;
+    std::function<void()> layOut_, closed_;
+    wxTextCtrl* field_ = nullptr;
+    wxTextCtrl* replacement_ = nullptr;
+    wxCheckBox* inSelection_ = nullptr;
+    PaintedButton *more_ = nullptr, *previous_ = nullptr, *next_ = nullptr, *markAll_ = nullptr,
+                  *close_ = nullptr, *replace_ = nullptr, *replaceAll_ = nullptr;
+    std::vector<PaintedButton*> options_;
+    std::vector<Match> matches_;
+    wxString said_;
+    bool replaceRow_ = false;
+};
+
+}  // namespace korvant::ui

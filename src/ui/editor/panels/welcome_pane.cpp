@@ -1,0 +1,110 @@
+#include "ui/editor/panels/welcome_pane.h"
+
+#include <wx/checkbox.h>
+
+#include <algorithm>
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kLeft = 24, kRight = 24, kTitle = 24, kIntro = 62, kIntroRow = 20, kSteps = 116,
+              kStep = 56, kStepGap = 8, kStart = 392, kLinks = 408, kLink = 28, kFoot = 46;
+
+struct Step {
+    const char* title;
+    const char* what;
+    const char* key;
+};
+constexpr Step kStepTexts[] = {
+    {"Run it", "What it prints appears in the console.", "F5"},
+    {"Stop at a line", "Click beside a line number, then run.", "F9"},
+    {"Go on step by step", "The variables show at the right.", "F11"},
+    {"Check without running", "Errors are listed with their lines.", "F7"},
+};
+
+}  // namespace
+
+WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, Actions actions)
+    : PaintedWindow(parent, look, false) {
+    addLink(Icon::newFile, "New script", "Ctrl+N", actions.create);
+    addLink(Icon::open, "Open a script...", "Ctrl+O", actions.open);
+    addLink(Icon::book, "More examples...", {}, actions.examples);
+    addLink(Icon::help, "Scripting manual", "F1", actions.manual);
+    close_ =
+        new PaintedButton(this, look, PaintedButton::Kind::plain,
+                          {Icon::close, {}, {}, "Close", &ThemeTable::secondText}, actions.closed);
+    atStart_ = new wxCheckBox(this, wxID_ANY, "Show this when the editor starts");
+    atStart_->SetValue(showAtStart);
+    Bind(wxEVT_CHECKBOX,
+         [tell = actions.showAtStart](wxCommandEvent& event) { tell(event.IsChecked()); });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        place();
+        event.Skip();
+    });
+    setAccessibleName("Welcome");
+    applyLook();
+}
+
+void WelcomePane::applyLook() {
+    atStart_->SetForegroundColour(colourOf(look()->secondText));
+    atStart_->SetBackgroundColour(colourOf(look()->chrome));
+}
+
+void WelcomePane::addLink(Icon icon, const wxString& label, const wxString& key,
+                          std::function<void()> act) {
+    links_.push_back(new PaintedButton(this, look(), PaintedButton::Kind::link,
+                                       {icon, label, key, {}, &ThemeTable::accent},
+                                       std::move(act)));
+    links_.back()->SetCursor(wxCursor(wxCURSOR_HAND));
+}
+
+void WelcomePane::place() {
+    const wxSize size = GetClientSize();
+    int y = dip(kLinks);
+    for (PaintedButton* link : links_) {
+        link->SetSize(dip(kLeft), y, link->wantedWidth(), dip(kLink));
+        y += dip(kLink);
+    }
+    close_->SetSize(size.x - dip(36), dip(8), dip(28), dip(28));
+    atStart_->SetSize(dip(kLeft), std::max(size.y - dip(kFoot), y), size.x - dip(kLeft + kRight),
+                      dip(26));
+}
+
+void WelcomePane::paintStep(wxGraphicsContext& context, int step, int y) {
+    const Step& shown = kStepTexts[step];
+    const int width = GetClientSize().x - dip(kLeft + kRight), x = dip(kLeft);
+    context.SetPen(wxPen(colourOf(look()->border)));
+    context.SetBrush(wxBrush(colourOf(look()->panel)));
+    context.DrawRoundedRectangle(x + 0.5, y + 0.5, width - 1, dip(kStep) - 1, dip(5));
+    rounded(context, {x + dip(12), y + dip(15), dip(26), dip(26)}, dip(13), look()->selected);
+    const wxString number = wxString::Format("%d", step + 1);
+    text(context, number, look().strong, look()->accent,
+         x + dip(25) - textWidth(*this, number, look().strong) / 2, y + dip(15), dip(26));
+    text(context, shown.title, look().strong, look()->text, x + dip(52), y + dip(8), dip(20));
+    text(context, shown.what, look().small, look()->secondText, x + dip(52), y + dip(28), dip(20));
+    const int key = textWidth(*this, shown.key, look().small) + dip(10);
+    const wxRect place(x + width - dip(12) - key, y + dip(9), key, dip(20));
+    context.SetPen(wxPen(colourOf(look()->border)));
+    context.SetBrush(wxBrush(colourOf(look()->chrome)));
+    context.DrawRoundedRectangle(place.x + 0.5, place.y + 0.5, place.width - 1, place.height - 1,
+                                 dip(3));
+    text(context, shown.key, look().small, look()->text, place.x + dip(5), place.y, place.height);
+}
+
+void WelcomePane::paint(wxGraphicsContext& context) {
+    const wxSize size = GetClientSize();
+    fill(context, wxRect(size), look()->chrome);
+    fill(context, {0, 0, 1, size.y}, look()->border);
+    wxFont large = look().strong;
+    large.SetFractionalPointSize(look().plain.GetFractionalPointSize() + 6);
+    text(context, "Welcome", large, look()->text, dip(kLeft), dip(kTitle), dip(26));
+    text(context, "A script is written on the left, run, and", look().plain, look()->secondText,
+         dip(kLeft), dip(kIntro - 8), dip(kIntroRow));
+    text(context, "looked into while it stands still.", look().plain, look()->secondText,
+         dip(kLeft), dip(kIntro + kIntroRow - 8), dip(kIntroRow));
+    for (int step = 0; step < 4; ++step)
+        paintStep(context, step, dip(kSteps) + step * dip(kStep + kStepGap));
+    text(context, "Start", look().strong, look()->text, dip(kLeft), dip(kStart) - dip(10), dip(20));
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,35 @@
+// What a user sees first: how a script is run, stopped and stepped through, and where to begin.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "ui/kit/painted_button.h"
+
+class wxCheckBox;
+
+namespace korvant::ui {
+
+class WelcomePane : public PaintedWindow {
+  public:
+    struct Actions {
+        std::function<void()> create, open, examples, manual;
+        std::function<void(bool)> showAtStart;
+        std::function<void()> closed;
+    };
+
+    WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, Actions actions);
+    void applyLook();
+
+  private:
+    void place();
+    void addLink(Icon icon, const wxString& label, const wxString& key, std::function<void()> act);
+    void paintStep(wxGraphicsContext& context, int step, int y);
+    void paint(wxGraphicsContext& context) override;
+
+    std::vector<PaintedButton*> links_;
+    PaintedButton* close_;
+    wxCheckBox* atStart_;
+};
+
+}  // namespace korvant::ui
