@@ -1,5 +1,7 @@
 #include "ui/kit/pane_heading.h"
 
+#include <algorithm>
+
 #include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
@@ -8,7 +10,7 @@ namespace {
 constexpr int kCell = 28, kRightMargin = 8;
 constexpr int kFoldedStart = 24, kPlainStart = 16, kArrow = 5;
 constexpr int kAccent = 2, kAccentBeyond = 4;
-constexpr int kTitleGap = 24, kRemarkGap = 10, kUnderlinedRemarkGap = 24;
+constexpr int kTitleGap = 24, kLeastGap = 8, kRemarkGap = 10, kUnderlinedRemarkGap = 24;
 constexpr int kBadgeGap = 6, kBadgePadding = 7, kBadgeHeight = 16;
 
 }  // namespace
@@ -88,6 +90,16 @@ int PaneHeading::titleStart() const {
     return dip(style_ == Style::folding ? kFoldedStart : style_ == Style::bare ? 12 : kPlainStart);
 }
 
+/// Smaller where the titles would not fit.
+int PaneHeading::titleGap() const {
+    const auto gaps = static_cast<int>(titles_.size()) - 1;
+    if (gaps < 1) return dip(kTitleGap);
+    int room = GetClientSize().x - titleStart() - dip(kRightMargin);
+    for (int i = 0; i <= gaps; ++i)
+        room -= titleWidth(titles_[static_cast<std::size_t>(i)], i == chosen_);
+    return std::clamp(room / gaps, dip(kLeastGap), dip(kTitleGap));
+}
+
 int PaneHeading::titleWidth(const Title& title, bool isChosen) const {
     int width = textWidth(*this, title.text, isChosen ? look().strong : look().plain);
     if (!title.badge.empty())
@@ -129,7 +141,7 @@ void PaneHeading::paint(wxGraphicsContext& context) {
                   dip(16), colourOf(look()->secondText));
     int x = titleStart();
     for (int i = 0; i < static_cast<int>(titles_.size()); ++i)
-        x = paintTitle(context, i, i == 0 ? x : x + dip(kTitleGap));
+        x = paintTitle(context, i, i == 0 ? x : x + titleGap());
     const int gap = style_ == Style::underlined ? kUnderlinedRemarkGap : kRemarkGap;
     text(context, remark_, look().small, look()->secondText, x + dip(gap), 0, size.y);
     if (focused()) focusMark(context, wxRect(size));
@@ -144,9 +156,9 @@ void PaneHeading::onClick(wxMouseEvent& event) {
     int x = titleStart();
     for (int i = 0; i < static_cast<int>(titles_.size()); ++i) {
         const int end = x + titleWidth(titles_[static_cast<std::size_t>(i)], i == chosen_);
-        const int half = dip(kTitleGap) / 2;
+        const int half = titleGap() / 2;
         if (event.GetX() >= x - half && event.GetX() < end + half && onChosen) return onChosen(i);
-        x = end + dip(kTitleGap);
+        x = end + titleGap();
     }
 }
 

@@ -42,6 +42,7 @@ class PaneHeading : public PaintedWindow {
     void paint(wxGraphicsContext& context) override;
     int paintTitle(wxGraphicsContext& context, int index, int x);
     int titleStart() const;
+    int titleGap() const;
     int titleWidth(const Title& title, bool isChosen) const;
     void placeButtons();
     void onClick(wxMouseEvent& event);

@@ -64,10 +64,12 @@ void BreakpointBox::makeEnd() {
 }
 
 void BreakpointBox::onKey(wxKeyEvent& event) {
-    if (event.GetKeyCode() == WXK_ESCAPE)
-        close();
-    else
-        event.Skip();
+    const int code = event.GetKeyCode();
+    if (code == WXK_ESCAPE) return close();
+    const bool moves = (code == WXK_UP || code == WXK_DOWN) && !event.HasAnyModifiers();
+    if (!moves) return event.Skip();
+    const int next = choice_ + (code == WXK_DOWN ? 1 : kChoices - 1);
+    choose(static_cast<Choice>(next % kChoices), true);
 }
 
 void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
@@ -93,7 +95,11 @@ void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
            : !wishes.condition.empty() ? kWhen
            : wishes.passes > 0         ? kAfter
                                        : kEveryTime,
-           true);
+           false);
+    // What has just been shown takes the keyboard when it stands on the screen.
+    CallAfter([this] {
+        if (IsShown()) choose(choice_, true);
+    });
 }
 
 void BreakpointBox::close() {

@@ -46,7 +46,8 @@ PaintedButton* ExceptionBox::addLink(const wxString& label, std::function<void()
 /// Blank lines of the control's own keep the room, so that the text below moves down.
 void ExceptionBox::makeRoom(bool room) {
     if (line_ == 0) return;
-    control_.AnnotationSetText(line_ - 1, room ? wxString('\n', kAnnotationRows - 1) : wxString());
+    const int rows = kAnnotationRows - (detail_.empty() ? 1 : 0);
+    control_.AnnotationSetText(line_ - 1, room ? wxString('\n', rows - 1) : wxString());
     control_.AnnotationSetVisible(room ? wxSTC_ANNOTATION_STANDARD : wxSTC_ANNOTATION_HIDDEN);
 }
 
