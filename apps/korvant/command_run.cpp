@@ -1,12 +1,16 @@
 // korvant run FILE [ARGS]: builds a script and runs its int main().
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "answer_file.h"
 #include "commands.h"
+#include "debug_port.h"
+#include "exit_code.h"
 #include "gui_host.h"
 #include "korvantide/korvantide.h"
 #include "limit_options.h"
+#include "observed_run.h"
 #include "script_file.h"
 #include "source_report.h"
 #include "terminal_host.h"
@@ -21,22 +25,12 @@ struct Run {
     korvant::Limits limits;
     bool gui = false;
     std::string answers;  ///< file; empty: the terminal is asked
-};
+    std::optional<int> debugPort;
+    std::string coverage;  ///< file; empty: nothing is counted
+    std::string profile;   ///< file; empty: nothing is sampled
 
-int exitCodeOf(const korvant::RunFailure& failure) {
-    using Kind = korvant::RunFailure::Kind;
-    switch (failure.kind) {
-        case Kind::none:
-            return failure.unwritten.empty() ? kFinished : kRunFailed;
-        case Kind::build:
-            return kBuildFailed;
-        case Kind::noMain:
-        case Kind::prepare:
-            return kNoMain;
-        default:
-            return kRunFailed;
-    }
-}
+    bool observed() const { return !coverage.empty() || !profile.empty(); }
+};
 
 int report(const Source& source, const korvant::BuildMessages& messages,
            const korvant::RunFailure& failure) {
@@ -47,7 +41,8 @@ int report(const Source& source, const korvant::BuildMessages& messages,
 }
 
 int runWithWindows(const Run& run, const Source& source) {
-    const auto outcome = runInWindows(source.text, run.limits, run.host.arguments);
+    const auto outcome =
+        runInWindows({source.text, run.file, run.limits, run.host.arguments, run.debugPort});
     return outcome ? report(source, outcome->messages, outcome->failure) : kRunFailed;
 }
 
@@ -63,8 +58,15 @@ int runScript(const Run& run) {
     session.setLimits(run.limits);
     const ConfiguredEngine engine;
     if (!engine.usable()) return kRunFailed;
-    RunApplication(engine.engine(), engine.context(), source->text, nullptr);
+    if (run.debugPort && !openDebugPort(*run.debugPort, run.file, &StartScriptDebugServer))
+        return kRunFailed;
+    if (run.observed())
+        runObserved(engine.engine(), engine.context(), *source, {run.coverage, run.profile});
+    else
+        RunApplication(engine.engine(), engine.context(), source->text, nullptr);
     const int exitCode = report(*source, session.buildMessages(), session.lastFailure());
+    TellScriptDebugExit(exitCode);
+    StopScriptDebugServer();
     return exitCode == kFinished && book && book->failed() ? kRunFailed : exitCode;
 }
 
@@ -87,6 +89,18 @@ void addRunCommand(CLI::App& app, int& exitCode) {
                      "file that answers prompts, message boxes and forms; a question without an "
                      "answer ends the run")
         ->excludes(gui);
+    CLI::Option* const debug =
+        command
+            ->add_option("--debug", run->debugPort,
+                         "waits for a debugging client at this port of 127.0.0.1 before main; 0: "
+                         "any free one")
+            ->check(CLI::Range(0, 65535))
+            ->type_name("PORT");
+    for (auto [name, file, help] :
+         {std::tuple{"--coverage", &run->coverage, "file for the lines that ran, in lcov's form"},
+          std::tuple{"--profile", &run->profile,
+                     "file for the stacks that took time, for flame graphs"}})
+        command->add_option(name, *file, help)->type_name("OUT")->excludes(gui)->excludes(debug);
     addBuildLimitOptions(*command, run->limits);
     addRunLimitOptions(*command, run->limits);
     command->callback([run, &exitCode] { exitCode = runScript(*run); });

@@ -3,6 +3,8 @@
 #include <csignal>
 #include <cstdint>
 
+#include "debug_port.h"
+#include "exit_code.h"
 #include "module_library.h"
 #include "source_report.h"
 
@@ -59,8 +61,7 @@ korvant::RunFailure takeFailure() {
 
 }  // namespace
 
-std::optional<GuiOutcome> runInWindows(const std::string& text, const korvant::Limits& limits,
-                                       const std::vector<std::string>& arguments) {
+std::optional<GuiOutcome> runInWindows(const GuiRun& run) {
     loaded = loadModule();
     if (!loaded) return std::nullopt;
     asIScriptEngine* engine = asCreateScriptEngine();
@@ -69,13 +70,16 @@ std::optional<GuiOutcome> runInWindows(const std::string& text, const korvant::L
         complain("the script engine could not be set up");
         return std::nullopt;
     }
-    handOverLimits(limits);
-    for (const std::string& line : arguments) loaded->feedInput(line.c_str());
+    handOverLimits(run.limits);
+    for (const std::string& line : run.arguments) loaded->feedInput(line.c_str());
+    if (run.debugPort && !openDebugPort(*run.debugPort, run.file, loaded->startDebugServer))
+        return std::nullopt;
     {
         const InterruptScope interrupts;
-        loaded->runApplication(engine, context, text, nullptr);
+        loaded->runApplication(engine, context, run.text, nullptr);
     }
     GuiOutcome outcome{takeMessages(), takeFailure()};
+    loaded->tellDebugExit(exitCodeOf(outcome.failure));
     loaded->release(engine);
     return outcome;
 }

@@ -17,10 +17,16 @@ struct GuiOutcome {
     korvant::RunFailure failure;
 };
 
-/// Builds and runs the text with windows for dialogs and console. `arguments`: lines that the
-/// script reads first. Nothing when the module could not be loaded or set up; the reason was given
-/// on standard error then.
-std::optional<GuiOutcome> runInWindows(const std::string& text, const korvant::Limits& limits,
-                                       const std::vector<std::string>& arguments);
+struct GuiRun {
+    std::string text;
+    std::string file;
+    korvant::Limits limits;
+    std::vector<std::string> arguments;  ///< lines that the script reads first
+    std::optional<int> debugPort;        ///< waits there for a debugging client
+};
+
+/// Builds and runs a text with windows for dialogs and console. Nothing when the module could not
+/// be loaded or set up; the reason was given on standard error then.
+std::optional<GuiOutcome> runInWindows(const GuiRun& run);
 
 }  // namespace korvant_app

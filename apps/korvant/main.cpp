@@ -78,5 +78,6 @@ int main(int argc, char** argv) {
     korvant_app::addCryptCommand(app, exitCode);
     korvant_app::addEditCommand(app, exitCode);
     korvant_app::addDocCommand(app, exitCode);
+    korvant_app::addDapCommand(app, exitCode);
     leave(parse(app, argc, argv, exitCode));
 }

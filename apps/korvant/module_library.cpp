@@ -27,6 +27,8 @@ bool findAll(void* library, ModuleFunctions& functions) {
            find(library, "GetUnwrittenFile", functions.unwrittenFile) &&
            find(library, "CountBuildMessages", functions.countMessages) &&
            find(library, "GetBuildMessage", functions.message) &&
+           find(library, "StartScriptDebugServer", functions.startDebugServer) &&
+           find(library, "TellScriptDebugExit", functions.tellDebugExit) &&
            find(library, "RequestScriptStop", functions.requestStop);
 }
 

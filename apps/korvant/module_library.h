@@ -23,6 +23,8 @@ struct ModuleFunctions {
     decltype(&GetUnwrittenFile) unwrittenFile = nullptr;
     decltype(&CountBuildMessages) countMessages = nullptr;
     decltype(&GetBuildMessage) message = nullptr;
+    decltype(&StartScriptDebugServer) startDebugServer = nullptr;
+    decltype(&TellScriptDebugExit) tellDebugExit = nullptr;
     decltype(&RequestScriptStop) requestStop = nullptr;
 };
 

@@ -12,4 +12,8 @@ namespace korvant_app {
 /// a value the reason was given on standard error.
 std::optional<Source> readScript(const std::string& name, std::size_t limit);
 
+/// The same into `text`; false, and `error` says why, when it cannot be read.
+bool readScriptText(const std::string& name, std::size_t limit, std::string& text,
+                    std::string& error);
+
 }  // namespace korvant_app

@@ -135,6 +135,31 @@ KORVANTIDE_API int32_t KORVANTIDE_CALL SetEditorLayout(int32_t layout);
    handler. */
 KORVANTIDE_API void KORVANTIDE_CALL RequestScriptStop(void);
 
+/* How scripts of this process can be looked at with a debugging client of the user's choice. */
+typedef struct KorvantDebugOptions {
+    uint32_t size;          /* sizeof(KorvantDebugOptions), set by the caller */
+    int32_t port;           /* of the loopback, 1 to 65535; 0: any free one */
+    const char* token;      /* what a client must show; copied; null or empty is refused, because
+                               whoever knows it can evaluate code in this process */
+    const char* sourceFile; /* the file that the scripts come from, UTF-8; copied; null: the one
+                               that the client names */
+    int32_t waitForClient;  /* non-zero: the first run begins when a client has set it up */
+    void (*whileStopped)(void* user); /* on the script's thread, every 50 ms while a script is
+                                         stopped: the host's own repaint; null: none */
+    void* user;
+} KorvantDebugOptions;
+
+/* Listens on 127.0.0.1 for one client at a time that speaks the Debug Adapter Protocol and attaches
+   with the token. Runs of scripts can then be stopped, looked at and stepped through; while one is
+   stopped, the entry point that started it has not returned, and time limits stand still. A client
+   that leaves takes its breakpoints with it, and the script goes on. Call it on the thread of the
+   entry points, while no script runs. The port, or 0 when it cannot be had or a server runs. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL StartScriptDebugServer(const KorvantDebugOptions* options);
+/* Sends a client away and closes the port. Nothing when no server runs, or from inside a run. */
+KORVANTIDE_API void KORVANTIDE_CALL StopScriptDebugServer(void);
+/* Tells a client that this process runs no more scripts and would exit with this code. */
+KORVANTIDE_API void KORVANTIDE_CALL TellScriptDebugExit(int32_t exitCode);
+
 #ifdef __cplusplus
 }
 #endif

@@ -84,6 +84,7 @@ void ScriptConsole::noteFailure(bool written) {
 void ScriptConsole::write(std::string_view bytes) {
     ensure();
     noteFailure(current().write(bytes));
+    for (PrintListener* const listener : listeners_) listener->printed(bytes);
 }
 
 void ScriptConsole::flush() {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "host/run/run_participant.h"
 #include "host/services/console.h"
@@ -14,6 +15,13 @@ struct ConsoleRecord {
     bool attached = false;        ///< the streams lead to the console
     ConsoleInfo info;             ///< as it was when the module allocated it
     std::uint32_t lastError = 0;  ///< of the last allocation or release; 0 after success
+};
+
+/// Told of what scripts print to the console, on the script's thread.
+class PrintListener {
+  public:
+    virtual ~PrintListener() = default;
+    virtual void printed(std::string_view bytes) = 0;
 };
 
 /// The one console of the module over the console of the session's services. Script's thread only.
@@ -34,6 +42,9 @@ class ScriptConsole final : public RunParticipant {
     void write(std::string_view bytes);
     /// Hands over what was printed, before anything else is shown or asked.
     void flush();
+    /// `listener`, which must live until removeListener(), hears of every write.
+    void addListener(PrintListener& listener) { listeners_.push_back(&listener); }
+    void removeListener(PrintListener& listener) { std::erase(listeners_, &listener); }
     bool allocated() const;
     const ConsoleRecord& record() const noexcept { return record_; }
 
@@ -56,6 +67,7 @@ class ScriptConsole final : public RunParticipant {
     void noteFailure(bool written);
 
     ConsoleRecord record_;
+    std::vector<PrintListener*> listeners_;
     Console* allocated_ = nullptr;  ///< the console that was allocated; null for none
     bool ready_ = false;            ///< set up in this configuration
     bool visible_ = false;

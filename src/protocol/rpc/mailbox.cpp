@@ -31,6 +31,11 @@ std::optional<Json> Mailbox::take(std::chrono::milliseconds wait) {
     return message;
 }
 
+void Mailbox::await(std::chrono::milliseconds wait) {
+    std::unique_lock lock(mutex_);
+    changed_.wait_for(lock, wait, [this] { return !messages_.empty() || ended_ || woken_; });
+}
+
 std::optional<Json> Mailbox::takeIf(const std::function<bool(const Json&)>& wanted) {
     const std::lock_guard lock(mutex_);
     const auto found = std::find_if(messages_.begin(), messages_.end(), wanted);

@@ -22,6 +22,8 @@ class Mailbox {
 
     /// The oldest message; nothing where there is none within `wait`.
     std::optional<Json> take(std::chrono::milliseconds wait);
+    /// Returns when there is a message or the end, or when `wait` is over.
+    void await(std::chrono::milliseconds wait);
     /// The oldest message that `wanted` accepts, out of turn; never waits.
     std::optional<Json> takeIf(const std::function<bool(const Json&)>& wanted);
     /// Whether a message that `wanted` accepts waits.

@@ -34,6 +34,7 @@ void MessageStream::work() {
         // Without memory for a message there is no client any more.
     }
     mailbox_.end();
+    if (listener_.onEnd) listener_.onEnd();
 }
 
 void MessageStream::takeBody(const std::string& body) {

@@ -16,11 +16,12 @@ namespace korvant::rpc {
 /// thread, one message after the other.
 class MessageStream {
   public:
-    /// Called on the reading thread: a body that is no JSON, in words; and each message before it
-    /// is posted, which the listener keeps for itself by answering true.
+    /// Called on the reading thread: a body that is no JSON, in words; each message before it is
+    /// posted, which the listener keeps for itself by answering true; and the end.
     struct Listener {
         std::function<void(const std::string&)> onBroken;
         std::function<bool(const Json&)> onMessage;
+        std::function<void()> onEnd;
     };
 
     explicit MessageStream(std::shared_ptr<Channel> channel, Listener listener = {});

@@ -1,0 +1,189 @@
+// Breakpoints of a debugging client.
+#include <filesystem>
+#include <optional>
+
+#include "protocol/dap/conversation.h"
+
+namespace korvant::dap {
+
+namespace {
+
+/// Whether two spellings lead to one file. Links stay as the client spells them.
+bool sameFile(const std::string& left, const std::string& right) {
+    if (left == right) return true;
+    std::error_code error;
+    const bool same = std::filesystem::equivalent(left, right, error);
+    return !error && same;
+}
+
+std::string nameOf(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+/// What all kinds have in common.
+BreakpointWish wishOf(const Json& asked, BreakpointKind kind) {
+    BreakpointWish wish;
+    wish.kind = kind;
+    wish.condition = rpc::textOf(asked, "condition");
+    wish.hitCondition = rpc::textOf(asked, "hitCondition");
+    wish.logText = rpc::textOf(asked, "logMessage");
+    return wish;
+}
+
+/// Nothing when an entry is no object or lacks the text `name`.
+std::optional<std::vector<BreakpointWish>> wishesOf(const Json& list, const char* name,
+                                                    BreakpointKind kind) {
+    std::vector<BreakpointWish> wishes;
+    if (!list.is_array()) return std::nullopt;
+    for (const Json& asked : list) {
+        if (!rpc::memberOf(asked, name).is_string()) return std::nullopt;
+        wishes.push_back(wishOf(asked, kind));
+        wishes.back().name = rpc::textOf(asked, name);
+    }
+    return wishes;
+}
+
+/// A line of any size becomes one that a script may have, or 0.
+std::int32_t boundedLine(std::int64_t line) {
+    return line < 0 || line > 100'000'000 ? 0 : static_cast<std::int32_t>(line);
+}
+
+}  // namespace
+
+/// The session's name of a source that the client names: empty for the main text.
+std::string Conversation::sourceOf(const Json& source) {
+    const std::string path = rpc::textOf(source, "path");
+    if (program_.sourcePath().empty() && !path.empty()) program_.nameSource(path);
+    return sameFile(path, program_.sourcePath()) ? std::string() : path;
+}
+
+Json Conversation::sourceAt(const ScriptPlace& place) const {
+    const std::string path = place.source.empty() ? program_.sourcePath() : place.source;
+    if (path.empty()) return {{"name", "script"}};
+    return {{"name", nameOf(path)}, {"path", path}};
+}
+
+Json Conversation::breakpointOf(int id) const {
+    Json body = {{"id", id}, {"verified", false}};
+    const Breakpoint* const breakpoint = session_.breakpoints().find(id);
+    if (breakpoint == nullptr) return body;
+    body["verified"] = breakpoint->verified;
+    if (!breakpoint->reason.empty()) body["message"] = breakpoint->reason;
+    const ScriptPlace& place = breakpoint->verified ? breakpoint->resolved : breakpoint->wish.place;
+    addPlace(body, place);
+    body.erase("column");
+    return body;
+}
+
+Answer Conversation::listOf(const std::vector<int>& ids) const {
+    Json list = Json::array();
+    for (const int id : ids) list.push_back(breakpointOf(id));
+    return Answer::with({{"breakpoints", std::move(list)}});
+}
+
+Answer Conversation::setBreakpoints(const Json& arguments) {
+    const Json& source = rpc::memberOf(arguments, "source");
+    if (!source.is_object()) return Answer::refused("\"setBreakpoints\" needs a source");
+    const Json& list = rpc::memberOf(arguments, "breakpoints");
+    if (!list.is_null() && !list.is_array()) return Answer::refused("\"breakpoints\" is no list");
+    const std::string name = sourceOf(source);
+    std::vector<BreakpointWish> wishes;
+    for (const Json& asked : list.is_null() ? Json::array() : list) {
+        if (!rpc::memberOf(asked, "line").is_number())
+            return Answer::refused("a breakpoint has no line");
+        wishes.push_back(wishOf(asked, BreakpointKind::line));
+        const std::int64_t line = client_.scriptLine(rpc::numberOf(asked, "line"));
+        wishes.back().place = {name, boundedLine(line), 0};
+    }
+    const std::vector<int> ids = session_.breakpoints().setLines(name, std::move(wishes));
+    session_.apply();
+    return listOf(ids);
+}
+
+Answer Conversation::setFunctionBreakpoints(const Json& arguments) {
+    auto wishes =
+        wishesOf(rpc::memberOf(arguments, "breakpoints"), "name", BreakpointKind::function);
+    if (!wishes) return Answer::refused("\"breakpoints\" is no list of names");
+    const auto ids = session_.breakpoints().setOthers(BreakpointKind::function, std::move(*wishes));
+    session_.apply();
+    return listOf(ids);
+}
+
+Answer Conversation::setDataBreakpoints(const Json& arguments) {
+    auto wishes = wishesOf(rpc::memberOf(arguments, "breakpoints"), "dataId", BreakpointKind::data);
+    if (!wishes) return Answer::refused("\"breakpoints\" is no list of data");
+    const auto ids = session_.breakpoints().setOthers(BreakpointKind::data, std::move(*wishes));
+    session_.apply();
+    return listOf(ids);
+}
+
+/// The expression is the name of what is watched.
+Answer Conversation::dataBreakpointInfo(const Json& arguments) {
+    const std::string name = rpc::textOf(arguments, "name");
+    if (name.empty()) return Answer::refused("\"dataBreakpointInfo\" needs a name");
+    std::string expression = name;
+    const std::int64_t node = rpc::numberOf(arguments, "variablesReference");
+    if (node > 0 && standsStill_) {
+        expression.clear();
+        for (const DebugValue& value : session_.values().children(static_cast<ValueNode>(node)))
+            if (value.name == name) expression = value.evaluateName;
+    }
+    if (expression.empty())
+        return Answer::with({{"dataId", nullptr}, {"description", name + " cannot be watched"}});
+    return Answer::with({{"dataId", expression},
+                         {"description", expression},
+                         {"accessTypes", {"write"}},
+                         {"canPersist", false}});
+}
+
+Answer Conversation::setExceptionBreakpoints(const Json& arguments) {
+    const Json& plain = rpc::memberOf(arguments, "filters");
+    const Json& options = rpc::memberOf(arguments, "filterOptions");
+    if (!plain.is_array()) return Answer::refused("\"filters\" is no list");
+    StopRules rules;
+    rules.entry = session_.rules().entry;
+    const auto enable = [&rules](const std::string& name, const std::string& condition) {
+        StopRules::Filter* const filter = name == "unhandled" ? &rules.unhandled
+                                          : name == "all"     ? &rules.all
+                                          : name == "lost"    ? &rules.lost
+                                                              : nullptr;
+        if (filter != nullptr) *filter = {true, condition};
+        return filter != nullptr;
+    };
+    Json list = Json::array();
+    const auto note = [&list](bool known) {
+        Json entry = {{"verified", known}};
+        if (!known) entry["message"] = "there is no such filter";
+        list.push_back(std::move(entry));
+    };
+    for (const Json& filter : plain)
+        note(filter.is_string() && enable(filter.get<std::string>(), {}));
+    if (options.is_array())
+        for (const Json& option : options)
+            note(enable(rpc::textOf(option, "filterId"), rpc::textOf(option, "condition")));
+    session_.rules() = rules;
+    session_.apply();
+    return Answer::with({{"breakpoints", std::move(list)}});
+}
+
+Answer Conversation::breakpointLocations(const Json& arguments) {
+    const Json& source = rpc::memberOf(arguments, "source");
+    if (!source.is_object() || !rpc::memberOf(arguments, "line").is_number())
+        return Answer::refused("\"breakpointLocations\" needs a source and a line");
+    const std::int64_t first = client_.scriptLine(rpc::numberOf(arguments, "line"));
+    const std::int64_t last =
+        client_.scriptLine(rpc::numberOf(arguments, "endLine", rpc::numberOf(arguments, "line")));
+    Json list = Json::array();
+    if (const auto code = session_.code())
+        for (const std::int32_t line : code->lines(sourceOf(source)))
+            if (line >= first && line <= last) list.push_back({{"line", client_.line(line)}});
+    return Answer::with({{"breakpoints", std::move(list)}});
+}
+
+void Conversation::breakpointsChanged(const std::vector<int>& ids) {
+    if (phase_ != Phase::ready) return;
+    for (const int id : ids)
+        client_.event("breakpoint", {{"reason", "changed"}, {"breakpoint", breakpointOf(id)}});
+}
+
+}  // namespace korvant::dap
