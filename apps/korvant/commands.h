@@ -26,6 +26,8 @@ void addCryptCommand(CLI::App& app, int& exitCode);
 void addEditCommand(CLI::App& app, int& exitCode);
 void addDocCommand(CLI::App& app, int& exitCode);
 void addDapCommand(CLI::App& app, int& exitCode);
+void addLspCommand(CLI::App& app, int& exitCode);
+void addApiCommand(CLI::App& app, int& exitCode);
 
 /// What the command "edit" does; an empty path is a new text. The exit code.
 int editFile(const std::string& path);

@@ -79,5 +79,7 @@ int main(int argc, char** argv) {
     korvant_app::addEditCommand(app, exitCode);
     korvant_app::addDocCommand(app, exitCode);
     korvant_app::addDapCommand(app, exitCode);
+    korvant_app::addLspCommand(app, exitCode);
+    korvant_app::addApiCommand(app, exitCode);
     leave(parse(app, argc, argv, exitCode));
 }

@@ -1,0 +1,67 @@
+// What the names of a script mean: by their scopes, and where scopes do not tell, by the compiler.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "language/oracle.h"
+#include "language/scope_index.h"
+
+namespace korvant {
+
+/// What one name means. Exactly one of the first three is set, or none.
+struct Meaning {
+    std::vector<int> declarations;          ///< of the script, the one meant first
+    asIScriptFunction* function = nullptr;  ///< of the library; not counted
+    std::string owner;                      ///< the library's type whose member it is
+    asITypeInfo* type = nullptr;            ///< of the library; not counted
+    bool property = false;                  ///< of the library: a variable, or a member that is one
+
+    bool known() const {
+        return !declarations.empty() || function != nullptr || type != nullptr || property;
+    }
+    int declaration() const { return declarations.empty() ? kNoIndex : declarations.front(); }
+};
+
+/// Answers for one text. Valid as long as the engine; not for two threads at once.
+class Meanings {
+  public:
+    Meanings(OracleEngine& engine, std::shared_ptr<const ScopeIndex> index);
+
+    const ScopeIndex& index() const noexcept { return *index_; }
+    Oracle& oracle() noexcept { return oracle_; }
+
+    Meaning of(const NameUse& use);
+    /// Everything that is the same as a declaration: overrides of a method in bases and derived
+    /// classes, constructors and destructors of a class. Holds the declaration itself.
+    std::vector<int> familyOf(int declaration) const;
+    /// All uses that mean one of a family, declarations included, in the order of the text.
+    std::vector<const NameUse*> referencesTo(const std::vector<int>& family);
+    /// The type of what stands before the dot in front of a member; empty when it is none.
+    std::string ownerTypeOf(const NameUse& use);
+    /// The declaration of a class or interface of this text; kNoIndex for none.
+    int classNamed(std::string_view type, std::size_t offset) const;
+    /// The word of a use.
+    std::string_view nameOf(const NameUse& use) const;
+
+  private:
+    Meaning ofMember(const NameUse& use);
+    Meaning ofLibrary(const NameUse& use);
+    void choose(const NameUse& use, Meaning& meaning);
+    Meaning memberOfLibrary(asITypeInfo& type, const NameUse& use);
+    ByteRange callAround(const NameUse& use) const;
+    std::vector<int> accessorsIn(int type, std::string_view name) const;
+    bool sameParameters(int left, int right) const;
+    bool inherits(int type, int base, int depth) const;
+    int ownerOf(int declaration) const;
+
+    OracleEngine& engine_;
+    std::shared_ptr<const ScopeIndex> index_;
+    Oracle oracle_;
+};
+
+/// The types of a function's parameters, plainly written, for comparing two declarations.
+std::vector<std::string> parameterTypes(const ScopeIndex& index, int function);
+
+}  // namespace korvant

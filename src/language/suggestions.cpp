@@ -1,0 +1,245 @@
+#include "language/suggestions.h"
+
+#include <algorithm>
+#include <set>
+
+#include "language/script_help.h"
+#include "language/symbols.h"
+
+namespace korvant {
+
+namespace {
+
+using Kind = Suggestion::Kind;
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+Kind kindOf(const Declaration& one) {
+    switch (one.kind) {
+        case DeclarationKind::nameSpace:
+            return Kind::nameSpace;
+        case DeclarationKind::classType:
+        case DeclarationKind::mixinType:
+        case DeclarationKind::functionType:
+        case DeclarationKind::typeAlias:
+            return Kind::classType;
+        case DeclarationKind::interfaceType:
+            return Kind::interfaceType;
+        case DeclarationKind::enumType:
+            return Kind::enumType;
+        case DeclarationKind::enumValue:
+            return Kind::enumValue;
+        case DeclarationKind::function:
+            return Kind::function;
+        case DeclarationKind::method:
+            return Kind::method;
+        case DeclarationKind::memberVariable:
+        case DeclarationKind::property:
+            return Kind::field;
+        default:
+            return Kind::variable;
+    }
+}
+
+class Collector {
+  public:
+    Collector(Meanings& meanings, const Documentation& library, std::size_t offset)
+        : meanings_(meanings),
+          index_(meanings.index()),
+          library_(library),
+          offset_(offset),
+          module_(meanings.oracle().module()),
+          engine_(module_ == nullptr ? nullptr : module_->GetEngine()) {}
+
+    std::vector<Suggestion> collect() {
+        if (inRemarkOrText(index_, offset_)) return {};
+        const auto& tokens = meanings_.oracle().tokens();
+        std::size_t before = meanings_.oracle().tokenAt(offset_);
+        if (before > 0 && static_cast<std::size_t>(tokens[before - 1].end()) >= offset_ &&
+            tokens[before - 1].isWord())
+            --before;
+        if (before > 0 && tokens[before - 1].is("."))
+            members(static_cast<std::size_t>(tokens[before - 1].position));
+        else if (before > 1 && tokens[before - 1].is("::"))
+            qualified(std::string(tokens[before - 2].text));
+        else if (before > 0 && tokens[before - 1].kind == ScriptToken::Kind::number &&
+                 static_cast<std::size_t>(tokens[before - 1].end()) == offset_)
+            return {};
+        else
+            everything();
+        return std::move(found_);
+    }
+
+  private:
+    void add(Suggestion suggestion) {
+        if (!suggestion.label.empty() && seen_.emplace(suggestion.label, suggestion.detail).second)
+            found_.push_back(std::move(suggestion));
+    }
+
+    void addDeclared(int declaration) {
+        const Declaration& one = index_.declarations()[at(declaration)];
+        if (one.kind == DeclarationKind::constructor || one.kind == DeclarationKind::destructor ||
+            one.kind == DeclarationKind::accessor || one.kind == DeclarationKind::lambda ||
+            one.name.starts_with("op"))
+            return;
+        add({kindOf(one),
+             std::string(one.name),
+             headline(index_, declaration),
+             remarkAbove(index_, declaration),
+             {},
+             false});
+    }
+
+    void addFunction(const asIScriptFunction& function, Kind kind) {
+        const std::string name = function.GetName();
+        if (name.starts_with("op") && kind == Kind::method) return;
+        add({kind,
+             name,
+             function.GetDeclaration(false, false, true),
+             library_.of(function).markdown(),
+             {},
+             false});
+    }
+
+    /// Private members inside their class alone, protected ones in derived classes as well.
+    bool visible(int declaration, int owner, int inside) const {
+        const Declaration& one = index_.declarations()[at(declaration)];
+        if (!one.isPrivate && !one.isProtected) return true;
+        return inside == owner || (one.isProtected && inside != kNoIndex);
+    }
+
+    void membersOfClass(int type, int inside, int depth) {
+        const Declaration& owner = index_.declarations()[at(type)];
+        for (const int i : index_.declaredIn(owner.inner))
+            if (visible(i, type, inside)) addDeclared(i);
+        if (depth > 32) return;
+        for (const std::string_view base : owner.bases) {
+            const int next = meanings_.classNamed(base, owner.whole.begin);
+            if (next != kNoIndex && next != type) membersOfClass(next, inside, depth + 1);
+        }
+    }
+
+    void members(std::size_t dot) {
+        const std::string owner = meanings_.oracle().typeOf(meanings_.oracle().chainBefore(dot));
+        const int type = meanings_.classNamed(owner, offset_);
+        if (type != kNoIndex) return membersOfClass(type, index_.classAt(offset_), 0);
+        const asITypeInfo* const info = meanings_.oracle().typeInfo(owner, offset_);
+        if (info == nullptr) return;
+        for (asUINT i = 0; i < info->GetMethodCount(); ++i)
+            addFunction(*info->GetMethodByIndex(i), Kind::method);
+        for (asUINT i = 0; i < info->GetPropertyCount(); ++i) {
+            const char* name = nullptr;
+            info->GetProperty(i, &name);
+            add({Kind::field, name, info->GetPropertyDeclaration(i), {}, {}, false});
+        }
+    }
+
+    /// Namespaces may be opened several times; enums hold their values.
+    void qualified(const std::string& name) {
+        for (std::size_t i = 0; i < index_.declarations().size(); ++i) {
+            const Declaration& one = index_.declarations()[i];
+            const bool holds = one.kind == DeclarationKind::nameSpace ||
+                               one.kind == DeclarationKind::enumType ||
+                               one.kind == DeclarationKind::classType;
+            if (!holds || one.name != name || one.inner == kNoIndex) continue;
+            for (const int inner : index_.declaredIn(one.inner)) addDeclared(inner);
+        }
+        const asITypeInfo* const type =
+            engine_ == nullptr ? nullptr : engine_->GetTypeInfoByName(name.c_str());
+        if (type != nullptr) addEnumValues(*type);
+    }
+
+    void addEnumValues(const asITypeInfo& type) {
+        for (asUINT i = 0; i < type.GetEnumValueCount(); ++i) {
+            int value = 0;
+            if (const char* const name = type.GetEnumValueByIndex(i, &value))
+                add({Kind::enumValue,
+                     name,
+                     type.GetName() + (" = " + std::to_string(value)),
+                     {},
+                     {},
+                     false});
+        }
+    }
+
+    void everything() {
+        for (const int i : index_.variablesAt(offset_)) addDeclared(i);
+        const int type = index_.classAt(offset_);
+        if (type != kNoIndex) membersOfClass(type, type, 0);
+        for (int scope = index_.scopeAt(offset_); scope != kNoIndex;
+             scope = index_.scopes()[at(scope)].parent) {
+            const Scope::Kind kind = index_.scopes()[at(scope)].kind;
+            if (kind == Scope::Kind::file || kind == Scope::Kind::nameSpace)
+                for (const int i : index_.declaredIn(scope)) addDeclared(i);
+        }
+        addSnippets();
+        for (const Symbol& word : languageWords())
+            add({Kind::keyword, word.name, {}, {}, {}, false});
+        if (engine_ != nullptr) library();
+    }
+
+    void library() {
+        for (asUINT i = 0; i < engine_->GetGlobalFunctionCount(); ++i)
+            addFunction(*engine_->GetGlobalFunctionByIndex(i), Kind::function);
+        for (asUINT i = 0; i < engine_->GetObjectTypeCount(); ++i) {
+            const asITypeInfo& type = *engine_->GetObjectTypeByIndex(i);
+            add({Kind::classType, type.GetName(), "type", {}, {}, false});
+        }
+        for (asUINT i = 0; i < engine_->GetEnumCount(); ++i) {
+            add({Kind::enumType, engine_->GetEnumByIndex(i)->GetName(), "enum", {}, {}, false});
+            addEnumValues(*engine_->GetEnumByIndex(i));
+        }
+        for (asUINT i = 0; i < engine_->GetGlobalPropertyCount(); ++i) {
+            const char* name = nullptr;
+            int typeId = 0;
+            engine_->GetGlobalPropertyByIndex(i, &name, nullptr, &typeId);
+            const char* const text = engine_->GetTypeDeclaration(typeId);
+            add({Kind::variable, name, text == nullptr ? "" : text, {}, {}, false});
+        }
+    }
+
+    void addSnippets() {
+        const bool inside = index_.functionAt(offset_) != kNoIndex;
+        if (inside) {
+            add({Kind::snippet,
+                 "for",
+                 "counts from 0",
+                 {},
+                 "for (int ${1:i} = 0; ${1:i} < ${2:count}; ${1:i}++) {\n    $0\n}",
+                 true});
+            return;
+        }
+        add({Kind::snippet,
+             "class",
+             "a new class",
+             {},
+             "class ${1:Name} {\n    ${2:int value;}\n\n    ${1:Name}() {\n        $0\n    }\n}",
+             true});
+        add({Kind::snippet,
+             "main",
+             "where a script begins",
+             {},
+             "int main() {\n    $0\n    return 0;\n}",
+             true});
+    }
+
+    Meanings& meanings_;
+    const ScopeIndex& index_;
+    const Documentation& library_;
+    std::size_t offset_;
+    asIScriptModule* module_;
+    asIScriptEngine* engine_;
+    std::vector<Suggestion> found_;
+    std::set<std::pair<std::string, std::string>> seen_;
+};
+
+}  // namespace
+
+std::vector<Suggestion> suggestionsAt(Meanings& meanings, const Documentation& library,
+                                      std::size_t offset) {
+    return Collector(meanings, library, offset).collect();
+}
+
+}  // namespace korvant
