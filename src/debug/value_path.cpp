@@ -1,4 +1,5 @@
 #include "debug/value_path.h"
+#include "host/engine/array_view.h"
 
 #include <charconv>
 #include <optional>
@@ -101,11 +102,11 @@ class Walk {
         const auto [stopped, error] = std::from_chars(text.data(), end, index);
         const ValueView array = view();
         if (error != std::errc() || stopped != end || array.kind != ValueKind::array) return false;
-        const asArray* const held = addonArray(&engine_, array.typeId, array.address);
-        if (held == nullptr || index >= array.elements) return false;
+        const ArrayView held(&engine_, array.typeId, array.address);
+        if (!held || index >= array.elements) return false;
         const bool constant = constantInside();
-        found_.value = {arrayElementType(*held),
-                        const_cast<void*>(arrayElement(*held, static_cast<std::uint32_t>(index))),
+        found_.value = {held.elementType(),
+                        const_cast<void*>(held.element(static_cast<std::uint32_t>(index))),
                         constant};
         return true;
     }

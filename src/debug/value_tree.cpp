@@ -1,4 +1,5 @@
 #include "debug/value_tree.h"
+#include "host/engine/array_view.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -160,10 +161,9 @@ Child ValueTree::Impl::childAt(const Node& node, std::uint64_t index) const {
     const auto element = static_cast<std::uint32_t>(index - node.named.size());
     child.name = "[" + std::to_string(element) + "]";
     if (!node.evaluateName.empty()) child.evaluateName = node.evaluateName + child.name;
-    const asArray* const array = addonArray(engine, node.array.typeId, node.array.address);
-    if (array == nullptr) return child;
-    child.value = {arrayElementType(*array), const_cast<void*>(arrayElement(*array, element)),
-                   node.constant};
+    const ArrayView array(engine, node.array.typeId, node.array.address);
+    if (!array) return child;
+    child.value = {array.elementType(), const_cast<void*>(array.element(element)), node.constant};
     return child;
 }
 

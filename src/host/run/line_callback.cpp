@@ -25,9 +25,12 @@ int LineCallback::install(asIScriptContext& context) {
     return context.SetLineCallback(asFUNCTION(entry), this, asCALL_CDECL);
 }
 
+int LineCallback::installEndOnly(asIScriptContext& context) {
+    return context.SetLineCallback(asFUNCTION(endOnlyEntry), this, asCALL_CDECL);
+}
+
 int LineCallback::installForGlobals(asIScriptContext& context) {
-    if (policy_ == nullptr)
-        return context.SetLineCallback(asFUNCTION(endOnlyEntry), this, asCALL_CDECL);
+    if (policy_ == nullptr) return installEndOnly(context);
     context.SetExceptionCallback(asFUNCTION(exceptionEntry), this, asCALL_CDECL);
     return install(context);
 }
@@ -80,7 +83,7 @@ void LineCallback::end() {
     if (watched_) watch_.disarm();
     objects_.forget();
     if (off_ != nullptr) install(*off_);
-    if (foreign_ != nullptr && (attention_.load() & kDue) != 0) findEnding();
+    if (foreign_ != nullptr && (attention_.load() & kDue) != 0) findEnding(nullptr);
     off_ = foreign_ = nullptr;
     run_ = nullptr;
     attention_ = kUnwatched;
@@ -270,18 +273,19 @@ void LineCallback::lookAtEnd(asIScriptContext& context) {
     }
 }
 
-bool LineCallback::findEnding() {
+/// `context`: that stands at a statement; null: it has been left.
+bool LineCallback::findEnding(asIScriptContext* context) {
     if (ending_ == Ending::none) {
         if (state_.stopRequest.exchange(false)) {
             ending_ = Ending::stopped;
             report_.onStopped();
         } else if (limit_.expired()) {
             ending_ = Ending::timedOut;
-            if (policy_ != nullptr) policy_->beforeEnd(context, false);
+            if (policy_ != nullptr && context != nullptr) policy_->beforeEnd(*context, false);
             report_.onTimedOut();
         } else if (outOfMemory()) {
             ending_ = Ending::outOfMemory;
-            if (policy_ != nullptr) policy_->beforeEnd(context, true);
+            if (policy_ != nullptr && context != nullptr) policy_->beforeEnd(*context, true);
             report_.onTimedOut();
         }
     }
@@ -289,7 +293,7 @@ bool LineCallback::findEnding() {
 }
 
 bool LineCallback::checkEnd(asIScriptContext& context) {
-    if (!findEnding()) return false;
+    if (!findEnding(&context)) return false;
     context.Abort();
     return true;
 }

@@ -80,6 +80,7 @@ class LineCallback final : public WatchTarget {
     void loseWatch() noexcept;
 
   private:
+    int installEndOnly(asIScriptContext& context);
     static void entry(asIScriptContext* context, void* self) noexcept;
     static void endOnlyEntry(asIScriptContext* context, void* self) noexcept;
 
@@ -89,7 +90,7 @@ class LineCallback final : public WatchTarget {
     void pass(asIScriptContext& context, asIScriptFunction* function) noexcept;
     void passByLine(asIScriptContext& context) noexcept;
     void lookAtEnd(asIScriptContext& context);
-    bool findEnding();
+    bool findEnding(asIScriptContext* context);
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
     bool passedByPolicy(asIScriptContext& context, std::int32_t line);

@@ -1,6 +1,7 @@
 // Showing a property object to the user.
 #include "host/library/dialog_functions.h"
 #include "host/library/script_console.h"
+#include "host/run/quiet_frontend.h"
 #include "host/run/script_session.h"
 #include "object/form/edit_state.h"
 #include "object/script/object_access.h"

@@ -1,0 +1,1 @@
+exec node "$(dirname "$0")/record.js" dap

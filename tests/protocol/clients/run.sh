@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# run.sh KORVANT: published clients try korvant dap and korvant lsp. What is not on this machine is
+# said and left out: node with the registry of its packages, Neovim.
+set -euo pipefail
+KORVANT=$(realpath "$1")
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../../.." && pwd)
+export KORVANT
+work=$(dirname "$KORVANT")/../protocol-clients
+mkdir -p "$work"
+cp -r "$here"/. "$work"
+cd "$work"
+
+with_node() {
+    if ! command -v npm >/dev/null; then
+        echo "protocol clients: no npm here; the debugging client is left out"
+        return 0
+    fi
+    timeout 180 npm install --silent --no-audit --no-fund >npm.log 2>&1 || {
+        echo "protocol clients: npm cannot install them; the debugging client is left out"
+        return 0
+    }
+    export KORVANT_TRAFFIC=$work/traffic.jsonl
+    rm -f "$KORVANT_TRAFFIC"
+    timeout 300 npx mocha --exit dap.test.js
+    node check_traffic.js "$KORVANT_TRAFFIC" traffic.ts
+    npx tsc --strict --noEmit --skipLibCheck --moduleResolution node --target es2020 traffic.ts
+}
+
+with_neovim() {
+    if ! command -v nvim >/dev/null; then
+        echo "protocol clients: no nvim here; the language client is left out"
+        return 0
+    fi
+    export KORVANT_SCRIPTS=$work/scripts
+    KORVANT_FILES=$(ls "$root"/examples/*.as "$root"/tests/scripts/*.as | head -40)
+    export KORVANT_FILES
+    timeout 240 nvim --headless -u NONE -i NONE -n -c "luafile lsp.lua"
+}
+
+with_node
+with_neovim
