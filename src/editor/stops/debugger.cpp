@@ -126,7 +126,7 @@ void Debugger::stepInto() {
 
 void Debugger::resume(const std::function<RunOutcome()>& goOn) {
     if (busy_ || !debugging_) return;
-    const BusyMark mark(busy_);
+    const BusyMark mark(*this);
     breakpoints_.prepareRun();
     const RunOutcome outcome = goOn();
     if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());
