@@ -92,9 +92,8 @@ int debugScript(const Debug& debug) {
     session.setLimits(debug.limits);
     const ConfiguredEngine engine;
     if (!engine.usable()) return kRunFailed;
-    korvant::DebugConsole::Parts parts{session,      engine.engine(), engine.context(),
-                                       source->name, source->text,    {},
-                                       {},           {}};
+    korvant::DebugConsole::Parts parts{
+        session, engine.engine(), engine.context(), source->name, source->text, {}, {}, {}};
     parts.read = [&commands](const std::string& prompt) { return commands.next(prompt); };
     parts.write = write;
     parts.report = [&session, &source] {

@@ -33,14 +33,13 @@ Functions functionsOf(asIScriptModule& module) {
 /// The first line from which the function finds code; 0: none. `hint` is where functions that
 /// follow each other begin.
 int firstLine(const asIScriptFunction& function, int hint, int lastLine) {
-    for (int line = hint; line <= lastLine; ++line)
-        if (function.FindNextLineWithCode(line) >= 0) return line;
-    for (int line = std::min(hint, lastLine); line > 0; --line)
-        if (function.FindNextLineWithCode(line) >= 0) {
-            while (line > 1 && function.FindNextLineWithCode(line - 1) >= 0) --line;
-            return line;
-        }
-    return 0;
+    const auto finds = [&function](int line) { return function.FindNextLineWithCode(line) >= 0; };
+    int line = hint;
+    while (line <= lastLine && !finds(line)) ++line;
+    if (line > lastLine)
+        for (line = std::min(hint, lastLine); line > 0 && !finds(line);) --line;
+    while (line > 1 && finds(line - 1)) --line;
+    return line;
 }
 
 std::vector<std::int32_t> linesOf(const asIScriptFunction& function, int first, int lastLine) {
@@ -87,12 +86,14 @@ std::shared_ptr<const CodeLines> CodeLines::of(asIScriptModule& module,
 /// lines when they run, and knows nothing of them when asked.
 void CodeLines::addHeads(const StatementStarts& mainText) {
     for (const std::int32_t line : mainText.loopHeadLines())
-        if (Function* const function = innermost({}, line)) function->lines.push_back(line);
+        if (Function* const function = innermost({}, line)) {
+            auto& lines = function->lines;
+            lines.insert(std::upper_bound(lines.begin(), lines.end(), line), line);
+        }
 }
 
 void CodeLines::finish() {
     for (Function& function : functions_) {
-        std::sort(function.lines.begin(), function.lines.end());
         function.lines.erase(std::unique(function.lines.begin(), function.lines.end()),
                              function.lines.end());
         auto& lines = lines_[function.source];

@@ -69,8 +69,8 @@ std::vector<std::int32_t> DebugSession::Impl::wantedLines() const {
 }
 
 void DebugSession::Impl::apply() {
-    everyStatement = step.active() || book.watchesData() || entryWanted ||
-                     pauseNow || lostDepth != 0;
+    everyStatement =
+        step.active() || book.watchesData() || entryWanted || pauseNow || lostDepth != 0;
     if (session.stopPolicy() != this) return;
     const std::vector<std::int32_t> lines = wantedLines();
     session.setStopLines(lines.empty() ? nullptr : &lines);

@@ -96,7 +96,9 @@ bool KeptValue::keepObject(void* object) {
         object_ = object;
         return true;
     }
-    if ((type->GetFlags() & asOBJ_REF) != 0) {
+    // A literal of the expression goes with the function that was compiled for it.
+    const bool isText = isOwnType(type) && std::strcmp(type->GetName(), "string") == 0;
+    if ((type->GetFlags() & asOBJ_REF) != 0 && !isText) {
         engine_.AddRefScriptObject(object, type);
         object_ = object;
     } else {

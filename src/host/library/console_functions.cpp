@@ -1,5 +1,4 @@
 #include "host/library/console_functions.h"
-#include "host/run/quiet_frontend.h"
 
 #include <cstring>
 #include <string>
@@ -10,6 +9,7 @@
 #include "host/library/input_scanner.h"
 #include "host/library/run_files.h"
 #include "host/library/script_console.h"
+#include "host/run/quiet_frontend.h"
 #include "host/run/script_session.h"
 
 namespace korvant {

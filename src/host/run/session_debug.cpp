@@ -132,7 +132,8 @@ asIScriptFunction* ScriptSession::compileFunction(asIScriptModule& module, const
                      BuildMessage::Kind::error);
         return nullptr;
     }
-    if (const auto refusal = scanSource(text, impl_->limits)) {
+    if (const auto refusal =
+            scanSource(text, impl_->limits, engineIsHardened(*module.GetEngine()))) {
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return nullptr;
     }

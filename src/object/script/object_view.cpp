@@ -33,8 +33,9 @@ std::string optionOf(const ObjectModel& model, const PropertyRecord& property) {
     if (property.options < 0) return {};
     const auto& options = model.optionLists[static_cast<std::size_t>(property.options)];
     const auto chosen = static_cast<std::size_t>(property.integer);
-    return property.integer >= 0 && chosen < options.size() ? " " + decodeForDisplay(options[chosen])
-                                                            : std::string();
+    return property.integer >= 0 && chosen < options.size()
+               ? " " + decodeForDisplay(options[chosen])
+               : std::string();
 }
 
 std::string valueOf(const ObjectModel& model, const PropertyRecord& property) {
@@ -109,8 +110,9 @@ class ObjectView final : public TypeView {
         if (place >= model.properties.size()) return "This property is gone.";
         const std::string name = model.properties[place].name;
         const bool isNumber = value.kind != ViewedScalar::Kind::text;
-        const double number =
-            value.kind == ViewedScalar::Kind::real ? value.real : static_cast<double>(value.integer);
+        const double number = value.kind == ViewedScalar::Kind::real
+                                  ? value.real
+                                  : static_cast<double>(value.integer);
         bool done = false;
         switch (property_type::ofLetter(model.properties[place].letter)) {
             case property_type::kInteger:

@@ -1,0 +1,219 @@
+// Runs under a debugger whose answers are code.
+#include <chrono>
+#include <thread>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
+#include "debug/debug_fixture.h"
+
+namespace korvant::test {
+namespace {
+
+class Session : public DebugFixture {};
+
+constexpr char kCounting[] =
+    "int main() {\n    int n = 0;\n    while (n < 1000000000)\n        n++;\n    return n;\n}\n";
+
+TEST_F(Session, LimitsStandStillWhileTheScriptDoes) {
+    useClock(&fakeClock);
+    breakAt(3);
+    atStop = [&](const StopInfo&) { fakeClock.advance(3600'000); };
+    EXPECT_FALSE(
+        start("int main() {\n    int n = 1;\n    n = 2;\n    n = 3;\n    return 0;\n}\n").failed());
+    EXPECT_EQ(stops.size(), 1u);
+}
+
+TEST_F(Session, PausesAnEndlessLoopWithinATenthOfASecond) {
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point asked;
+    Clock::time_point stopped;
+    atStop = [&](const StopInfo&) {
+        stopped = Clock::now();
+        debug.stopRun();
+    };
+    std::thread user([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
+        asked = Clock::now();
+        debug.requestPause();
+    });
+    EXPECT_TRUE(start(kCounting).failed());
+    user.join();
+    ASSERT_EQ(stops.size(), 1u);
+    EXPECT_EQ(stops[0].reason, StopReason::pause);
+    EXPECT_LT(stopped - asked, std::chrono::milliseconds(1000)) << "100 ms on a free machine";
+}
+
+TEST_F(Session, BreakpointsMayChangeWhileTheScriptRuns) {
+    std::thread user([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
+        debug.requestAttention();
+    });
+    atStop = [&](const StopInfo&) { debug.stopRun(); };
+    attentionAct = [&] {
+        breakAt(4);
+        debug.apply();
+    };
+    EXPECT_TRUE(start(kCounting).failed());
+    user.join();
+    ASSERT_EQ(stops.size(), 1u);
+    EXPECT_EQ(stops[0].place.line, 4);
+}
+
+TEST_F(Session, AHostsOwnRunIsDebuggedWhileAttached) {
+    ASSERT_TRUE(debug.attach());
+    breakAt(2);
+    EXPECT_TRUE(run("int main() {\n    int n = 1;\n    return n;\n}\n"));
+    EXPECT_EQ(stops.size(), 1u);
+    debug.detach();
+    EXPECT_TRUE(run("int main() {\n    int n = 1;\n    return n;\n}\n"));
+    EXPECT_EQ(stops.size(), 1u);
+}
+
+TEST_F(Session, AStopLeavesAndComesBackWhereItMaySuspend) {
+    debug.setStyle(StopStyle::suspend);
+    breakAt(2);
+    EXPECT_TRUE(
+        start("int main() {\n    int n = 1;\n    n = 2;\n    return n;\n}\n").stoppedAtLine());
+    EXPECT_EQ(debug.state(), DebugState::suspended);
+    EXPECT_TRUE(debug.stepOver());
+    EXPECT_EQ(debug.state(), DebugState::suspended);
+    EXPECT_EQ(debug.stop().place.line, 3);
+    EXPECT_EQ(value("n"), "1");
+    EXPECT_TRUE(debug.goOn());
+    EXPECT_EQ(debug.state(), DebugState::idle);
+    EXPECT_FALSE(debug.goOn());
+}
+
+TEST_F(Session, RestartsFromInsideAStop) {
+    breakAt(2);
+    atStop = [&](const StopInfo&) {
+        if (stops.size() == 1) {
+            EXPECT_TRUE(debug.restart());
+        }
+    };
+    EXPECT_FALSE(start("int main() {\n    int n = 1;\n    return n;\n}\n").failed());
+    EXPECT_EQ(stops.size(), 2u);
+    EXPECT_EQ(ended, 1);
+}
+
+TEST_F(Session, ATimeOutStopsOnceBeforeTheEnd) {
+    debug.rules() = StopRules::usual();
+    atStop = [&](const StopInfo&) { EXPECT_NE(value("n"), "0"); };
+    EXPECT_TRUE(start("int main() {\n    SetMaxRunTime(100);\n    int n = 1;\n    for (;;)\n"
+                      "        n++;\n    return 0;\n}\n")
+                    .failed());
+    ASSERT_EQ(stops.size(), 1u);
+    EXPECT_EQ(stops[0].reason, StopReason::timeOut);
+    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::timeOut);
+}
+
+TEST_F(Session, TheStackOfAFailureCanBeLookedAtAfterwards) {
+    EXPECT_TRUE(
+        start("int f(int zero) {\n    return 1 / zero;\n}\nint main() {\n    return f(0);\n}\n")
+            .failed());
+    EXPECT_EQ(debug.state(), DebugState::ended);
+    ASSERT_EQ(debug.frames().count(), 2u);
+    EXPECT_EQ(value("zero"), "0");
+    EXPECT_EQ(value("zero + 1"), "1");
+    const auto& stack = session().lastFailure().stack;
+    ASSERT_EQ(stack.size(), 2u);
+    EXPECT_EQ(stack[1].function, "int main()");
+    EXPECT_EQ(stack[1].line, 5);
+}
+
+TEST_F(Session, NothingThatIsLookedAtKeepsTheScriptBusy) {
+    breakAt(4);
+    atStop = [&](const StopInfo&) {
+        EXPECT_EQ(value("stone.weigh()"), "3");
+        EXPECT_EQ(value("endless()", EvaluationPurpose::watch),
+                  "error: This takes longer than 300 ms.");
+        EXPECT_NE(value("Question(\"?\")").find("Nothing can be asked"), std::string::npos);
+        EXPECT_NE(value("stone.weigh()", EvaluationPurpose::hover).find("could change"),
+                  std::string::npos);
+        EXPECT_EQ(value("stone.weight == 3 && n != 2", EvaluationPurpose::hover), "true");
+        EXPECT_NE(value("hoard()").find("Out of memory"), std::string::npos);
+        EXPECT_NE(value("n / (n - n)").find("Divide by zero"), std::string::npos);
+    };
+    EXPECT_FALSE(
+        start("int main() {\n    Stone stone;\n    int n = 1;\n    n++;\n    return 0;\n}\n"
+              "class Stone { int weight = 3; int weigh() { return weight; } }\n"
+              "int endless() { for (;;) {} return 0; }\n"
+              "int hoard() { string s = \"0123456789\"; for (;;) s += s; return 0; }\n")
+            .failed());
+    EXPECT_EQ(stops.size(), 1u);
+    EXPECT_TRUE(frontend.boxes.empty());
+}
+
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(Session, TenThousandStopsLeaveNothingBehind) {
+    breakAt(5, "n >= 0");
+    std::size_t early = 0;
+    std::size_t late = 0;
+    atStop = [&](const StopInfo&) {
+        const ValueNode locals = debug.scope(ValueScope::locals, 0);
+        EXPECT_EQ(debug.values().children(locals).size(), 3u);
+        EXPECT_EQ(value("n + words.length()", EvaluationPurpose::watch).empty(), false);
+        if (stops.size() == 2000) early = mallinfo2().uordblks;
+        if (stops.size() == 10000) late = mallinfo2().uordblks;
+        stops.back() = {};
+    };
+    stops.reserve(10001);
+    EXPECT_FALSE(start("int main() {\n    string[] words = {\"a\"};\n    int n = 0;\n"
+                       "    for (int i = 0; i < 10000; i++)\n        n++;\n    return 0;\n}\n")
+                     .failed());
+    EXPECT_EQ(stops.size(), 10000u);
+    EXPECT_LT(late, early + (64u << 10));
+}
+#endif
+
+TEST_F(Session, ArraysAreReadByPages) {
+    breakAt(3);
+    atStop = [&](const StopInfo&) {
+        const ValueNode locals = debug.scope(ValueScope::locals, 0);
+        const std::vector<DebugValue> values = debug.values().children(locals);
+        ASSERT_EQ(values.size(), 1u);
+        EXPECT_EQ(values[0].indexed, 1000000u);
+        const auto page = debug.values().children(values[0].node, 999998, 10);
+        ASSERT_EQ(page.size(), 2u);
+        EXPECT_EQ(page[1].name, "[999999]");
+        EXPECT_EQ(page[1].evaluateName, "big[999999]");
+        const ShownValue set = debug.setChild(values[0].node, "[3]", 0, "40 + 2");
+        EXPECT_EQ(set.value.value, "42") << set.error;
+        EXPECT_EQ(value("big[3]"), "42");
+    };
+    EXPECT_FALSE(start("int main() {\n    int[] big(1000000);\n    return 0;\n}\n").failed());
+    EXPECT_EQ(stops.size(), 1u);
+}
+
+TEST_F(Session, PropertiesOfObjectsAreShownAndSetThroughTheModel) {
+    breakAt(6);
+    atStop = [&](const StopInfo&) {
+        const ValueNode locals = debug.scope(ValueScope::locals, 0);
+        const std::vector<DebugValue> values = debug.values().children(locals);
+        ASSERT_EQ(values.size(), 1u);
+        EXPECT_EQ(values[0].type, "Object");
+        const auto parts = debug.values().children(values[0].node);
+        ASSERT_EQ(parts.size(), 2u);
+        EXPECT_NE(parts[0].name.find("width"), std::string::npos);
+        EXPECT_NE(parts[0].value.find("2.5 mm"), std::string::npos) << parts[0].value;
+        EXPECT_NE(parts[0].value.find("error: too wide"), std::string::npos) << parts[0].value;
+        const ShownValue set = debug.setChild(values[0].node, parts[0].name, 0, "1.5");
+        EXPECT_EQ(set.error, "");
+        EXPECT_EQ(set.value.value, "1.5 mm");
+        EXPECT_NE(debug.setChild(values[0].node, parts[0].name, 0, "\"x\"").error, "");
+        EXPECT_EQ(value("form.width"), "1.5 mm");
+    };
+    EXPECT_FALSE(start("int main() {\n    Object form;\n"
+                       "    form.addProperty(\"width\", \"Width\", 2.5, \"mm\", true);\n"
+                       "    form.addErrorConstraint(\"width\", \"width < 2\", \"too wide\");\n"
+                       "    form.addProperty(\"round\", \"Round\", true, true);\n"
+                       "    return 0;\n}\n")
+                     .failed())
+        << messages();
+    EXPECT_EQ(stops.size(), 1u);
+}
+
+}  // namespace
+}  // namespace korvant::test
