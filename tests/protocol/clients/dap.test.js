@@ -12,16 +12,10 @@ describe('korvant dap', function () {
     let dc;
 
     beforeEach(async () => {
-        dc = new DebugClient('node', path.join(__dirname, 'record.js'), 'korvant', {
-            env: Object.assign({}, process.env)
-        });
-        // The client starts node with one script; what follows are its arguments.
-        dc._adapterArguments = undefined;
-        dc._executable = path.join(__dirname, 'adapter.sh');
-        dc._runtime = 'bash';
+        dc = new DebugClient('bash', path.join(__dirname, 'adapter.sh'), 'korvant');
         await dc.start();
     });
-    afterEach(() => dc.stop());
+    afterEach(() => dc && dc.stop());
 
     const launch = (program, more = {}, breakpoints = [], filters = []) => Promise.all([
         dc.waitForEvent('initialized').then(async () => {
@@ -56,10 +50,9 @@ describe('korvant dap', function () {
     });
 
     it('runs to the end and tells the exit code after all output', async () => {
-        const ended = dc.waitForEvent('exited');
+        const ended = Promise.all([dc.waitForEvent('exited'), dc.waitForEvent('terminated')]);
         await launch(walk);
-        assert.strictEqual((await ended).body.exitCode, 1);
-        await dc.waitForEvent('terminated');
+        assert.strictEqual((await ended)[0].body.exitCode, 1);
     });
 
     it('moves, refuses and conditions breakpoints', async () => {
@@ -69,12 +62,12 @@ describe('korvant dap', function () {
         ]);
         const [one, moved, none] = dc.answer.body.breakpoints;
         assert.ok(one.verified && moved.verified && !none.verified);
-        assert.strictEqual(moved.line, 18 + (moved.line - 18));
-        assert.ok(none.message);
+        assert.ok(moved.line > 17 && none.message);
         await stopped;
         assert.ok((await top()).line >= 18);
+        const next = dc.waitForEvent('stopped');
         await dc.continueRequest({ threadId: 1 });
-        await dc.waitForEvent('stopped');
+        await next;
         const frame = await top();
         assert.strictEqual(frame.line, 24);
         assert.strictEqual((await variables('Locals', frame.id)).i.value, '3');
@@ -151,13 +144,18 @@ describe('korvant dap', function () {
         assert.match((await top()).name, /Hole::twice\(/);
     });
 
-    it('answers Input from the debug console, and from answers', async () => {
-        const asked = dc.waitForEvent('output');
+    it('answers Input from the debug console', async () => {
+        const asked = dc.assertOutput('stdout', 'How many?');
         await launch(script('ask.as'));
         await asked;
-        await new Promise(done => setTimeout(done, 200));
-        const said = dc.assertOutput('stdout', 'How many?\ngot 42');
+        const said = dc.assertOutput('stdout', 'got 42');
         await dc.evaluateRequest({ expression: '42', context: 'repl' });
+        await said;
+    });
+
+    it('answers Input from the launch', async () => {
+        const said = dc.assertOutput('stdout', 'How many?\ngot 7');
+        await launch(script('ask.as'), { answers: ['7'] });
         await said;
     });
 
@@ -205,7 +203,8 @@ describe('korvant dap', function () {
         await dc.configurationDoneRequest();
         await stopped;
         assert.strictEqual((await top()).line, 24);
-        await dc.disconnectRequest({});
+        await dc.stop();
+        dc = null;
         assert.strictEqual(await exit, 1);
     });
 });
