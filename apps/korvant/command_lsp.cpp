@@ -24,7 +24,7 @@ std::optional<korvant::ApiDescription> readApi(const std::string& path) {
     const std::optional<Source> file = readScript(path, kLongestDescription);
     if (!file) return std::nullopt;
     auto api = korvant::apiFromJson(file->text);
-    if (!api) complain(path + " is no description made by korvant api --json");
+    if (!api) complain(path + " is no description made by korvant api");
     return api;
 }
 
@@ -72,8 +72,7 @@ void addLspCommand(CLI::App& app, int& exitCode) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command =
         app.add_subcommand("lsp", "Serves an editor on standard input and output");
-    command
-        ->add_option("--api", *file, "what a host's scripts can call, made by korvant api --json")
+    command->add_option("--api", *file, "what a host's scripts can call, made by korvant api")
         ->type_name("FILE");
     command->callback([file, &exitCode] { exitCode = serveLanguage(*file); });
 }
@@ -83,7 +82,7 @@ void addApiCommand(CLI::App& app, int& exitCode) {
     CLI::App* const command = app.add_subcommand("api", "Writes what scripts can call");
     const auto json = std::make_shared<bool>(true);
     CLI::Option* const asJson =
-        command->add_flag("--json", *json, "as JSON, for korvant lsp --api; also without a switch");
+        command->add_flag("--json", *json, "as JSON; also without a switch");
     command->add_flag("--predefined", *predefined, "as declarations that other tools read")
         ->excludes(asJson);
     command->callback([predefined, json, &exitCode] { exitCode = writeApi(*predefined); });

@@ -30,10 +30,14 @@ class Debugger::BusyMark {
     BusyMark& operator=(const BusyMark&) = delete;
 
   private:
-    void set(bool busy) {
+    void set(bool busy) noexcept {
         debugger_.busy_ = busy;
-        debugger_.setRunMenu();
-        debugger_.window_.setRunning(busy);
+        try {
+            debugger_.setRunMenu();
+            debugger_.window_.setRunning(busy);
+        } catch (...) {
+            // Without memory the menu stays as it is, to the next change.
+        }
     }
 
     Debugger& debugger_;
