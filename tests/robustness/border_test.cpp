@@ -136,6 +136,9 @@ TEST(BoundedHtml, FetchesNothingAndRunsNothing) {
 TEST(BoundedHtml, ClosesWhatIsOpenAndKeepsWhatIsNoTag) {
     EXPECT_EQ(boundedHtml("<b>bold"), "<b>bold</b>");
     EXPECT_EQ(boundedHtml("<a href='#top'>t</a>"), "<a href=\"#top\">t</a>");
+    for (const char* elsewhere : {"http://example.org/", "//x", "file:///etc", "x#top", ""})
+        EXPECT_EQ(boundedHtml("<a href=\"" + std::string(elsewhere) + "\">t</a>"), "<a>t</a>");
+    EXPECT_EQ(boundedHtml("<a href=http://example.org>t</a>"), "<a>t</a>");
     EXPECT_EQ(boundedHtml("<a href='#x><b>'>t</a>"), "<a>t</a>");
     EXPECT_EQ(boundedHtml("<a href=#x\"onclick=y>t</a>"), "<a>t</a>");
     EXPECT_EQ(boundedHtml("<font color=" + std::string(65, 'r') + ">t</font>"), "<font>t</font>");

@@ -83,9 +83,11 @@ class Exchange {
     void run() {
         const auto start = Clock::now();
         while (output_.ends[0] >= 0 || errors_.ends[0] >= 0) {
-            feed();
-            pollfd entries[] = {{output_.ends[0], POLLIN, 0}, {errors_.ends[0], POLLIN, 0}};
-            ::poll(entries, 2, 20);
+            pollfd entries[] = {{output_.ends[0], POLLIN, 0},
+                                {errors_.ends[0], POLLIN, 0},
+                                {input_.ends[1], POLLOUT, 0}};
+            ::poll(entries, 3, 20);
+            if (entries[2].revents != 0) feed();
             if (entries[0].revents != 0) read(output_, result_.output);
             if (entries[1].revents != 0) read(errors_, result_.errors);
             result_.timedOut = millisecondsSince(start) > options_.seconds * 1000;
@@ -95,7 +97,6 @@ class Exchange {
 
   private:
     void feed() {
-        if (input_.ends[1] < 0) return;
         const ssize_t taken =
             ::write(input_.ends[1], options_.input.data() + fed_, options_.input.size() - fed_);
         if (taken > 0) fed_ += static_cast<std::size_t>(taken);

@@ -161,6 +161,16 @@ TEST_F(Recovery, TextThatTheHostReceivedIsOfferedOnlyIfTheHostLostIt) {
     EXPECT_EQ(window->questions.size(), 1u);
 }
 
+TEST_F(Recovery, CopyOfACrashWhoseTextTheHostBringsIsNotOffered) {
+    open("version 1");
+    setText("version 2");
+    fakeClock.advance(10000);
+    editor().tick();
+    ASSERT_EQ(currentCopy(), "version 2");
+    reopen("version 2");
+    EXPECT_TRUE(window->questions.empty());
+}
+
 TEST_F(Recovery, TextsThatHostsReceivedDoNotPileUp) {
     for (int i = 0; i < 10; ++i) {
         reopen("script " + std::to_string(i));

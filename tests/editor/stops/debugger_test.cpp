@@ -106,6 +106,27 @@ TEST_F(Debugging, WaitingForTheUserDoesNotUseUpTheTime) {
     EXPECT_TRUE(editor().debugging()) << boxes() << pane();
 }
 
+TEST_F(Debugging, PassesOfAConditionThatIsNeverTrueShareOneLimit) {
+    static FakeClock* clock;
+    static int turns;
+    clock = &fakeClock;
+    turns = 0;
+    useClock(&fakeClock);
+    engine()->RegisterGlobalFunction("void turn()", asFUNCTION(+[] {
+                                         clock->advance(40);
+                                         if (++turns > 1000) moduleSession().requestStop();
+                                     }),
+                                     asCALL_CDECL);
+    open(
+        "int main()\n{\n    int i = 0;\n    while (true)\n    {\n        turn();\n"
+        "        i = 0;\n    }\n    return 0;\n}\n");
+    addBreakpoint(7, "i = 1");
+    editor().functionKey(5);
+    EXPECT_NEAR(turns, 10000 / 40, 2);
+    EXPECT_THAT(boxes(), HasSubstr("Probably it timed out."));
+    EXPECT_FALSE(editor().debugging());
+}
+
 TEST_F(Debugging, NothingIsShownForNothing) {
     stopAt("int main()\n{\n    int value = 1;\n    return value;\n}\n", 4);
     const std::string before = pane();

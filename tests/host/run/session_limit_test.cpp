@@ -174,6 +174,27 @@ TEST_F(Limit, AHardCeilingCountsWaitsToo) {
     EXPECT_EQ(kind(), RunFailure::Kind::timeOut);
 }
 
+TEST_F(Limit, AHardCeilingAddsUpWhatRunsBetweenSuspensions) {
+    static FakeClock* clock;
+    clock = &fakeClock;
+    useClock(&fakeClock);
+    engine()->RegisterGlobalFunction("void work()", asFUNCTION(+[] { clock->advance(400); }),
+                                     asCALL_CDECL);
+    Limits limits;
+    limits.hardCeilingMs = 1000;
+    useLimits(limits);
+    const std::vector<std::int32_t> lines = {3};
+    EXPECT_TRUE(
+        run("int main() {\n while (true) {\n work();\n int i = 0;\n }\n return 0; }", &lines));
+    for (int execution = 1; execution <= 2; ++execution) {
+        fakeClock.advance(100'000);  // suspended: nobody counts
+        EXPECT_TRUE(resume(StepMode::run, &lines)) << execution;
+        EXPECT_EQ(outcome().line, 3) << execution;
+    }
+    EXPECT_FALSE(resume(StepMode::run, &lines));
+    EXPECT_EQ(kind(), RunFailure::Kind::timeOut);
+}
+
 // The tick counts to 2^32 and is compared as a signed number.
 TEST_F(Limit, TheTickWrapsBelowARun) {
     struct Case {

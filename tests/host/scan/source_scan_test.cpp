@@ -150,6 +150,15 @@ TEST_P(ScanOf, TakesWhatPeopleWriteAndRefusesWhatHarms) {
     EXPECT_EQ(refuses(GetParam().refused, true), !GetParam().forBuffer);
 }
 
+TEST(ScanOfStack, BlocksTakeTheirShareOfIt) {
+    const std::string calls = "x=" + nested("f(", "1", ")", 152) + ";";
+    const auto inBlocks = [&](std::size_t count) {
+        return "int f(int a){return a;} " + inMain(nested("{", calls.c_str(), "}", count));
+    };
+    EXPECT_FALSE(scanSource(inBlocks(1), {}));
+    EXPECT_TRUE(scanSource(inBlocks(80), {}));
+}
+
 struct Compile {
     ScriptSession* session;
     asIScriptEngine* engine;
