@@ -45,7 +45,9 @@ struct DebugSession::Impl final : StopPolicy {
     bool pauseNow = false;
     bool entryWanted = false;
     bool everyStatement = false;
-    int inside = 0;          ///< code of ours runs script: nothing of it stops
+    int inside = 0;            ///< code of ours runs script: nothing of it stops
+    unsigned passedDepth = 0;  ///< of the call to which an exception that stopped is passed on
+    std::string passedText;
     unsigned lostDepth = 0;  ///< of the call whose comparator or the like has raised; 0: none
 
     // How a held run goes on.
@@ -79,6 +81,7 @@ struct DebugSession::Impl final : StopPolicy {
     bool dataChanged(asIScriptContext& context);
     void report(const Breakpoint& breakpoint, const std::string& said);
     ExceptionKind kindOf(asIScriptContext& context) const;
+    bool passedOn(asIScriptContext& context);
     bool filterHolds(const StopRules::Filter& filter, asIScriptContext& context);
     bool repeatsLost(asIScriptContext& context);
     FrameScope innermost(asIScriptContext& context) const;

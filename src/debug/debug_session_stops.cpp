@@ -1,5 +1,6 @@
 // Where a debugged run stops.
 #include <algorithm>
+#include <cstring>
 #include <exception>
 
 #include "debug/debug_session_impl.h"
@@ -15,6 +16,24 @@ void guarded(Body body) noexcept {
         body();
     } catch (const std::exception&) {
     }
+}
+
+/// Whether a function of the library raises what a function of the script raised inside it.
+bool passesOn(const asIScriptFunction* function) {
+    if (function == nullptr || function->GetFuncType() != asFUNC_SYSTEM) return false;
+    const asITypeInfo* const type = function->GetObjectType();
+    return type != nullptr && std::strcmp(type->GetName(), "array") == 0 &&
+           isOwnType(function->GetEngine()->GetTypeInfoByName("array"));
+}
+
+/// How many calls there are below the innermost function of the library; 0 where there is none.
+unsigned nativeCaller(asIScriptContext& context) {
+    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
+        asIScriptFunction* const function = context.GetFunction(level);
+        if (function != nullptr && function->GetFuncType() == asFUNC_SYSTEM)
+            return context.GetCallstackSize() - level - 1;
+    }
+    return 0;
 }
 
 class Inside {
@@ -268,6 +287,7 @@ void DebugSession::Impl::atAttention(asIScriptContext& context) noexcept {
 void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
     if (inside > 0) return;
     guarded([&] {
+        if (passedOn(context)) return;
         const ExceptionKind kind = kindOf(context);
         const StopRules::Filter* const filter = filterFor(rules, kind);
         if (filter == nullptr || (kind == ExceptionKind::lost && repeatsLost(context))) return;
@@ -279,25 +299,42 @@ void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
         stopped.place = placeOf(context);
         const char* const said = context.GetExceptionString();
         stopped.text = said != nullptr ? said : "";
+        if (kind != ExceptionKind::lost) {
+            passedDepth = nativeCaller(context);
+            passedText = stopped.text;
+        }
         hold(context, std::move(stopped));
     });
 }
 
-/// The engine looks for somebody who catches through the function of the library as well, which
-/// lets no exception through.
+/// Arrays raise what a comparison of the script raised once more, in the function that called them:
+/// that is no second stop.
+bool DebugSession::Impl::passedOn(asIScriptContext& context) {
+    const char* const said = context.GetExceptionString();
+    const bool same = passedDepth != 0 && passedDepth == context.GetCallstackSize() &&
+                      said != nullptr && passedText == said;
+    passedDepth = 0;
+    return same;
+}
+
+/// The engine looks for somebody who catches through functions of the library as well. Of those
+/// arrays alone pass an exception on.
 ExceptionKind DebugSession::Impl::kindOf(asIScriptContext& context) const {
-    const bool nested = context.IsNested();
-    if (!nested)
+    if (!context.IsNested())
         return context.WillExceptionBeCaught() ? ExceptionKind::caught : ExceptionKind::unhandled;
-    if (!context.WillExceptionBeCaught() || text == nullptr) return ExceptionKind::lost;
     for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
         asIScriptFunction* const function = context.GetFunction(level);
-        if (function == nullptr || function->GetFuncType() == asFUNC_SYSTEM) break;
+        // A frame of the engine's own, around a destructor.
+        if (function == nullptr) return ExceptionKind::lost;
+        if (function->GetFuncType() == asFUNC_SYSTEM) {
+            if (!passesOn(function)) return ExceptionKind::lost;
+            continue;
+        }
         int column = 0;
         const int line = context.GetLineNumber(level, &column);
-        if (text->insideTry(line, column)) return ExceptionKind::caught;
+        if (text != nullptr && text->insideTry(line, column)) return ExceptionKind::caught;
     }
-    return ExceptionKind::lost;
+    return ExceptionKind::unhandled;
 }
 
 bool DebugSession::Impl::filterHolds(const StopRules::Filter& filter, asIScriptContext& context) {
