@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 
+#include "answer_check.h"
+#include "base/text/html_text.h"
 #include "base/text/number_text.h"
+#include "base/text/plain_text.h"
 #include "base/text/text_encoding.h"
+#include "host/engine/active_context.h"
 #include "host/services/box_buttons.h"
 #include "source_report.h"
 
@@ -34,24 +39,35 @@ std::string textOf(const Json& json) {
     return korvant::encodeTyped(json.get<std::string>());
 }
 
-/// Tags of a report are nothing for standard error.
-std::string withoutTags(const std::string& html) {
-    std::string text;
-    bool inside = false;
-    for (const char c : html) {
-        if (c == '<') inside = true;
-        if (!inside) text += c;
-        if (c == '>') {
-            inside = false;
-            if (!text.empty() && text.back() != ' ') text += ' ';
-        }
-    }
+std::string plainOf(const std::string& html) {
+    return korvant::plainFromHtml(korvant::boundedHtml(html));
+}
+
+/// "property "to" of element 2 (Bottom): The bottom must be below the top."
+std::string findingText(const korvant::EditSession& session, const korvant::EditFinding& finding) {
+    const korvant::EditRow& row = session.row(finding.place.property);
+    std::string text = "property \"" + korvant::decodeForDisplay(row.name) + "\"";
+    for (auto element = finding.elements.rbegin(); element != finding.elements.rend(); ++element)
+        text += " of element " + std::to_string(*element + 1);
+    text += " (" + korvant::decodeForDisplay(row.label) + "):";
+    for (const std::string& message : finding.messages) text += " " + plainOf(message);
     return text;
+}
+
+/// The line that asks; 0 when no script runs.
+int lineThatAsks() {
+    asIScriptContext* const context = korvant::activeContext();
+    return context == nullptr ? 0 : std::max(0, context->GetLineNumber(0));
 }
 
 }  // namespace
 
 std::optional<AnswerBook> AnswerBook::read(const std::string& file) {
+    std::error_code unknown;
+    if (std::filesystem::is_directory(file, unknown)) {
+        complain(file + " is a folder, not a file of answers");
+        return {};
+    }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
         complain("cannot read " + file);
@@ -63,9 +79,13 @@ std::optional<AnswerBook> AnswerBook::read(const std::string& file) {
         complain(file + ": not a file of answers: {\"answers\": [...]}");
         return {};
     }
+    const std::string fault = faultOfAnswers(*list);
+    if (!fault.empty()) {
+        complain(file + ": " + fault);
+        return {};
+    }
     AnswerBook book;
-    for (const Json& one : *list)
-        if (one.is_object()) book.answers_.push_back({one});
+    for (const Json& one : *list) book.answers_.push_back({one});
     return book;
 }
 
@@ -81,8 +101,10 @@ const Json* AnswerBook::take(const char* kind, const std::vector<std::string>& t
 }
 
 void AnswerBook::fail(const std::string& what) {
-    if (!failed_) complain(what);
-    failed_ = true;
+    if (!failed()) {
+        failure_ = what;
+        line_ = lineThatAsks();
+    }
     korvant::moduleSession().requestStop();
 }
 
@@ -194,9 +216,12 @@ bool AnswerEditor::run(korvant::EditSession& session) {
     const auto ok = answer->find("ok");
     if (ok != answer->end() && ok->is_boolean() && !ok->get<bool>()) return false;
     const korvant::EditCheck check = session.confirm();
-    if (!check.passed)
-        book_.fail("the form \"" + korvant::decodeForDisplay(session.title()) +
-                   "\": " + korvant::decodeForDisplay(withoutTags(check.report)));
+    if (check.passed) return true;
+    std::string what =
+        "the form \"" + korvant::decodeForDisplay(session.title()) + "\" fails its check";
+    for (const korvant::EditFinding& finding : check.findings)
+        what += "\n  " + findingText(session, finding);
+    book_.fail(what);
     return check.passed;
 }
 

@@ -26,9 +26,12 @@ class AnswerBook {
     /// The answer of `kind` ("prompt", "box", "edit") to a question with one of these texts, or
     /// null after it was reported that there is none.
     const Json* take(const char* kind, const std::vector<std::string>& texts);
-    /// Says on standard error what is wrong with an answer, and ends the script.
+    /// Keeps what is wrong with an answer, and ends the script. The first failure counts.
     void fail(const std::string& what);
-    bool failed() const noexcept { return failed_; }
+    bool failed() const noexcept { return !failure_.empty(); }
+    /// What was wrong, and the line of the script that asked (from 1; 0 unknown).
+    const std::string& failure() const noexcept { return failure_; }
+    int line() const noexcept { return line_; }
 
   private:
     struct Answer {
@@ -36,7 +39,8 @@ class AnswerBook {
         bool used = false;
     };
     std::vector<Answer> answers_;
-    bool failed_ = false;
+    std::string failure_;
+    int line_ = 0;
 };
 
 /// Answers prompts and boxes from the book; everything else is the other front end's.

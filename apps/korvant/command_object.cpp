@@ -94,7 +94,10 @@ int showObjects(const ObjectRun& run) {
     ScriptObject::m_locale = run.locale;
     RunApplication(engine.engine(), engine.context(), source->text, nullptr);
     reportBuild(*source, session.buildMessages());
-    reportRun(*source, session.lastFailure());
+    if (book && book->failed())
+        reportAnswer(*source, book->failure(), book->line());
+    else
+        reportRun(*source, session.lastFailure());
     print(recorder.forms(), run.json);
     return exitCodeOf(session.lastFailure(), book ? &*book : nullptr);
 }

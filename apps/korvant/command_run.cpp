@@ -46,6 +46,16 @@ int runWithWindows(const Run& run, const Source& source) {
     return outcome ? report(source, outcome->messages, outcome->failure) : kRunFailed;
 }
 
+/// Where an answer failed, the stop that followed is not worth a word.
+int reportAnswered(const Source& source, const AnswerBook* book) {
+    korvant::ScriptSession& session = korvant::moduleSession();
+    if (book == nullptr || !book->failed())
+        return report(source, session.buildMessages(), session.lastFailure());
+    reportBuild(source, session.buildMessages());
+    reportAnswer(source, book->failure(), book->line());
+    return kRunFailed;
+}
+
 int runScript(const Run& run) {
     const std::optional<Source> source = readScript(run.file, run.limits.scriptBytes);
     if (!source) return kCannotRead;
@@ -64,10 +74,10 @@ int runScript(const Run& run) {
         runObserved(engine.engine(), engine.context(), *source, {run.coverage, run.profile});
     else
         RunApplication(engine.engine(), engine.context(), source->text, nullptr);
-    const int exitCode = report(*source, session.buildMessages(), session.lastFailure());
+    const int exitCode = reportAnswered(*source, book ? &*book : nullptr);
     TellScriptDebugExit(exitCode);
     StopScriptDebugServer();
-    return exitCode == kFinished && book && book->failed() ? kRunFailed : exitCode;
+    return exitCode;
 }
 
 }  // namespace

@@ -134,6 +134,13 @@ void reportRun(const Source& source, const korvant::RunFailure& failure) {
     reportCalls(source, failure);
 }
 
+void reportAnswer(const Source& source, const std::string& what, int line) {
+    complain(what);
+    if (line < 1) return;
+    say(source.name + ":" + std::to_string(line) + "\n");
+    say(excerpt(lineOf(source.text, line), 0));
+}
+
 void complain(const std::string& text) {
     say("korvant: " + text + "\n");
 }

@@ -22,6 +22,9 @@ void reportBuild(const Source& source, const korvant::BuildMessages& messages);
 /// returned; nothing for none.
 void reportRun(const Source& source, const korvant::RunFailure& failure);
 
+/// Why the script's question at `line` (from 1; 0 unknown) could not be answered, with that line.
+void reportAnswer(const Source& source, const std::string& what, int line);
+
 /// "korvant: TEXT" to standard error. Texts of scripts cannot steer a terminal there.
 void complain(const std::string& text);
 

@@ -45,7 +45,7 @@ class KORVANTIDE_API CThread {
     CThread& operator=(const CThread&) = delete;
 
     /// Runs Main on a new thread unless one runs already. Non-zero if a thread exists afterwards;
-    /// zero when the system could not start one.
+    /// zero when the system could not start one. The thread's identifier is known then.
     virtual int Start();
     /// Tells a running thread to end; with a non-zero `wait` returns after its Main has returned.
     /// Called on the thread itself it never waits.

@@ -74,8 +74,9 @@ class KORVANTIDE_API ScriptObject : public KorStamp {
 
     /// An empty object with a reference count of 0.
     ScriptObject();
-    /// Deliberate: the copy reports the reference count of `other`, as hosts expect. What keeps
-    /// the copy alive are the references to the copy alone. May throw std::bad_alloc.
+    /// Deliberate: the copy reports the reference count of `other`, as hosts expect, and has as
+    /// many references: each is let go by a release() of its own. An object that nobody has a
+    /// reference to takes the count over by assignment as well. May throw std::bad_alloc.
     ScriptObject(const ScriptObject& other);
     ScriptObject& operator=(const ScriptObject& other);
     ~ScriptObject() override;

@@ -74,9 +74,59 @@ TEST(Answers, DriveARunAndAreMissedByName) {
         << result.errors;
     result = runKorvant({"run", "--answer", answered("-1", "Tank"), script});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("Width"), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find("property \"width\" (Width): positive"), std::string::npos);
+    EXPECT_NE(result.errors.find("ask.as:5\n"), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find("bool ok = o.edit();"), std::string::npos) << result.errors;
+    for (const char* word : {"stopped", "time", "Time"})
+        EXPECT_EQ(result.errors.find(word), std::string::npos) << result.errors;
     result = runKorvant({"run", "--answer", written(folder, "bad.json", "[1"), script});
     EXPECT_EQ(result.exitCode, 66);
+    result = runKorvant({"run", "--answer", folder.path().string(), script});
+    EXPECT_EQ(result.exitCode, 66);
+    EXPECT_NE(result.errors.find("is a folder"), std::string::npos) << result.errors;
+}
+
+TEST(Answers, OfTheWrongKindAreRefusedBeforeTheRun) {
+    const TemporaryFolder folder;
+    const std::string script = written(folder, "a.as", "int main() { Print(\"ran\"); return 0; }");
+    struct Case {
+        const char* answer;
+        const char* message;
+    };
+    for (const Case& one :
+         {Case{R"({"edit": "Tank", "set": 5})", "answer 1: \"set\" must be an object"},
+          Case{R"({"edit": "Tank", "set": {"width": [1]}})", "\"width\" must be a number"},
+          Case{R"({"edit": "Tank", "elements": {"G": {"a": 1}}})", "must be a list of elements"},
+          Case{R"({"edit": "Tank", "ok": "no"})", "\"ok\" must be true or false"},
+          Case{R"({"prompt": 4})", "\"prompt\" must be a text"},
+          Case{R"({"value": 4})", "needs one of"},
+          Case{R"({"box": "x", "button": 6})", "\"button\" must be a text"},
+          Case{"7", "must be an object"}}) {
+        const std::string file =
+            written(folder, "answers.json", std::string("{\"answers\": [") + one.answer + "]}");
+        const ProcessResult result = runKorvant({"run", "--answer", file, script});
+        EXPECT_EQ(result.exitCode, 66) << one.answer;
+        EXPECT_EQ(result.output, "") << one.answer;
+        EXPECT_NE(result.errors.find(one.message), std::string::npos) << result.errors;
+    }
+}
+
+TEST(Answers, NameTheElementAndItsMessage) {
+    const TemporaryFolder folder;
+    const std::string script = written(folder, "g.as", R"(int main() { Object e, o;
+        e.addProperty("to", "Bottom", 1.0, "m", true);
+        e.addErrorConstraint("to", "to>0", "<b>Too</b> high");
+        o.setTitle("Hole"); o.addClass("Layers", true);
+        o.addGroup("Layers", e, true, true, true, true); o.addGroupElement(e);
+        o.edit(); return 0; })");
+    const std::string answers = written(folder, "answers.json",
+                                        R"({"answers": [{"edit": "Hole", "elements":
+                                        {"Hole": [{"to": 1}, {"to": -1}]}}]})");
+    const ProcessResult result = runKorvant({"object", "--answer", answers, script});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.errors.find("property \"to\" of element 2 (Bottom): Too high"),
+              std::string::npos)
+        << result.errors;
 }
 
 }  // namespace

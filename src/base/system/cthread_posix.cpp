@@ -60,10 +60,10 @@ CThreadWaitHandle CThreadEvent::handle() const {
 /// Shared with the thread, which touches nothing else once Main has returned: the object itself
 /// may be gone by then.
 struct CThread::Impl {
-    Event finished;
     Event signal;
     Event exit;
     bool alive = false;
+    std::uint64_t runs = 0;  ///< started so far, so that a wait for one does not last into the next
     bool exitAsked = false;  ///< beside the event, which polling consumes
     pthread_t thread{};
     std::atomic<std::uint32_t> identifier{0};
@@ -88,12 +88,16 @@ struct CThread::Impl {
         return result;
     }
 
+    void begin() {
+        const std::lock_guard lock(hub().mutex);
+        identifier.store(static_cast<std::uint32_t>(::syscall(SYS_gettid)));
+        hub().changed.notify_all();
+    }
+
     void finish() {
-        {
-            const std::lock_guard lock(hub().mutex);
-            alive = false;
-        }
-        setEvent(finished);
+        const std::lock_guard lock(hub().mutex);
+        alive = false;
+        hub().changed.notify_all();
     }
 
     bool onOwnThread() const { return alive && pthread_equal(thread, pthread_self()) != 0; }
@@ -123,9 +127,15 @@ CThread::~CThread() {
 }
 
 int CThread::Start() {
-    const std::lock_guard lock(hub().mutex);
-    if (impl_->alive) return 1;
-    impl_->finished.set = false;
+    // Kept by itself: somebody may destroy the object once its Main has returned.
+    const std::shared_ptr<Impl> impl = impl_;
+    std::unique_lock lock(hub().mutex);
+    const auto known = [&impl] { return impl->identifier.load() != 0; };
+    if (impl_->alive) {
+        hub().changed.wait(lock, known);
+        return 1;
+    }
+    impl_->identifier.store(0);
     // What an earlier thread left unread must not end the new one.
     impl_->exit.set = false;
     impl_->exitAsked = false;
@@ -136,14 +146,18 @@ int CThread::Start() {
     }
     pthread_detach(impl_->thread);
     impl_->alive = true;
+    ++impl_->runs;
+    hub().changed.wait(lock, known);
     return 1;
 }
 
 void CThread::Stop(int wait) {
     const std::shared_ptr<Impl> impl = impl_;
+    std::uint64_t run = 0;
     {
         const std::lock_guard lock(hub().mutex);
         if (!impl->alive) return;
+        run = impl->runs;
         impl->exitAsked = true;
         if (impl->onOwnThread()) wait = 0;
     }
@@ -151,8 +165,7 @@ void CThread::Stop(int wait) {
     if (!wait) return;
     EventHub& events = hub();
     std::unique_lock lock(events.mutex);
-    // Looking at the state as well, so that several may wait for the one event.
-    events.changed.wait(lock, [&] { return take(impl->finished) || !impl->alive; });
+    events.changed.wait(lock, [&] { return !impl->alive || impl->runs != run; });
 }
 
 std::uint32_t CThread::Main() {
@@ -197,7 +210,7 @@ std::uint32_t CThread::threadId() const {
 std::uint32_t CThread::StartAddress(void* object) {
     auto* const thread = static_cast<CThread*>(object);
     const std::shared_ptr<Impl> impl = thread->impl_;
-    impl->identifier.store(static_cast<std::uint32_t>(::syscall(SYS_gettid)));
+    impl->begin();
     const std::uint32_t result = thread->Main();
     impl->finish();
     return result;

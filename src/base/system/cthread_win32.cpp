@@ -34,17 +34,18 @@ CThreadWaitHandle CThreadEvent::handle() const {
 /// Shared with the thread, which touches nothing else once Main has returned: the object itself
 /// may be gone by then.
 struct CThread::Impl {
-    HANDLE finished = makeEvent();
     HANDLE signal = makeEvent();
     HANDLE exit = makeEvent();
-    HANDLE ended = CreateEventW(nullptr, TRUE, TRUE, nullptr);  ///< stays set while none runs
+    HANDLE ended = CreateEventW(nullptr, TRUE, TRUE, nullptr);   ///< stays set while none runs
+    HANDLE known = CreateEventW(nullptr, TRUE, FALSE, nullptr);  ///< stays set with an identifier
+    SRWLOCK ends = SRWLOCK_INIT;  ///< an end, or a new start
     std::atomic<bool> alive{false};
     std::atomic<bool> exitAsked{false};  ///< beside the event, which polling consumes
     std::atomic<std::uint32_t> identifier{0};
     std::atomic<std::uint32_t> lastWait{WAIT_TIMEOUT};
 
     ~Impl() {
-        for (const HANDLE handle : {finished, signal, exit, ended}) CloseHandle(handle);
+        for (const HANDLE handle : {signal, exit, ended, known}) CloseHandle(handle);
     }
 
     std::uint32_t wait(HANDLE first, std::uint32_t timeout) {
@@ -55,10 +56,26 @@ struct CThread::Impl {
         return result;
     }
 
+    /// In one step: a new start must not have its event set by the thread that ends.
     void finish() {
+        AcquireSRWLockExclusive(&ends);
         alive = false;
-        SetEvent(finished);
         SetEvent(ended);
+        ReleaseSRWLockExclusive(&ends);
+    }
+
+    /// False when a thread is there already.
+    bool claim() {
+        AcquireSRWLockExclusive(&ends);
+        const bool claimed = !alive.exchange(true);
+        if (claimed) {
+            identifier = 0;
+            ResetEvent(known);
+            ResetEvent(exit);
+            ResetEvent(ended);
+        }
+        ReleaseSRWLockExclusive(&ends);
+        return claimed;
     }
 };
 
@@ -84,19 +101,23 @@ CThread::~CThread() {
 }
 
 int CThread::Start() {
-    if (impl_->alive.exchange(true)) return 1;
-    ResetEvent(impl_->finished);
-    ResetEvent(impl_->exit);
-    ResetEvent(impl_->ended);
+    // Kept by itself: somebody may destroy the object once its Main has returned.
+    const std::shared_ptr<Impl> impl = impl_;
+    if (!impl->claim()) {
+        WaitForSingleObject(impl->known, INFINITE);
+        return 1;
+    }
     impl_->exitAsked = false;
     auto* const start = new Launch{&CThread::StartAddress, this};
     const auto thread = _beginthreadex(nullptr, 0, launch, start, 0, nullptr);
     if (thread == 0) {
         delete start;
-        impl_->finish();
+        SetEvent(impl->known);
+        impl->finish();
         return 0;
     }
     CloseHandle(reinterpret_cast<HANDLE>(thread));
+    WaitForSingleObject(impl->known, INFINITE);
     return 1;
 }
 
@@ -107,7 +128,6 @@ void CThread::Stop(int wait) {
     SetEvent(impl->exit);
     if (!wait || impl->identifier == GetCurrentThreadId()) return;
     WaitForSingleObject(impl->ended, INFINITE);
-    ResetEvent(impl->finished);
 }
 
 std::uint32_t CThread::Main() {
@@ -152,6 +172,7 @@ std::uint32_t CThread::StartAddress(void* object) {
     auto* const thread = static_cast<CThread*>(object);
     const std::shared_ptr<Impl> impl = thread->impl_;
     impl->identifier = GetCurrentThreadId();
+    SetEvent(impl->known);
     const std::uint32_t result = thread->Main();
     impl->finish();
     return result;

@@ -39,6 +39,12 @@ std::string headline(const MessageBoxRequest& request) {
            shownText(request, request.text);
 }
 
+/// All that the box says: what a window keeps behind a button follows at once.
+std::string fullText(const MessageBoxRequest& request) {
+    if (request.details.empty()) return headline(request);
+    return headline(request) + "\n" + shownText(request, request.details);
+}
+
 std::string trimmed(const std::string& text) {
     const auto first = text.find_first_not_of(" \t\r");
     return first == std::string::npos
@@ -62,19 +68,12 @@ std::string offered(double value) {
     return formatShortest(value);
 }
 
-std::vector<int> choicesOf(const MessageBoxRequest& request, const BoxButtons& buttons) {
-    std::vector<int> choices = buttons.ids;
-    if (!request.details.empty()) choices.push_back(box_button::kMore);
-    return choices;
-}
-
 /// "[Yes/No; Return: Yes] "
 std::string questionFor(const MessageBoxRequest& request, const BoxButtons& buttons) {
     std::string question;
-    const std::vector<int> choices = choicesOf(request, buttons);
-    for (const int id : choices)
+    for (const int id : buttons.ids)
         question += (question.empty() ? "[" : "/") + buttonCaption(request, id);
-    if (choices.size() == 1) return question + "] ";
+    if (buttons.ids.size() == 1) return question + "] ";
     return question + "; Return: " + buttonCaption(request, buttons.defaultId) + "] ";
 }
 
@@ -82,7 +81,7 @@ std::string questionFor(const MessageBoxRequest& request, const BoxButtons& butt
 int buttonNamed(const std::string& answer, const MessageBoxRequest& request,
                 const BoxButtons& buttons) {
     int found = 0, matches = 0;
-    for (const int id : choicesOf(request, buttons)) {
+    for (const int id : buttons.ids) {
         const std::string caption = lower(buttonCaption(request, id));
         if (caption == answer) return id;
         if (caption.compare(0, answer.size(), answer) != 0) continue;
@@ -152,10 +151,10 @@ int TerminalFrontend::messageBox(const MessageBoxRequest& request) {
     if (request.runReport && options_.omitRunReports) return 0;
     const BoxButtons buttons = boxButtons(request.style, request.offerStop);
     if (!options_.terminal) {
-        sayNobodyIsThere(headline(request));
+        sayNobodyIsThere(fullText(request));
         return buttons.closeId;
     }
-    options_.terminal->write(headline(request) + "\n");
+    options_.terminal->write(fullText(request) + "\n");
     return askForButton(request, buttons);
 }
 
@@ -166,10 +165,7 @@ int TerminalFrontend::askForButton(const MessageBoxRequest& request, const BoxBu
         answer = lower(trimmed(answer));
         const int chosen =
             answer.empty() ? buttons.defaultId : buttonNamed(answer, request, buttons);
-        if (chosen == box_button::kMore)
-            options_.terminal->write(shownText(request, request.details) + "\n");
-        else if (chosen != 0)
-            return chosen;
+        if (chosen != 0) return chosen;
     }
     return countdown.ranOut() ? buttons.defaultId : buttons.closeId;
 }

@@ -1,6 +1,7 @@
 // Life of a property object, and what belongs to all of them.
 #include "korvantide/script_object.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "host/engine/script_string.h"
@@ -55,6 +56,8 @@ ScriptObject::ScriptObject() : impl_(new Impl) {}
 ScriptObject::ScriptObject(const ScriptObject& other) : KorStamp(other), impl_(nullptr) {
     auto made = std::make_unique<Impl>();
     made->model = other.impl_->model;
+    // The count that the copy reports is its own: so many releases let it go.
+    made->owning = std::max(0, made->model.reportedCount);
     impl_ = made.release();
 }
 
@@ -69,6 +72,8 @@ void ObjectAccess::assign(ScriptObject& object, const ObjectModel& content) {
     // Deliberate: the count of the source comes along, as hosts expect, but never to an object
     // that scripts hold.
     if (impl.heldByScript) copy.reportedCount = impl.model.reportedCount;
+    // References that somebody has to this object stay what they are.
+    if (!impl.heldByScript && impl.owning <= 0) impl.owning = std::max(0, copy.reportedCount);
     impl.model = std::move(copy);
 }
 

@@ -12,15 +12,18 @@ using korvant::orRaise;
 
 namespace {
 
+void tellListener(ScriptObject& object, std::int32_t index) {
+    const korvant::ObjectModel& model = ObjectAccess::model(object);
+    if (!model.holds(index)) return;
+    KorStampListener* listener = model.listeners[static_cast<std::size_t>(index)];
+    const std::string name = model.properties[static_cast<std::size_t>(index)].name;
+    if (listener != nullptr) listener->propertyChanged(object, name);
+}
+
 /// The listener of a property may change the object, so each is looked up when its turn comes.
+/// What one throws reaches no other.
 void tellListeners(ScriptObject& object, const std::vector<std::int32_t>& changed) {
-    for (const std::int32_t index : changed) {
-        const korvant::ObjectModel& model = ObjectAccess::model(object);
-        if (!model.holds(index)) continue;
-        KorStampListener* listener = model.listeners[static_cast<std::size_t>(index)];
-        const std::string name = model.properties[static_cast<std::size_t>(index)].name;
-        if (listener != nullptr) listener->propertyChanged(object, name);
-    }
+    for (const std::int32_t index : changed) orRaise([&] { tellListener(object, index); });
 }
 
 }  // namespace
@@ -42,7 +45,7 @@ bool ObjectAccess::runEditor(ScriptObject& object) {
     if (!objectEditor().attended()) moduleSession().noteUnattended();
     if (!confirmed) return false;
     const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));
-    orRaise([&] { tellListeners(object, changed); });
+    tellListeners(object, changed);
     return true;
 }
 

@@ -52,6 +52,28 @@ TEST(CThread, MainByItselfWaitsForTheExit) {
     EXPECT_EQ(0, thread.IsAlive());
 }
 
+/// A thread that is started again at once must not be taken for the one that just ended.
+TEST(CThread, StopReturnsWhenMainHasReturnedHoweverOftenItIsStarted) {
+    std::atomic<bool> working{false};
+    Worker worker([&](Worker& self) {
+        working = true;
+        while (self.Wait(CThread::kNoTimeout)) {
+        }
+        for (int i = 0; i < 50; ++i) std::this_thread::yield();
+        working = false;
+        return 0;
+    });
+    int early = 0, unknown = 0;
+    for (int i = 0; i < 1500; ++i) {
+        ASSERT_NE(0, worker.Start());
+        if (worker.threadId() == 0) ++unknown;
+        worker.Stop(1);
+        if (working) ++early;
+    }
+    EXPECT_EQ(0, early);
+    EXPECT_EQ(0, unknown);
+}
+
 TEST(CThread, StartRunsOneThreadAtATimeAndAgainLater) {
     std::atomic<int> runs{0};
     Worker worker([&](Worker& self) {

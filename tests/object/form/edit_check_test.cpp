@@ -1,5 +1,7 @@
 // The check at OK, the summary, and the call that shows a form.
 #include "host/engine/memory_budget.h"
+#include <stdexcept>
+
 #include "object/form/form_fixture.h"
 #include "object/form/form_texts.h"
 
@@ -174,6 +176,21 @@ struct Counter : KorStampListener {
         if (act) act(object);
     }
 };
+
+TEST_F(EditCheckTest, AListenerThatThrowsSilencesNoOther) {
+    Counter counter, faulty;
+    faulty.act = [](KorStamp&) { throw std::runtime_error("no"); };
+    for (const char* name : {"a", "b", "c"}) {
+        object.addProperty(name, name, 1.0, "", true);
+        object.addListener(name, name[0] == 'b' ? &faulty : &counter);
+    }
+    EXPECT_TRUE(edit([](EditSession& shown) {
+        for (int row = 0; row < 3; ++row) shown.commitText(row, "2");
+        return true;
+    }));
+    EXPECT_EQ(faulty.told, std::vector<std::string>{"b"});
+    EXPECT_EQ(counter.told, (std::vector<std::string>{"a", "c"}));
+}
 
 TEST_F(EditCheckTest, ListenersAreToldOfConfirmedChangesInOrder) {
     Counter counter;

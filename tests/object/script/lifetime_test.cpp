@@ -41,8 +41,8 @@ TEST(ObjectCount, ReleaseWithoutAReferenceCountsDownAndDeletesNothing) {
     EXPECT_EQ(object.referenceCount(), 0);
 }
 
-/// A copy that believed its source's count would be freed too early or never.
-TEST(ObjectCount, IsReportedByACopyButDoesNotOwnIt) {
+/// A copy that only reported its source's count would be freed too early or never.
+TEST(ObjectCount, OfTheSourceBelongsToACopy) {
     auto* object = new Watched;
     object->addRef();
     object->addRef();
@@ -53,10 +53,17 @@ TEST(ObjectCount, IsReportedByACopyButDoesNotOwnIt) {
     EXPECT_EQ(copy->referenceCount(), 4);
     EXPECT_EQ(Watched::alive, 2);
     copy->release();
+    EXPECT_EQ(copy->referenceCount(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Watched::alive, 2);
+        copy->release();
+    }
     EXPECT_EQ(Watched::alive, 1);
-    Watched assigned;
-    static_cast<ScriptObject&>(assigned) = *object;
-    EXPECT_EQ(assigned.referenceCount(), 3);
+    auto* assigned = new Watched;
+    static_cast<ScriptObject&>(*assigned) = *object;
+    EXPECT_EQ(assigned->referenceCount(), 3);
+    for (int i = 0; i < 3; ++i) assigned->release();
+    EXPECT_EQ(Watched::alive, 1);
     for (int i = 0; i < 3; ++i) object->release();
     EXPECT_EQ(Watched::alive, 1);
 }
