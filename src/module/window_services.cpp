@@ -13,6 +13,7 @@
 #include "module/korvant_ide_app.h"
 #include "module/own_looks.h"
 #include "module/window_console.h"
+#include "object/script/object_editor.h"
 #include "ui/boxes/wx_frontend.h"
 #include "ui/form/form_editor.h"
 #include "ui/kit/ui_runtime.h"
@@ -60,6 +61,50 @@ WindowServices& allServices() {
     static WindowServices* const services = makeServices();
     return *services;
 }
+
+/// Until an engine is configured: a host may ask with objects of its own before, or without one.
+/// Nothing is made before the first question.
+Frontend& frontendNow() {
+    moduleSession().setServices(windowServices());
+    return *moduleSession().services().frontend;
+}
+
+class FirstQuestion : public Frontend {
+  public:
+    int messageBox(const MessageBoxRequest& request) override {
+        return frontendNow().messageBox(request);
+    }
+    std::int32_t promptInt(const std::string& label, std::int32_t initial) override {
+        return frontendNow().promptInt(label, initial);
+    }
+    float promptFloat(const std::string& label, float initial) override {
+        return frontendNow().promptFloat(label, initial);
+    }
+    double promptDouble(const std::string& label, double initial) override {
+        return frontendNow().promptDouble(label, initial);
+    }
+    std::string promptString(const std::string& label, const std::string& initial) override {
+        return frontendNow().promptString(label, initial);
+    }
+    std::unique_ptr<ProgressWindow> makeProgressWindow() override {
+        return frontendNow().makeProgressWindow();
+    }
+};
+
+class FirstForm : public ObjectEditor {
+  public:
+    bool run(EditSession& session) override {
+        frontendNow();
+        return objectEditor().run(session);
+    }
+};
+
+/// Never destroyed, as the windows.
+const bool ready = [] {
+    setObjectEditor(new FirstForm);
+    moduleSession().setServices({nullptr, new FirstQuestion, nullptr, switchUi});
+    return true;
+}();
 
 }  // namespace
 

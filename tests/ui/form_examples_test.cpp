@@ -64,6 +64,18 @@ TEST(FormExamples, DrillHoleGetsAnotherInterval) {
               "Current interval: 0\nCurrent interval: 1\n");
 }
 
+TEST(FormExamples, AHostWithoutAnEngineShowsItsForms) {
+    std::thread user([] {
+        for (const char* title : {"Pump", "Drill hole"})
+            EXPECT_TRUE(typeInWindow(title, {"Control_L+Return"})) << "no window " << title;
+    });
+    ProcessOptions options;
+    options.seconds = 60;
+    const ProcessResult result = runProcess({KORVANT_BIN_DIR "/host_form"}, options);
+    user.join();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+}
+
 TEST(FormExamples, DialogsAreAnsweredOneAfterAnother) {
     EXPECT_EQ(printedBy(exampleText("dialogs.as"),
                         {{"KorvantIDE", {"Return"}},

@@ -1,6 +1,6 @@
 // The check at OK, the summary, and the call that shows a form.
-#include "host/engine/memory_budget.h"
 #include <stdexcept>
+#include "host/engine/memory_budget.h"
 
 #include "object/form/form_fixture.h"
 #include "object/form/form_texts.h"

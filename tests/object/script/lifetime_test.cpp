@@ -65,7 +65,7 @@ TEST(ObjectCount, OfTheSourceBelongsToACopy) {
     for (int i = 0; i < 3; ++i) assigned->release();
     EXPECT_EQ(Watched::alive, 1);
     for (int i = 0; i < 3; ++i) object->release();
-    EXPECT_EQ(Watched::alive, 1);
+    EXPECT_EQ(Watched::alive, 0);
 }
 
 TEST(ObjectCount, OfAnObjectForScriptsIsOneWhateverIsCopiedOrAssigned) {
