@@ -38,7 +38,7 @@ struct CThread::Impl {
     HANDLE exit = makeEvent();
     HANDLE ended = CreateEventW(nullptr, TRUE, TRUE, nullptr);   ///< stays set while none runs
     HANDLE known = CreateEventW(nullptr, TRUE, FALSE, nullptr);  ///< stays set with an identifier
-    SRWLOCK ends = SRWLOCK_INIT;  ///< an end, or a new start
+    SRWLOCK ends = SRWLOCK_INIT;                                 ///< an end, or a new start
     std::atomic<bool> alive{false};
     std::atomic<bool> exitAsked{false};  ///< beside the event, which polling consumes
     std::atomic<std::uint32_t> identifier{0};

@@ -57,7 +57,7 @@ wxColour FormRowPainter::background(const Cell& cell) const {
     if (cell.state.severity == Severity::error) return theme_.errorTint;
     if (cell.state.severity == Severity::warning) return theme_.warningTint;
     // Nothing can be entered here.
-    if (cell.column == 1 && cell.state.locked) return blend(theme_.window, theme_.field, 0.8);
+    if (cell.column == 1 && cell.state.locked) return blend(theme_.fieldText, theme_.field, 0.07);
     return theme_.field;
 }
 
