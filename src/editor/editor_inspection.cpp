@@ -61,6 +61,12 @@ bool ScriptEditor::commandWhileHeld(int id) {
     }
 }
 
+/// Where nobody looks into runs, the window waits for their end as it always did.
+std::unique_ptr<AttentionClock> ScriptEditor::breathe() {
+    if (!inspection_.enabled()) return nullptr;
+    return std::make_unique<AttentionClock>(inspection_.session());
+}
+
 void ScriptEditor::stepOut() {
     resume([this] { inspection_.session().stepOut(); });
 }
@@ -75,6 +81,7 @@ void ScriptEditor::resume(const std::function<void()>& goOn) {
     if (!inspection_.canLook()) return;
     planBreakpoints();
     runBegan_ = session_.services().clock->monotonic();
+    const auto clock = breathe();
     debugger_.resume([this, &goOn] {
         goOn();
         RunOutcome outcome;

@@ -46,6 +46,9 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
     inspection_.onPrinted = [this](const std::string& text) {
         output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
     };
+    inspection_.onBreath = [this] {
+        if (window_.pumpEvents()) session_.requestStop();
+    };
 }
 
 ScriptEditor::~ScriptEditor() = default;
@@ -129,7 +132,10 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
         inspection_.endLooking();
         planBreakpoints();
         runBegan_ = session_.services().clock->monotonic();
-        (debugger_.*action)();
+        {
+            const auto clock = breathe();
+            (debugger_.*action)();
+        }
         noteBuild();
     } while (restartWanted_);
 }

@@ -23,6 +23,7 @@
 #include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
 #include "editor/editor_status.h"
+#include "editor/stops/attention_clock.h"
 #include "editor/stops/breakpoint_plan.h"
 #include "editor/stops/breakpoints.h"
 #include "editor/stops/debugger.h"
@@ -207,6 +208,7 @@ class ScriptEditor {
     bool commandWhileHeld(int id);
     void resume(const std::function<void()>& goOn);
     void planBreakpoints();
+    std::unique_ptr<AttentionClock> breathe();
     void noteBuild();
     void repeatSearch(bool forward);
     void marginClicked(const ControlNotification& notification);

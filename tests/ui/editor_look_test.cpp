@@ -2,6 +2,7 @@
 #include <wx/textctrl.h>
 #include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
+#include "support/ui_x_keys.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
 
@@ -327,6 +328,21 @@ TEST_F(FullWindow, EveryPaneByKeyboard) {
     });
     closeBox();
     edit(kTour);
+}
+
+TEST_F(FullWindow, EndlessRunIsPausedLookedAtAndStopped) {
+    use(ThemeChoice::light);
+    ready();
+    driver.key(WXK_F5);
+    driver.when("a pause",
+                [this] { return frame() && statusText().rfind("Paused at line ", 0) == 0; });
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    closeBox();
+    frontend.meanwhile = [] { EXPECT_TRUE(test::pressInWindow("Script Editor", "F6", false)); };
+    edit(
+        "int main() {\n    Information(\"go\");\n    int i = 0;\n    while (true) i++;\n"
+        "    return 0;\n}\n");
 }
 
 TEST_F(FullWindow, SmallWindow) {

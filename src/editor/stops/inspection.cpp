@@ -62,6 +62,13 @@ void Inspection::onOutput(const std::string& text, const ScriptPlace&, int) {
     }
 }
 
+void Inspection::onAttention() {
+    try {
+        if (onBreath) onBreath();
+    } catch (const std::exception&) {
+    }
+}
+
 void Inspection::onEnded(const RunFailure&) {
     looking_ = false;
     ++generation_;

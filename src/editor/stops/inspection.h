@@ -68,7 +68,11 @@ class Inspection : public DebugListener {
     /// What breakpoints print.
     std::function<void(const std::string&)> onPrinted;
 
+    /// The run lets its window live.
+    std::function<void()> onBreath;
+
     void onStopped(const StopInfo& info) override;
+    void onAttention() override;
     void onContinued() override;
     void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
     void onEnded(const RunFailure& failure) override;

@@ -96,7 +96,10 @@ void CEditorDlg::setRunning(bool running) {
 
 bool CEditorDlg::pumpEvents() {
     if (workbench_) workbench_->refresh();
-    return native::pumpWhileBusy(*this) || closeAsked_;
+    const native::BusyInput asked =
+        native::pumpWhileBusy(*this, workbench_ ? workbench_->usableWhileBusy() : nullptr);
+    if (asked.pause) editor_.command(command_id::kPause);
+    return asked.stop || closeAsked_;
 }
 
 }  // namespace korvant::ui

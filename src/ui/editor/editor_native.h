@@ -10,6 +10,7 @@ class wxFrame;
 class wxIconBundle;
 class wxMenuItem;
 class wxString;
+class wxWindow;
 
 namespace korvant::ui::native {
 
@@ -41,8 +42,13 @@ class OnlyWindow {
     std::unique_ptr<State> state_;
 };
 
+/// What the user asked for while a script is driven.
+struct BusyInput {
+    bool stop = false;   ///< Escape or Shift+F5
+    bool pause = false;  ///< F6
+};
 /// For the time while a script is driven: paints what of `frame` needs it and takes its close
-/// request; other keys and clicks in it are dropped. True when Escape was pressed in it.
-bool pumpWhileBusy(wxFrame& frame);
+/// request; keys and clicks in it are dropped, but for clicks in `usable`, which may be null.
+BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable);
 
 }  // namespace korvant::ui::native

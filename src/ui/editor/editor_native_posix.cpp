@@ -139,8 +139,18 @@ void paintNow() {
     gdk_display_flush(gdk_display_get_default());
 }
 
-bool isEscape(const GdkEvent* event) {
-    return event->type == GDK_KEY_PRESS && event->key.keyval == GDK_KEY_Escape;
+void note(const GdkEvent* event, BusyInput& asked) {
+    if (event->type != GDK_KEY_PRESS) return;
+    const guint key = event->key.keyval;
+    const bool shift = (event->key.state & GDK_SHIFT_MASK) != 0;
+    if (key == GDK_KEY_Escape || (key == GDK_KEY_F5 && shift)) asked.stop = true;
+    if (key == GDK_KEY_F6) asked.pause = true;
+}
+
+bool isClickIn(wxWindow* window, GtkWidget* widget, const GdkEvent* event) {
+    if (!window || (event->type != GDK_BUTTON_PRESS && event->type != GDK_BUTTON_RELEASE))
+        return false;
+    return widget == window->GetHandle() || gtk_widget_is_ancestor(widget, window->GetHandle());
 }
 
 }  // namespace
@@ -203,9 +213,9 @@ OnlyWindow::~OnlyWindow() {
     g_object_unref(state_->group);
 }
 
-bool pumpWhileBusy(wxFrame& frame) {
+BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
     GtkWidget* const top = frame.GetHandle();
-    bool escape = false;
+    BusyInput asked;
     std::deque<GdkEvent*> others;
     while (GdkEvent* event = gdk_event_get()) {
         GtkWidget* widget = gtk_get_event_widget(event);
@@ -214,8 +224,8 @@ bool pumpWhileBusy(wxFrame& frame) {
             others.push_back(event);
             continue;
         }
-        escape = escape || isEscape(event);
-        if (!isUserInput(event->type)) gtk_main_do_event(event);
+        note(event, asked);
+        if (!isUserInput(event->type) || isClickIn(usable, widget, event)) gtk_main_do_event(event);
         gdk_event_free(event);
     }
     for (GdkEvent* event : others) {
@@ -223,7 +233,7 @@ bool pumpWhileBusy(wxFrame& frame) {
         gdk_event_free(event);
     }
     paintNow();
-    return escape;
+    return asked;
 }
 
 }  // namespace korvant::ui::native

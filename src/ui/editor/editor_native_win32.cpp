@@ -121,23 +121,29 @@ OnlyWindow::~OnlyWindow() {
         if (IsWindow(window)) EnableWindow(window, TRUE);
 }
 
-bool pumpWhileBusy(wxFrame& frame) {
+BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
     const HWND own = static_cast<HWND>(frame.GetHandle());
-    bool escape = false;
+    const HWND open = usable ? static_cast<HWND>(usable->GetHandle()) : nullptr;
+    BusyInput asked;
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
         if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
         const bool ours = message.hwnd == own || IsChild(own, message.hwnd);
-        if (ours && isUserInput(message.message)) {
-            escape = escape || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE);
+        const bool isKey = message.message == WM_KEYDOWN;
+        const bool inOpen = open && !isKey && (message.hwnd == open || IsChild(open, message.hwnd));
+        if (ours && isUserInput(message.message) && !inOpen) {
+            const bool shift = GetKeyState(VK_SHIFT) < 0;
+            if (isKey && (message.wParam == VK_ESCAPE || (message.wParam == VK_F5 && shift)))
+                asked.stop = true;
+            if (isKey && message.wParam == VK_F6) asked.pause = true;
             continue;
         }
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    return escape;
+    return asked;
 }
 
 }  // namespace korvant::ui::native

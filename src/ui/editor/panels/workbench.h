@@ -63,6 +63,8 @@ class Workbench {
     bool command(int id);
     /// A command of the editor that the window does in its own way; false for any other.
     bool takesCommand(int id);
+    /// What can be clicked into while a script runs; null in the classic layout.
+    wxWindow* usableWhileBusy() const { return settings_.classic ? nullptr : toolbar_; }
     /// Escape outside of lists and fields; false when nothing was open.
     bool escape();
     void openFind(bool withReplace);
