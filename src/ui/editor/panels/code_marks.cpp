@@ -15,9 +15,9 @@ namespace {
 
 constexpr int kSize = 16;
 /// Numbers of markers beside the classic one.
-constexpr int kConditionMark = 1, kPrintMark = 2, kOffMark = 3, kUnverifiedMark = 4, kPlainMark = 5,
-              kCallerMark = 6, kStopBand = 20, kExceptionBand = 21, kCallerBand = 22;
-constexpr int kAllOurs = 0x7E | 1 << kStopBand | 1 << kExceptionBand | 1 << kCallerBand;
+constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMark = 13,
+              kPlainMark = 14, kCallerMark = 15, kStopBand = 20, kExceptionBand = 21,
+              kCallerBand = 22;
 constexpr int kErrorIndicator = 8, kWarningIndicator = 9;
 constexpr std::uintptr_t kClassicMarker = 0;
 
@@ -62,6 +62,8 @@ void CodeMarks::defineMarkers() {
     define(kUnverifiedMark, Icon::breakpointUnverified, &ThemeTable::unverified,
            wxSTC_MARK_DOTDOTDOT);
     define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText, wxSTC_MARK_SHORTARROW);
+    define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
+    control_.MarkerDefine(kConditionMarker, wxSTC_MARK_EMPTY);
     const auto band = [this](int marker, Rgb ThemeTable::*colour) {
         control_.MarkerDefine(marker, wxSTC_MARK_BACKGROUND, wxNullColour,
                               colourOf((*look_).*colour));
@@ -118,6 +120,9 @@ void CodeMarks::use(bool on) {
         showProblems({});
         showStop({});
         const bool isError = classicSymbol_ == sci::kMarkShortArrow;
+        control_.MarkerDefine(kWaitingMarker, wxSTC_MARK_CIRCLE, wxColour(0, 80, 0),
+                              wxColour(0, 255, 0));
+        control_.MarkerDefine(kConditionMarker, wxSTC_MARK_CHARACTER + '?', *wxBLACK);
         control_.MarkerDefine(0, classicSymbol_, isError ? wxColour(80, 0, 0) : wxColour(0, 80, 0),
                               isError ? wxColour(255, 0, 0) : wxColour(0, 255, 0));
         return;
