@@ -76,6 +76,11 @@ class LineCallback final : public WatchTarget {
     /// The limit has moved, or what it is about: the run ends before its next statement when it
     /// must. Script's thread.
     void lookNow();
+    /// The limit has moved away from now, which happens a million times where a script reads as
+    /// many numbers. The watch thread finds that out when it looks next.
+    void limitMovedAway() {
+        if (state_.stopRequest || (limit_.hasCeiling() && limit_.expired())) lookNow();
+    }
     /// In a copy of the process: nobody else looks any more.
     void loseWatch() noexcept;
 

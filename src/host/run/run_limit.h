@@ -34,6 +34,7 @@ class RunLimit {
     void goOn();
 
     bool expired() const;
+    bool hasCeiling() const noexcept { return ceilingEnd_ != 0; }
     /// How long expired() stays false if nothing changes, at most `longest`; 0 when it is true.
     std::uint32_t millisecondsLeft(std::uint32_t longest) const;
 

@@ -107,7 +107,7 @@ bool ScriptSession::interacting() const noexcept {
 
 void ScriptSession::restartLimit() {
     impl_->limit.restart();
-    impl_->lineCallback.lookNow();
+    impl_->lineCallback.limitMovedAway();
 }
 
 void ScriptSession::noteUnattended() noexcept {
@@ -123,7 +123,10 @@ void ScriptSession::endInteraction() {
     if (impl_->attended) impl_->limit.restart();
     if (impl_->interactionDepth > 0) --impl_->interactionDepth;
     if (impl_->interactionDepth == 0) impl_->state.interacting = false;
-    impl_->lineCallback.lookNow();
+    if (impl_->attended)
+        impl_->lineCallback.limitMovedAway();
+    else
+        impl_->lineCallback.lookNow();
 }
 
 void ScriptSession::raise(const char* description) {
