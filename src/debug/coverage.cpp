@@ -22,9 +22,11 @@ void Coverage::count(asIScriptContext& context) noexcept {
     int column = 0;
     const std::int32_t line = context.GetLineNumber(0, &column);
     if (line <= 0) return;
-    // The engine calls twice for the first statement of a function.
-    const Place here{function, context.GetCallstackSize(), line, column};
-    if (here == counted_) return;
+    // The engine calls twice for the first statement of a function, and for the last of a run.
+    const Place here{function, line, column};
+    // A function that calls itself in its first statement comes in pairs.
+    second_ = !second_ && here == counted_;
+    if (second_) return;
     counted_ = here;
     std::vector<std::uint64_t>& hits = counts_[lastSlot_].hits;
     const auto index = static_cast<std::size_t>(line);

@@ -20,6 +20,7 @@ class Coverage {
     void forgetFunctions() noexcept {
         last_ = nullptr;
         counted_ = {};
+        second_ = false;
     }
     void clear();
 
@@ -48,12 +49,12 @@ class Coverage {
     std::vector<Counts> counts_;
     struct Place {
         const asIScriptFunction* function = nullptr;
-        unsigned depth = 0;
         std::int32_t line = 0;
         int column = 0;
         bool operator==(const Place&) const = default;
     };
     Place counted_;
+    bool second_ = false;  ///< the last call was the second one for its statement
     asIScriptFunction* last_ = nullptr;
     std::size_t lastSlot_ = 0;
     std::string mainSource_;

@@ -171,6 +171,9 @@ void DebugConsole::onOutput(const std::string& text, const ScriptPlace&, int) {
 }
 
 void DebugConsole::onEnded(const RunFailure& failure) {
+    // Who ends a run knows it.
+    const bool asked = std::exchange(ends_, false) && failure.kind == RunFailure::Kind::stopped;
+    if (asked) return say("The run is ended.");
     parts_.report();
     if (failure.kind == RunFailure::Kind::none) say("The script has ended.");
 }
@@ -493,6 +496,7 @@ void DebugConsole::doList(const std::string& rest) {
 
 void DebugConsole::doKill(const std::string&) {
     if (!standsStill()) return;
+    ends_ = true;
     debug_.stopRun();
     goesOn_ = true;
 }
@@ -512,7 +516,8 @@ void DebugConsole::doQuit(const std::string&) {
     quit_ = true;
     goesOn_ = true;
     const DebugState state = debug_.state();
-    if (state == DebugState::held || state == DebugState::suspended) debug_.stopRun();
+    ends_ = state == DebugState::held || state == DebugState::suspended;
+    if (ends_) debug_.stopRun();
 }
 
 }  // namespace korvant

@@ -100,6 +100,7 @@ class DebugConsole final : public DebugListener {
     std::int32_t listed_ = 0;
     bool goesOn_ = false;  ///< the command let the script go on
     bool quit_ = false;
+    bool ends_ = false;  ///< a command has ended the run
     bool wantRun_ = false;
     bool failed_ = false;
 };

@@ -161,8 +161,8 @@ void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
     auto& callback = *static_cast<LineCallback*>(self);
     unsigned attention = callback.attention_.load(std::memory_order_relaxed);
     // Global variables are made without anybody watching.
-    if ((attention & (kCounting | kUnwatched)) != 0 && callback.counts()) {
-        if (context->GetState() == asEXECUTION_ACTIVE) callback.policy_->count(*context);
+    if ((attention & kCounting) != 0 || ((attention & kUnwatched) != 0 && callback.counts())) {
+        callback.policy_->count(*context);
         attention &= ~unsigned{kCounting};
     }
     if (attention == kByLine) return callback.passByLine(*context);

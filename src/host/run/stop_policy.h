@@ -44,7 +44,8 @@ class StopPolicy {
                         const RunFailure& failure) noexcept = 0;
 
     virtual bool wantsEveryStatement() const noexcept = 0;
-    /// Where it holds, count() is called for every statement and nothing else is done for it.
+    /// Where it holds, count() is called for every statement, and once more at its place when
+    /// execution leaves the context.
     virtual bool countsStatements() const noexcept { return false; }
     virtual void count(asIScriptContext& context) noexcept { (void)context; }
     /// Milliseconds; 0: only when asked for.
