@@ -25,9 +25,11 @@ case $kind in
     *) say "unknown kind '$kind'"; exit 64 ;;
 esac
 if [ "$kind" != plain ]; then
-    # Objects are reached through pointers of other types and at odd addresses: that is its design.
-    flags+=(-g1 -fno-omit-frame-pointer "${instrument[@]}"
-            -fno-sanitize=vptr,alignment,function,shift)
+    # It calls functions through pointers of other types and reads numbers at odd addresses: that is
+    # its design, and the processors that it knows allow it.
+    tolerated=vptr,alignment
+    [ "$compiler" = g++ ] || tolerated+=,function
+    flags+=(-O1 -g1 -fno-omit-frame-pointer "${instrument[@]}" "-fno-sanitize=$tolerated")
     link+=("${instrument[@]}")
 fi
 
@@ -38,7 +40,8 @@ folder=$cache/engine-$kind-$version
 if [ "$where" = yes ] || [ -f "$folder/$soname" ]; then echo "$folder"; exit 0; fi
 
 unpack() { # FOLDER
-    "$here/fetch_packages.sh" "$cache/sources" "$here/sources.sha256" angelscript=2.35.1+ds-3
+    flock "$cache/lock-sources" "$here/fetch_packages.sh" "$cache/sources" \
+        "$here/sources.sha256" angelscript=2.35.1+ds-3
     tar -xf "$cache/sources/angelscript_2.35.1+ds.orig.tar.xz" -C "$1" --strip-components=1
     local change
     for change in "$here"/*.patch; do patch --quiet --fuzz=0 -d "$1" -p1 <"$change"; done
@@ -58,11 +61,11 @@ compile() { # FOLDER
 }
 
 mkdir -p "$cache"
-exec 9>"$cache/lock"
+exec 9>"$cache/lock-$kind"
 flock 9  # two set-ups at once: the second finds what the first has made
 if [ ! -f "$folder/$soname" ]; then
-    rm -rf "$cache"/unfinished-*  # of builds that were interrupted
-    work=$(mktemp -d "$cache/unfinished-XXXXXX")
+    rm -rf "$cache/unfinished-$kind"-*  # of builds that were interrupted
+    work=$(mktemp -d "$cache/unfinished-$kind-XXXXXX")
     trap 'rm -rf "$work"' EXIT
     say "building it, once for this machine, less than a minute"
     mkdir "$work/source" "$work/result"
