@@ -177,6 +177,7 @@ TEST_F(EditorFrame, OpensInsideALoopOfTheHosts) {
     std::string text = "text";
     bool ended = false;
     type("x");
+    driver.when("the letter", [this] { return this->text() == "xtext"; });
     closeBox();
     wxEventLoop host;
     wxTheApp->CallAfter([&] {
