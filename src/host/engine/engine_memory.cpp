@@ -72,14 +72,6 @@ void ownEngineMemory() {
     if (!owned.exchange(true)) asSetGlobalMemoryFunctions(allocate, release);
 }
 
-bool ownsEngineMemory() noexcept {
-    return owned;
-}
-
-std::size_t engineMemory() noexcept {
-    return held;
-}
-
 void boundEngineMemory(std::size_t bytes) noexcept {
     const std::size_t now = held;
     most = bytes < ~std::size_t{0} - now ? now + bytes : ~std::size_t{0};

@@ -12,10 +12,7 @@ namespace korvant {
 /// compile that takes too long or too much can be ended. To be called before the first engine is
 /// made, by a program that has no engine but its own.
 void ownEngineMemory();
-bool ownsEngineMemory() noexcept;
 
-/// Bytes that all engines hold; 0 where the memory is not owned.
-std::size_t engineMemory() noexcept;
 /// From now on engines may hold `bytes` more; asked for by engineMemoryExceeded(), which any thread
 /// may call. Nothing is refused, because the engine does not survive that: the run must be ended.
 void boundEngineMemory(std::size_t bytes) noexcept;

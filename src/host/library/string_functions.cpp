@@ -5,6 +5,7 @@
 #include "base/text/text_search.h"
 #include "host/engine/native_call.h"
 #include "host/engine/script_string.h"
+#include "host/run/script_session.h"
 
 namespace korvant {
 
@@ -82,8 +83,14 @@ char lowerOf(char byte) {
 
 template <char (*Convert)(char)>
 ScriptString* converted(const ScriptString& text) {
+    constexpr std::size_t kBetweenLooks = std::size_t{4} << 20;
     std::string result(text.text);
-    std::transform(result.begin(), result.end(), result.begin(), Convert);
+    for (std::size_t begin = 0; begin < result.size() && (begin == 0 || !runShouldStop());
+         begin += kBetweenLooks) {
+        char* const piece = result.data() + begin;
+        std::transform(piece, piece + std::min(kBetweenLooks, result.size() - begin), piece,
+                       Convert);
+    }
     return returnResultString(std::move(result));
 }
 
