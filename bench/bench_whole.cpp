@@ -295,12 +295,12 @@ void pythonText(benchmark::State& state) {
 /// Where there is one.
 [[maybe_unused]] const bool kPython = [] {
     if (std::system("command -v python3 >/dev/null 2>&1") != 0) return false;
-    korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs",
-                                                  "append 100,000 numbers / Python's list", 0.4,
-                                                  "whole_append", "python_append"});
-    korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs",
-                                                  "build and search 300,000 texts / Python", 0.8,
-                                                  "whole_text", "python_text"});
+    korvant_bench::addRow(korvant_bench::RatioRow{
+        "Whole programs", "append 100,000 numbers / Python's list", 0.4, "whole_append",
+        "python_append", "the engine's call of a native method"});
+    korvant_bench::addRow(korvant_bench::RatioRow{
+        "Whole programs", "build and search 300,000 texts / Python", 0.8, "whole_text",
+        "python_text", "copies of text arguments in the engine"});
     benchmark::RegisterBenchmark("python_append", pythonAppend)->UseManualTime();
     benchmark::RegisterBenchmark("python_text", pythonText)->UseManualTime();
     return true;
