@@ -5,6 +5,8 @@
 #   wrap sign     with the millisecond tick just before it wraps to 0, and at 2^31, where a signed
 #                 one would change its sign
 #   repeat        what hosts do ten thousand times in a day
+#   storm         twenty thousand faulty scripts of each generator for five seeds, all systematic
+#                 ones, and the messages of both engines
 set -euo pipefail
 build=$(cd "$1" && pwd)
 shift
@@ -15,7 +17,7 @@ while [ $# -gt 0 ] && [ "$1" != -- ]; do
 done
 [ $# -eq 0 ] || shift
 arguments=("$@")
-[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign repeat)
+[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign repeat storm)
 jobs=${KORVANT_JOBS:-$(nproc)}
 locales=$build/locales
 logs=$(mktemp -d)
@@ -70,6 +72,11 @@ for part in "${parts[@]}"; do
         wrap) suites=(host object editor robustness) && run wrap KORVANT_TEST_TICK=4294967288 ;;
         sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
         repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
+        storm)
+            suites=(robustness) choice=(--gtest_filter=ScriptStorm.*)
+            run storm KORVANT_STORM=20000 KORVANT_STORM_SEEDS=5
+            "$(dirname "$0")/same_messages.sh" "$build" || touch "$logs/failed"
+            ;;
         *) echo "slow: no part '$part'" >&2 && exit 64 ;;
     esac
 done
