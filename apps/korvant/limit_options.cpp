@@ -64,6 +64,11 @@ void addBuildLimitOptions(CLI::App& command, Limits& limits) {
     addCount(command, "--nesting-limit", limits.nesting, "brackets inside each other")
         ->group(kBuildGroup);
     addCount(command, "--name-limit", limits.nameBytes, "bytes of a name")->group(kBuildGroup);
+    command
+        .add_flag_function(
+            "--unguarded", [&limits](std::int64_t) { limits.guardBuilds = false; },
+            "an engine that some texts kill compiles without a child process trying first")
+        ->group(kBuildGroup);
 }
 
 void addRunLimitOptions(CLI::App& command, Limits& limits) {

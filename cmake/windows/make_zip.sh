@@ -8,8 +8,8 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 top=$work/KorvantIDE
 mkdir -p "$top/lib"
-cp "$folder/korvant.exe" "$folder/KorvantIDE.dll" "$top/"
-"$target-w64-mingw32-strip" --strip-unneeded "$top/korvant.exe" "$top/KorvantIDE.dll"
+cp "$folder/korvant.exe" "$folder/korvant-worker.exe" "$folder/KorvantIDE.dll" "$top/"
+"$target-w64-mingw32-strip" --strip-unneeded "$top/korvant.exe" "$top/korvant-worker.exe" "$top/KorvantIDE.dll"
 cp "$(find "$folder/.." -name libKorvantIDE.dll.a -print -quit)" "$top/lib/"
 cp -r "$root/include" "$root/examples" "$top/"
 rm -rf "$top/examples/CMakeLists.txt" "$top/examples/expected"

@@ -38,6 +38,11 @@ typedef struct KorvantLimits {
     int32_t restoreLocaleAfterRun;  /* non-zero: setLocale of a script ends with its run */
     int32_t fileAccess;             /* KorvantFileAccess */
     const char* fileFolder;         /* with KORVANT_FILES_ONE_FOLDER; copied; null: none */
+    int32_t guardBuilds;            /* non-zero (the default): where the engine is not the hardened
+                                       build, each text is compiled in a child process first, and
+                                       one that kills the compiler is a build error. Costs a second
+                                       compile, 10 ms at the first one and 1 to 5 ms at each. With
+                                       the hardened engine it costs nothing. */
 } KorvantLimits;
 
 /* Fills what `limits->size` has room for with the limits in force. */

@@ -3,8 +3,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "host/engine/engine_compat.h"
 
 namespace korvant {
 
@@ -40,6 +43,9 @@ struct CheckResult {
 /// check() copies the text and returns at once. Of several texts that wait only the newest is
 /// checked. The callback is run through the poster only, and never after the service is gone.
 ///
+/// What the engine offers is read when the service is made: make another one when a host has
+/// registered more.
+///
 ///     service = makeCheckService(engine, poster);
 ///     service->onResult([this](const CheckResult& result) { problems_.show(result); });
 ///     service->check(++version_, editor_.text());
@@ -55,5 +61,10 @@ class CheckService {
     /// Thread-safe; never waits for the child.
     virtual void check(std::uint64_t version, std::string text) = 0;
 };
+
+/// On the thread of the engine, which the session has configured; takes milliseconds. The service
+/// keeps no pointer to the engine. Its child is started at once and ends with it.
+std::unique_ptr<CheckService> makeCheckService(asIScriptEngine& engine,
+                                               CheckService::Poster poster);
 
 }  // namespace korvant

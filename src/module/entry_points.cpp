@@ -1,6 +1,7 @@
 // The exported functions. What they do is the session's.
 #include "host/run/script_session.h"
 #include "korvantide/korvantide.h"
+#include "language/worker_guard.h"
 #include "module/configuration.h"
 #include "module/families.h"
 #include "module/guarded.h"
@@ -21,6 +22,7 @@ namespace korvant {
 
 asIScriptContext* configureEngine(asIScriptEngine* engine, SessionServices (*services)()) noexcept {
     return guarded<asIScriptContext*>(nullptr, [&] {
+        moduleSession().setBuildGuard(&workerGuard());
         if (services == nullptr) return moduleSession().configure(engine, registrationOrder());
         const SessionServices chosen = services();
         return moduleSession().configure(engine, registrationOrder(), &chosen);

@@ -53,6 +53,7 @@ KorvantLimits toRecord(const Limits& limits) {
     record.restoreLocaleAfterRun = limits.restoreLocaleAfterRun;
     record.fileAccess = static_cast<std::int32_t>(limits.fileAccess);
     record.fileFolder = limits.fileFolder.c_str();
+    record.guardBuilds = limits.guardBuilds;
     return record;
 }
 
@@ -74,6 +75,7 @@ void takeOver(const KorvantLimits& record, Limits& limits) {
     limits.restoreLocaleAfterRun = record.restoreLocaleAfterRun != 0;
     limits.fileAccess = static_cast<FileAccess>(record.fileAccess);
     limits.fileFolder = record.fileFolder ? record.fileFolder : "";
+    limits.guardBuilds = record.guardBuilds != 0;
 }
 
 }  // namespace

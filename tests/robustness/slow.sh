@@ -4,6 +4,7 @@
 #   C fr es tr    as in hosts of that language
 #   wrap sign     with the millisecond tick just before it wraps to 0, and at 2^31, where a signed
 #                 one would change its sign
+#   typing        200,000 states of a text while it is typed, through the compile worker
 #   repeat        what hosts do ten thousand times in a day
 #   storm         twenty thousand faulty scripts of each generator for five seeds, all systematic
 #                 ones, and the messages of both engines
@@ -17,7 +18,7 @@ while [ $# -gt 0 ] && [ "$1" != -- ]; do
 done
 [ $# -eq 0 ] || shift
 arguments=("$@")
-[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign repeat storm)
+[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign typing repeat storm)
 jobs=${KORVANT_JOBS:-$(nproc)}
 locales=$build/locales
 logs=$(mktemp -d)
@@ -71,6 +72,8 @@ for part in "${parts[@]}"; do
         # seconds before that a run may end early, which has a test of its own).
         wrap) suites=(host object editor robustness) && run wrap KORVANT_TEST_TICK=4294967288 ;;
         sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
+        typing) suites=(language) choice=(--gtest_filter=*NoStateOfTyping*) &&
+            run typing KORVANT_TYPING_STATES=200000 ;;
         repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
         storm)
             suites=(robustness) choice=(--gtest_filter=ScriptStorm.*)

@@ -11,6 +11,9 @@ std::string userDataFolder();
 /// The folder of the program that this process runs; empty when it cannot be told.
 std::string programFolder();
 
+/// The folder of the library or program that this code is a part of; empty when it cannot be told.
+std::string moduleFolder();
+
 /// `path` as it is from any current folder.
 std::string absolutePath(const std::string& path);
 

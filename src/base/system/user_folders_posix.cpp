@@ -37,14 +37,6 @@ std::string homeFolder() {
     return user && user->pw_dir ? user->pw_dir : "";
 }
 
-/// The folder of the library or program that this code is a part of.
-std::string moduleFolder() {
-    static const char here = 0;
-    Dl_info found{};
-    return ::dladdr(&here, &found) != 0 && found.dli_fname ? folderOf(absolutePath(found.dli_fname))
-                                                           : std::string();
-}
-
 /// Some desktops hand the file over and end at once, others stay for as long as it is shown.
 bool failsSoon(pid_t child) {
     for (int waited = 0; waited < kLongestWait; waited += kWaitStep) {
@@ -61,6 +53,13 @@ bool failsSoon(pid_t child) {
 }
 
 }  // namespace
+
+std::string moduleFolder() {
+    static const char here = 0;
+    Dl_info found{};
+    return ::dladdr(&here, &found) != 0 && found.dli_fname ? folderOf(absolutePath(found.dli_fname))
+                                                           : std::string();
+}
 
 std::string userDataFolder() {
     // Source: the XDG base directories (freedesktop.org).

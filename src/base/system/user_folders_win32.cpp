@@ -22,15 +22,6 @@ std::string folderOf(HMODULE module) {
     return slash == std::wstring::npos ? std::string() : utf8OfWide(file.substr(0, slash));
 }
 
-/// Of the library that this code is in, which a host may keep elsewhere.
-std::string moduleFolder() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&moduleFolder), &module);
-    return folderOf(module);
-}
-
 bool isAbsolute(const std::wstring& path) {
     return path.find(L':') == 1 || path.starts_with(L"\\\\");
 }
@@ -41,6 +32,15 @@ bool isFile(const std::string& path) {
 }
 
 }  // namespace
+
+/// Of the library that this code is in, which a host may keep elsewhere.
+std::string moduleFolder() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&moduleFolder), &module);
+    return folderOf(module);
+}
 
 std::string userDataFolder() {
     wchar_t path[32768];

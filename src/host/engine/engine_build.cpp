@@ -1,6 +1,7 @@
 #include "host/engine/engine_build.h"
 
 #include <cstring>
+#include <string_view>
 
 #include "host/engine/library_mark.h"
 
@@ -9,15 +10,28 @@ namespace korvant {
 namespace {
 
 constexpr char kMark[] = "korvantEngineRevision";
+constexpr std::string_view kLibrary = "libangelscript.so";
+
+/// The host may have a copy of the engine of its own: what tells is where this one's code lies, and
+/// its table of virtual functions lies beside it.
+const void* tableOf(const asIScriptEngine& engine) {
+    const void* table = nullptr;
+    std::memcpy(&table, static_cast<const void*>(&engine), sizeof table);
+    return table;
+}
 
 }  // namespace
 
 bool engineIsHardened(const asIScriptEngine& engine) noexcept {
-    // The host may have a copy of the engine of its own: what tells is where this one's code lies,
-    // and its table of virtual functions lies beside it.
-    const void* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(&engine), sizeof table);
-    return libraryAtExports(table, kMark);
+    return libraryAtExports(tableOf(engine), kMark);
+}
+
+std::string engineLibraryFolder(const asIScriptEngine& engine) {
+    const std::string file = libraryFileAt(tableOf(engine));
+    const auto slash = file.rfind('/');
+    if (slash == std::string::npos) return {};
+    return file.compare(slash + 1, kLibrary.size(), kLibrary) == 0 ? file.substr(0, slash)
+                                                                   : std::string();
 }
 
 bool engineIsHardened() noexcept {

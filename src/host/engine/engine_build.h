@@ -3,6 +3,8 @@
 
 #include <angelscript.h>
 
+#include <string>
+
 namespace korvant {
 
 /// True where `engine` comes from the build that this project makes, whose compiler survives every
@@ -12,5 +14,9 @@ bool engineIsHardened(const asIScriptEngine& engine) noexcept;
 
 /// The same for the library that this process makes its engines with.
 bool engineIsHardened() noexcept;
+
+/// The folder of the library file that holds the engine's code; empty where it is in no library of
+/// the usual name, or that cannot be told.
+std::string engineLibraryFolder(const asIScriptEngine& engine);
 
 }  // namespace korvant

@@ -4,6 +4,11 @@
 
 namespace korvant {
 
+std::string libraryFileAt(const void* address) {
+    Dl_info holder{};
+    return dladdr(address, &holder) != 0 && holder.dli_fname ? holder.dli_fname : "";
+}
+
 bool libraryAtExports(const void* address, const char* name) noexcept {
     Dl_info holder{}, found{};
     if (dladdr(address, &holder) == 0) return false;

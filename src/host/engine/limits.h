@@ -30,6 +30,8 @@ struct Limits {
     std::uint32_t boxesBeforeStopButton = 20;        ///< message boxes in a run; 0: never
     bool endOfInputEndsRun = false;                  ///< reading past the end stops the run
     bool restoreLocaleAfterRun = false;              ///< undo a script's setLocale
+    /// Texts for an engine that some of them kill are built in a child process first.
+    bool guardBuilds = true;
     FileAccess fileAccess = FileAccess::all;
     std::string fileFolder;  ///< with FileAccess::oneFolder
 };

@@ -10,6 +10,7 @@
 #include "host/engine/engine_compat.h"
 #include "host/engine/limits.h"
 #include "host/engine/registration.h"
+#include "host/run/build_guard.h"
 #include "host/run/build_messages.h"
 #include "host/run/run_outcome.h"
 #include "host/run/run_participant.h"
@@ -63,6 +64,11 @@ class ScriptSession {
     /// The same without executing anything of the script: nothing is left of the module, which
     /// cannot be run.
     std::int32_t check(asIScriptEngine* engine, const std::string& text);
+    /// The compiler of this engine was left in the middle of a build: nothing builds with it.
+    bool broken(const asIScriptEngine* engine) const noexcept;
+    /// Asked ahead of every build, where limits().guardBuilds is set; must outlive the session or
+    /// be replaced. Null: nobody.
+    void setBuildGuard(BuildGuard* guard) noexcept;
     /// Executes a context that the host prepared.
     RunOutcome run(asIScriptContext* context);
     /// Builds `text` and runs its int main(). `breakpoints`: 1-based lines, null for none.

@@ -38,6 +38,15 @@ std::int32_t ScriptSession::check(asIScriptEngine* engine, const std::string& te
     return built ? 1 : 0;
 }
 
+bool ScriptSession::broken(const asIScriptEngine* engine) const noexcept {
+    const EngineRecord* const record = impl_->find(engine);
+    return record != nullptr && record->broken;
+}
+
+void ScriptSession::setBuildGuard(BuildGuard* guard) noexcept {
+    impl_->buildGuard = guard;
+}
+
 bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text, Globals globals) {
     limit.begin(limits.hardCeilingMs);
     messages.clear();
@@ -55,6 +64,8 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return false;
     }
+    if (buildGuard != nullptr && limits.guardBuilds && !buildGuard->admits(*engine, text, messages))
+        return false;
     asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
     if (module == nullptr || module->AddScriptSection(kMainSource, text.data(), text.size(), 0) < 0)
         return false;

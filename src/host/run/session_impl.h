@@ -32,6 +32,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     RunState state;
     BuildMessages messages;
     RunFailure failure;
+    BuildGuard* buildGuard = nullptr;
     std::vector<RunParticipant*> participants;
     BuildMessages* sink = nullptr;  ///< where messages go instead of `messages`; null: nowhere else
     StopPolicy* policy = nullptr;
