@@ -54,11 +54,12 @@ bool failsSoon(pid_t child) {
 
 }  // namespace
 
+/// The loader names a program as it was called, which means nothing in another current folder.
 std::string moduleFolder() {
     static const char here = 0;
     Dl_info found{};
-    return ::dladdr(&here, &found) != 0 && found.dli_fname ? folderOf(absolutePath(found.dli_fname))
-                                                           : std::string();
+    const bool told = ::dladdr(&here, &found) != 0 && found.dli_fname;
+    return told && found.dli_fname[0] == '/' ? folderOf(found.dli_fname) : programFolder();
 }
 
 std::string userDataFolder() {
