@@ -4,6 +4,13 @@
 
 namespace korvant {
 
+namespace {
+
+/// What is left of a ceiling that was passed; 0 stands for no ceiling.
+constexpr std::uint64_t kUsedUp = 1;
+
+}  // namespace
+
 void RunLimit::begin(std::uint64_t ceilingMs) {
     state_.maxRunTime = kDefaultMax;
     ceilingLeft_ = ceilingMs;
@@ -23,15 +30,15 @@ void RunLimit::restart() {
 
 void RunLimit::beginExecution() {
     executionBegan_ = clock_->monotonic();
-    // A ceiling beyond the end of the clock is none.
-    const std::uint64_t end = executionBegan_ + ceilingLeft_;
-    ceilingEnd_ = end > executionBegan_ ? end : 0;
+    // A ceiling beyond the end of the clock is none; one that is used up has passed already.
+    const std::uint64_t end = executionBegan_ + (ceilingLeft_ == kUsedUp ? 0 : ceilingLeft_);
+    ceilingEnd_ = ceilingLeft_ != 0 && end >= executionBegan_ ? end : 0;
 }
 
 void RunLimit::endExecution() {
     if (ceilingLeft_ == 0) return;
     const std::uint64_t spent = clock_->monotonic() - executionBegan_;
-    ceilingLeft_ = spent < ceilingLeft_ ? ceilingLeft_ - spent : 1;
+    ceilingLeft_ = spent < ceilingLeft_ ? ceilingLeft_ - spent : kUsedUp;
     ceilingEnd_ = 0;
 }
 
