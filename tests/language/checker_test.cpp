@@ -98,7 +98,10 @@ TEST_F(Checking, SaysWhatTheCompilerSaysOfEveryScript) {
         }
         for (const std::string& text : texts) {
             const std::string wanted = compiled(text);
-            if (wanted.find("aborted before") != std::string::npos) continue;
+            // What only running tells.
+            if (wanted.find("aborted before") != std::string::npos ||
+                wanted.find("Failed to initialize") != std::string::npos)
+                continue;
             EXPECT_EQ(checked(text), wanted) << file.name;
             ++checkedTexts;
         }

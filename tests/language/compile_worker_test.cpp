@@ -47,7 +47,10 @@ TEST_F(Working, SaysWhatCompileScriptSays) {
     CompileWorker worker(workerSetup(*engine()));
     for (const ScriptFile& file : allScriptFiles()) {
         session().compile(engine(), file.text);
-        if (messages().find("aborted before") != std::string::npos) continue;
+        // What only running tells.
+        if (messages().find("aborted before") != std::string::npos ||
+            messages().find("Failed to initialize") != std::string::npos)
+            continue;
         const auto outcome = worker.build(file.text);
         ASSERT_EQ(outcome.end, CompileWorker::End::answered) << worker.problem();
         EXPECT_EQ(words(outcome.messages), messages()) << file.name;
@@ -159,10 +162,10 @@ TEST_F(Working, WithoutAChildItSaysWhy) {
 
 TEST_F(Working, ATextThatTakesTooLongEndsTheChildOnly) {
     CompileWorker::Setup setup = workerSetup(*engine());
-    setup.buildMs = 100;
+    setup.buildMs = 50;
     CompileWorker worker(setup);
     std::string text = "int main() { int a = 0;\n";
-    for (int i = 0; i < 200'000; ++i) text += "a=a+1;\n";
+    for (int i = 0; i < 100'000; ++i) text += "a=a+1;\n";
     EXPECT_EQ(worker.build(text + "}").end, CompileWorker::End::tooLong);
 }
 
