@@ -175,11 +175,21 @@ void ScriptEditor::previousProblem() {
     if (const Diagnostic* problem = problems_.previous(at.line, at.column)) gotoProblem(*problem);
 }
 
+std::optional<std::string> ScriptEditor::scriptBytes() {
+    std::optional<std::string> bytes;
+    guarded([&] { bytes = document_.scriptBytes(); });
+    return bytes;
+}
+
+void ScriptEditor::setProblems(std::vector<Diagnostic> found) {
+    guarded([&] { problems_.set(std::move(found)); });
+}
+
 /// After a build: what it said, of the text as it is.
 void ScriptEditor::noteBuild() {
     if (!inspection_.enabled()) return;
     const std::optional<std::string> text = document_.scriptBytes();
-    problems_.set(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
+    problems_.setBuilt(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
     codeIsOld_ = false;
 }
 

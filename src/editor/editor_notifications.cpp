@@ -60,6 +60,7 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
     if (const auto shift = lineShiftOf(editor_, notification)) {
         debugger_.follow(*shift);
         plan_.follow(*shift);
+        problems_.follow(*shift);
     }
 }
 

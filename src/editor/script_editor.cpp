@@ -54,6 +54,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
 ScriptEditor::~ScriptEditor() = default;
 
 void ScriptEditor::setHost(asIScriptEngine* engine, asIScriptContext* context) {
+    engine_ = engine;
     debugger_.setHost(engine, context);
     assistant_.setEngine(engine);
 }

@@ -125,6 +125,11 @@ class ScriptEditor {
     void editBreakpoints(const std::function<void(BreakpointPlan&)>& action);
     const Problems& problems() const noexcept { return problems_; }
     void gotoProblem(const Diagnostic& problem);
+    /// What the compiler would get; nothing where it cannot be had.
+    std::optional<std::string> scriptBytes();
+    /// Found in the text as it is.
+    void setProblems(std::vector<Diagnostic> found);
+    asIScriptEngine* engine() const noexcept { return engine_; }
 
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
@@ -220,6 +225,7 @@ class ScriptEditor {
     EditorWindow& window_;
     FileOperations& files_;
     ScriptSession& session_;
+    asIScriptEngine* engine_ = nullptr;
     std::string programFolder_;
     std::string hostText_;
     std::string hostTitle_;

@@ -67,6 +67,8 @@ const char kTour[] =
     "    return 0;\n"
     "}\n";
 
+constexpr int kErrorIndicator = 1 << 8;
+
 class FullWindow : public EditorWindowTest {
   protected:
     FullWindow() { ui::setEditorLayout(ui::EditorLayoutWish::full); }
@@ -221,6 +223,42 @@ TEST_P(EditorLook, Problems) {
                 [this] { return caretLine() == 20 && editor()->HasFocus(); });
     closeBox();
     edit(script);
+}
+
+/// The word that grows is counted and not marked; a mistake goes as it came.
+TEST_P(EditorLook, MistakeWhileTyping) {
+    const auto goBehind = [this](const std::string& text) {
+        const int at = editor()->FindText(0, editor()->GetLength(), text, wxSTC_FIND_MATCHCASE);
+        editor()->GotoPos(at + static_cast<int>(text.size()));
+    };
+    const auto marked = [this] {
+        return (editor()->IndicatorAllOnFor(static_cast<int>(std::string(kTour).find("hole);"))) &
+                kErrorIndicator) != 0;
+    };
+    ready();
+    driver.run([goBehind] { goBehind("report(hole"); });
+    type("x");
+    untilStatus("1 error");
+    check([this, marked] {
+        EXPECT_FALSE(marked());
+        EXPECT_EQ(part<ui::ProblemList>(), nullptr) << "opens by itself";
+    });
+    driver.key(WXK_HOME);
+    driver.when("the word's mark", marked);
+    driver.key('4', wxMOD_CONTROL);
+    driver.when("the list", [this] { return part<ui::ProblemList>() != nullptr; });
+    check([this] {
+        EXPECT_EQ(rows(part<ui::ProblemList>()), "No matching symbol 'holex'\n");
+        editor()->GotoLine(39);
+    });
+    picture(named("look-typing"));
+    driver.key(WXK_ESCAPE);
+    ready();
+    driver.run([goBehind] { goBehind("report(holex"); });
+    driver.key(WXK_BACK);
+    driver.when("nothing marked", [this, marked] { return statusText() == "Ready" && !marked(); });
+    closeBox();
+    EXPECT_EQ(edit(kTour), kTour);
 }
 
 TEST_P(EditorLook, FindBar) {

@@ -78,6 +78,20 @@ void Problems::set(std::vector<Diagnostic> diagnostics) {
                      [](const auto* a, const auto* b) { return placeOf(*a) < placeOf(*b); });
 }
 
+void Problems::setBuilt(std::vector<Diagnostic> diagnostics) {
+    ++builds_;
+    set(std::move(diagnostics));
+}
+
+void Problems::follow(const LineShift& shift) {
+    if (all_.empty()) return;
+    if (shift.everything) return clear();
+    std::vector<Diagnostic> moved = all_;
+    for (Diagnostic& one : moved)
+        if (one.line > 0) one.line = one.endLine = shifted(one.line, shift);
+    set(std::move(moved));
+}
+
 const Diagnostic* Problems::next(std::int32_t line, std::int32_t column) const {
     for (const Diagnostic* one : byPlace_)
         if (placeOf(*one) > std::tuple(line, column)) return one;

@@ -186,6 +186,21 @@ int CodeMarks::positionOf(int line, int column) const {
     return std::min(begin + std::max(column - 1, 0), control_.GetLineEndPosition(line - 1));
 }
 
+bool CodeMarks::isBeingTyped(int begin, int end) const {
+    return typedAt_ >= begin && typedAt_ <= end && control_.HasFocus() &&
+           control_.WordStartPosition(typedAt_, true) != control_.WordEndPosition(typedAt_, true);
+}
+
+bool CodeMarks::leftWord() {
+    if (typedAt_ < 0) return false;
+    const int caret = control_.GetCurrentPos();
+    if (caret >= control_.WordStartPosition(typedAt_, true) &&
+        caret <= control_.WordEndPosition(typedAt_, true))
+        return false;
+    typedAt_ = -1;
+    return true;
+}
+
 void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
     problems_ = problems;
     for (const int indicator : {kErrorIndicator, kWarningIndicator}) {
@@ -197,6 +212,7 @@ void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
             if (one.kind == Diagnostic::Kind::information || one.line <= 0) continue;
             const int begin = positionOf(one.line, one.column);
             const int end = std::max(positionOf(one.line, one.endColumn), begin + 1);
+            if (isBeingTyped(begin, end)) continue;
             control_.SetIndicatorCurrent(one.kind == Diagnostic::Kind::error ? kErrorIndicator
                                                                              : kWarningIndicator);
             control_.IndicatorFillRange(begin, end - begin);

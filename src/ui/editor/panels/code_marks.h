@@ -38,7 +38,12 @@ class CodeMarks {
 
     void showBreakpoints(const std::vector<BreakpointRow>& rows);
     void showStop(const StopMark& stop);
+    /// The word that is being typed is not marked.
     void showProblems(const std::vector<Diagnostic>& problems);
+    /// The user changes the word around this position; -1: none any more.
+    void typedAt(int position) { typedAt_ = position; }
+    /// True once, when the caret has left the word that was typed.
+    bool leftWord();
     /// Messages at the ends of lines go with the text.
     void textMoved();
 
@@ -49,6 +54,7 @@ class CodeMarks {
     void define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise);
     void defineIndicators();
     int positionOf(int line, int column) const;
+    bool isBeingTyped(int begin, int end) const;
 
     wxStyledTextCtrl& control_;
     const Look& look_;
@@ -57,6 +63,7 @@ class CodeMarks {
     std::vector<Diagnostic> problems_;
     std::unique_ptr<LineNotes> notes_;
     int classicSymbol_ = 0;  ///< circle: breakpoints
+    int typedAt_ = -1;
     bool on_ = false;
 };
 

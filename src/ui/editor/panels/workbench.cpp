@@ -13,6 +13,7 @@
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/live_check.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/welcome_pane.h"
@@ -351,6 +352,8 @@ void Workbench::showChecks() {
 
 void Workbench::toggleClassic() {
     settings_.classic = keepClassic_ = !settings_.classic;
+    liveCheck_.reset();
+    shownText_ = timedText_ = ~std::uint64_t{0};
     if (!settings_.classic) makeParts();
     applyLook();
     shown_ = {};

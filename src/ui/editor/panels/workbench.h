@@ -27,6 +27,7 @@ class BreakpointBox;
 class CodeMarks;
 class ExceptionBox;
 class FindBar;
+class LiveCheck;
 class OutlinePane;
 class ProblemList;
 class WelcomePane;
@@ -101,6 +102,8 @@ class Workbench {
     void followRun(const EditorStatus& status);
     void followStop(const EditorStatus& status);
     void followText();
+    void checkText();
+    void followWord();
     void followProblems();
     void followBreakpoints();
     void showStop(const EditorStatus& status);
@@ -144,11 +147,15 @@ class Workbench {
     bool welcomeShown_ = false;
     std::uint64_t foundText_ = 0;  ///< the version of the text whose matches are marked
     wxTimer pause_;                ///< in the user's typing
+    std::unique_ptr<LiveCheck> liveCheck_;
+    wxString checkNote_;  ///< why nothing is checked; until the next change of the text
     bool sideShown_ = false;
     bool sideByStop_ = false;    ///< the panel goes when the run is over
     bool closedByHand_ = false;  ///< the panel stays away in this run
     std::uint64_t shownText_ = ~std::uint64_t{0};
+    std::uint64_t timedText_ = ~std::uint64_t{0};  ///< for which the pause was begun
     std::uint64_t shownProblems_ = ~std::uint64_t{0};
+    std::uint64_t shownBuild_ = 0;
     std::uint64_t shownStop_ = ~std::uint64_t{0};
     int exceptionLine_ = 0;
     std::vector<BreakpointRow> breakpointRows_;

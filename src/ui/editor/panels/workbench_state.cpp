@@ -9,6 +9,7 @@
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/live_check.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/workbench.h"
@@ -61,8 +62,12 @@ void Workbench::refresh() {
     followRun(status);
     followProblems();
     followBreakpoints();
-    if (editor_.textVersion() != shownText_ && !pause_.IsRunning())
+    if (editor_.textVersion() != timedText_) {
+        timedText_ = editor_.textVersion();
+        checkNote_.clear();
+        if (marks_ && controls_.text->HasFocus()) marks_->typedAt(controls_.text->GetCurrentPos());
         pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1 : kPauseInTyping);
+    }
     if (findShown_ && editor_.textVersion() != foundText_) {
         foundText_ = editor_.textVersion();
         findBar_->textChanged();
@@ -131,12 +136,13 @@ void Workbench::showStop(const EditorStatus& status) {
 void Workbench::followProblems() {
     const Problems& problems = editor_.problems();
     if (problems.generation() == shownProblems_) return;
-    const bool first = shownProblems_ == ~std::uint64_t{0};
     shownProblems_ = problems.generation();
     problemList_->rowsChanged();
     bottom_->setProblemCount(problems.errors() + problems.warnings());
+    if (marks_ && problems.builds() != shownBuild_) marks_->typedAt(-1);
     if (marks_) marks_->showProblems(problems.all());
-    if (!first && problems.errors() > 0) bottom_->show(BottomPanes::Pane::problems);
+    const bool built = std::exchange(shownBuild_, problems.builds()) != problems.builds();
+    if (built && problems.errors() > 0) bottom_->show(BottomPanes::Pane::problems);
     if (problems.all().empty()) bottom_->open(BottomPanes::Pane::problems, false);
     refreshStatus(shown_);
 }
@@ -155,14 +161,37 @@ void Workbench::followBreakpoints() {
 
 /// The user has paused: what needs the whole text is read anew.
 void Workbench::followText() {
+    if (settings_.classic) return;
     shownText_ = editor_.textVersion();
     outline_->setEntries(editor_.readOutline());
     outline_->setCaret(editor_.caretPosition());
+    checkText();
+}
+
+void Workbench::checkText() {
+    if (!liveCheck_) {
+        liveCheck_ = std::make_unique<LiveCheck>(frame_, editor_);
+        liveCheck_->onAnswer = [this] { refresh(); };
+        liveCheck_->onNote = [this](const std::string& why) {
+            checkNote_ = fromUtf8(why);
+            refreshStatus(shown_);
+        };
+    }
+    liveCheck_->begin();
+}
+
+/// Marks that were kept back come when the caret leaves the word.
+void Workbench::followWord() {
+    if (marks_->leftWord() && liveCheck_ && liveCheck_->isCurrent())
+        marks_->showProblems(editor_.problems().all());
 }
 
 void Workbench::textMoved() {
     if (settings_.classic || !parted_) return;
-    if (marks_) marks_->textMoved();
+    if (marks_) {
+        marks_->textMoved();
+        followWord();
+    }
     if (exceptionLine_ > 0) exceptionBox_->place();
 }
 
@@ -227,6 +256,7 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
         content.text = fromUtf8(problems.summary());
         content.remark = "F8 goes to the next";
     }
+    if (status.run == Run::idle && problems.empty()) content.remark = checkNote_;
     content.right = {wxString::Format("Line %d, column %d", status.line, status.column),
                      fromUtf8(status.encoding), wxString::Format("%d %%", status.zoom)};
     return content;
