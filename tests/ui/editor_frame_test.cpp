@@ -114,6 +114,9 @@ TEST_F(EditorFrame, LineNumbersHaveRoomForTheLastOne) {
 TEST_F(EditorFrame, HostWindowCannotBeUsedMeanwhile) {
     auto* host = new wxFrame(nullptr, wxID_ANY, "Host");
     host->Show();
+    // The editor is opened from there, and not while it still comes.
+    driver.when("the host's window", [host] { return host->IsActive(); });
+    EXPECT_TRUE(driver.finish());
     ready();
     check([host] { EXPECT_FALSE(host->IsEnabled()); });
     closeBox();
