@@ -8,6 +8,7 @@
 #include "debug_port.h"
 #include "exit_code.h"
 #include "gui_host.h"
+#include "host/run/build_listener.h"
 #include "korvantide/korvantide.h"
 #include "limit_options.h"
 #include "observed_run.h"
@@ -24,6 +25,7 @@ struct Run {
     TerminalHost::Options host;
     korvant::Limits limits;
     bool gui = false;
+    bool quiet = false;   ///< warnings are not shown
     std::string answers;  ///< file; empty: the terminal is asked
     std::optional<int> debugPort;
     std::string coverage;  ///< file; empty: nothing is counted
@@ -32,11 +34,27 @@ struct Run {
     bool observed() const { return !coverage.empty() || !profile.empty(); }
 };
 
+/// While it lives, the warnings about `source` are shown before its main function begins.
+class WarningScope {
+  public:
+    WarningScope(const Source& source, bool quiet) {
+        source_ = &source;
+        if (!quiet) korvant::setBuildListener(show);
+    }
+    ~WarningScope() { korvant::setBuildListener(nullptr); }
+    WarningScope(const WarningScope&) = delete;
+    WarningScope& operator=(const WarningScope&) = delete;
+
+  private:
+    static void show(const korvant::BuildMessages& messages) { reportBuild(*source_, messages); }
+    static inline const Source* source_ = nullptr;
+};
+
 int report(const Source& source, const korvant::BuildMessages& messages,
            const korvant::RunFailure& failure) {
     reportBuild(source, messages);
     reportRun(source, failure);
-    for (const std::string& line : failure.unwritten) complain(line);
+    reportUnwritten(failure);
     return exitCodeOf(failure);
 }
 
@@ -68,6 +86,7 @@ int runScript(const Run& run) {
     session.setLimits(run.limits);
     const ConfiguredEngine engine;
     if (!engine.usable()) return kRunFailed;
+    const WarningScope warnings(*source, run.quiet);
     if (run.debugPort && !openDebugPort(*run.debugPort, run.file, &StartScriptDebugServer))
         return kRunFailed;
     if (run.observed())
@@ -85,10 +104,11 @@ int runScript(const Run& run) {
 void addRunCommand(CLI::App& app, int& exitCode) {
     const auto run = std::make_shared<Run>();
     CLI::App* const command = app.add_subcommand("run", "Builds a script and runs its int main()");
-    command->add_option("FILE", run->file, "script to run")->required();
+    command->add_option("FILE", run->file, "script to run; - is standard input")->required();
     command->add_option("ARGS", run->host.arguments,
                         "lines that Input reads before standard input; after -- they may begin "
                         "with a dash");
+    command->add_flag("-q,--quiet", run->quiet, "warnings about the script are not shown");
     command->add_flag("--allow-escapes", run->host.allowEscapes,
                       "what the script prints reaches a terminal as it stands, control bytes "
                       "included");

@@ -16,13 +16,34 @@ class Passer final : public korvant::DebugListener {
     void onStopped(const korvant::StopInfo&) override {}
 };
 
-void write(const std::string& path, const std::string& text) {
+/// In place of a file that stands there, whose readers see the old or the new content; as it comes
+/// to a device or a pipe.
+int put(std::string path, const std::string& text) {
+    using Kind = korvant::FileStatus::Kind;
     korvant::FileOperations& files = korvant::systemFiles();
+    korvant::FileStatus status;
+    if (files.status(path, status) != 0) status.kind = Kind::none;
+    const bool there = status.kind != Kind::none;
     korvant::OpenFile file(files);
-    int error = files.create(path, false, file.handle());
-    if (error == 0) error = korvant::writeFully(files, file.handle(), text);
-    if (error == 0) error = file.close();
-    if (error != 0) complain("could not write " + path + ": " + korvant::systemErrorText(error));
+    if (there && status.kind != Kind::regular) {
+        const int error = files.openWrite(path, file.handle());
+        return error != 0 ? error : korvant::writeFully(files, file.handle(), text);
+    }
+    // A link stays one.
+    if (std::string target; there && files.resolve(path, target) == 0) path = target;
+    const std::string fresh = there ? korvant::temporaryBeside(path) : path;
+    int error = files.create(fresh, false, file.handle());
+    if (error != 0) return error;
+    error = korvant::writeFully(files, file.handle(), text);
+    if (const int closing = file.close(); error == 0) error = closing;
+    if (error == 0 && there) error = files.rename(fresh, path);
+    if (error != 0) files.remove(fresh);
+    return error;
+}
+
+void write(const std::string& path, const std::string& text) {
+    if (const int error = put(path, text); error != 0)
+        complain("could not write " + path + ": " + korvant::systemErrorText(error));
 }
 
 }  // namespace

@@ -12,8 +12,12 @@ namespace korvant_app {
 namespace {
 
 struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const {
+        if (file != stdin) std::fclose(file);
+    }
 };
+
+constexpr char kStandardInput[] = "-";
 
 bool unreadable(const std::string& name, std::string& error) {
     error = "cannot read " + name + ": " + korvant::systemErrorText(errno);
@@ -24,7 +28,8 @@ bool unreadable(const std::string& name, std::string& error) {
 
 bool readScriptText(const std::string& name, std::size_t limit, std::string& text,
                     std::string& error) {
-    const std::unique_ptr<std::FILE, Close> file(std::fopen(name.c_str(), "rb"));
+    const std::unique_ptr<std::FILE, Close> file(
+        name == kStandardInput ? stdin : std::fopen(name.c_str(), "rb"));
     if (!file) return unreadable(name, error);
     text.clear();
     std::vector<char> piece(65536);

@@ -1,10 +1,13 @@
 #include "source_report.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <regex>
 #include <string_view>
 
 #include "base/system/os_file.h"
+#include "base/text/character_width.h"
 #include "base/text/display_text.h"
 #include "base/text/text_encoding.h"
 
@@ -53,13 +56,17 @@ std::string_view lineOf(std::string_view text, std::int32_t row) {
     return text.substr(0, text.find('\r'));
 }
 
-/// As wide as `before` is on the screen: tabs stay, every character counts once.
+/// As wide as `before` is on the screen: tabs stay, wide characters count twice.
 std::string padding(std::string_view before) {
     std::string blanks;
     while (!before.empty()) {
-        const int length = korvant::utf8SequenceLength(before);
-        blanks.push_back(before.front() == '\t' ? '\t' : ' ');
-        before.remove_prefix(static_cast<std::size_t>(std::max(1, length)));
+        const auto length =
+            static_cast<std::size_t>(std::max(1, korvant::utf8SequenceLength(before)));
+        if (before.front() == '\t')
+            blanks.push_back('\t');
+        else
+            blanks.append(korvant::characterWidth(before.substr(0, length)), ' ');
+        before.remove_prefix(length);
     }
     return blanks;
 }
@@ -121,6 +128,12 @@ void reportCalls(const Source& source, const korvant::RunFailure& failure) {
         say("and " + std::to_string(failure.calls - shown) + " more calls\n");
 }
 
+/// Looks at the text alone: a hint may be given once too often.
+bool declaresVoidMain(const std::string& text) {
+    static const std::regex form(R"(\bvoid[ \t]+main[ \t]*\()");
+    return std::regex_search(text, form);
+}
+
 }  // namespace
 
 void reportRun(const Source& source, const korvant::RunFailure& failure) {
@@ -128,10 +141,19 @@ void reportRun(const Source& source, const korvant::RunFailure& failure) {
     if (failure.kind == Kind::none || failure.kind == Kind::build) return;
     if (failure.kind == Kind::stopped) say("The Script is stopped.\n");
     say(std::string(withoutLineEnd(failure.text)) + "\n");
+    if (failure.kind == Kind::noMain && declaresVoidMain(source.text))
+        complain("main returns a number: write 'int main()' instead of 'void main()'");
     if (failure.line < 1) return;
     say(source.name + ":" + std::to_string(failure.line) + "\n");
     say(excerpt(lineOf(source.text, failure.line), 0));
     reportCalls(source, failure);
+}
+
+void reportUnwritten(const korvant::RunFailure& failure) {
+    // Whoever closed the other end of a pipe has what they wanted.
+    const std::string gone = "could not write standard output: " + korvant::systemErrorText(EPIPE);
+    for (const std::string& line : failure.unwritten)
+        if (line != gone) complain(line);
 }
 
 void reportAnswer(const Source& source, const std::string& what, int line) {

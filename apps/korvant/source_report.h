@@ -22,6 +22,9 @@ void reportBuild(const Source& source, const korvant::BuildMessages& messages);
 /// returned; nothing for none.
 void reportRun(const Source& source, const korvant::RunFailure& failure);
 
+/// What the run could not write. A pipe whose reader has gone is not worth a word.
+void reportUnwritten(const korvant::RunFailure& failure);
+
 /// Why the script's question at `line` (from 1; 0 unknown) could not be answered, with that line.
 void reportAnswer(const Source& source, const std::string& what, int line);
 

@@ -176,6 +176,46 @@ TEST_F(Program, LimitsAreSwitches) {
     EXPECT_THAT(shallow.errors, HasSubstr("Stack overflow"));
 }
 
+TEST_F(Program, WarningsComeBeforeTheRunUnlessItIsQuiet) {
+    const std::string name =
+        script("w.as", "int main() { uint u = 1; int i = -1; if (u < i) {} return 0; }");
+    const ProcessResult loud = start({"run", name});
+    EXPECT_EQ(0, loud.exitCode);
+    EXPECT_THAT(loud.errors, HasSubstr("w.as:1:44: warning: "));
+    for (const char* quiet : {"-q", "--quiet"})
+        EXPECT_EQ("", start({"run", quiet, name}).errors) << quiet;
+}
+
+TEST_F(Program, AScriptMayComeFromStandardInput) {
+    ProcessOptions options;
+    options.input = "int main() { string s; Input(s); Print(\"got \" + s); return 0; }";
+    EXPECT_EQ("got word", start({"run", "-", "word"}, options).output);
+    options.input = "int main() { return x; }";
+    EXPECT_THAT(start({"run", "-"}, options).errors, HasSubstr("-:1:21: error: "));
+}
+
+TEST_F(Program, AMainWithoutANumberIsTold) {
+    const char kHint[] = "write 'int main()' instead of 'void main()'";
+    EXPECT_THAT(start({"run", script("v.as", "void main() {}")}).errors, HasSubstr(kHint));
+    EXPECT_THAT(start({"run", script("n.as", "void f() {}")}).errors, Not(HasSubstr(kHint)));
+}
+
+TEST_F(Program, TheCaretStandsRightUnderWideCharacters) {
+    const ProcessResult result = start(
+        {"check", script("c.as", "int main() { Print(\"漢字e\u0301\"); nope(); return 0; }")});
+    EXPECT_THAT(result.errors, HasSubstr("\n" + std::string(4 + 29, ' ') + "^\n"));
+}
+
+TEST_F(Program, CoverageAndProfileReplaceTheFilesOfBefore) {
+    const std::string name = mainOf("Print(\"x\");");
+    for (const char* file : {"c", "p"}) writeFile(folder_.file(file), std::string(9000, '?'));
+    const ProcessResult result = start({"run", "--coverage=c", "--profile=p", name});
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_THAT(result.errors, Not(HasSubstr("could not write")));
+    for (const char* file : {"c", "p"})
+        EXPECT_THAT(readFile(folder_.file(file)), Not(HasSubstr("?"))) << file;
+}
+
 TEST_F(Program, DialogsWithoutATerminalAnswerAsIfClosed) {
     const ProcessResult result = start(
         {"run",

@@ -167,7 +167,9 @@ std::span<const FunctionRow> timingFunctionRows() {
     static const FunctionRow rows[] = {
         functionRow<setMaxRunTime>("void SetMaxRunTime( int &in )",
                                    "Sets how many milliseconds the script may run on without "
-                                   "waiting for the user, from now on.",
+                                   "waiting for the user, from now on: 1 to "
+                                   "2147483647, which is 24.8 days. 0 ends the script, and a "
+                                   "negative number counts as 4294967296 more.",
                                    "SetMaxRunTime(60000);"),
         functionRow<getSystemTime>("uint GetSystemTime()",
                                    "Returns the milliseconds since the system's start; they begin "

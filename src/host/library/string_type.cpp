@@ -98,6 +98,28 @@ std::string numberText(std::uint32_t value) {
     return formatUint(value);
 }
 
+std::string numberText(bool value) {
+    return value ? "true" : "false";
+}
+std::string numberText(std::int8_t value) {
+    return formatInt(value);
+}
+std::string numberText(std::int16_t value) {
+    return formatInt(value);
+}
+std::string numberText(std::uint8_t value) {
+    return formatUint(value);
+}
+std::string numberText(std::uint16_t value) {
+    return formatUint(value);
+}
+std::string numberText(std::int64_t value) {
+    return std::to_string(value);
+}
+std::string numberText(std::uint64_t value) {
+    return std::to_string(value);
+}
+
 template <class Number>
 ScriptString* assignNumber(Number value, ScriptString* self) {
     if (mayChange(*self) && !self->assign(numberText(value))) raiseInScript("Out of memory");
@@ -187,13 +209,47 @@ const FunctionRow kMethods[] = {
                                         "s = s.length() + \" bytes\";", kFull),
 };
 
+/// So that no integer is cut on its way to a text. The small ones would otherwise fit 32 and 64
+/// bits alike, and an expression with two functions that fit as well does not build.
+const FunctionRow kExactMethods[] = {
+    lastRow<assignNumber<std::int64_t>>("string &opAssign(int64)", "", ""),
+    lastRow<appendNumber<std::int64_t>>("string &opAddAssign(int64)", "", ""),
+    firstRow<addNumber<std::int64_t>>("string@ opAdd(int64) const", "", ""),
+    lastRow<addToNumber<std::int64_t>>("string@ opAdd_r(int64) const", "", ""),
+    lastRow<assignNumber<std::uint64_t>>("string &opAssign(uint64)", "", ""),
+    lastRow<appendNumber<std::uint64_t>>("string &opAddAssign(uint64)", "", ""),
+    firstRow<addNumber<std::uint64_t>>("string@ opAdd(uint64) const", "", ""),
+    lastRow<addToNumber<std::uint64_t>>("string@ opAdd_r(uint64) const", "", ""),
+    lastRow<assignNumber<bool>>("string &opAssign(bool)", "", ""),
+    lastRow<appendNumber<bool>>("string &opAddAssign(bool)", "", ""),
+    firstRow<addNumber<bool>>("string@ opAdd(bool) const", "", ""),
+    lastRow<addToNumber<bool>>("string@ opAdd_r(bool) const", "", ""),
+    lastRow<assignNumber<std::int8_t>>("string &opAssign(int8)", "", ""),
+    lastRow<appendNumber<std::int8_t>>("string &opAddAssign(int8)", "", ""),
+    firstRow<addNumber<std::int8_t>>("string@ opAdd(int8) const", "", ""),
+    lastRow<addToNumber<std::int8_t>>("string@ opAdd_r(int8) const", "", ""),
+    lastRow<assignNumber<std::uint8_t>>("string &opAssign(uint8)", "", ""),
+    lastRow<appendNumber<std::uint8_t>>("string &opAddAssign(uint8)", "", ""),
+    firstRow<addNumber<std::uint8_t>>("string@ opAdd(uint8) const", "", ""),
+    lastRow<addToNumber<std::uint8_t>>("string@ opAdd_r(uint8) const", "", ""),
+    lastRow<assignNumber<std::int16_t>>("string &opAssign(int16)", "", ""),
+    lastRow<appendNumber<std::int16_t>>("string &opAddAssign(int16)", "", ""),
+    firstRow<addNumber<std::int16_t>>("string@ opAdd(int16) const", "", ""),
+    lastRow<addToNumber<std::int16_t>>("string@ opAdd_r(int16) const", "", ""),
+    lastRow<assignNumber<std::uint16_t>>("string &opAssign(uint16)", "", ""),
+    lastRow<appendNumber<std::uint16_t>>("string &opAddAssign(uint16)", "", ""),
+    firstRow<addNumber<std::uint16_t>>("string@ opAdd(uint16) const", "", ""),
+    lastRow<addToNumber<std::uint16_t>>("string@ opAdd_r(uint16) const", "", ""),
+};
+
 }  // namespace
 
 int registerStringType(asIScriptEngine* engine) {
     int first = engine->RegisterObjectType("string", 0, asOBJ_REF);
     if (first >= 0) markOwnType(engine, "string");
     const int results[] = {registerMethods(engine, "string", kLife), registerStringLiterals(engine),
-                           registerMethods(engine, "string", kMethods)};
+                           registerMethods(engine, "string", kMethods),
+                           registerMethods(engine, "string", kExactMethods)};
     for (const int result : results)
         if (result < 0 && first >= 0) first = result;
     return first < 0 ? first : 0;

@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "host/engine/engine_memory.h"
+#include "host/run/build_listener.h"
 #include "host/run/session_impl.h"
 
 namespace korvant {
@@ -14,11 +15,17 @@ constexpr char kNoMainText[] = "The function 'int main()' was not found.";
 constexpr char kPrepareText[] = "Failed to prepare the context.";
 constexpr char kUnforeseenText[] = "The script ended for some unforeseen reason.\n";
 
+void (*buildListener)(const BuildMessages& messages) = nullptr;
+
 RunOutcome refused(int result) {
     return {RunOutcome::Kind::failed, 0, result};
 }
 
 }  // namespace
+
+void setBuildListener(void (*listener)(const BuildMessages& messages)) noexcept {
+    buildListener = listener;
+}
 
 RunOutcome ScriptSession::run(asIScriptContext* context) {
     if (context == nullptr) return refused(asINVALID_ARG);
@@ -81,6 +88,7 @@ void ScriptSession::abandon(asIScriptContext* context) {
 RunOutcome ScriptSession::Impl::buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
                                             const std::string& text) {
     if (!build(&engine, text)) return fail(RunFailure::Kind::build, {});
+    if (buildListener != nullptr) buildListener(messages);
     messages.clear();
     asIScriptModule* module = engine.GetModule("main", asGM_ONLY_IF_EXISTS);
     asIScriptFunction* main = module != nullptr ? findFunction(*module, "int main()") : nullptr;
