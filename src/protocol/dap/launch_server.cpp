@@ -229,7 +229,7 @@ Answer LaunchServer::terminate() {
 }
 
 Answer LaunchServer::disconnect(const Json&) {
-    leaving_ = true;
+    disconnected_ = true;
     if (running_) session_.stopRun();
     conversation_.letGo();
     output_.flush();

@@ -71,7 +71,7 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     bool readAgain();
     void finish(int exitCode);
     void answerLaunch();
-    bool stopping() const noexcept { return leaving_ || stream_->mailbox().ended(); }
+    bool stopping() const { return disconnected_ || stream_->mailbox().ended(); }
     void endSoon();
     Answer runElsewhere(const Json& request);
     Answer passTo(std::uint16_t port, const std::string& token, std::chrono::seconds patience);
@@ -93,7 +93,8 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     bool begun_ = false;
     bool restarting_ = false;
     std::atomic<bool> running_{false};
-    std::atomic<bool> leaving_{false};
+    bool disconnected_ = false;         ///< the client has been told good-bye
+    std::atomic<bool> leaving_{false};  ///< it has asked for that, or is gone
     std::unique_ptr<class FramePasser> passer_;
     std::unique_ptr<rpc::MessageStream> stream_;  ///< last: its thread calls into all above
 };
