@@ -43,7 +43,7 @@ TEST_F(FaultyText, OperatorsOverWhatTheyDoNotTakeAreErrors) {
     expectErrorInMain("\"a\" & 1;", "No conversion from 'const string' to 'int' available");
     expectErrorInMain("bool b = true | false;", "No conversion from 'bool' to 'int' available");
     expectErrorInMain("if (ok && @p) a = 2;", " at line 4");
-    expectErrorInMain("const string s = true;", "Can't implicitly convert from 'const bool' to");
+    EXPECT_TRUE(run("int main() { const string s = true; return 0; }")) << messages();
     expectErrorInMain("C@ x = true ? 1 : null ? null : {null} >> p;", " at line 4");
 }
 
