@@ -89,9 +89,6 @@ std::vector<std::string> runCommand(const Json& launch, std::uint16_t port) {
     if (memberOf(launch, "limits").is_object())
         for (std::string& text : limitSwitches(memberOf(launch, "limits")))
             command.push_back(std::move(text));
-    for (const char* name : {"coverage", "profile"})
-        if (!textOf(launch, name).empty())
-            command.push_back("--" + std::string(name) + "=" + textOf(launch, name));
     command.push_back(korvant::absolutePath(textOf(launch, "program")));
     command.push_back("--");
     for (const char* name : {"answers", "args"})

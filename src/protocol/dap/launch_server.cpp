@@ -119,6 +119,9 @@ Answer LaunchServer::takeLimits(const Json& arguments) {
 
 Answer LaunchServer::launch(const Json& request) {
     const Json& arguments = rpc::memberOf(request, "arguments");
+    for (const char* name : {"coverage", "profile"})
+        if (!rpc::memberOf(arguments, name).is_null())
+            return Answer::refused("\"" + std::string(name) + "\" is for korvant run --" + name);
     Answer read = readProgram(arguments);
     if (!read.done) return read;
     Answer bounded = takeLimits(arguments);
