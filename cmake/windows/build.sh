@@ -15,7 +15,9 @@ flock 9
 say() { echo "dev: windows: $*" >&2; }
 
 # Done once for each version of the sources and of what is changed in them.
-version=$(cat "$here"/sources.sha256 "$here"/*.patch "$here"/fetch_sources.sh | sha256sum | cut -c1-16)
+engine=$root/cmake/engine
+version=$(cat "$here"/sources.sha256 "$here"/fetch_sources.sh "$engine"/sources.sha256 "$engine"/*.patch |
+          sha256sum | cut -c1-16)
 if [ ! -f "$cache/sources/.unpacked-$version" ]; then
     say "fetching the sources of the engine and the toolkit"
     "$here/fetch_sources.sh" "$cache/sources"
