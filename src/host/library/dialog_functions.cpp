@@ -136,7 +136,7 @@ std::span<const FunctionRow> dialogFunctionRows() {
         functionRow<promptString>(
             "string@ Prompt( string &in, string &in )",
             "Asks for a text; the second argument is offered as the answer. The next function that "
-            "returns a string handle overwrites the result, so assign it to a variable.",
+            "returns string@ overwrites the result: assign it to a string first.",
             "string name = Prompt(\"Name of the hole\", \"DH-1\");",
             "Returns the offered text when the dialog is closed without OK."),
         functionRow<question>("bool Question( string &in )",

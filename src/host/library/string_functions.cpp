@@ -115,21 +115,28 @@ const FunctionRow kRows[] = {
                             "0 when the first text begins with the second, else -1.",
                             "int at = StrRevFind(\"banana\", \"ba\");  // 0"),
     functionRow<strInsert>("string@ StrInsert( string &in, string &in, int pos )",
-                           "The first text with the second inserted before a position.",
+                           "The first text with the second inserted before a position."
+                           " The next function that returns string@ overwrites the result: assign "
+                           "it to a string first.",
                            "s = StrInsert(\"abc\", \"XY\", 1);  // aXYbc", kRange),
     functionRow<strSubstring>("string@ StrSubstring( string &in, int start, int end )",
                               "The part that begins at start and is end bytes long, or the rest "
-                              "when the text is shorter.",
+                              "when the text is shorter. The next function that returns string@ "
+                              "overwrites the result: assign it to a string first.",
                               "s = StrSubstring(\"abcdef\", 2, 3);  // cde", kRange),
     functionRow<strAsc>("int StrAsc( string &in )",
                         "The first byte as a number from -128 to 127; 0 for an empty text.",
                         "int code = StrAsc(\"A\");  // 65"),
-    functionRow<converted<upperOf>>("string@ StrToUpper( string &in )",
-                                    "The text with a to z as capital letters.",
-                                    "s = StrToUpper(\"core\");  // CORE"),
-    functionRow<converted<lowerOf>>("string@ StrToLower( string &in )",
-                                    "The text with A to Z as small letters.",
-                                    "s = StrToLower(\"CORE\");  // core"),
+    functionRow<converted<upperOf>>(
+        "string@ StrToUpper( string &in )",
+        "The text with a to z as capital letters. The next function that returns string@ "
+        "overwrites the result: assign it to a string first.",
+        "string upper = StrToUpper(\"core\");  // CORE"),
+    functionRow<converted<lowerOf>>(
+        "string@ StrToLower( string &in )",
+        "The text with A to Z as small letters. The next function that returns string@ overwrites "
+        "the result: assign it to a string first.",
+        "string lower = StrToLower(\"CORE\");  // core"),
 };
 
 }  // namespace

@@ -207,23 +207,42 @@ const FunctionRow kMethods[] = {
                                        "s = \"bytes: \" + s.length();", kFull),
     lastRow<addToNumber<std::uint32_t>>("string@ opAdd_r(uint) const", "An integer, then the text.",
                                         "s = s.length() + \" bytes\";", kFull),
+    // So that no integer is cut on its way to a text.
+    lastRow<assignNumber<std::int64_t>>("string &opAssign(int64)", "Takes over an integer as text.",
+                                        "s = int64(5000000000);"),
+    lastRow<appendNumber<std::int64_t>>("string &opAddAssign(int64)", "Appends an integer as text.",
+                                        "s += int64(5000000000);", kFull),
+    firstRow<addNumber<std::int64_t>>("string@ opAdd(int64) const", "The text, then an integer.",
+                                      "s = \"x = \" + int64(5000000000);", kFull),
+    lastRow<addToNumber<std::int64_t>>("string@ opAdd_r(int64) const", "An integer, then the text.",
+                                       "s = int64(5000000000) + \" m\";", kFull),
+    lastRow<assignNumber<std::uint64_t>>(
+        "string &opAssign(uint64)", "Takes over an integer as text.", "s = uint64(5000000000);"),
+    lastRow<appendNumber<std::uint64_t>>("string &opAddAssign(uint64)",
+                                         "Appends an integer as text.", "s += uint64(5000000000);",
+                                         kFull),
+    firstRow<addNumber<std::uint64_t>>("string@ opAdd(uint64) const", "The text, then an integer.",
+                                       "s = \"x = \" + uint64(5000000000);", kFull),
+    lastRow<addToNumber<std::uint64_t>>("string@ opAdd_r(uint64) const",
+                                        "An integer, then the text.",
+                                        "s = uint64(5000000000) + \" m\";", kFull),
+    lastRow<assignNumber<bool>>("string &opAssign(bool)",
+                                "Takes over a truth value as text, \"true\" or \"false\".",
+                                "s = (a < b);"),
+    lastRow<appendNumber<bool>>("string &opAddAssign(bool)",
+                                "Appends a truth value as text, \"true\" or \"false\".",
+                                "s += (a < b);", kFull),
+    firstRow<addNumber<bool>>("string@ opAdd(bool) const", "The text, then \"true\" or \"false\".",
+                              "s = \"x = \" + (a < b);", kFull),
+    lastRow<addToNumber<bool>>("string@ opAdd_r(bool) const",
+                               "\"true\" or \"false\", then the text.", "s = (a < b) + \" m\";",
+                               kFull),
 };
 
-/// So that no integer is cut on its way to a text. The small ones would otherwise fit 32 and 64
-/// bits alike, and an expression with two functions that fit as well does not build.
-const FunctionRow kExactMethods[] = {
-    lastRow<assignNumber<std::int64_t>>("string &opAssign(int64)", "", ""),
-    lastRow<appendNumber<std::int64_t>>("string &opAddAssign(int64)", "", ""),
-    firstRow<addNumber<std::int64_t>>("string@ opAdd(int64) const", "", ""),
-    lastRow<addToNumber<std::int64_t>>("string@ opAdd_r(int64) const", "", ""),
-    lastRow<assignNumber<std::uint64_t>>("string &opAssign(uint64)", "", ""),
-    lastRow<appendNumber<std::uint64_t>>("string &opAddAssign(uint64)", "", ""),
-    firstRow<addNumber<std::uint64_t>>("string@ opAdd(uint64) const", "", ""),
-    lastRow<addToNumber<std::uint64_t>>("string@ opAdd_r(uint64) const", "", ""),
-    lastRow<assignNumber<bool>>("string &opAssign(bool)", "", ""),
-    lastRow<appendNumber<bool>>("string &opAddAssign(bool)", "", ""),
-    firstRow<addNumber<bool>>("string@ opAdd(bool) const", "", ""),
-    lastRow<addToNumber<bool>>("string@ opAdd_r(bool) const", "", ""),
+/// The small integers would otherwise fit 32 and 64 bits alike, and an expression with two
+/// functions that fit as well does not build. The manual says all that is to be said at the larger
+/// ones.
+const FunctionRow kSmallMethods[] = {
     lastRow<assignNumber<std::int8_t>>("string &opAssign(int8)", "", ""),
     lastRow<appendNumber<std::int8_t>>("string &opAddAssign(int8)", "", ""),
     firstRow<addNumber<std::int8_t>>("string@ opAdd(int8) const", "", ""),
@@ -249,7 +268,7 @@ int registerStringType(asIScriptEngine* engine) {
     if (first >= 0) markOwnType(engine, "string");
     const int results[] = {registerMethods(engine, "string", kLife), registerStringLiterals(engine),
                            registerMethods(engine, "string", kMethods),
-                           registerMethods(engine, "string", kExactMethods)};
+                           registerMethods(engine, "string", kSmallMethods)};
     for (const int result : results)
         if (result < 0 && first >= 0) first = result;
     return first < 0 ? first : 0;

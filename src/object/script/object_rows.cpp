@@ -135,7 +135,7 @@ const FunctionRow kMethods[] = {
         "double depth = form.prompt(\"Depth\", 120.0);", kInitial),
     firstRow<promptString>("string@ prompt( string &in, string &in )",
                            "Asks for a text; the second argument is offered as the answer. The "
-                           "next call overwrites the result, so assign it to a variable.",
+                           "next call overwrites the result: assign it to a string first.",
                            "string name = form.prompt(\"Name\", \"DH-1\");",
                            "Returns the offered text when the dialog is closed without OK."),
     firstRow<clear>(
@@ -152,7 +152,8 @@ const FunctionRow kMethods[] = {
                                         "Sets the title of the form.", "form.setTitle(\"Pump\");",
                                         kMemory),
     firstRow<getTitle>("string@ getTitle()",
-                       "Returns the title of the form, as a handle to the object's own text.",
+                       "Returns the title of the form, as a handle to the object's own text: "
+                       "setTitle() changes it. Assign it to a string to keep it.",
                        "string title = form.getTitle();"),
     objectRow<&ScriptObject::_addClass>(
         "void addClass( string &in, bool &in )",
