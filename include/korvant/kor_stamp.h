@@ -2,11 +2,51 @@
 #ifndef KORVANT_KOR_STAMP_H
 #define KORVANT_KOR_STAMP_H
 
+#include <limits>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "korvant/kor_stamp_listener.h"
 #include "korvant/korvant_kernel_framework.h"
+
+namespace korvant {
+
+template <typename T>
+using EnableIfReal =
+    std::enable_if_t<std::is_same<T, float>::value || std::is_same<T, double>::value, int>;
+/// Integers that the operations have no form of their own for.
+template <typename T>
+using EnableIfOtherInteger =
+    std::enable_if_t<std::is_integral<T>::value && !std::is_same<T, bool>::value &&
+                         !std::is_same<T, int>::value && !std::is_same<T, long>::value,
+                     int>;
+template <typename T>
+using EnableIfInteger =
+    std::enable_if_t<std::is_integral<T>::value && !std::is_same<T, bool>::value, int>;
+
+/// What an integer is handed on as: itself, or the nearest long.
+constexpr int passedInteger(int value) noexcept {
+    return value;
+}
+constexpr long passedInteger(long value) noexcept {
+    return value;
+}
+template <typename Integer>
+constexpr long passedInteger(Integer value) noexcept {
+    using Range = std::numeric_limits<long>;
+    if constexpr (std::is_signed<Integer>::value) {
+        const long long wide = value;
+        if (wide < (Range::min)()) return (Range::min)();
+        return wide > (Range::max)() ? (Range::max)() : static_cast<long>(wide);
+    } else {
+        const unsigned long long wide = value;
+        constexpr unsigned long long most = (Range::max)();
+        return static_cast<long>(wide > most ? most : wide);
+    }
+}
+
+}  // namespace korvant
 
 /// A named, ordered set of typed properties. The order of the operations is the order of the
 /// table of virtual functions; both sides of a library border rely on it.
@@ -99,6 +139,46 @@ class KorStamp : public KorvantKernelFramework {
     virtual void addHint(std::string name, std::string text) = 0;
     virtual void addComputation(std::string name, std::string expression) = 0;
     virtual void addClass(std::string name, bool value) = 0;
+
+    // What a text in quotes, a null text and integers of other sizes mean. They are no part of the
+    // table: each calls an operation above. A class that overrides some of these names says
+    // `using KorStamp::setProperty;` and the like, or hides them.
+
+    bool setProperty(std::string name, const char* value) {
+        return setProperty(std::move(name), std::string(value == nullptr ? "" : value));
+    }
+    template <typename Integer, korvant::EnableIfOtherInteger<Integer> = 0>
+    bool setProperty(std::string name, Integer value) {
+        return setProperty(std::move(name), korvant::passedInteger(value));
+    }
+    template <typename Real, korvant::EnableIfReal<Real> = 0>
+    bool addProperty(std::string name, std::string label, Real value, const char* unit, bool flag) {
+        return addProperty(std::move(name), std::move(label), value,
+                           std::string(unit == nullptr ? "" : unit), flag);
+    }
+    template <typename Integer, korvant::EnableIfInteger<Integer> = 0>
+    bool addProperty(std::string name, std::string label, Integer value, const char* unit,
+                     bool flag) {
+        return addProperty(std::move(name), std::move(label), korvant::passedInteger(value),
+                           std::string(unit == nullptr ? "" : unit), flag);
+    }
+    template <typename Integer, korvant::EnableIfOtherInteger<Integer> = 0>
+    bool addProperty(std::string name, std::string label, Integer value, std::string unit,
+                     bool flag) {
+        return addProperty(std::move(name), std::move(label), korvant::passedInteger(value),
+                           std::move(unit), flag);
+    }
+    /// A text; one with zero bytes too.
+    bool addProperty(std::string name, std::string label, const std::string& value, bool flag,
+                     bool alternate) {
+        return addProperty(name, std::move(label), value.c_str(), flag, alternate) &&
+               setProperty(std::move(name), value);
+    }
+    template <typename Integer, korvant::EnableIfOtherInteger<Integer> = 0>
+    bool addOptionProperty(std::string name, std::string label, Integer value, bool flag) {
+        return addOptionProperty(std::move(name), std::move(label), korvant::passedInteger(value),
+                                 flag);
+    }
 
   protected:
     KorStamp() = default;

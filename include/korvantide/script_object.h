@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -22,8 +21,10 @@ struct ObjectAccess;
 /// Every operation has a form with a leading underscore, which scripts call and which takes its
 /// arguments by reference, and a plain form, which does the same for the host. Operations of
 /// KorStamp are described there. Nothing is thrown: an operation that runs out of memory leaves
-/// the object as it was and answers false, empty or 0, and a running script gets the exception
-/// "Out of memory". One thread: the one that runs the scripts.
+/// the object as it was and answers false, empty or 0, ranOutOfMemory() is true then, and a running
+/// script gets the exception "Out of memory". Objects count against the memory of a run (runBytes
+/// in KorvantLimits) by what they take while a script runs; what a host makes between runs is not
+/// counted. One thread: the one that runs the scripts.
 class KORVANTIDE_API ScriptObject : public KorStamp {
   public:
     /// Buttons of a message box.
@@ -147,14 +148,14 @@ class KORVANTIDE_API ScriptObject : public KorStamp {
     using KorStamp::addClass;
     using KorStamp::getNextClass;
 
-    // Without these a text in quotes would be taken for a boolean.
-    bool setProperty(std::string name, const char* value);
-    template <typename Number>
-    requires(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>) bool addProperty(
-        std::string name, std::string label, Number value, const char* unit, bool flag) {
-        return addProperty(std::move(name), std::move(label), value,
-                           std::string(unit == nullptr ? "" : unit), flag);
-    }
+    using KorStamp::addOptionProperty;
+    using KorStamp::addProperty;
+    using KorStamp::setProperty;
+
+    /// Whether an operation of any object has been refused since this was asked last, because there
+    /// was no memory or the limit of the run that is under way would have been passed: that is how
+    /// its answer false differs from the one for a name that is taken.
+    static bool ranOutOfMemory();
 
     // The same operations as scripts call them.
     bool _addStringProperty(std::string& name, std::string& label, std::string& value, bool& flag);

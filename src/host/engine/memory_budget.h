@@ -14,6 +14,7 @@ struct alignas(4 * sizeof(std::size_t)) MemoryBudget {
     std::size_t used = 0;
     std::size_t limit = kRunBytes;           ///< all together
     std::size_t stringLimit = kStringBytes;  ///< one string
+    bool scriptRuns = false;                 ///< what property objects take counts
 
     bool charge(std::size_t bytes) noexcept {
         if (bytes > limit || used > limit - bytes) return false;

@@ -7,14 +7,19 @@
 namespace korvant {
 
 void ChargedBytes::add(std::size_t bytes) {
-    if (bytes != 0 && !memoryBudget.charge(bytes)) throw std::bad_alloc();
+    if (bytes != 0 && memoryBudget.scriptRuns) {
+        if (!memoryBudget.charge(bytes)) throw std::bad_alloc();
+        charged_ += bytes;
+    }
     bytes_ += bytes;
 }
 
 void ChargedBytes::drop(std::size_t bytes) noexcept {
     if (bytes > bytes_) bytes = bytes_;
-    memoryBudget.release(bytes);
     bytes_ -= bytes;
+    if (charged_ <= bytes_) return;
+    memoryBudget.release(charged_ - bytes_);
+    charged_ = bytes_;
 }
 
 }  // namespace korvant

@@ -6,15 +6,18 @@
 
 namespace korvant {
 
-/// A number of bytes that is counted against the limit of the run for as long as it lives. A copy
-/// counts the same again. Rough: the parts that grow with what a script adds.
+/// A number of bytes that is counted against the limit of the run for as long as it lives, but for
+/// what is added while no script runs. A copy counts the same again. Rough: the parts that grow
+/// with what a script adds.
 class ChargedBytes {
   public:
     ChargedBytes() = default;
     ChargedBytes(const ChargedBytes& other) { add(other.bytes_); }
-    ChargedBytes(ChargedBytes&& other) noexcept : bytes_(std::exchange(other.bytes_, 0)) {}
+    ChargedBytes(ChargedBytes&& other) noexcept
+        : bytes_(std::exchange(other.bytes_, 0)), charged_(std::exchange(other.charged_, 0)) {}
     ChargedBytes& operator=(ChargedBytes other) noexcept {
         std::swap(bytes_, other.bytes_);
+        std::swap(charged_, other.charged_);
         return *this;
     }
     ~ChargedBytes() { drop(bytes_); }
@@ -26,6 +29,7 @@ class ChargedBytes {
 
   private:
     std::size_t bytes_ = 0;
+    std::size_t charged_ = 0;  ///< of them, against the limit
 };
 
 }  // namespace korvant

@@ -25,6 +25,8 @@ struct ObjectAccess {
     static ObjectModel& model(ScriptObject& object) { return object.impl_->model; }
     static const ObjectModel& model(const ScriptObject& object) { return object.impl_->model; }
     static ScriptObject::Impl& impl(ScriptObject& object) { return *object.impl_; }
+    /// Null for one of somebody else's making.
+    static ScriptObject* from(KorStamp& object);
 
     /// Objects for scripts: their count is exactly 1 and belongs to the caller, whatever the
     /// count of the object that is copied. Null, and a script exception, without memory.
@@ -65,6 +67,14 @@ class ObjectHold {
     ScriptObject* object_;
 };
 
+/// Whether an object was refused memory since a host asked.
+inline bool objectMemoryRefused = false;
+
+inline void raiseOutOfMemory() noexcept {
+    objectMemoryRefused = true;
+    raiseInScript("Out of memory");
+}
+
 /// Runs `body`; what it throws becomes an exception of the running script, and `fallback` the
 /// answer.
 template <class Result, class Body>
@@ -72,9 +82,9 @@ Result orRaise(Result fallback, Body body) noexcept {
     try {
         return body();
     } catch (const std::bad_alloc&) {
-        raiseInScript("Out of memory");
+        raiseOutOfMemory();
     } catch (const std::length_error&) {
-        raiseInScript("Out of memory");
+        raiseOutOfMemory();
     } catch (const NestedTooDeep&) {
         raiseInScript("Groups are nested too deep");
     } catch (...) {

@@ -3,6 +3,10 @@
 
 #include <algorithm>
 #include <cassert>
+#include <memory>
+#include <mutex>
+#include <unordered_set>
+#include <utility>
 
 #include "host/engine/script_string.h"
 #include "object/script/object_access.h"
@@ -51,14 +55,58 @@ std::int32_t ScriptObject::m_locale = 0;
 ScriptObject::Hook ScriptObject::m_before = nullptr;
 ScriptObject::Hook ScriptObject::m_after = nullptr;
 
-ScriptObject::ScriptObject() : impl_(new Impl) {}
+namespace {
+
+/// All objects that live, so that one of somebody else's making can be told from ours without its
+/// run-time type, which a host may have compiled without.
+struct LiveObjects {
+    std::mutex lock;
+    std::unordered_set<const KorStamp*> all;
+};
+
+/// Never destroyed: objects of a host may outlive everything else.
+LiveObjects& liveObjects() {
+    static auto* const objects = new LiveObjects;
+    return *objects;
+}
+
+void noteBorn(const KorStamp* object) {
+    LiveObjects& live = liveObjects();
+    const std::lock_guard<std::mutex> guard(live.lock);
+    live.all.insert(object);
+}
+
+void noteGone(const KorStamp* object) noexcept {
+    LiveObjects& live = liveObjects();
+    const std::lock_guard<std::mutex> guard(live.lock);
+    live.all.erase(object);
+}
+
+}  // namespace
+
+ScriptObject* ObjectAccess::from(KorStamp& object) {
+    LiveObjects& live = liveObjects();
+    const std::lock_guard<std::mutex> guard(live.lock);
+    return live.all.count(&object) != 0 ? static_cast<ScriptObject*>(&object) : nullptr;
+}
+
+ScriptObject::ScriptObject() : impl_(nullptr) {
+    auto made = std::make_unique<Impl>();
+    noteBorn(this);
+    impl_ = made.release();
+}
 
 ScriptObject::ScriptObject(const ScriptObject& other) : KorStamp(other), impl_(nullptr) {
     auto made = std::make_unique<Impl>();
     made->model = other.impl_->model;
     // The count that the copy reports is its own: so many releases let it go.
     made->owning = std::max(0, made->model.reportedCount);
+    noteBorn(this);
     impl_ = made.release();
+}
+
+bool ScriptObject::ranOutOfMemory() {
+    return std::exchange(korvant::objectMemoryRefused, false);
 }
 
 ScriptObject& ScriptObject::operator=(const ScriptObject& other) {
@@ -78,6 +126,7 @@ void ObjectAccess::assign(ScriptObject& object, const ObjectModel& content) {
 }
 
 ScriptObject::~ScriptObject() {
+    noteGone(this);
     delete impl_;
 }
 

@@ -83,7 +83,7 @@ ObjectModel modelOf(KorStamp& other) {
 bool ScriptObject::append(KorStamp& other) {
     if (&other == this) return true;
     return orRaise(false, [&] {
-        auto* object = dynamic_cast<ScriptObject*>(&other);
+        auto* object = ObjectAccess::from(other);
         impl_->model.append(object != nullptr ? object->impl_->model : modelOf(other));
         if (object != nullptr) walkToTheEnd(object->impl_->model);
         return true;

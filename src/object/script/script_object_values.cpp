@@ -131,10 +131,6 @@ bool ScriptObject::setProperty(std::string name, std::string value) {
     return _setStringProperty(name, value);
 }
 
-bool ScriptObject::setProperty(std::string name, const char* value) {
-    return setProperty(std::move(name), std::string(value == nullptr ? "" : value));
-}
-
 bool ScriptObject::_getStringProperty(std::string& name, std::string& value) {
     return readSlot(impl_->model, name,
                     [&](const PropertyRecord& p) { value = impl_->model.textOf(p); });

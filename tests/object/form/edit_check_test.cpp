@@ -322,6 +322,7 @@ TEST_F(EditCheckTest, TheHooksAreCalledAsRemembered) {
 }
 
 TEST_F(EditCheckTest, WithoutMemoryForTheSessionTheObjectStaysAsItIs) {
+    memoryBudget.scriptRuns = true;
     for (int i = 0; i < 200; ++i)
         object.addProperty("p" + std::to_string(i), "P", "text", true, false);
     ScriptObject element;
@@ -336,6 +337,7 @@ TEST_F(EditCheckTest, WithoutMemoryForTheSessionTheObjectStaysAsItIs) {
                  }) &&
                  object.getPropertiesCount() == 0);
     memoryBudget.limit = limit;
+    memoryBudget.scriptRuns = false;
     std::string value;
     object.getProperty("p0", &value);
     EXPECT_EQ(value, "text");
