@@ -125,20 +125,36 @@ std::string EditState::fullText(std::int32_t row) const {
     }
 }
 
+/// What the rows of a group without a current element wait for: the outermost group that lacks one
+/// comes first.
+EditState::Obstacle EditState::missingElement(int number) const {
+    const EditGroup& group = desk.group(number);
+    int outermost = number;
+    for (int outer = group.outer; outer != GroupDesk::kNoGroup; outer = desk.group(outer).outer)
+        if (!desk.group(outer).content.hasCurrent()) outermost = outer;
+    if (outermost != number) {
+        const EditPage& page = layout.pages[static_cast<std::size_t>(desk.group(outermost).page)];
+        return {FormText::needsOuterElement, "\"" + page.caption + "\" ", {}};
+    }
+    if (group.content.size() > 0) return {FormText::noElementChosen, {}, {}};
+    return {group.flags.add ? FormText::noElement : FormText::noElementAtAll, {}, {}};
+}
+
 EditState::Obstacle EditState::obstacle(std::int32_t row) const {
     const int page = layout.pageOfRow[at(row)];
-    if (!layout.pages[static_cast<std::size_t>(page)].editable) return {FormText::lockedPage, {}};
-    if (!desk.active(row)) return {FormText::noElement, {}};
-    if (locked(row)) return {FormText::lockedRow, {}};
-    if (enabled(row)) return {FormText::none, {}};
+    if (!layout.pages[static_cast<std::size_t>(page)].editable)
+        return {FormText::lockedPage, {}, {}};
+    if (!desk.active(row)) return missingElement(desk.groupOfRow(row));
+    if (locked(row)) return {FormText::lockedRow, {}, {}};
+    if (enabled(row)) return {FormText::none, {}, {}};
     std::string conditions;
     for (const std::string& one : rules.failedEnables(row)) conditions += " " + one;
-    return {FormText::disabledBy, conditions};
+    return {FormText::disabledBy, {}, conditions};
 }
 
 EditCommit EditState::refusal(std::int32_t row) const {
     const Obstacle why = obstacle(row);
-    return {false, formText(why.text, layout.locale) + why.conditions};
+    return {false, why.subject + formText(why.text, layout.locale) + why.conditions};
 }
 
 std::string EditState::description(std::int32_t row) {
@@ -150,8 +166,9 @@ std::string EditState::description(std::int32_t row) {
                                  active ? rules.warningReport(row) : kNone});
     const Obstacle why = obstacle(row);
     if (why.text != FormText::none)
-        html += greyLine(htmlOfWestern(formText(why.text, layout.locale)) +
-                         htmlOfPlain(why.conditions));
+        html +=
+            greyLine(htmlOfPlain(why.subject) + htmlOfWestern(formText(why.text, layout.locale)) +
+                     htmlOfPlain(why.conditions));
     for (const RuleBook::Fault& fault : rules.faults(row))
         html += greyLine(htmlOfPlain(fault.expression + ": ") +
                          htmlOfWestern(expressionMessage(fault.message, layout.locale)));

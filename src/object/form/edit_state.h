@@ -77,9 +77,11 @@ struct EditState {
     /// Why nothing can be entered in a row; FormText::none when something can.
     struct Obstacle {
         FormText text = FormText::none;
+        std::string subject;     ///< what the text speaks of, with a blank behind it
         std::string conditions;  ///< that do not hold, each with a blank before it
     };
     Obstacle obstacle(std::int32_t row) const;
+    Obstacle missingElement(int group) const;
     EditCommit refusal(std::int32_t row) const;
     std::string description(std::int32_t row);
 

@@ -20,8 +20,11 @@ enum class FormText {
     copy,
     remove,
     order,
-    element,    ///< label of the choice of a group's element
-    noElement,  ///< description of a group page without elements
+    element,            ///< label of the choice of a group's element
+    noElement,          ///< description of a group page without elements
+    noElementAtAll,     ///< the same where none can be added
+    noElementChosen,    ///< of one with elements of which none is current
+    needsOuterElement,  ///< behind the name of the group around it
     first,
     last,
     up,

@@ -137,6 +137,21 @@ TEST_F(EditGroups, WithoutAnElementTheRowsAreLockedAndUnchecked) {
     EXPECT_FALSE(state("note").changed);
 }
 
+TEST_F(EditGroups, RowsSayWhatCanBeDoneWithoutACurrentElement) {
+    object.addClass("Intervals", true);
+    object.addGroup("Intervals", interval_, false, true, true, true);
+    open();
+    EXPECT_EQ(type("note", "x"), formText(FormText::noElementAtAll));
+    ScriptObject filled;
+    filled.addClass("Intervals", true);
+    filled.addGroup("Intervals", interval_, true, true, true, true);
+    filled.addGroupElement(interval_);
+    filled.setGroupElement("Intervals", -1);
+    object = filled;
+    open();
+    EXPECT_EQ(type("note", "x"), formText(FormText::noElementChosen));
+}
+
 TEST_F(EditGroups, AddCopyRemoveAndOrderWithUndo) {
     declareWithThree();
     open();
@@ -398,9 +413,12 @@ TEST_F(EditGroups, AGroupInsideAGroupBelongsToTheElementAroundIt) {
         return all;
     };
     EXPECT_TRUE(edit([&](EditSession& shown) {
-        // Samples need a layer first.
+        // Samples need a layer first, and say so.
         EXPECT_FALSE(shown.addElement(2));
         const int layers = 1;
+        const std::int32_t grade = shown.findRow("grade");
+        EXPECT_EQ(shown.commitText(grade, "2").message, "\"Layers\" needs an element first.");
+        EXPECT_EQ(shown.description(grade).find("Press Add"), std::string::npos);
         EXPECT_TRUE(shown.addElement(layers));
         EXPECT_TRUE(shown.addElement(2));
         EXPECT_TRUE(shown.addElement(2));
