@@ -45,7 +45,7 @@ void reportJson(const std::string& file, const std::vector<korvant::Diagnostic>&
                           {"text", korvant::decodeForDisplay(diagnostic.text)},
                           {"context", korvant::decodeForDisplay(diagnostic.context)}};
         const std::string line = object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-        std::fwrite(line.data(), 1, line.size(), stdout);
+        writeOutput(line);
     }
 }
 

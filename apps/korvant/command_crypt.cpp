@@ -44,9 +44,9 @@ bool writeFile(const std::string& path, const std::string& text) {
 
 bool writeStandardOutput(const std::string& text) {
     writeBytesAsTheyAre();
-    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return true;
-    complain("could not write standard output");
-    return false;
+    const bool written = writeOutput(text) && finishOutput() == 0;
+    if (!written) complainOfOutput(finishOutput());
+    return written;
 }
 
 int crypt(const Crypt& request) {

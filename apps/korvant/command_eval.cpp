@@ -1,4 +1,5 @@
 // korvant eval EXPR [NAME=VALUE...]: the value of an expression.
+#include <cerrno>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -41,7 +42,7 @@ bool addValue(korvant::ExpressionEvaluator& evaluator, const std::string& assign
 /// Writes the answer, or the error if there is one.
 int print(const std::string& answer, const std::string& error) {
     const std::string line = (error.empty() ? answer : "error: " + error) + "\n";
-    std::fwrite(line.data(), 1, line.size(), stdout);
+    writeOutput(line);
     return error.empty() ? kFinished : kRunFailed;
 }
 
@@ -60,9 +61,10 @@ int evaluateOne(const Eval& eval) {
 
 int evaluateLines() {
     std::ios::sync_with_stdio(false);
+    errno = 0;
     const bool allRead = answerEvalLines(std::cin, std::cout);
     if (!std::cout) {
-        complain("could not write standard output");
+        complainOfOutput(errno);
         return kRunFailed;
     }
     return allRead ? kFinished : kRunFailed;

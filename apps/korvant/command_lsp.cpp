@@ -62,7 +62,7 @@ int writeApi(bool predefined) {
     const std::string text = predefined
                                  ? korvant::predefinedText(*engine.engine(), korvant::allFamilies())
                                  : korvant::apiToJson(api);
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    writeOutput(text);
     return kFinished;
 }
 

@@ -63,7 +63,7 @@ void print(const nlohmann::ordered_json& forms, bool json) {
     if (json) text = forms.dump(2) + "\n";
     for (std::size_t i = 0; !json && i < forms.size(); ++i)
         text += (i == 0 ? "" : "\n") + formAsText(forms[i]);
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    writeOutput(text);
 }
 
 int exitCodeOf(const korvant::RunFailure& failure, const AnswerBook* book) {

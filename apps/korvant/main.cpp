@@ -1,11 +1,9 @@
 // The reference host and command line.
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <new>
 
-#include "base/system/os_file.h"
 #include "commands.h"
 #include "host/engine/engine_memory.h"
 #include "process_display.h"
@@ -16,10 +14,9 @@ namespace {
 
 /// Ends the process without tearing the engine down; what was printed must have arrived.
 [[noreturn]] void leave(int exitCode) {
-    errno = 0;
-    if (std::fflush(stdout) != 0 && exitCode == korvant_app::kFinished) {
-        korvant_app::complain("could not write standard output: " +
-                              korvant::systemErrorText(errno));
+    const int error = korvant_app::finishOutput();
+    if (error != 0 && exitCode == korvant_app::kFinished) {
+        korvant_app::complainOfOutput(error);
         exitCode = korvant_app::kRunFailed;
     }
     std::_Exit(exitCode);

@@ -167,4 +167,32 @@ void complain(const std::string& text) {
     say("korvant: " + text + "\n");
 }
 
+namespace {
+
+int outputError = 0;
+
+void noteOutput(bool written) {
+    if (!written && outputError == 0) outputError = errno != 0 ? errno : EIO;
+}
+
+}  // namespace
+
+bool writeOutput(std::string_view text) {
+    errno = 0;
+    noteOutput(std::fwrite(text.data(), 1, text.size(), stdout) == text.size());
+    return outputError == 0;
+}
+
+int finishOutput() {
+    errno = 0;
+    noteOutput(std::fflush(stdout) == 0);
+    return outputError;
+}
+
+void complainOfOutput(int systemError) {
+    if (systemError == EPIPE) return;
+    complain("could not write standard output" +
+             (systemError != 0 ? ": " + korvant::systemErrorText(systemError) : std::string()));
+}
+
 }  // namespace korvant_app

@@ -30,5 +30,12 @@ void reportAnswer(const Source& source, const std::string& what, int line);
 
 /// "korvant: TEXT" to standard error. Texts of scripts cannot steer a terminal there.
 void complain(const std::string& text);
+/// To standard output. False when it takes no more; what ends the program says so once.
+bool writeOutput(std::string_view text);
+/// Hands over what was written. 0, or the first error of the system with which standard output
+/// failed.
+int finishOutput();
+/// For such an error; quiet about a pipe whose reader has gone.
+void complainOfOutput(int systemError);
 
 }  // namespace korvant_app

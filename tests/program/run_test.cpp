@@ -216,6 +216,33 @@ TEST_F(Program, CoverageAndProfileReplaceTheFilesOfBefore) {
         EXPECT_THAT(readFile(folder_.file(file)), Not(HasSubstr("?"))) << file;
 }
 
+TEST_F(Program, APipeWhoseReaderHasGoneEndsQuietlyAndAFullDiskDoesNot) {
+    const std::string name =
+        mainOf("for (int i = 0; i < 200000; i++) Print(\"line \" + i + \"\\n\");");
+    ProcessOptions gone;
+    gone.outputClosed = true;
+    ProcessOptions full;
+    full.outputFile = "/dev/full";
+    const std::vector<std::string> kCommands[] = {{"run", name},
+                                                  {"api"},
+                                                  {"api", "--predefined"},
+                                                  {"eval", "1+1"},
+                                                  {"check", "none.as", name},
+                                                  {"--help"}};
+    for (const auto& command : kCommands) {
+        EXPECT_THAT(start(command, gone).errors, Not(HasSubstr("standard output")))
+            << command.front();
+        if (command.front() == "check") continue;
+        const ProcessResult told = start(command, full);
+        EXPECT_NE(told.exitCode, 0) << command.front();
+        EXPECT_THAT(told.errors, HasSubstr("standard output: No space left on device"))
+            << command.front();
+    }
+    gone.input = full.input = "{\"expression\": \"1+1\"}\n";
+    EXPECT_EQ(start({"eval", "--jsonl"}, gone).errors, "");
+    EXPECT_NE(start({"eval", "--jsonl"}, full).errors, "");
+}
+
 TEST_F(Program, DialogsWithoutATerminalAnswerAsIfClosed) {
     const ProcessResult result = start(
         {"run",
