@@ -1,5 +1,6 @@
 // The description of an engine as JSON, for tools that have no engine of that kind.
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "language/api_description.h"
 
@@ -11,12 +12,77 @@ using Json = nlohmann::json;
 constexpr int kFormat = 1;
 constexpr const char* kKinds[] = {"object", "interface", "enum", "funcdef", "typedef"};
 
-Json functionJson(const ApiFunction& function) {
-    Json json{{"declaration", function.declaration}};
-    if (!function.nameSpace.empty()) json["namespace"] = function.nameSpace;
-    if (function.accessMask != ~0u) json["access"] = function.accessMask;
-    if (function.behaviour >= 0) json["behaviour"] = function.behaviour;
-    return json;
+/// Writes JSON as it is told. The library's own values would, when they are let go of, take memory
+/// that there may not be; only a single text is handed to it.
+class JsonText {
+  public:
+    void field(const char* name, const std::string& value) {
+        key(name);
+        quoted(value);
+    }
+    void field(const char* name, const char* value) { field(name, std::string(value)); }
+    void field(const char* name, bool value) {
+        key(name);
+        text_ += value ? "true" : "false";
+    }
+    template <class Number>
+    void field(const char* name, Number value) {
+        key(name);
+        text_ += std::to_string(value);
+    }
+    /// `write` writes the fields of what the name stands for.
+    template <class Write>
+    void object(const char* name, Write write) {
+        key(name);
+        braced(write);
+    }
+    template <class Items, class Write>
+    void list(const char* name, const Items& items, Write write) {
+        key(name);
+        text_ += "[";
+        first_ = true;
+        for (const auto& item : items) {
+            comma();
+            write(*this, item);
+        }
+        text_ += "]";
+        first_ = false;
+    }
+    template <class Write>
+    void braced(Write write) {
+        text_ += "{";
+        first_ = true;
+        write();
+        text_ += "}";
+        first_ = false;
+    }
+    void quoted(const std::string& value) {
+        text_ += Json(value).dump(-1, ' ', false, Json::error_handler_t::replace);
+    }
+    std::string take() { return std::move(text_); }
+
+  private:
+    void comma() {
+        if (!std::exchange(first_, false)) text_ += ",";
+        text_ += "\n";
+    }
+    void key(const char* name) {
+        comma();
+        quoted(name);
+        text_ += ": ";
+    }
+
+    std::string text_;
+    bool first_ = true;
+};
+
+void writeFunction(JsonText& json, const ApiFunction& function) {
+    json.braced([&] {
+        json.field("declaration", function.declaration);
+        if (!function.nameSpace.empty()) json.field("namespace", function.nameSpace);
+        if (function.accessMask != ~0u) json.field("access", function.accessMask);
+        if (function.behaviour >= 0) json.field("behaviour", function.behaviour);
+    });
 }
 
 ApiFunction functionFrom(const Json& json) {
@@ -28,13 +94,15 @@ ApiFunction functionFrom(const Json& json) {
     return function;
 }
 
-Json propertyJson(const ApiProperty& property) {
-    Json json{{"declaration", property.declaration}, {"offset", property.offset}};
-    if (!property.nameSpace.empty()) json["namespace"] = property.nameSpace;
-    if (property.accessMask != ~0u) json["access"] = property.accessMask;
-    if (property.compositeOffset != 0) json["compositeOffset"] = property.compositeOffset;
-    if (property.compositeIndirect) json["compositeIndirect"] = true;
-    return json;
+void writeProperty(JsonText& json, const ApiProperty& property) {
+    json.braced([&] {
+        json.field("declaration", property.declaration);
+        json.field("offset", property.offset);
+        if (!property.nameSpace.empty()) json.field("namespace", property.nameSpace);
+        if (property.accessMask != ~0u) json.field("access", property.accessMask);
+        if (property.compositeOffset != 0) json.field("compositeOffset", property.compositeOffset);
+        if (property.compositeIndirect) json.field("compositeIndirect", true);
+    });
 }
 
 ApiProperty propertyFrom(const Json& json) {
@@ -49,13 +117,6 @@ ApiProperty propertyFrom(const Json& json) {
 }
 
 template <class Item, class Make>
-Json listJson(const std::vector<Item>& items, Make make) {
-    Json list = Json::array();
-    for (const Item& item : items) list.push_back(make(item));
-    return list;
-}
-
-template <class Item, class Make>
 std::vector<Item> listFrom(const Json& json, const char* key, Make make) {
     std::vector<Item> items;
     if (const auto found = json.find(key); found != json.end())
@@ -63,21 +124,38 @@ std::vector<Item> listFrom(const Json& json, const char* key, Make make) {
     return items;
 }
 
-Json typeJson(const ApiType& type) {
-    Json json{{"kind", kKinds[static_cast<std::size_t>(type.kind)]},
-              {"name", type.name},
-              {"flags", type.flags},
-              {"size", type.size}};
-    if (!type.nameSpace.empty()) json["namespace"] = type.nameSpace;
-    if (type.accessMask != ~0u) json["access"] = type.accessMask;
-    if (!type.subTypes.empty()) json["subTypes"] = type.subTypes;
-    if (!type.declaration.empty()) json["declaration"] = type.declaration;
-    if (!type.behaviours.empty()) json["behaviours"] = listJson(type.behaviours, functionJson);
-    if (!type.methods.empty()) json["methods"] = listJson(type.methods, functionJson);
-    if (!type.properties.empty()) json["properties"] = listJson(type.properties, propertyJson);
-    for (const auto& [name, value] : type.values)
-        json["values"].push_back({{"name", name}, {"value", value}});
-    return json;
+void writeValue(JsonText& json, const std::pair<std::string, std::int32_t>& value) {
+    json.braced([&] {
+        json.field("name", value.first);
+        json.field("value", value.second);
+    });
+}
+
+void writeName(JsonText& json, const std::string& name) {
+    json.quoted(name);
+}
+
+/// Empty lists are left out.
+template <class Items, class Write>
+void writeSome(JsonText& json, const char* name, const Items& items, Write write) {
+    if (!items.empty()) json.list(name, items, write);
+}
+
+void writeType(JsonText& json, const ApiType& type) {
+    json.braced([&] {
+        json.field("kind", kKinds[static_cast<std::size_t>(type.kind)]);
+        json.field("name", type.name);
+        json.field("flags", type.flags);
+        json.field("size", type.size);
+        if (!type.nameSpace.empty()) json.field("namespace", type.nameSpace);
+        if (type.accessMask != ~0u) json.field("access", type.accessMask);
+        if (!type.declaration.empty()) json.field("declaration", type.declaration);
+        writeSome(json, "subTypes", type.subTypes, writeName);
+        writeSome(json, "behaviours", type.behaviours, writeFunction);
+        writeSome(json, "methods", type.methods, writeFunction);
+        writeSome(json, "properties", type.properties, writeProperty);
+        writeSome(json, "values", type.values, writeValue);
+    });
 }
 
 ApiType typeFrom(const Json& json) {
@@ -105,18 +183,22 @@ ApiType typeFrom(const Json& json) {
 }  // namespace
 
 std::string apiToJson(const ApiDescription& api) {
-    Json settings = Json::object();
-    for (const auto& [property, value] : api.settings) settings[std::to_string(property)] = value;
-    const Json json{{"format", kFormat},
-                    {"engine", api.engineVersion},
-                    {"settings", settings},
-                    {"stringType", api.stringType},
-                    {"defaultArray", api.defaultArray},
-                    {"ownLibrary", api.ownLibrary},
-                    {"types", listJson(api.types, typeJson)},
-                    {"functions", listJson(api.functions, functionJson)},
-                    {"properties", listJson(api.properties, propertyJson)}};
-    return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+    JsonText json;
+    json.braced([&] {
+        json.field("format", kFormat);
+        json.field("engine", api.engineVersion);
+        json.object("settings", [&] {
+            for (const auto& [property, value] : api.settings)
+                json.field(std::to_string(property).c_str(), value);
+        });
+        json.field("stringType", api.stringType);
+        json.field("defaultArray", api.defaultArray);
+        json.field("ownLibrary", api.ownLibrary);
+        json.list("types", api.types, writeType);
+        json.list("functions", api.functions, writeFunction);
+        json.list("properties", api.properties, writeProperty);
+    });
+    return json.take() + "\n";
 }
 
 std::optional<ApiDescription> apiFromJson(std::string_view text) {

@@ -61,7 +61,7 @@ class Edges {
             "int main() {\nint n = 3; double x = 1.5; bool b = false; string s = "
             "\"abc\"; string@ h = s; int[] a = {3, 1, 2}; int8[] e = {1, 2}; double[] d "
             "= {2.5, 0.5}; string[] t = {\"b\", \"a\"}; int[][] aa = {{1}, {}}; bool[] "
-            "bits = {true}; Object o; Object[] oo; items = array<Item>(3); Item@ one = "
+            "bits = {true}; Object o; Object[] oo; items.resize(3); Item@ one = "
             "Item(1);\n";
         const std::uint32_t count = 3 + choices_.below(10);
         for (std::uint32_t i = 0; i < count; ++i) all += guarded() + "\n";
