@@ -136,6 +136,116 @@ enum KorvantEditorLayout {
    none of these. Only a module with windows has this function. */
 KORVANTIDE_API int32_t KORVANTIDE_CALL SetEditorLayout(int32_t layout);
 
+/* The buttons of boxes, as answers. */
+enum KorvantButton {
+    KORVANT_BUTTON_NONE = 0, /* the box was closed and has no button for that */
+    KORVANT_BUTTON_OK = 1,
+    KORVANT_BUTTON_CANCEL = 2,
+    KORVANT_BUTTON_ABORT = 3,
+    KORVANT_BUTTON_RETRY = 4,
+    KORVANT_BUTTON_IGNORE = 5,
+    KORVANT_BUTTON_YES = 6,
+    KORVANT_BUTTON_NO = 7,
+    KORVANT_BUTTON_TRY_AGAIN = 10,
+    KORVANT_BUTTON_CONTINUE = 11,
+    KORVANT_BUTTON_SKIP = 14,
+    KORVANT_BUTTON_SKIP_ALL = 15,
+    KORVANT_BUTTON_IGNORE_ALL = 16,
+    KORVANT_BUTTON_YES_TO_ALL = 19,
+    KORVANT_BUTTON_NO_TO_ALL = 20,
+    KORVANT_BUTTON_STOP_SCRIPT = 32
+};
+
+enum KorvantBoxKind {
+    KORVANT_BOX_MESSAGE = 0,
+    KORVANT_BOX_RUN_REPORT = 1, /* how a run ended, or what it could not write */
+    KORVANT_BOX_INTEGER = 2,    /* asks for a number of 32 bits */
+    KORVANT_BOX_REAL = 3,
+    KORVANT_BOX_TEXT = 4
+};
+
+/* A box's style: one set of buttons and one icon, added. */
+enum KorvantBoxStyle {
+    KORVANT_BOX_OK = 0,
+    KORVANT_BOX_OK_CANCEL = 1,
+    KORVANT_BOX_ABORT_RETRY_IGNORE = 2,
+    KORVANT_BOX_YES_NO_CANCEL = 3,
+    KORVANT_BOX_YES_NO = 4,
+    KORVANT_BOX_RETRY_CANCEL = 5,
+    KORVANT_BOX_ERROR = 16,
+    KORVANT_BOX_QUESTION = 32,
+    KORVANT_BOX_WARNING = 48,
+    KORVANT_BOX_INFORMATION = 64
+};
+
+/* A box that a script opens, or one of the host's own. Texts are bytes as scripts give them. */
+typedef struct KorvantBox {
+    uint32_t size;  /* sizeof(KorvantBox), set by whoever makes the record */
+    int32_t kind;   /* KorvantBoxKind */
+    uint32_t style; /* KorvantBoxStyle */
+    int32_t markup; /* non-zero: `text` and `details` are HTML */
+    const char* caption;
+    const char* text;
+    const char* details; /* shown on request; empty or null: none */
+    const char* offered; /* what a question offers as its answer, as text */
+    /* Of the host's own boxes. */
+    uint32_t countdownSeconds; /* 0: none; else the first button is chosen at the end */
+    int32_t offerDoNotShow;    /* non-zero: the user may have the answer kept, under the two names;
+                                  then it is given without a box */
+    const char* company;
+    const char* module;
+    /* Of boxes that a script opens: their buttons from first to last, and what these say. */
+    uint32_t buttonCount;
+    const int32_t* buttons;      /* KorvantButton */
+    const char* const* captions; /* in the language of the form */
+    int32_t closeButton;         /* what closing the box answers */
+} KorvantBox;
+
+/* Shows a box of the host's own (KORVANT_BOX_MESSAGE) and gives the KorvantButton that was chosen;
+   none when there is nobody to ask. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL ShowScriptBox(const KorvantBox* box);
+
+/* How a host answers a box. */
+typedef struct KorvantBoxAnswer {
+    uint32_t size;    /* sizeof(KorvantBoxAnswer), set by the module */
+    int32_t button;   /* of a message: one of its buttons. Of a question: KORVANT_BUTTON_OK, or
+                         anything else for "closed", which answers what was offered. The module
+                         sets it to `closeButton` */
+    double number;    /* the answer to KORVANT_BOX_INTEGER (rounded towards zero) and _REAL */
+    const char* text; /* the answer to KORVANT_BOX_TEXT; read before anything else happens */
+} KorvantBoxAnswer;
+
+/* What a host is told of while its scripts run, so that a server or a window of its own can show
+   it. Each may be null. They are called on the thread of the entry points, inside the call that
+   builds or runs; what they are handed lives until they return. Only RequestScriptStop and
+   functions that ask for results may be called from inside. */
+typedef struct KorvantCallbacks {
+    uint32_t size; /* sizeof(KorvantCallbacks), set by the caller */
+    void* user;    /* handed to each; not looked at */
+    /* What a script prints to the console, `count` bytes. Non-zero: the console is not to show it.
+       Text that goes into a file of the script does not come here. */
+    int32_t(KORVANTIDE_CALL* print)(void* user, const char* bytes, uint64_t count);
+    /* Each message of a build, when the build is over. */
+    void(KORVANTIDE_CALL* message)(void* user, const KorvantBuildMessage* message);
+    /* Each message box and question of a script, before it is answered or shown. */
+    void(KORVANTIDE_CALL* box)(void* user, const KorvantBox* box);
+    /* Non-zero: `answer` holds the answer and nothing is shown. 0: it is shown as usual. The time
+       limit of the run stands still meanwhile. */
+    int32_t(KORVANTIDE_CALL* answerBox)(void* user, const KorvantBox* box,
+                                        KorvantBoxAnswer* answer);
+} KorvantCallbacks;
+
+/* From now on, in place of those before; copied. Null: none any more. 1, or 0 when `size` makes no
+   sense or while a script runs. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL SetScriptCallbacks(const KorvantCallbacks* callbacks);
+
+/* Writes what scripts can call on `engine` (an asIScriptEngine*) into a file, for tools: as JSON
+   for `korvant lsp --api FILE`, which then knows the host's functions without the host, or, where
+   the file's name ends in ".predefined" (as.predefined), as the declarations that other tools for
+   this language read. UTF-8 path on Windows, the system's bytes elsewhere. A file that is there is
+   replaced. 1, or 0 when it cannot be written. */
+KORVANTIDE_API int32_t KORVANTIDE_CALL ExportScriptApi(void* engine, const char* path);
+
 /* Ends the run that is under way as soon as it can be ended. Safe from any thread and from a signal
    handler. */
 KORVANTIDE_API void KORVANTIDE_CALL RequestScriptStop(void);

@@ -66,7 +66,7 @@ WindowServices& allServices() {
 /// Nothing is made before the first question.
 Frontend& frontendNow() {
     moduleSession().setServices(windowServices());
-    return *moduleSession().services().frontend;
+    return moduleSession().coveredFrontend();
 }
 
 class FirstQuestion : public Frontend {

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "debug/debug_fixture.h"
+#include "host/engine/engine_build.h"
+#include "language/worker_guard.h"
 
 namespace korvant::test {
 namespace {
@@ -176,7 +178,9 @@ class Generator {
 
 TEST_F(Expressions, AtRandomKillNothingAndChangeNothing) {
     const char* const wanted = std::getenv("KORVANT_RANDOM_EXPRESSIONS");
-    const int count = wanted != nullptr ? std::atoi(wanted) : 3000;
+    // Some end other builds of the engine: there a child process compiles each first.
+    if (!engineIsHardened()) session().setBuildGuard(&workerGuard());
+    const int count = wanted != nullptr ? std::atoi(wanted) : engineIsHardened() ? 3000 : 300;
     std::string script = std::string(kDeclarations) + "int main() {" + kLocals;
     const auto line = 1 + std::count(script.begin(), script.end(), '\n');
     script +=
@@ -198,6 +202,7 @@ TEST_F(Expressions, AtRandomKillNothingAndChangeNothing) {
     EXPECT_FALSE(start(script).failed()) << messages() << session().lastFailure().text;
     EXPECT_EQ(console.output, untouched);
     EXPECT_GT(good, count / 20);
+    session().setBuildGuard(nullptr);
 }
 
 }  // namespace

@@ -4,8 +4,8 @@ set -euo pipefail
 promised="CompileScript ConfigureScriptEngine ContinueApplication CountBuildMessages
 FeedScriptInput GetBuildMessage GetLastRunResult GetRunFrame GetScriptLimits GetStrictScriptLimits GetUnwrittenFile
 GetEditedFile ReleaseScriptEngine RequestScriptStop RunApplication RunScript RunScriptEditor
-SetEditedFile SetEditorLayout SetScriptLimits StartScriptDebugServer StopScriptDebugServer
-TellScriptDebugExit"
+SetEditedFile SetEditorLayout SetScriptCallbacks SetScriptLimits ShowScriptBox ExportScriptApi
+StartScriptDebugServer StopScriptDebugServer TellScriptDebugExit"
 names=$(nm -D --defined-only "$1" | cut -d' ' -f3-)
 
 functions=$(grep -v '^_Z' <<<"$names" | sort)

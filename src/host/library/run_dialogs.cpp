@@ -11,7 +11,7 @@ namespace korvant {
 bool RunDialogs::beginProgress() {
     if (progress_) return true;
     if (!latest_.expired()) return false;
-    Frontend* const frontend = moduleSession().services().frontend;
+    Frontend* const frontend = &moduleSession().coveredFrontend();
     progress_ = CThreadedProgressText::begin(
         caption_, text_, [frontend] { return frontend->makeProgressWindow(); },
         [] { moduleSession().requestStop(); });

@@ -1,5 +1,6 @@
 #include "host/library/script_console.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "host/run/script_session.h"
@@ -81,9 +82,16 @@ void ScriptConsole::noteFailure(bool written) {
     if (!written) moduleSession().noteWriteFailure("standard output", errno);
 }
 
+bool ScriptConsole::taken(std::string_view bytes) const {
+    return std::any_of(listeners_.begin(), listeners_.end(),
+                       [&](PrintListener* listener) { return listener->takes(bytes); });
+}
+
 void ScriptConsole::write(std::string_view bytes) {
-    ensure();
-    noteFailure(current().write(bytes));
+    if (!taken(bytes)) {
+        ensure();
+        noteFailure(current().write(bytes));
+    }
     for (PrintListener* const listener : listeners_) listener->printed(bytes);
 }
 

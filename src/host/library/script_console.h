@@ -21,6 +21,8 @@ struct ConsoleRecord {
 class PrintListener {
   public:
     virtual ~PrintListener() = default;
+    /// True when the console is not to show these bytes. Asked before printed().
+    virtual bool takes(std::string_view) { return false; }
     virtual void printed(std::string_view bytes) = 0;
 };
 
@@ -62,6 +64,7 @@ class ScriptConsole final : public RunParticipant {
 
   private:
     static Console& current();
+    bool taken(std::string_view bytes) const;
     void allocate();
     void setUp();
     void noteFailure(bool written);

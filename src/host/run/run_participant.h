@@ -3,6 +3,8 @@
 
 namespace korvant {
 
+class BuildMessages;
+
 /// Whoever owns state that begins and ends with runs: a console, open files, a progress display.
 /// The session calls these on the script's thread, in the order in which participants joined, and
 /// knows nothing else of them. None may throw.
@@ -11,6 +13,8 @@ class RunParticipant {
     virtual ~RunParticipant() = default;
     /// A further engine is being configured.
     virtual void beginConfiguration() {}
+    /// A build is over, with these messages; they may be changed afterwards.
+    virtual void built(const BuildMessages&) {}
     /// A run is about to begin; an earlier one may have been left suspended. Failed writes of it
     /// that are noted now belong to the new run.
     virtual void beginRun() {}

@@ -34,13 +34,23 @@ void ScriptSession::setServices(const SessionServices& services) {
     SessionServices& own = impl_->services;
     own = services;
     if (own.console == nullptr) own.console = &nullConsole();
-    if (own.frontend == nullptr) own.frontend = &nullFrontend();
+    impl_->frontend = own.frontend != nullptr ? own.frontend : &nullFrontend();
+    coverFrontend(impl_->cover);
     if (own.clock == nullptr) own.clock = &systemClock();
     impl_->limit.setClock(*own.clock);
 }
 
 const SessionServices& ScriptSession::services() const noexcept {
     return impl_->services;
+}
+
+void ScriptSession::coverFrontend(Frontend* cover) noexcept {
+    impl_->cover = cover;
+    impl_->services.frontend = cover != nullptr ? cover : impl_->frontend;
+}
+
+Frontend& ScriptSession::coveredFrontend() const noexcept {
+    return *impl_->frontend;
 }
 
 void ScriptSession::setLimits(const Limits& limits) {

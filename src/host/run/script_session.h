@@ -43,6 +43,10 @@ class ScriptSession {
 
     void setServices(const SessionServices& services);
     const SessionServices& services() const noexcept;  ///< no null among them but uiScope
+    /// From now on `cover` is the front end of the services, whichever that is, and may ask it;
+    /// null: nobody stands before it. Not owned. Must not change during a run.
+    void coverFrontend(Frontend* cover) noexcept;
+    Frontend& coveredFrontend() const noexcept;  ///< the one of the services themselves
     void setLimits(const Limits& limits);
     const Limits& limits() const noexcept;
 

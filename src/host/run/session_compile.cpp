@@ -1,7 +1,10 @@
 // Building a script as the module "main".
+#include <exception>
+
 #include "base/text/text_encoding.h"
 #include "host/engine/engine_memory.h"
 #include "host/run/session_impl.h"
+#include "host/scan/result_texts.h"
 #include "host/scan/source_scan.h"
 
 namespace korvant {
@@ -11,6 +14,9 @@ namespace {
 constexpr char kModule[] = "main";
 constexpr std::uint64_t kCompileMs = 10000;
 constexpr std::size_t kCompileBytes = scaledMebibytes(1024);
+
+/// How the engine begins what it says of a call that it could not do.
+constexpr char kFailedRegistration[] = "Failed in call to function 'Register";
 
 BuildMessage::Kind kindOf(asEMsgType type) {
     if (type == asMSGTYPE_WARNING) return BuildMessage::Kind::warning;
@@ -48,6 +54,13 @@ void ScriptSession::setBuildGuard(BuildGuard* guard) noexcept {
 }
 
 bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text, Globals globals) {
+    const bool built = buildText(engine, text, globals);
+    for (RunParticipant* const participant : participants) participant->built(messages);
+    return built;
+}
+
+bool ScriptSession::Impl::buildText(asIScriptEngine* engine, const std::string& text,
+                                    Globals globals) {
     limit.begin(limits.hardCeilingMs);
     messages.clear();
     state.lastStoppedLine = 0;
@@ -66,11 +79,13 @@ bool ScriptSession::Impl::build(asIScriptEngine* engine, const std::string& text
     }
     if (buildGuard != nullptr && limits.guardBuilds && !buildGuard->admits(*engine, text, messages))
         return false;
+    builtText = buildGuard != nullptr && !engineIsHardened(*engine) ? text : std::string();
     asIScriptModule* module = engine->GetModule(kModule, asGM_ALWAYS_CREATE);
     if (module == nullptr || module->AddScriptSection(kMainSource, text.data(), text.size(), 0) < 0)
         return false;
     const int result = buildModule(*module, text, globals);
     if (result == asINVALID_CONFIGURATION) addComplaints(engine);
+    if (result >= 0) addWarnings(text);
     return result >= 0;
 }
 
@@ -88,18 +103,32 @@ int ScriptSession::Impl::buildModule(asIScriptModule& module, const std::string&
     return initialiseGlobals(module);
 }
 
-/// Where the program owns the memory of engines, the compiler is left when it takes too long. It
-/// leaves the engine in the middle of a build, which nothing ends.
+/// Where the program owns the memory of engines, the compiler is left when it takes too long.
 int ScriptSession::Impl::callCompiler(asIScriptModule& module) {
-    try {
+    return leavingCompiler(*module.GetEngine(), messages, [&] {
         const CompileGuard guard(*services.clock, services.clock->monotonic() + kCompileMs,
                                  kCompileBytes);
         return module.Build();
+    });
+}
+
+/// What leaves the compiler by an exception (its own check of an index, a string factory of the
+/// host's) leaves the engine in the middle of a build, which nothing ends.
+int ScriptSession::Impl::leavingCompiler(asIScriptEngine& engine, BuildMessages& said,
+                                         const std::function<int()>& call) {
+    std::string reason;
+    try {
+        return call();
     } catch (const CompileEnded& ended) {
-        messages.add(ended.reason, 0, 0, BuildMessage::Kind::error);
-        if (EngineRecord* record = find(module.GetEngine())) record->broken = true;
-        return asERROR;
+        reason = ended.reason;
+    } catch (const std::exception& fault) {
+        reason = std::string("The compiler failed: ") + fault.what();
+    } catch (...) {
+        reason = "The compiler failed";
     }
+    said.add(reason, 0, 0, BuildMessage::Kind::error);
+    if (EngineRecord* record = find(&engine)) record->broken = true;
+    return asERROR;
 }
 
 /// On a context of ours, which the limit and the stop request end like any other run.
@@ -128,6 +157,12 @@ void ScriptSession::Impl::addAbortMessage() {
     messages.add(text, last.row, last.column, BuildMessage::Kind::error);
 }
 
+/// What the compiler cannot know of our functions.
+void ScriptSession::Impl::addWarnings(const std::string& text) {
+    for (const ScanRefusal& place : findOverwrittenResults(text))
+        messages.add(place.text, place.row, place.column, BuildMessage::Kind::warning);
+}
+
 void ScriptSession::Impl::addComplaints(asIScriptEngine* engine) {
     const EngineRecord* record = find(engine);
     if (record == nullptr) return;
@@ -135,10 +170,20 @@ void ScriptSession::Impl::addComplaints(asIScriptEngine* engine) {
         messages.add(complaint, 0, 0, BuildMessage::Kind::error);
 }
 
-void ScriptSession::Impl::compilerMessage(const asSMessageInfo* message, void* self) noexcept {
-    auto& impl = *static_cast<Impl*>(self);
+/// Registrations of the host's own, which come between builds, are to be named by builds too.
+void ScriptSession::Impl::noteComplaint(const asIScriptEngine* engine, const std::string& text) {
+    constexpr std::size_t kMostComplaints = 20;
+    if (busy || text.rfind(kFailedRegistration, 0) != 0) return;
+    EngineRecord* const record = find(engine);
+    if (record != nullptr && record->complaints.size() < kMostComplaints)
+        record->complaints.push_back(text);
+}
+
+void ScriptSession::Impl::compilerMessage(const asSMessageInfo* message, void* engine) noexcept {
+    Impl& impl = *moduleSession().impl_;
     BuildMessages& messages = impl.sink != nullptr ? *impl.sink : impl.messages;
     try {
+        impl.noteComplaint(static_cast<const asIScriptEngine*>(engine), message->message);
         messages.add(message->message, message->row, message->col, kindOf(message->type));
     } catch (...) {
         // Without memory for a message there is none; the build fails all the same.

@@ -51,7 +51,7 @@ asIScriptContext* ScriptSession::Impl::configureNew(asIScriptEngine* engine,
     tell(&RunParticipant::beginConfiguration);
     engines.push_back({engine, nullptr, false, false, {}});
     EngineRecord& record = engines.back();
-    engine->SetMessageCallback(asFUNCTION(compilerMessage), this, asCALL_CDECL);
+    engine->SetMessageCallback(asFUNCTION(compilerMessage), engine, asCALL_CDECL);
     observeEngine(engine, *this);
     if (makeContext(record) == nullptr) {
         forgetEngine(record);

@@ -74,13 +74,15 @@ class SideScope {
           before_(current.exchange(&side)),
           frontend_(frontend),
           frontendBefore_(frontend),
-          limitBefore_(memoryBudget.limit) {
+          limitBefore_(memoryBudget.limit),
+          ranBefore_(std::exchange(memoryBudget.scriptRuns, true)) {
         if (limits.quiet) frontend_ = &quietFrontend();
         if (limits.bytes != 0 && memoryBudget.used < limitBefore_ &&
             limits.bytes < limitBefore_ - memoryBudget.used)
             memoryBudget.limit = memoryBudget.used + limits.bytes;
     }
     ~SideScope() {
+        memoryBudget.scriptRuns = ranBefore_;
         memoryBudget.limit = limitBefore_;
         frontend_ = frontendBefore_;
         current_ = before_;
@@ -94,6 +96,7 @@ class SideScope {
     Frontend*& frontend_;
     Frontend* frontendBefore_;
     std::size_t limitBefore_;
+    bool ranBefore_;
 };
 
 }  // namespace
@@ -122,6 +125,19 @@ SideRunResult ScriptSession::runAside(asIScriptContext& context, const SideRunLi
     return answer;
 }
 
+/// Whoever is asked ahead of builds sees the function behind the text that it belongs to.
+bool ScriptSession::Impl::guardAdmits(asIScriptEngine& engine, const std::string& text,
+                                      const std::string& nameSpace, BuildMessages& said) {
+    if (buildGuard == nullptr || !limits.guardBuilds || engineIsHardened(engine)) return true;
+    const std::string whole =
+        builtText + "\n" +
+        (nameSpace.empty() ? text : "namespace " + nameSpace + " {\n" + text + "\n}\n");
+    BuildMessages ofWhole;
+    if (buildGuard->admits(engine, whole, ofWhole)) return true;
+    for (const BuildMessage& message : ofWhole.all()) said.add(message.plain, 0, 0, message.kind);
+    return false;
+}
+
 asIScriptFunction* ScriptSession::compileFunction(asIScriptModule& module, const std::string& text,
                                                   const std::string& nameSpace,
                                                   std::uint32_t accessBits,
@@ -137,6 +153,7 @@ asIScriptFunction* ScriptSession::compileFunction(asIScriptModule& module, const
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return nullptr;
     }
+    if (!impl_->guardAdmits(*module.GetEngine(), text, nameSpace, messages)) return nullptr;
     BuildMessages* const before = setMessageSink(&messages);
     const std::string space = module.GetDefaultNamespace();
     const asDWORD mask = module.SetAccessMask(accessBits);
@@ -145,8 +162,10 @@ asIScriptFunction* ScriptSession::compileFunction(asIScriptModule& module, const
     asIScriptFunction* function = nullptr;
     {
         const BuildSettings settings(module.GetEngine(), isValidUtf8(text));
-        if (module.CompileFunction("evaluation", text.c_str(), -1, 0, &function) < 0)
-            function = nullptr;
+        const int result = impl_->leavingCompiler(*module.GetEngine(), messages, [&] {
+            return module.CompileFunction("evaluation", text.c_str(), -1, 0, &function);
+        });
+        if (result < 0) function = nullptr;
     }
     module.SetDefaultNamespace(space.c_str());
     module.SetAccessMask(mask);

@@ -3,12 +3,14 @@
 
 #include <atomic>
 #include <deque>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "base/text/fp_environment.h"
 #include "host/engine/engine_records.h"
+#include "host/engine/memory_budget.h"
 #include "host/run/line_callback.h"
 #include "host/run/run_limit.h"
 #include "host/run/run_participant.h"
@@ -28,11 +30,14 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     // What a run is told, see script_session.h.
     ScriptSession& session;
     SessionServices services;
+    Frontend* frontend = nullptr;  ///< the one that was given
+    Frontend* cover = nullptr;     ///< what stands before it; null: nothing
     Limits limits;
     RunState state;
     BuildMessages messages;
     RunFailure failure;
     BuildGuard* buildGuard = nullptr;
+    std::string builtText;  ///< of the module "main", where a guard is asked
     std::vector<RunParticipant*> participants;
     BuildMessages* sink = nullptr;  ///< where messages go instead of `messages`; null: nowhere else
     StopPolicy* policy = nullptr;
@@ -68,10 +73,17 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     // Compiling.
     bool build(asIScriptEngine* engine, const std::string& text,
                Globals globals = Globals::initialise);
+    bool buildText(asIScriptEngine* engine, const std::string& text, Globals globals);
     int buildModule(asIScriptModule& module, const std::string& text, Globals globals);
     int callCompiler(asIScriptModule& module);
+    int leavingCompiler(asIScriptEngine& engine, BuildMessages& said,
+                        const std::function<int()>& call);
     int initialiseGlobals(asIScriptModule& module);
+    bool guardAdmits(asIScriptEngine& engine, const std::string& text, const std::string& nameSpace,
+                     BuildMessages& said);
     void addComplaints(asIScriptEngine* engine);
+    void addWarnings(const std::string& text);
+    void noteComplaint(const asIScriptEngine* engine, const std::string& text);
     void addAbortMessage();
 
     // Running.
@@ -88,10 +100,12 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     RunOutcome buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
                            const std::string& text);
     void endSuspended(asIScriptEngine& engine);
-    RunOutcome fail(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
-    RunOutcome failWithException(std::int32_t line, const char* description);
+    RunOutcome fail(RunFailure::Kind kind, std::string text);
+    int noteEnd(asIScriptContext& context, int result);
+    void noteException(std::int32_t line, const char* description);
+    void noteFailure(RunFailure::Kind kind, std::string text, std::int32_t line = 0);
     void noteStack(asIScriptContext& context);
-    RunOutcome failRun(asIScriptContext& context, int result);
+    void showFailure();
     void reportUnwritten();
     void letGo(asIScriptContext& context);
     void showReport(const std::string& text, std::uint32_t style);
@@ -108,7 +122,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     static bool nativeShouldEnd();
     static void contextCreated(asIScriptContext* context) noexcept;
     static void foreignEntry(asIScriptContext* context, void* self) noexcept;
-    static void compilerMessage(const asSMessageInfo* message, void* self) noexcept;
+    static void compilerMessage(const asSMessageInfo* message, void* engine) noexcept;
 
     void onStopped() override;
     void onTimedOut() override;
@@ -120,8 +134,8 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
 /// dialog of a script pumps messages, and the user may press F5 in it.
 class BusyScope {
   public:
-    explicit BusyScope(bool& busy) : busy_(busy) { busy_ = true; }
-    ~BusyScope() { busy_ = false; }
+    explicit BusyScope(bool& busy) : busy_(busy) { busy_ = memoryBudget.scriptRuns = true; }
+    ~BusyScope() { busy_ = memoryBudget.scriptRuns = false; }
     BusyScope(const BusyScope&) = delete;
     BusyScope& operator=(const BusyScope&) = delete;
 

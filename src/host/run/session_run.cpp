@@ -33,6 +33,7 @@ RunOutcome ScriptSession::run(asIScriptContext* context) {
     const BusyScope scope(impl_->busy);
     impl_->beginRun(context);
     const int result = impl_->execute(*context);
+    impl_->noteEnd(*context, result);
     impl_->endRun();
     if (result != asEXECUTION_SUSPENDED) impl_->forgetStops();
     return impl_->left(context, impl_->outcomeOf(result));
@@ -163,14 +164,11 @@ int ScriptSession::Impl::execute(asIScriptContext& context, bool goesOn) {
 }
 
 RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context, bool goesOn) {
-    int result = execute(context, goesOn);
-    // A destructor that was ended after the last statement leaves a run that looks finished.
-    if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
+    const int result = noteEnd(context, execute(context, goesOn));
     if (result == asEXECUTION_FINISHED) state.lastStoppedLine = 0;
     if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return outcomeOf(result);
-    RunOutcome outcome = failRun(context, result);
-    outcome.result = result;
-    return outcome;
+    showFailure();
+    return refused(result);
 }
 
 /// Of an execution that nothing had to be said about.
@@ -198,33 +196,47 @@ void ScriptSession::Impl::noteStack(asIScriptContext& context) {
     }
 }
 
-RunOutcome ScriptSession::Impl::failRun(asIScriptContext& context, int result) {
+/// Why a run ended early, for whoever asks. What the execution is worth: its result, but for a run
+/// that looks finished because a destructor was ended after the last statement.
+int ScriptSession::Impl::noteEnd(asIScriptContext& context, int result) {
     using Kind = RunFailure::Kind;
+    if (result == asEXECUTION_FINISHED && cut) result = asEXECUTION_ABORTED;
+    if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return result;
     noteStack(context);
-    if (lineCallback.ending() == LineCallback::Ending::outOfMemory)
-        return failWithException(currentLine(context), "Out of memory");
-    if (result == asEXECUTION_ABORTED) {
+    if (lineCallback.ending() == LineCallback::Ending::outOfMemory) {
+        noteException(currentLine(context), "Out of memory");
+    } else if (result == asEXECUTION_ABORTED) {
         const bool stopped = lineCallback.ending() == LineCallback::Ending::stopped;
-        return fail(stopped ? Kind::stopped : Kind::timeOut, kAbortedText, currentLine(context));
+        noteFailure(stopped ? Kind::stopped : Kind::timeOut, kAbortedText, currentLine(context));
+    } else if (result == asEXECUTION_EXCEPTION) {
+        noteException(context.GetExceptionLineNumber(), context.GetExceptionString());
+    } else {
+        noteFailure(Kind::other, kUnforeseenText);
     }
-    if (result == asEXECUTION_EXCEPTION)
-        return failWithException(context.GetExceptionLineNumber(), context.GetExceptionString());
-    return fail(Kind::other, kUnforeseenText);
+    return result;
 }
 
-RunOutcome ScriptSession::Impl::failWithException(std::int32_t line, const char* description) {
-    return fail(RunFailure::Kind::exception,
+void ScriptSession::Impl::noteException(std::int32_t line, const char* description) {
+    noteFailure(RunFailure::Kind::exception,
                 "The script ended with an exception.\n\nline: " + std::to_string(line) +
                     "\ndesc: " + (description != nullptr ? description : ""),
                 line);
 }
 
-RunOutcome ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text, std::int32_t line) {
+void ScriptSession::Impl::noteFailure(RunFailure::Kind kind, std::string text, std::int32_t line) {
     failure.kind = kind;
     failure.text = std::move(text);
     failure.line = std::max(line, 0);
-    if (!failure.text.empty()) showReport(failure.text, box_style::kIconError);
+}
+
+RunOutcome ScriptSession::Impl::fail(RunFailure::Kind kind, std::string text) {
+    noteFailure(kind, std::move(text));
+    showFailure();
     return refused(asERROR);
+}
+
+void ScriptSession::Impl::showFailure() {
+    if (!failure.text.empty()) showReport(failure.text, box_style::kIconError);
 }
 
 /// One box for all that is new, so that a full disk costs one click.

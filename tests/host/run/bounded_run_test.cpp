@@ -86,6 +86,20 @@ TEST_F(Bounded, WhereSomebodyTypesTheRestOfALineThatDoesNotFitIsDropped) {
     EXPECT_EQ(output("int i = 0; while (i == 0) Input(i); Print(\"\" + i);"), "17");
 }
 
+TEST_F(Bounded, CaseConversionsOfALongTextEndSoon) {
+    static Steady::time_point began;
+    engine()->RegisterGlobalFunction("void mark()", asFUNCTION(+[] { began = Steady::now(); }),
+                                     asCALL_CDECL);
+    for (const char* call : {"StrToUpper", "StrToLower"}) {
+        EXPECT_FALSE(
+            run("int main() { string s; s.resize(134217728); mark(); SetMaxRunTime(50);"
+                " while (true) " +
+                std::string(call) + "(s); return 0; }"));
+        EXPECT_EQ(kind(), RunFailure::Kind::timeOut) << messages() << boxes();
+        EXPECT_LT(Steady::now() - began, milliseconds(50) + kSoon) << call;
+    }
+}
+
 TEST_F(Bounded, DestructorsAtATimeOutEndSoon) {
     const std::string endless = "class A { A@ other; ~A() { while (true) {} } }\n";
     for (const char* rest :

@@ -1,5 +1,6 @@
 // What a build says, keeps and refuses.
 #include <algorithm>
+#include <stdexcept>
 
 #include "support/script_fixture.h"
 
@@ -125,6 +126,45 @@ TEST_F(Build, ARegistrationThatFailsIsNamedByEveryBuild) {
     session().release(other);
     made->Release();
     other->ShutDownAndRelease();
+}
+
+TEST_F(Build, ARegistrationOfTheHostThatFailsIsNamedByEveryBuild) {
+    EXPECT_LT(engine()->RegisterGlobalFunction("int depth(hole)", asFUNCTION(+[] {}), asCALL_CDECL),
+              0);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_FALSE(builds("int main() { return 0; }"));
+        EXPECT_NE(messages().find("'RegisterGlobalFunction' with 'int depth(hole)'"),
+                  std::string::npos)
+            << messages();
+    }
+}
+
+/// Texts of a host's own that it cannot make.
+class ThrowingFactory : public asIStringFactory {
+  public:
+    const void* GetStringConstant(const char*, asUINT) override {
+        throw std::out_of_range("no such text");
+    }
+    int ReleaseStringConstant(const void*) override { return 0; }
+    int GetRawStringData(const void*, char*, asUINT*) const override { return -1; }
+};
+
+TEST_F(Build, WhatTheCompilerThrowsIsAMessageAndItsEngineIsLeftAlone) {
+    static ThrowingFactory factory;
+    asIScriptEngine* other = asCreateScriptEngine();
+    asIScriptContext* made = session().configure(other, {});
+    ASSERT_NE(made, nullptr);
+    other->RegisterObjectType("label", 4, asOBJ_VALUE | asOBJ_POD);
+    other->RegisterStringFactory("label", &factory);
+    EXPECT_EQ(session().compile(other, "int main() { \"a\"; return 0; }"), 0);
+    EXPECT_NE(messages().find("The compiler failed: no such text"), std::string::npos);
+    EXPECT_TRUE(session().broken(other));
+    EXPECT_EQ(session().compile(other, "int main() { return 0; }"), 0);
+    EXPECT_NE(messages().find("cannot be used again"), std::string::npos) << messages();
+    EXPECT_TRUE(builds("int main() { return 0; }"));
+    // Nothing ends what it was in the middle of: it stays until the process ends.
+    session().release(other);
+    made->Release();
 }
 
 TEST_F(Build, ConfiguringAgainGivesTheSameContext) {
