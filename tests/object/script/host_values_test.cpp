@@ -85,6 +85,7 @@ TEST(HostValues, AForeignObjectWithoutRunTimeTypeIsAppended) {
 
 class HostObjects : public ScriptFixture {
   protected:
+    HostObjects() { ScriptObject::ranOutOfMemory(); }
     static void addMany(ScriptObject& object, int from, int to) {
         for (int i = from; i < to; ++i)
             if (!object.addProperty("p" + std::to_string(i), std::string(1000, 'x'), i, "", true))
