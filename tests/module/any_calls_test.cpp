@@ -189,7 +189,7 @@ class AnyCalls : public ScriptFixture {
 
 TEST_F(AnyCalls, InAnyOrderEndNothing) {
     const char* const wanted = std::getenv("KORVANT_ANY_CALLS");
-    const std::uint64_t seeds = wanted != nullptr ? std::strtoull(wanted, nullptr, 10) : 20;
+    const std::uint64_t seeds = wanted != nullptr ? std::strtoull(wanted, nullptr, 10) : 60;
     for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
         SCOPED_TRACE(seed);
         start(seed);

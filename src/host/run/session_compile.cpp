@@ -71,6 +71,7 @@ bool ScriptSession::Impl::buildText(asIScriptEngine* engine, const std::string& 
     }
     endSuspended(*engine);
     beginCleanup();
+    letGoOfFinished(*engine);
     discardMain(*engine);
     collectSome(*engine);
     if (const auto refusal = scanSource(text, limits, engineIsHardened(*engine))) {

@@ -100,6 +100,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     RunOutcome buildAndRun(asIScriptEngine& engine, asIScriptContext& context,
                            const std::string& text);
     void endSuspended(asIScriptEngine& engine);
+    void letGoOfFinished(asIScriptEngine& engine);
     RunOutcome fail(RunFailure::Kind kind, std::string text);
     int noteEnd(asIScriptContext& context, int result);
     void noteException(std::int32_t line, const char* description);

@@ -253,6 +253,20 @@ void ScriptSession::Impl::endSuspended(asIScriptEngine& engine) {
     if (context->GetState() == asEXECUTION_SUSPENDED) letGo(*context);
 }
 
+/// What ran last holds its module: the next one would be built out of types of that one, and lose
+/// them with it.
+void ScriptSession::Impl::letGoOfFinished(asIScriptEngine& engine) {
+    const EngineRecord* const record = find(&engine);
+    for (asIScriptContext* const context :
+         {state.currentContext, record != nullptr ? record->context : nullptr}) {
+        if (context == nullptr || context->GetEngine() != &engine) continue;
+        const asEContextState now = context->GetState();
+        if (now == asEXECUTION_FINISHED || now == asEXECUTION_ABORTED ||
+            now == asEXECUTION_EXCEPTION)
+            context->Unprepare();
+    }
+}
+
 void ScriptSession::Impl::letGo(asIScriptContext& context) {
     if (context.GetState() == asEXECUTION_ACTIVE) return;
     context.Abort();

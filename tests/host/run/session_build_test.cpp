@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "support/needs_engine.h"
 #include "support/script_fixture.h"
 
 namespace korvant::test {
@@ -137,6 +138,40 @@ TEST_F(Build, ARegistrationOfTheHostThatFailsIsNamedByEveryBuild) {
                   std::string::npos)
             << messages();
     }
+}
+
+/// A host that keeps a function of a script, and what the script shares with those before it.
+TEST_F(Build, AFunctionThatAHostKeepsOutlivesItsScript) {
+    const std::string text =
+        "shared class Pump { int turns = 3; int[] log; }\n"
+        "int sum() { int[] a = {1, 2}; Pump p; p.log = a; return p.log[1] + p.turns; }\n"
+        "int main() { return sum() - 5; }\n";
+    for (int i = 0; i < 2; ++i) ASSERT_TRUE(run(text)) << messages() << boxes();
+    asIScriptFunction* const kept = engine()->GetModule("main")->GetFunctionByName("sum");
+    kept->AddRef();
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(run("int main() { return 0; }"));
+    engine()->GarbageCollect();
+    asIScriptContext* const own = engine()->CreateContext();
+    ASSERT_EQ(own->Prepare(kept), 0);
+    EXPECT_EQ(own->Execute(), asEXECUTION_FINISHED);
+    EXPECT_EQ(own->GetReturnDWord(), 5u);
+    own->Release();
+    kept->Release();
+}
+
+TEST_F(Build, AContextThatIsPreparedOutlivesTwoScripts) {
+    KORVANT_NEEDS_HARDENED_ENGINE();
+    const std::string text =
+        "shared class Pump { int[] log; }\n"
+        "int main() { int[] a = {1, 2}; Pump p; p.log = a; return p.log[1]; }\n";
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(builds(text)) << messages();
+        context()->Prepare(engine()->GetModule("main")->GetFunctionByName("main"));
+    }
+    EXPECT_FALSE(builds("int main() { return x; }"));
+    EXPECT_TRUE(builds("int main() { return 0; }"));
+    EXPECT_EQ(session().run(context()).result, asEXECUTION_FINISHED);
+    EXPECT_EQ(context()->GetReturnDWord(), 2u);
 }
 
 /// Texts of a host's own that it cannot make.
