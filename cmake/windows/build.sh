@@ -64,8 +64,8 @@ for target in "$@"; do
     targets=(korvant korvantide)
     # Nothing can run the 32-bit tests here.
     [ "$target" != x86_64 ] ||
-        targets+=(expr_tests host_tests object_tests editor_tests ui_dialog_tests ui_form_tests
-                  ui_editor_tests win32_host)
+        targets+=(expr_tests host_tests module_tests object_tests editor_tests ui_dialog_tests
+                  ui_form_tests ui_editor_tests win32_host)
     ninja -C "$folder" -j "$jobs" --quiet "${targets[@]}"
     "$here/check_binaries.sh" "$target" "$folder/bin"
 done

@@ -116,7 +116,7 @@ void ScriptEditor::saveTo(const std::string& path) {
 void ScriptEditor::crypt() {
     std::int32_t& key = rememberedScrambleKey();
     // Deliberate: Cancel scrambles too, with the key as it was.
-    key = session_.services().frontend->promptInt("Key:", key);
+    key = session_.coveredFrontend().promptInt("Key:", key);
     if (editor_.length() == 0) return;
     std::optional<std::string> text = editor_.text();
     if (!text) return output_.show(kNoMemory);

@@ -120,6 +120,11 @@ TEST_F(Program, ARunTimeFailureShowsMessageFileAndLine) {
     EXPECT_THAT(late.errors, HasSubstr("Probably it timed out.\nmain.as:3\n    while (true) {}\n"));
     EXPECT_THAT(start({"run", script("n.as", "void f() {}")}).errors,
                 HasSubstr("The function 'int main()' was not found."));
+    const std::string calls = script("c.as",
+                                     "void f(int n) {\n int[] a;\n if (n == 0) a[1] = 0;\n"
+                                     " else f(n - 1);\n}\nint main() {\n f(1);\n return 0;\n}\n");
+    EXPECT_THAT(start({"run", calls}).errors,
+                HasSubstr("called from c.as:4 in void f(int)\ncalled from c.as:7 in int main()\n"));
 }
 
 TEST_F(Program, ArgumentsAreReadBeforeStandardInput) {
@@ -250,6 +255,10 @@ TEST_F(Program, DialogsWithoutATerminalAnswerAsIfClosed) {
                 "Information(\"done\"); Progress(\"half\"); Print(\" \" + i);")});
     EXPECT_EQ(0, result.exitCode);
     EXPECT_EQ("no 12", result.output);
+    const ProcessResult details =
+        start({"run", mainOf("Object o; o.messageBox(\"Import\", \"3 lines failed\", \"BU_OK\","
+                             " \"IC_WARNING\", \"line 5: too deep\");")});
+    EXPECT_THAT(details.errors, HasSubstr("3 lines failed\nline 5: too deep\n"));
     EXPECT_EQ(
         "korvant: Question: Go on?\n"
         "korvant: no terminal to ask on: dialogs are answered as if they were closed\n"

@@ -283,7 +283,7 @@ void Debugger::addCondition(ControlLine line) {
     breakpoints_.ensure(line);
     const ScriptLine number = toScript(line);
     std::string condition =
-        session_.services().frontend->promptString("Condition:", breakpoints_.condition(number));
+        session_.coveredFrontend().promptString("Condition:", breakpoints_.condition(number));
     const std::string problem = conditionProblem(condition);
     breakpoints_.setCondition(number, std::move(condition));
     if (!problem.empty()) window_.errorBox(problem);
