@@ -140,13 +140,27 @@ TEST_F(Build, ARegistrationOfTheHostThatFailsIsNamedByEveryBuild) {
     }
 }
 
-/// A host that keeps a function of a script, and what the script shares with those before it.
+/// What scripts share with those before and behind them; sum() is 10.
+constexpr char kSharing[] =
+    "shared enum Size { small = 1, large }\n"
+    "shared funcdef int Change(int);\n"
+    "shared interface Runs { int go(); }\n"
+    "shared int twice(int n) { return n * 2; }\n"
+    "shared class Pump : Runs {\n"
+    " int turns = 3; int[] log; Change@ change;\n"
+    " Pump() { @change = @twice; }\n"
+    " int go() { return change(turns) + int(large); }\n"
+    "}\n"
+    "int sum() {\n"
+    " int[] a = {1, 2}; Pump p; p.log = a; Pump q = p; Runs@ r = q;\n"
+    " return q.log[1] + r.go();\n"
+    "}\n"
+    "int main() { return sum(); }\n";
+
+/// A host that keeps a function of a script.
 TEST_F(Build, AFunctionThatAHostKeepsOutlivesItsScript) {
-    const std::string text =
-        "shared class Pump { int turns = 3; int[] log; }\n"
-        "int sum() { int[] a = {1, 2}; Pump p; p.log = a; return p.log[1] + p.turns; }\n"
-        "int main() { return sum() - 5; }\n";
-    for (int i = 0; i < 2; ++i) ASSERT_TRUE(run(text)) << messages() << boxes();
+    for (int i = 0; i < 2; ++i) ASSERT_TRUE(run(kSharing)) << messages() << boxes();
+    EXPECT_EQ(context()->GetReturnDWord(), 10u);
     asIScriptFunction* const kept = engine()->GetModule("main")->GetFunctionByName("sum");
     kept->AddRef();
     for (int i = 0; i < 3; ++i) ASSERT_TRUE(run("int main() { return 0; }"));
@@ -154,24 +168,23 @@ TEST_F(Build, AFunctionThatAHostKeepsOutlivesItsScript) {
     asIScriptContext* const own = engine()->CreateContext();
     ASSERT_EQ(own->Prepare(kept), 0);
     EXPECT_EQ(own->Execute(), asEXECUTION_FINISHED);
-    EXPECT_EQ(own->GetReturnDWord(), 5u);
+    EXPECT_EQ(own->GetReturnDWord(), 10u);
     own->Release();
     kept->Release();
 }
 
 TEST_F(Build, AContextThatIsPreparedOutlivesTwoScripts) {
     KORVANT_NEEDS_HARDENED_ENGINE();
-    const std::string text =
-        "shared class Pump { int[] log; }\n"
-        "int main() { int[] a = {1, 2}; Pump p; p.log = a; return p.log[1]; }\n";
-    for (int i = 0; i < 2; ++i) {
-        ASSERT_TRUE(builds(text)) << messages();
-        context()->Prepare(engine()->GetModule("main")->GetFunctionByName("main"));
+    for (const int scripts : {1, 2, 3}) {
+        for (int i = 0; i < scripts; ++i) {
+            ASSERT_TRUE(builds(kSharing)) << messages();
+            context()->Prepare(engine()->GetModule("main")->GetFunctionByName("main"));
+        }
+        EXPECT_FALSE(builds("int main() { return x; }"));
+        EXPECT_TRUE(builds("int main() { return 0; }"));
+        EXPECT_EQ(session().run(context()).result, asEXECUTION_FINISHED) << scripts;
+        EXPECT_EQ(context()->GetReturnDWord(), 10u) << scripts;
     }
-    EXPECT_FALSE(builds("int main() { return x; }"));
-    EXPECT_TRUE(builds("int main() { return 0; }"));
-    EXPECT_EQ(session().run(context()).result, asEXECUTION_FINISHED);
-    EXPECT_EQ(context()->GetReturnDWord(), 2u);
 }
 
 /// Texts of a host's own that it cannot make.
