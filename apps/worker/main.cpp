@@ -5,6 +5,7 @@
 #include "base/system/child_process.h"
 #include "language/worker_program.h"
 #include "module/configuration.h"
+#include "module/families.h"
 
 namespace {
 
@@ -17,5 +18,5 @@ asIScriptContext* configure(asIScriptEngine* engine) {
 /// The first argument bounds the memory in bytes.
 int main(int count, char** arguments) {
     korvant::liveWithParent(count > 1 ? std::strtoull(arguments[1], nullptr, 10) : 0);
-    return korvant::runCompileWorker(configure);
+    return korvant::runCompileWorker(configure, korvant::allFamilies());
 }

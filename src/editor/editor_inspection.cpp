@@ -134,12 +134,28 @@ void ScriptEditor::stopDebugging() {
     debugger_.stop();
 }
 
-std::vector<OutlineEntry> ScriptEditor::readOutline() {
+/// What a host has registered is coloured like the functions and types of this module.
+const ColouredNames& ScriptEditor::libraryNames() {
+    if (!libraryNames_.functions.empty() || engine_ == nullptr) return libraryNames_;
+    const auto add = [](std::string& names, const char* name) {
+        if (name != nullptr) names.append(names.empty() ? "" : " ").append(name);
+    };
+    for (asUINT i = 0; i < engine_->GetGlobalFunctionCount(); ++i)
+        add(libraryNames_.functions, engine_->GetGlobalFunctionByIndex(i)->GetName());
+    for (asUINT i = 0; i < engine_->GetObjectTypeCount(); ++i)
+        add(libraryNames_.types, engine_->GetObjectTypeByIndex(i)->GetName());
+    for (asUINT i = 0; i < engine_->GetEnumCount(); ++i)
+        add(libraryNames_.types, engine_->GetEnumByIndex(i)->GetName());
+    return libraryNames_;
+}
+
+std::vector<OutlineEntry> ScriptEditor::useIndex(const ScopeIndex& index) {
     std::vector<OutlineEntry> entries;
     guarded([&] {
-        const ScopeIndex index(editor_.text().value_or(std::string()));
-        entries = outlineOf(index);
-        view_.useNames({{}, typeNamesOf(index)});
+        entries = outlineEntries(index);
+        ColouredNames names = libraryNames();
+        names.types += " " + typeNamesOf(index);
+        view_.useNames(std::move(names));
     });
     return entries;
 }
@@ -173,6 +189,18 @@ void ScriptEditor::nextProblem() {
 void ScriptEditor::previousProblem() {
     const EditorStatus at = status();
     if (const Diagnostic* problem = problems_.previous(at.line, at.column)) gotoProblem(*problem);
+}
+
+const Diagnostic* ScriptEditor::problemAtCaret() const {
+    const std::int32_t line = toScript(editor_.caretLine()).number;
+    const int column = editor_.caret() - editor_.lineStart(editor_.caretLine()) + 1;
+    const Diagnostic* found = nullptr;
+    for (const Diagnostic& one : problems_.all()) {
+        if (one.line != line || one.kind == Diagnostic::Kind::information) continue;
+        if (one.column <= column && column <= one.endColumn) return &one;
+        if (found == nullptr) found = &one;
+    }
+    return found;
 }
 
 std::optional<std::string> ScriptEditor::scriptBytes() {

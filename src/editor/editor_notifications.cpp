@@ -17,7 +17,7 @@ void ScriptEditor::notify(const ControlNotification& notification) {
             return command(command_id::kDisplayVariable);
         case sci::kUpdateUi:
             highlightBraces();
-            assistant_.caretMoved();
+            if (!assistedByWindow_) assistant_.caretMoved();
             return tick();
         case sci::kModified:
             return textModified(notification);
@@ -27,9 +27,11 @@ void ScriptEditor::notify(const ControlNotification& notification) {
             return marginClicked(notification);
         case sci::kCharAdded:
             indentAfter(editor_, notification.character);
-            return assistant_.characterAdded(notification.character);
+            if (!assistedByWindow_) assistant_.characterAdded(notification.character);
+            return;
         case sci::kDwellStart:
-            return assistant_.restedAt(notification.position);
+            if (!assistedByWindow_) assistant_.restedAt(notification.position);
+            return;
         case sci::kDwellEnd:
             return assistant_.movedOn();
         case sci::kCallTipClick:

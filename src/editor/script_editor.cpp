@@ -1,8 +1,11 @@
 #include "editor/script_editor.h"
 
+#include <cctype>
+
 #include "base/system/file_io.h"
 #include "base/system/user_folders.h"
 #include "base/text/text_encoding.h"
+#include "editor/assist/suggestion_list.h"
 #include "editor/control/control_setup.h"
 
 namespace korvant {
@@ -42,7 +45,8 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       assistant_(editor_, debugger_, surroundings.families),
       recovery_({document_, window_, files_, backups_, *session_.services().clock},
                 joinPathIn(surroundings.dataFolder, "recovery")),
-      recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")) {
+      recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")),
+      families_(surroundings.families) {
     inspection_.onPrinted = [this](const std::string& text) {
         output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
     };
@@ -55,6 +59,7 @@ ScriptEditor::~ScriptEditor() = default;
 
 void ScriptEditor::setHost(asIScriptEngine* engine, asIScriptContext* context) {
     engine_ = engine;
+    libraryNames_ = {};
     debugger_.setHost(engine, context);
     assistant_.setEngine(engine);
 }
@@ -278,8 +283,33 @@ void ScriptEditor::gotoLine() {
         search_->gotoLine(*line);
 }
 
-void ScriptEditor::help() {
+namespace {
+
+/// "ref-strings.html#StrFind", as the manual names its pages; empty for what is not in it.
+std::string manualPlaceOf(std::span<const FunctionFamily> families, const std::string& function) {
+    for (const FunctionFamily& family : families)
+        for (const FunctionRow& row : family.rows) {
+            if (partsOf(row.declaration, function).name.empty()) continue;
+            std::string place = "ref-";
+            for (const char* at = family.title; *at != 0; ++at) {
+                const bool letter = std::isalnum(static_cast<unsigned char>(*at)) != 0;
+                if (letter)
+                    place += static_cast<char>(std::tolower(static_cast<unsigned char>(*at)));
+                else if (place.back() != '-')
+                    place += '-';
+            }
+            return place + ".html#" + function;
+        }
+    return {};
+}
+
+}  // namespace
+
+void ScriptEditor::helpAt(const std::string& function) {
     const std::string page = manualPage(programFolder_);
+    const std::string place = manualPlaceOf(families_, function);
+    const std::string folder = page.substr(0, page.find_last_of("/\\") + 1);
+    if (!place.empty() && window_.openDocument(folder + place)) return;
     if (window_.openDocument(page)) return;
     FileStatus status;
     const bool there = files_.status(page, status) == 0 && status.kind != FileStatus::Kind::none;

@@ -110,7 +110,7 @@ class ScriptEditor {
     /// Another number after each change of the text.
     std::uint64_t textVersion() const noexcept { return textVersion_; }
     /// The names that the script declares have settled: they are coloured, and listed.
-    std::vector<OutlineEntry> readOutline();
+    std::vector<OutlineEntry> useIndex(const ScopeIndex& index);
     int textLength() const { return editor_.length(); }
     std::size_t caretPosition() const { return static_cast<std::size_t>(editor_.caret()); }
     void gotoBytes(std::size_t position);
@@ -130,6 +130,14 @@ class ScriptEditor {
     /// Found in the text as it is.
     void setProblems(std::vector<Diagnostic> found);
     asIScriptEngine* engine() const noexcept { return engine_; }
+    /// What is offered while one writes comes from the window; the lists and tips of the control
+    /// stay away.
+    void setAssistedByWindow(bool assisted) { assistedByWindow_ = assisted; }
+    const TextControl& textControl() const noexcept { return editor_; }
+    /// The problem that the caret is at, else the first on its line; null for none.
+    const Diagnostic* problemAtCaret() const;
+    /// Opens the manual at a function of the library; at its beginning for any other name.
+    void helpAt(const std::string& function);
 
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
@@ -168,7 +176,7 @@ class ScriptEditor {
     void switchBreakpoint();
     void nextProblem();
     void previousProblem();
-    void help();
+    void help() { helpAt({}); }
     void about() { window_.showAbout(); }
     void undo() { editor_.send(sci::kUndo); }
     void redo() { editor_.send(sci::kRedo); }
@@ -215,6 +223,7 @@ class ScriptEditor {
     void planBreakpoints();
     std::unique_ptr<AttentionClock> breathe();
     void noteBuild();
+    const ColouredNames& libraryNames();
     void repeatSearch(bool forward);
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
@@ -250,7 +259,10 @@ class ScriptEditor {
     bool codeIsOld_ = true;       ///< the text has changed since it was built
     bool restartWanted_ = false;  ///< as soon as the held run has ended
     bool followLines_ = true;     ///< off while the editor itself puts a text in
-    bool closeWanted_ = false;    ///< as soon as no script is driven any more
+    std::span<const FunctionFamily> families_;
+    ColouredNames libraryNames_;  ///< of the engine; empty: not read yet
+    bool assistedByWindow_ = false;
+    bool closeWanted_ = false;  ///< as soon as no script is driven any more
     bool left_ = false;
 };
 

@@ -76,14 +76,45 @@ CompileWorker::Outcome CompileWorker::buildTwice(const std::string& text) {
     return outcome.end == End::died ? build(text) : outcome;
 }
 
+void CompileWorker::noteReady(const WorkerFrame& frame) {
+    if (frame.kind == WorkerFrame::Kind::ready)
+        hardened_ = !frame.payload.empty() && frame.payload[0] != 0;
+    if (frame.kind == WorkerFrame::Kind::failed) problem_ = frame.payload;
+}
+
+std::optional<std::string> CompileWorker::ask(const std::string& question) {
+    if (!start()) return std::nullopt;
+    const std::string request =
+        frameBytes(WorkerFrame::Kind::ask, buildPayload(++number_, question));
+    std::optional<std::string> answer;
+    if (child_->write(request, kSendMs)) answer = awaitAnswer(number_);
+    deaths_ = answer ? 0 : deaths_ + 1;
+    if (!answer) stop();
+    return answer;
+}
+
+std::optional<std::string> CompileWorker::awaitAnswer(std::uint64_t number) {
+    const std::uint64_t end = systemClock().monotonic() + setup_.buildMs;
+    for (;;) {
+        while (const auto frame = frames_.next()) {
+            noteReady(*frame);
+            if (frame->kind == WorkerFrame::Kind::failed) return std::nullopt;
+            if (frame->kind != WorkerFrame::Kind::answer) continue;
+            const auto answer = readBuild(frame->payload);
+            if (answer && answer->number == number) return std::string(answer->text);
+        }
+        const std::uint64_t now = systemClock().monotonic();
+        if (frames_.broken() || leave_ || now >= end) return std::nullopt;
+        if (child_->read(frames_.incoming(), static_cast<std::uint32_t>(end - now)) ==
+            ChildProcess::Read::ended)
+            return std::nullopt;
+    }
+}
+
 std::optional<CompileWorker::Outcome> CompileWorker::answerTo(std::uint64_t number) {
     while (const auto frame = frames_.next()) {
-        if (frame->kind == WorkerFrame::Kind::ready)
-            hardened_ = !frame->payload.empty() && frame->payload[0] != 0;
-        if (frame->kind == WorkerFrame::Kind::failed) {
-            problem_ = frame->payload;
-            return Outcome{};
-        }
+        noteReady(*frame);
+        if (frame->kind == WorkerFrame::Kind::failed) return Outcome{};
         auto answer =
             frame->kind == WorkerFrame::Kind::built ? readBuilt(frame->payload) : std::nullopt;
         if (answer && answer->number == number)

@@ -52,6 +52,10 @@ class CompileWorker {
     /// The same, once more when the child died: somebody may have ended it.
     Outcome buildTwice(const std::string& text);
 
+    /// The answer to a question about a text, see assist_question.h; nothing when the child cannot
+    /// be had, died or took longer than buildMs.
+    std::optional<std::string> ask(const std::string& question);
+
     /// Waits until something newer is there, see interrupt(). A child that dies meanwhile is
     /// replaced at once, so that the next answer is quick; one that dies again and again is left
     /// alone until it is needed.
@@ -73,6 +77,8 @@ class CompileWorker {
     void stop();
     Outcome await(std::uint64_t number);
     std::optional<Outcome> answerTo(std::uint64_t number);
+    std::optional<std::string> awaitAnswer(std::uint64_t number);
+    void noteReady(const WorkerFrame& frame);
     bool newer() const { return leave_ || (setup_.newer && setup_.newer()); }
 
     Setup setup_;

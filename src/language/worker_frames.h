@@ -18,6 +18,8 @@ struct WorkerFrame {
         engine = 'E',  ///< limits, and a description of the engine to mirror as JSON
         build = 'B',   ///< number of the request, and a script's text
         built = 'D',   ///< worker: number, what became of it, and the messages
+        ask = 'A',     ///< number of the request, and a question about a text
+        answer = 'N',  ///< worker: number, and the answer
         failed = 'F',  ///< worker: the engine could not be mirrored; the reason
     };
     Kind kind = Kind::ready;
@@ -43,6 +45,7 @@ std::string enginePayload(const Limits& limits, std::string_view json);
 /// Writes the limits that concern building; the JSON. Nothing for other payloads.
 std::optional<std::string_view> readEngine(std::string_view payload, Limits& limits);
 
+/// Of questions and answers as well, whose bytes are the text.
 std::string buildPayload(std::uint64_t number, std::string_view text);
 struct BuildRequest {
     std::uint64_t number = 0;

@@ -12,6 +12,7 @@
 #include "host/engine/engine_memory.h"
 #include "host/run/script_session.h"
 #include "language/api_description.h"
+#include "language/assist_question.h"
 #include "language/worker_frames.h"
 
 namespace korvant {
@@ -26,15 +27,17 @@ class Inbox {
   public:
     void put(WorkerFrame frame) {
         const std::lock_guard lock(mutex_);
-        auto& place = frame.kind == WorkerFrame::Kind::engine ? engine_ : build_;
+        auto& place = frame.kind == WorkerFrame::Kind::engine ? engine_
+                      : frame.kind == WorkerFrame::Kind::ask  ? ask_
+                                                              : build_;
         place = std::move(frame);
         wake_.notify_one();
     }
     /// An engine comes before the texts that are for it.
     WorkerFrame take() {
         std::unique_lock lock(mutex_);
-        wake_.wait(lock, [this] { return engine_ || build_; });
-        auto& place = engine_ ? engine_ : build_;
+        wake_.wait(lock, [this] { return engine_ || build_ || ask_; });
+        auto& place = engine_ ? engine_ : ask_ ? ask_ : build_;
         WorkerFrame frame = std::move(*place);
         place.reset();
         return frame;
@@ -43,7 +46,7 @@ class Inbox {
   private:
     std::mutex mutex_;
     std::condition_variable wake_;
-    std::optional<WorkerFrame> engine_, build_;
+    std::optional<WorkerFrame> engine_, build_, ask_;
 };
 
 /// The process ends with the channel, in the middle of a build too.
@@ -60,12 +63,17 @@ void readFrames(Inbox& inbox) {
 
 class Worker {
   public:
-    explicit Worker(asIScriptContext* (*configure)(asIScriptEngine*)) : configure_(configure) {}
+    Worker(asIScriptContext* (*configure)(asIScriptEngine*),
+           std::span<const FunctionFamily> families)
+        : configure_(configure), library_(families) {}
 
     void serve(const WorkerFrame& frame) {
         if (frame.kind == WorkerFrame::Kind::engine) {
             description_ = frame.payload;
             drop();
+            forget();
+        } else if (frame.kind == WorkerFrame::Kind::ask) {
+            if (const auto request = readBuild(frame.payload)) answer(*request);
         } else if (const auto request = readBuild(frame.payload)) {
             build(*request);
         }
@@ -86,20 +94,51 @@ class Worker {
         if (broken) drop();
     }
 
+    /// What the names of the last text mean is kept: most questions are about the same text.
+    void answer(const BuildRequest& request) {
+        const auto asked = readQuestion(request.text);
+        if (!asked) return fail("A question cannot be read");
+        if (oracle_ == nullptr || ++texts_ > kBuildsOfAnEngine) {
+            forget();
+            asIScriptEngine* const engine = mirror();
+            if (engine == nullptr) return;
+            oracle_ = std::make_unique<OracleEngine>(engine);
+        }
+        if (meanings_ == nullptr || meanings_->index().document().text() != asked->text) {
+            meanings_ = nullptr;
+            meanings_ = std::make_unique<Meanings>(
+                *oracle_, std::make_shared<ScopeIndex>(std::string(asked->text)));
+        }
+        const AssistAnswer found = answerQuestion(*oracle_, *meanings_, library_, asked->question);
+        writeToParent(frameBytes(WorkerFrame::Kind::answer,
+                                 buildPayload(request.number, answerBytes(found))));
+    }
+
+    void forget() {
+        meanings_ = nullptr;
+        oracle_ = nullptr;
+        texts_ = 0;
+    }
+
     void make() {
         drop();
+        engine_ = mirror();
+    }
+
+    /// Null, and the reason is told, when the engine cannot be had.
+    asIScriptEngine* mirror() {
         Limits limits;
         const auto json = readEngine(description_, limits);
         const auto api = json ? apiFromJson(*json) : std::nullopt;
         asIScriptEngine* const engine = api ? asCreateScriptEngine() : nullptr;
-        if (engine == nullptr) return fail("The engine's description cannot be read");
+        if (engine == nullptr) return fail("The engine's description cannot be read"), nullptr;
         limits.guardBuilds = false;  // this is the guard
         moduleSession().setLimits(limits);
         asIScriptContext* const context = configure_(engine);
         if (context != nullptr) context->Release();
         if (context == nullptr || mirrorEngine(*api, *engine) < 0)
-            return fail("The engine cannot be mirrored");
-        engine_ = engine;
+            return fail("The engine cannot be mirrored"), nullptr;
+        return engine;
     }
 
     static void fail(std::string_view reason) {
@@ -117,20 +156,25 @@ class Worker {
     }
 
     asIScriptContext* (*configure_)(asIScriptEngine*);
+    Documentation library_;
     std::string description_;
     asIScriptEngine* engine_ = nullptr;
     int builds_ = 0;
+    std::unique_ptr<OracleEngine> oracle_;  ///< for questions, on an engine of its own
+    std::unique_ptr<Meanings> meanings_;
+    int texts_ = 0;
 };
 
 }  // namespace
 
-int runCompileWorker(asIScriptContext* (*configure)(asIScriptEngine*)) {
+int runCompileWorker(asIScriptContext* (*configure)(asIScriptEngine*),
+                     std::span<const FunctionFamily> families) {
     ownEngineMemory();
     const char hardened = engineIsHardened() ? 1 : 0;
     writeToParent(frameBytes(WorkerFrame::Kind::ready, {&hardened, 1}));
     static Inbox inbox;
     std::thread(readFrames, std::ref(inbox)).detach();
-    for (Worker worker(configure);;) worker.serve(inbox.take());
+    for (Worker worker(configure, families);;) worker.serve(inbox.take());
 }
 
 }  // namespace korvant

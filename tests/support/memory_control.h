@@ -92,7 +92,7 @@ class MemoryControl {
     void insert(int position, std::string_view bytes, bool undoing = false);
     void erase(int position, int length, bool undoing = false);
     void replaceSelection(std::string_view bytes);
-    void modified(bool inserted, int position, int linesAdded);
+    void modified(bool inserted, int position, int size, int linesAdded);
     void readLines();
     void remember(bool insert, int position, std::string_view bytes);
     void undo();

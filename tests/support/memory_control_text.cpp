@@ -109,7 +109,7 @@ void MemoryControl::insert(int position, std::string_view bytes, bool undoing) {
     for (int* place : {&caret, &anchor})
         if (*place > position) *place += static_cast<int>(bytes.size());
     if (!undoing) remember(true, position, bytes);
-    modified(true, position, added);
+    modified(true, position, static_cast<int>(bytes.size()), added);
 }
 
 void MemoryControl::erase(int position, int count, bool undoing) {
@@ -133,7 +133,7 @@ void MemoryControl::erase(int position, int count, bool undoing) {
     for (int* place : {&caret, &anchor})
         if (*place > position) *place = std::max(*place - count, position);
     if (!undoing) remember(false, position, bytes);
-    modified(false, position, lineCount() - before);
+    modified(false, position, count, lineCount() - before);
 }
 
 void MemoryControl::readLines() {
@@ -145,7 +145,7 @@ void MemoryControl::readLines() {
     }
 }
 
-void MemoryControl::modified(bool inserted, int position, int linesAdded) {
+void MemoryControl::modified(bool inserted, int position, int size, int linesAdded) {
     changed_ = true;
     const int type = inserted ? sci::kModInsertText : sci::kModDeleteText;
     if (!notify || (type & modifiedMask_) == 0) return;
@@ -153,6 +153,7 @@ void MemoryControl::modified(bool inserted, int position, int linesAdded) {
     notification.code = sci::kModified;
     notification.position = position;
     notification.modificationType = type;
+    notification.length = size;
     notification.linesAdded = linesAdded;
     notify(notification);
 }

@@ -21,7 +21,8 @@ std::string absolutePath(const std::string& path);
 /// program or of the module keeps it; where it would stand beside the program when there is none.
 std::string manualPage(const std::string& programFolder);
 
-/// Opens a file with the desktop's program for it, without a shell. False when the file is not
+/// Opens a file with the desktop's program for it, without a shell; of a page also at a place in
+/// it, "page.html#place". False when the file is not
 /// there or nothing could be started.
 bool openWithDesktop(const std::string& path);
 

@@ -92,10 +92,28 @@ std::string manualPage(const std::string& programFolder) {
     return beside;
 }
 
+namespace {
+
+std::string addressOf(const std::string& path) {
+    std::string address = "file://";
+    for (const char letter : absolutePath(path)) {
+        if (letter == ' ' || letter == '%' || letter == '?')
+            address += letter == ' ' ? "%20" : letter == '%' ? "%25" : "%3F";
+        else
+            address += letter;
+    }
+    return address;
+}
+
+}  // namespace
+
 bool openWithDesktop(const std::string& path) {
-    if (::access(path.c_str(), R_OK) != 0) return false;
+    // A place in a page is only understood in the form of an address.
+    const std::size_t place = path.find(".html#");
+    const std::string file = place == std::string::npos ? path : path.substr(0, place + 5);
+    if (::access(file.c_str(), R_OK) != 0) return false;
     std::string program = "xdg-open";
-    std::string argument = path;
+    std::string argument = file.size() == path.size() ? path : addressOf(path);
     char* arguments[] = {program.data(), argument.data(), nullptr};
     pid_t child = 0;
     if (::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)

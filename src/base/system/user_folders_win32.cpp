@@ -70,8 +70,10 @@ std::string manualPage(const std::string& programFolder) {
 }
 
 bool openWithDesktop(const std::string& path) {
-    if (!isFile(path)) return false;
-    const HINSTANCE result = ShellExecuteW(nullptr, L"open", wideOfUtf8(path).c_str(), nullptr,
+    const std::size_t place = path.find(".html#");  // which nothing here understands
+    const std::string file = place == std::string::npos ? path : path.substr(0, place + 5);
+    if (!isFile(file)) return false;
+    const HINSTANCE result = ShellExecuteW(nullptr, L"open", wideOfUtf8(file).c_str(), nullptr,
                                            nullptr, SW_SHOWMAXIMIZED);
     return reinterpret_cast<INT_PTR>(result) > kLargestFailure;
 }

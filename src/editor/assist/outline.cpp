@@ -18,7 +18,7 @@ OutlineEntry::Kind kindOf(DeclarationKind kind) {
 
 }  // namespace
 
-std::vector<OutlineEntry> outlineOf(const ScopeIndex& index) {
+std::vector<OutlineEntry> outlineEntries(const ScopeIndex& index) {
     std::vector<OutlineEntry> entries;
     const auto& declarations = index.declarations();
     for (std::size_t i = 0; i < declarations.size(); ++i) {

@@ -18,7 +18,7 @@ struct OutlineEntry {
     std::size_t nameBegin = 0;
 };
 
-std::vector<OutlineEntry> outlineOf(const ScopeIndex& index);
+std::vector<OutlineEntry> outlineEntries(const ScopeIndex& index);
 /// The entry around a place, the innermost; -1 for none.
 int entryAt(const std::vector<OutlineEntry>& entries, std::size_t position);
 /// Names of types that the script declares, parted by blanks.

@@ -31,6 +31,10 @@ inline constexpr int kClassicLayout = 33110, kResetLayout = 33111, kShowToolbar 
                      kShowSide = 33116, kNextPane = 33117, kPreviousPane = 33118;
 /// The text and the panes by number: text, Output, Console, Problems, Variables, Stack, Outline.
 inline constexpr int kFirstPane = 33130, kPanes = 7;
+/// What is known about the names of the text.
+inline constexpr int kGoToFunction = 33140, kGoToDeclaration = 33141, kFindReferences = 33142,
+                     kRename = 33143, kGoBack = 33144, kGoForward = 33145, kParameters = 33146,
+                     kDocumentation = 33147, kMend = 33148, kReindent = 33149;
 inline constexpr int kThemeSystem = 33120, kThemeLight = 33121, kThemeDark = 33122,
                      kThemeClassic = 33123;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;

@@ -10,9 +10,14 @@ struct KeyName {
     std::string_view name;
     int code;
 };
-constexpr KeyName kNames[] = {
-    {"Space", ' '},        {"Enter", KeyPress::kEnter}, {"Tab", KeyPress::kTab},
-    {"Up", KeyPress::kUp}, {"Down", KeyPress::kDown},   {"Esc", KeyPress::kEscape}};
+constexpr KeyName kNames[] = {{"Space", ' '},
+                              {"Enter", KeyPress::kEnter},
+                              {"Tab", KeyPress::kTab},
+                              {"Up", KeyPress::kUp},
+                              {"Down", KeyPress::kDown},
+                              {"Esc", KeyPress::kEscape},
+                              {"Left", KeyPress::kLeft},
+                              {"Right", KeyPress::kRight}};
 
 bool take(std::string_view& name, std::string_view prefix) {
     if (name.size() <= prefix.size() || !name.starts_with(prefix)) return false;

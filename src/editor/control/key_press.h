@@ -8,7 +8,19 @@ namespace korvant {
 
 struct KeyPress {
     /// Keys that type no character.
-    enum Special : int { kF1 = 0x1000, kF24 = kF1 + 23, kEnter, kTab, kUp, kDown, kEscape };
+    enum Special : int {
+        kF1 = 0x1000,
+        kF24 = kF1 + 23,
+        kEnter,
+        kTab,
+        kUp,
+        kDown,
+        kEscape,
+        kLeft,
+        kRight,
+        kPageUp,
+        kPageDown
+    };
 
     int code = 0;  ///< an upper-case ASCII character, or one of Special
     bool control = false;

@@ -21,6 +21,7 @@ using ControlSend =
 struct ControlNotification {
     unsigned code = 0;
     int position = 0;
+    int length = 0;  ///< of what was inserted or deleted
     int character = 0;
     int modificationType = 0;
     int linesAdded = 0;

@@ -12,6 +12,7 @@ namespace korvant {
 struct ColouredNames {
     std::string functions;  ///< of the library
     std::string types;      ///< classes, enums, registered types
+    bool operator==(const ColouredNames&) const = default;
 };
 
 /// `face` is the font of the code.

@@ -48,7 +48,9 @@ void ViewOptions::useTheme(const ThemeTable* theme, std::string face) {
     if (lineNumbers_) showLineNumbers(true);
 }
 
+/// Others let the whole text be coloured anew.
 void ViewOptions::useNames(ColouredNames names) {
+    if (names == names_) return;
     names_ = std::move(names);
     if (themed_) colourNames(editor_, names_);
 }

@@ -50,8 +50,29 @@ void ValueRows::addChildren(const DebugValue& value, int depth, const std::strin
     rows_.push_back(std::move(rest));
 }
 
+bool ValueRows::readOne(unsigned frame, const std::string& expression) {
+    if (expression != expression_) open_.clear();
+    frame_ = frame;
+    expression_ = expression;
+    rows_.clear();
+    ShownValue shown = session_.show(frame, expression, EvaluationPurpose::hover);
+    if (!shown.error.empty() || shown.isVoid) return false;
+    shown.value.name = expression;
+    if (shown.value.node != 0) open_.try_emplace(expression, kPage);
+    add(std::move(shown.value), 0, 0, expression);
+    return true;
+}
+
+void ValueRows::readAgain() {
+    if (expression_.empty())
+        read(frame_);
+    else
+        readOne(frame_, expression_);
+}
+
 void ValueRows::read(unsigned frame) {
     frame_ = frame;
+    expression_.clear();
     rows_.clear();
     const ValueNode locals = session_.scope(ValueScope::locals, frame);
     for (DebugValue& value : session_.values().children(locals)) {
@@ -80,7 +101,7 @@ void ValueRows::toggle(std::size_t index) {
         open_.erase(path);
     else if (rows_[index].hasChildren())
         open_[path] = kPage;
-    read(frame_);
+    readAgain();
 }
 
 std::string ValueRows::set(std::size_t index, const std::string& expression) {
@@ -89,7 +110,7 @@ std::string ValueRows::set(std::size_t index, const std::string& expression) {
     const ShownValue set = row.parent != 0
                                ? session_.setChild(row.parent, row.value.name, frame_, expression)
                                : session_.setExpression(frame_, row.value.evaluateName, expression);
-    read(frame_);
+    readAgain();
     return set.error;
 }
 

@@ -29,6 +29,9 @@ class ValueRows {
 
     /// Reads the rows of a frame anew; what was open stays open where it is still there.
     void read(unsigned frame);
+    /// The same with one expression as the first row, opened, and nothing else. False, and no rows,
+    /// where it has no value.
+    bool readOne(unsigned frame, const std::string& expression);
     void clear() { rows_.clear(); }
     const std::vector<ValueRow>& rows() const noexcept { return rows_; }
     /// Opens or closes a row; on a row of the rest, shows the next page.
@@ -44,7 +47,10 @@ class ValueRows {
     void addChildren(const DebugValue& value, int depth, const std::string& path);
 
     DebugSession& session_;
+    void readAgain();
+
     unsigned frame_ = 0;
+    std::string expression_;  ///< of the one row; empty: the whole frame
     std::vector<ValueRow> rows_;
     std::map<std::string, std::uint64_t> open_;  ///< paths, and how many children are shown
 };

@@ -51,6 +51,7 @@ ControlNotification plainForm(const wxStyledTextEvent& event) {
     ControlNotification notification;
     notification.code = codeOf(event.GetEventType());
     notification.position = event.GetPosition();
+    notification.length = event.GetLength();
     notification.character = event.GetKey();
     notification.modificationType = event.GetModificationType();
     notification.linesAdded = event.GetLinesAdded();

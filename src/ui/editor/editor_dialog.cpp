@@ -139,6 +139,7 @@ ControlSend CEditorDlg::createControl(ControlKind kind) {
     if (!control) return {};
     forwardNotifications(*control, [this, isEditor](const ControlNotification& notification) {
         isEditor ? editor_.editorNotified(notification) : editor_.outputNotified(notification);
+        if (isEditor && workbench_) workbench_->textNotified(notification);
         if (isEditor && workbench_ && notification.code == sci::kUpdateUi) workbench_->textMoved();
     });
     if (isEditor)
@@ -172,9 +173,10 @@ void CEditorDlg::onCommand(int command) {
 void CEditorDlg::onKey(wxKeyEvent& event) {
     const std::optional<KeyPress> key = keyPressOf(event);
     const bool inText = editorControl_ && FindFocus() == editorControl_;
+    if (key && inText && workbench_ && workbench_->takesKey(*key)) return;
     const EditorCommand* record = key ? commandOfKey(*key, inText) : nullptr;
-    if (record && !record->handler) return windowCommand(record->id);
     if (record && workbench_ && workbench_->takesCommand(record->id)) return;
+    if (record && !record->handler) return windowCommand(record->id);
     if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers() && workbench_ &&
         workbench_->escape())
         return;

@@ -32,6 +32,14 @@ int codeOf(int code) {
             return KeyPress::kDown;
         case WXK_ESCAPE:
             return KeyPress::kEscape;
+        case WXK_LEFT:
+            return KeyPress::kLeft;
+        case WXK_RIGHT:
+            return KeyPress::kRight;
+        case WXK_PAGEUP:
+            return KeyPress::kPageUp;
+        case WXK_PAGEDOWN:
+            return KeyPress::kPageDown;
         default:
             return code >= ' ' && code <= kLastAscii ? code : 0;
     }

@@ -41,7 +41,7 @@ TEST(Outline, ListsTypesAndFunctionsWithTheirPlaces) {
         "enum Rock { granite }\nclass Hole {\n  double grade() const { return 0; }\n}\n"
         "void report(int a) {}\n";
     const ScopeIndex index(text);
-    const std::vector<OutlineEntry> entries = outlineOf(index);
+    const std::vector<OutlineEntry> entries = outlineEntries(index);
     std::string shown;
     for (const OutlineEntry& entry : entries)
         shown += std::to_string(entry.depth) + entry.name + ":" + entry.type + " ";

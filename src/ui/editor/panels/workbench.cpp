@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/code_marks.h"
@@ -93,7 +94,10 @@ void Workbench::makeBottom() {
 
 void Workbench::makeOutline() {
     outline_ = new OutlinePane(&frame_, look_);
-    outline_->onChosen = [this](const OutlineEntry& entry) { editor_.gotoBytes(entry.nameBegin); };
+    outline_->onChosen = [this](const OutlineEntry& entry) {
+        if (assist_) assist_->leavingPlace();
+        editor_.gotoBytes(entry.nameBegin);
+    };
     outline_->onClosed = [this] { toggle(&EditorSettings::outline); };
     const auto drag = [this](int moved) {
         settings_.outlineWidth = std::max(layout_.outline.width - 1 + frame_.ToDIP(moved), 1);
@@ -207,6 +211,7 @@ bool Workbench::inMargins(const wxPoint& place) const {
 
 bool Workbench::takesCommand(int id) {
     if (settings_.classic || !findBar_) return false;
+    if (assist_ && assist_->command(id)) return true;
     if (id == command_id::kFind || id == command_id::kReplace) {
         const bool isOpen = findShown_ && id == command_id::kFind && findBar_->field()->HasFocus();
         isOpen ? closeFind() : openFind(id == command_id::kReplace);
@@ -220,6 +225,7 @@ bool Workbench::takesCommand(int id) {
 
 bool Workbench::escape() {
     if (settings_.classic || !controls_.text) return false;
+    if (assist_ && assist_->escape()) return true;
     if (breakpointBox_->IsShown()) return breakpointBox_->close(), true;
     if (findShown_) return closeFind(), true;
     if (controls_.text->HasFocus()) return false;
@@ -230,6 +236,10 @@ bool Workbench::escape() {
 void Workbench::makeMarks() {
     if (!controls_.text) return;
     marks_ = std::make_unique<CodeMarks>(*controls_.text, look_);
+    assist_ = std::make_unique<TextAssist>(frame_, *controls_.text, editor_, look_);
+    assist_->onRead = [this](std::uint64_t version, const ScopeIndex& index) {
+        showOutline(version, index);
+    };
     exceptionBox_ = new ExceptionBox(*controls_.text, look_,
                                      {[this] { explainException(); }, [this] { copyException(); },
                                       [this] { editor_.inspection().doNotStopAgain(); }});
@@ -257,6 +267,7 @@ void Workbench::applyTextLook() {
     editor_.setInspecting(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, face);
     if (marks_) marks_->use(!plain);
+    if (assist_) assist_->use(!settings_.classic);
     if (findBar_) findBar_->applyLook();
     if (welcome_) welcome_->applyLook();
 }

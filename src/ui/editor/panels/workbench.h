@@ -30,6 +30,7 @@ class FindBar;
 class LiveCheck;
 class OutlinePane;
 class ProblemList;
+class TextAssist;
 class WelcomePane;
 
 /// The two controls of an editor. Either may be missing.
@@ -56,6 +57,10 @@ class Workbench {
     void refresh();
     /// Something has moved in the text's window.
     void textMoved();
+    /// What the text's control tells.
+    void textNotified(const ControlNotification& notification);
+    /// A key that is for what stands over the text; false for any other.
+    bool takesKey(const KeyPress& key);
     /// A message to the text's control; true when it has been dealt with.
     bool takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l);
     /// The desktop's colours have changed.
@@ -102,6 +107,7 @@ class Workbench {
     void followRun(const EditorStatus& status);
     void followStop(const EditorStatus& status);
     void followText();
+    void showOutline(std::uint64_t version, const ScopeIndex& index);
     void checkText();
     void followWord();
     void followProblems();
@@ -136,6 +142,7 @@ class Workbench {
     StatusLine* statusLine_ = nullptr;
     std::unique_ptr<BottomPanes> bottom_;
     std::unique_ptr<CodeMarks> marks_;
+    std::unique_ptr<TextAssist> assist_;
     DebugPanel* side_ = nullptr;
     OutlinePane* outline_ = nullptr;
     ProblemList* problemList_ = nullptr;

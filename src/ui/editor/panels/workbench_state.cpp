@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/code_marks.h"
 #include "ui/editor/panels/debug_panel.h"
@@ -101,6 +102,7 @@ void Workbench::followStop(const EditorStatus& status) {
     const bool changed = status.stoppedLine != shown_.stoppedLine || status.run != shown_.run;
     if (!changed && now == shownStop_) return;
     shownStop_ = now;
+    if (assist_) assist_->stopChanged();
     showStop(status);
     if (standsStill(status.run)) refreshStatus(status);
 }
@@ -163,9 +165,16 @@ void Workbench::followBreakpoints() {
 void Workbench::followText() {
     if (settings_.classic) return;
     shownText_ = editor_.textVersion();
-    outline_->setEntries(editor_.readOutline());
-    outline_->setCaret(editor_.caretPosition());
     checkText();
+}
+
+/// Of a text that has changed meanwhile the next pause tells.
+void Workbench::showOutline(std::uint64_t version, const ScopeIndex& index) {
+    if (settings_.classic || version != editor_.textVersion()) return;
+    std::vector<OutlineEntry> entries = editor_.useIndex(index);
+    assist_->setOutline(entries);
+    outline_->setEntries(std::move(entries));
+    outline_->setCaret(editor_.caretPosition());
 }
 
 void Workbench::checkText() {
@@ -184,6 +193,14 @@ void Workbench::checkText() {
 void Workbench::followWord() {
     if (marks_->leftWord() && liveCheck_ && liveCheck_->isCurrent())
         marks_->showProblems(editor_.problems().all());
+}
+
+void Workbench::textNotified(const ControlNotification& notification) {
+    if (!settings_.classic && assist_) assist_->notified(notification);
+}
+
+bool Workbench::takesKey(const KeyPress& key) {
+    return !settings_.classic && assist_ && assist_->key(key);
 }
 
 void Workbench::textMoved() {

@@ -1,0 +1,146 @@
+#include "ui/editor/assist/choice_box.h"
+
+#include <wx/stc/stc.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+
+#include "editor/assist/suggestion_list.h"
+#include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
+
+namespace korvant::ui {
+namespace {
+
+constexpr int kWidth = 520, kMargin = 8, kFieldHeight = 28, kRow = 24, kRowsSeen = 12;
+
+ListMetrics metrics() {
+    ListMetrics places;
+    places.iconX = 10;
+    places.nameX = 32;
+    places.indent = 16;
+    return places;
+}
+
+}  // namespace
+
+ChoiceBox::ChoiceBox(wxStyledTextCtrl& control, const Look& look)
+    : PaintedWindow(&control, look, false), control_(control) {
+    Hide();
+    SetCursor(wxCursor(wxCURSOR_ARROW));
+    field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
+    list_ = new RowList(this, look, metrics(), "Choice");
+    list_->count = [this] { return static_cast<int>(shown_.size()); };
+    list_->row = [this](int index) {
+        return content_.choices[shown_[static_cast<std::size_t>(index)]].row;
+    };
+    list_->onActivated = [this](int index) { take(index); };
+    list_->onSelected = [this](int) { tellSeen(); };
+    list_->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
+        const int row = list_->rowAt(event.GetY());
+        if (row >= 0) CallAfter([this, row] { take(row); });
+    });
+    Bind(
+        wxEVT_TEXT, [this](wxCommandEvent&) { filter(); }, field_->GetId());
+    Bind(wxEVT_CHAR_HOOK, &ChoiceBox::onKey, this);
+}
+
+void ChoiceBox::open(Content content, const wxPoint& place) {
+    content_ = std::move(content);
+    place_ = place;
+    field_->SetFont(look().code);
+    field_->SetBackgroundColour(colourOf(look()->editor));
+    field_->SetForegroundColour(colourOf(look()->text));
+    field_->SetHint(content_.heading);
+    native::setAccessibleName(*field_, content_.heading);
+    setAccessibleName(content_.heading);
+    field_->ChangeValue({});
+    filter();
+    list_->select(content_.selected);
+    Show();
+    Raise();
+    // What has just been shown takes the keyboard when it stands on the screen.
+    CallAfter([this] {
+        if (IsShown()) field_->SetFocus();
+    });
+}
+
+void ChoiceBox::close() {
+    if (!IsShown()) return;
+    Hide();
+    control_.SetFocus();
+}
+
+/// Names that begin with what is typed come first.
+void ChoiceBox::filter() {
+    const std::string wanted = toUtf8(field_->GetValue());
+    std::vector<std::pair<NameMatch::Rank, std::size_t>> found;
+    for (std::size_t i = 0; i < content_.choices.size(); ++i) {
+        auto rank = matchName(content_.choices[i].name, wanted).rank;
+        if (rank == NameMatch::Rank::exact || wanted.empty()) rank = NameMatch::Rank::prefix;
+        if (rank != NameMatch::Rank::none) found.emplace_back(rank, i);
+    }
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& left, const auto& right) { return left.first < right.first; });
+    shown_.clear();
+    for (const auto& [rank, index] : found) shown_.push_back(index);
+    list_->rowsChanged();
+    list_->select(shown_.empty() ? -1 : 0);
+    if (!wanted.empty()) tellSeen();
+    layOut();
+}
+
+void ChoiceBox::layOut() {
+    const wxSize room = control_.GetClientSize();
+    const int width = std::min(dip(kWidth), room.x - dip(2 * kMargin));
+    const int fits = (room.y - dip(kFieldHeight + 6 * kMargin)) / dip(kRow);
+    const int most = std::max(std::min(kRowsSeen, fits), 1);
+    const int rows = std::clamp(static_cast<int>(shown_.size()), 1, most);
+    const int listHeight = rows * dip(kRow);
+    const wxSize size(width, dip(kFieldHeight + 3 * kMargin) + listHeight);
+    wxPoint at((room.x - width) / 2, dip(kMargin));
+    if (place_ != wxDefaultPosition) {
+        at.x = std::clamp(place_.x, 0, std::max(room.x - width, 0));
+        at.y = place_.y + size.y <= room.y ? place_.y : std::max(room.y - size.y, 0);
+    }
+    SetSize(at.x, at.y, size.x, size.y);
+    field_->SetSize(dip(kMargin), dip(kMargin), width - dip(2 * kMargin), dip(kFieldHeight));
+    list_->SetSize(1, dip(kFieldHeight + 2 * kMargin), width - 2, listHeight);
+    Refresh();
+}
+
+void ChoiceBox::onKey(wxKeyEvent& event) {
+    const int code = event.GetKeyCode();
+    if (code == WXK_ESCAPE) return close();
+    if (code == WXK_RETURN || code == WXK_NUMPAD_ENTER) return take(list_->selected());
+    const int page = code == WXK_PAGEUP || code == WXK_PAGEDOWN ? kRowsSeen : 1;
+    const bool up = code == WXK_UP || code == WXK_PAGEUP;
+    if (!up && code != WXK_DOWN && code != WXK_PAGEDOWN) return event.Skip();
+    if (shown_.empty()) return;
+    const int last = static_cast<int>(shown_.size()) - 1;
+    list_->select(std::clamp(list_->selected() + (up ? -page : page), 0, last));
+    tellSeen();
+}
+
+void ChoiceBox::tellSeen() {
+    const int row = list_->selected();
+    if (row >= 0 && content_.seen) content_.seen(shown_[static_cast<std::size_t>(row)]);
+}
+
+void ChoiceBox::take(int row) {
+    if (!IsShown()) return;
+    const auto chosen = content_.chosen;
+    const bool any = row >= 0 && row < static_cast<int>(shown_.size());
+    const std::size_t index = any ? shown_[static_cast<std::size_t>(row)] : 0;
+    if (!any) return;
+    close();
+    if (chosen) chosen(index);
+}
+
+void ChoiceBox::paint(wxGraphicsContext& context) {
+    const wxSize size = GetClientSize();
+    fill(context, wxRect(size), look()->popUpEdge);
+    fill(context, wxRect(size).Deflate(1), look()->popUp);
+}
+
+}  // namespace korvant::ui

@@ -1,0 +1,37 @@
+// The field for a new name, over the old one.
+#pragma once
+
+#include "ui/kit/painted_window.h"
+
+class wxStyledTextCtrl;
+class wxTextCtrl;
+
+namespace korvant::ui {
+
+class RenameBox : public PaintedWindow {
+  public:
+    RenameBox(wxStyledTextCtrl& control, const Look& look,
+              std::function<void(const std::string&)> renamed);
+
+    /// `place`: where the old name begins, in the text's window.
+    void open(const wxString& name, const wxPoint& place);
+    void refuse(const wxString& reason);
+    /// The keyboard goes back to the text.
+    void close();
+    wxTextCtrl* field() const { return field_; }
+    const wxString& reason() const { return reason_; }
+
+  private:
+    void layOut();
+    void onKey(wxKeyEvent& event);
+    void paint(wxGraphicsContext& context) override;
+
+    wxStyledTextCtrl& control_;
+    std::function<void(const std::string&)> renamed_;
+    wxTextCtrl* field_;
+    wxString reason_;
+    std::vector<wxString> lines_;
+    wxPoint place_;
+};
+
+}  // namespace korvant::ui
