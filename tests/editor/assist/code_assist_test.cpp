@@ -220,8 +220,7 @@ TEST_F(Assisting, ParametersFollowTheCaretAndGoWithTheCall) {
 }
 
 TEST_F(Assisting, HoverShowsValuesWhileStoppedAndHelpOtherwise) {
-    control.text = "metal += samples[i].grade;";
-    editor.replaceText(control.text);
+    editor.replaceText("metal += samples[i].grade;");
     assist.restedAt(21);
     ASSERT_EQ(service.waiting.size(), 1u);
     AssistAnswer help;

@@ -12,7 +12,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kWidth = 520, kMargin = 8, kFieldHeight = 28, kRow = 24, kRowsSeen = 12;
+constexpr int kWidth = 520, kMargin = 8, kHeading = 28, kFieldHeight = 28, kRow = 24,
+              kRowsSeen = 12;
 
 ListMetrics metrics() {
     ListMetrics places;
@@ -51,7 +52,7 @@ void ChoiceBox::open(Content content, const wxPoint& place) {
     field_->SetFont(look().code);
     field_->SetBackgroundColour(colourOf(look()->editor));
     field_->SetForegroundColour(colourOf(look()->text));
-    field_->SetHint(content_.heading);
+    field_->SetHint("Type to find");
     native::setAccessibleName(*field_, content_.heading);
     setAccessibleName(content_.heading);
     field_->ChangeValue({});
@@ -93,19 +94,19 @@ void ChoiceBox::filter() {
 void ChoiceBox::layOut() {
     const wxSize room = control_.GetClientSize();
     const int width = std::min(dip(kWidth), room.x - dip(2 * kMargin));
-    const int fits = (room.y - dip(kFieldHeight + 6 * kMargin)) / dip(kRow);
+    const int fits = (room.y - dip(kHeading + kFieldHeight + 6 * kMargin)) / dip(kRow);
     const int most = std::max(std::min(kRowsSeen, fits), 1);
     const int rows = std::clamp(static_cast<int>(shown_.size()), 1, most);
     const int listHeight = rows * dip(kRow);
-    const wxSize size(width, dip(kFieldHeight + 3 * kMargin) + listHeight);
+    const wxSize size(width, dip(kHeading + kFieldHeight + 2 * kMargin) + listHeight);
     wxPoint at((room.x - width) / 2, dip(kMargin));
     if (place_ != wxDefaultPosition) {
         at.x = std::clamp(place_.x, 0, std::max(room.x - width, 0));
         at.y = place_.y + size.y <= room.y ? place_.y : std::max(room.y - size.y, 0);
     }
     SetSize(at.x, at.y, size.x, size.y);
-    field_->SetSize(dip(kMargin), dip(kMargin), width - dip(2 * kMargin), dip(kFieldHeight));
-    list_->SetSize(1, dip(kFieldHeight + 2 * kMargin), width - 2, listHeight);
+    field_->SetSize(dip(kMargin), dip(kHeading), width - dip(2 * kMargin), dip(kFieldHeight));
+    list_->SetSize(1, dip(kHeading + kFieldHeight + kMargin), width - 2, listHeight);
     Refresh();
 }
 
@@ -141,6 +142,8 @@ void ChoiceBox::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
     fill(context, wxRect(size), look()->popUpEdge);
     fill(context, wxRect(size).Deflate(1), look()->popUp);
+    text(context, shortened(*this, content_.heading, look().strong, size.x - dip(4 * kMargin)),
+         look().strong, look()->text, dip(kMargin + 2), 0, dip(kHeading));
 }
 
 }  // namespace korvant::ui

@@ -16,7 +16,7 @@ class ChoiceBox : public PaintedWindow {
         std::string name;  ///< what is typed is looked for in it
     };
     struct Content {
-        wxString heading;  ///< in the empty field
+        wxString heading;  ///< above the field
         std::vector<Choice> choices;
         std::function<void(std::size_t)> chosen;
         /// What the arrows come to is shown meanwhile; may be empty.

@@ -100,13 +100,13 @@ int HelpCard::paintHead(wxGraphicsContext& context) {
         y += dip(kHeadLine);
     }
     if (!hasGives()) return headHeight();
-    wxString word = isCall() ? "gives" : "is";
+    const wxString word = isCall() ? "gives" : "";
     text(context, word, look().small, look()->secondText, x, y, dip(kHeadLine));
+    const int typeX = x + (isCall() ? textWidth(*this, word, look().small) + dip(7) : 0);
     text(context,
          shortened(*this, fromUtf8(content_.head.type), look().code,
-                   GetClientSize().x - 2 * x - dip(40)),
-         look().code, look()->code.type, x + textWidth(*this, word, look().small) + dip(7), y,
-         dip(kHeadLine));
+                   GetClientSize().x - dip(kMargin) - typeX),
+         look().code, look()->code.type, typeX, y, dip(kHeadLine));
     return headHeight();
 }
 

@@ -9,7 +9,6 @@ namespace korvant::ui {
 
 struct HelpContent {
     DeclarationParts head;
-    bool isType = false;  ///< of a value, and not what a function gives
     HelpText help;
     wxString footer;
 };

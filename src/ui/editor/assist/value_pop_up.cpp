@@ -150,7 +150,7 @@ void ValuePopUp::layOut(const wxRect& line) {
     int x = FromDIP(4);
     for (PaintedButton* link : {watch_, copy_}) {
         link->SetSize(x, footer + FromDIP(2), link->wantedWidth(), FromDIP(kFooter - 4));
-        x += link->wantedWidth() + FromDIP(4);
+        x += link->wantedWidth() + FromDIP(12);
     }
     showBeside(line, size);
 }
