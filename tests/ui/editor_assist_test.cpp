@@ -82,6 +82,8 @@ class EditorHelp : public EditorWindowTest, public testing::WithParamInterface<T
         driver.run([this, what, into, click, control] {
             wxUIActionSimulator simulator;
             const wxPoint at = editor()->PointFromPosition(placeOf(what, into));
+            // It may stand there already, and rests after a move only.
+            simulator.MouseMove(editor()->ClientToScreen(at + wxPoint(60, 60)));
             simulator.MouseMove(editor()->ClientToScreen(at + wxPoint(3, 6)));
             if (control) simulator.KeyDown(WXK_CONTROL);
             if (click) simulator.MouseClick();
@@ -349,7 +351,7 @@ TEST_P(EditorHelp, ValueUnderThePointerWhileStopped) {
     untilNone();
     caretAt("metal = 0", 2);
     driver.key(WXK_F1, wxMOD_CONTROL);
-    driver.when("the value", [this] { return part<ui::ValuePopUp>() != nullptr; });
+    driver.when("the value by key", [this] { return part<ui::ValuePopUp>() != nullptr; });
     driver.key(WXK_ESCAPE);
     untilNone();
     closeBox();
