@@ -220,6 +220,13 @@ void CodeAssist::scrolled() {
     hideAll();
 }
 
+/// What is still to be told of the caret's last move is no reason to close it.
+void CodeAssist::openTip() {
+    tipOpen_ = true;
+    seenCaret_ = editor_.caret();
+    seenVersion_ = version_;
+}
+
 void CodeAssist::hideAll() {
     closeList();
     if (tipOpen_ || callBegin_ >= 0) view_.hideTips();
@@ -312,7 +319,7 @@ void CodeAssist::restedAt(int position) {
     if (stopped_()) {
         const std::string expression = expressionEndingWith(*text(), range);
         if (!expression.empty() && view_.showValue(expression, range)) {
-            tipOpen_ = true;
+            openTip();
             return;
         }
     }
@@ -321,7 +328,7 @@ void CodeAssist::restedAt(int position) {
     question.offset = range.begin;
     ask(std::move(question), [this](const AssistAnswer& answer) {
         if (!answer.hover || listOpen_ || callBegin_ >= 0) return;
-        tipOpen_ = true;
+        openTip();
         view_.showDocumentation(*answer.hover);
     });
 }
@@ -352,7 +359,7 @@ void CodeAssist::goToDeclarationAt(int position) {
     question.offset = size(position);
     ask(std::move(question), [this, position](const AssistAnswer& answer) {
         if (!answer.refusal.empty()) {
-            tipOpen_ = true;
+            openTip();
             return view_.say(answer.refusal, position);
         }
         // On the declaration itself one looks for what uses it.
@@ -373,7 +380,7 @@ void CodeAssist::listReferences(int position) {
     question.offset = size(position);
     ask(std::move(question), [this, position](const AssistAnswer& answer) {
         if (!answer.refusal.empty()) {
-            tipOpen_ = true;
+            openTip();
             return view_.say(answer.refusal, position);
         }
         showPlaces(answer, Kind::references);
@@ -421,7 +428,7 @@ void CodeAssist::rename() {
     question.offset = caret();
     ask(std::move(question), [this, at = editor_.caret()](const AssistAnswer& answer) {
         if (!answer.refusal.empty()) {
-            tipOpen_ = true;
+            openTip();
             return view_.say(answer.refusal, at);
         }
         renamed_ = answer.word;
@@ -464,7 +471,7 @@ void CodeAssist::mend(const Diagnostic& problem) {
     question.problem = problem;
     ask(std::move(question), [this, at = editor_.caret()](const AssistAnswer& answer) {
         if (answer.repairs.empty()) {
-            tipOpen_ = true;
+            openTip();
             return view_.say("Nothing is known that would mend this.", at);
         }
         view_.chooseRepair(answer.repairs, at);

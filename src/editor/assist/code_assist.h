@@ -84,6 +84,7 @@ class CodeAssist {
     void namesCame(const AssistAnswer* answer);
     void updateList();
     void closeList();
+    void openTip();
     void askSignatures();
     void showPlaces(const AssistAnswer& answer, Kind kind);
     void listReferences(int position);

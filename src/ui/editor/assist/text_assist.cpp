@@ -135,7 +135,8 @@ bool TextAssist::key(const KeyPress& key) {
 }
 
 void TextAssist::stopChanged() {
-    if (value_ && value_->IsShown()) assist_.hideAll();
+    const bool isOld = editor_.inspection().generation() != shownStop_;
+    if (value_ && value_->IsShown() && isOld) assist_.hideAll();
 }
 
 bool TextAssist::escape() {
@@ -237,6 +238,7 @@ bool TextAssist::showValue(const std::string& expression, ByteRange word) {
         return false;
     }
     hovered_ = place;
+    shownStop_ = editor_.inspection().generation();
     mark(kHovered, {word});
     return true;
 }

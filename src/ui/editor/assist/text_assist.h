@@ -101,8 +101,9 @@ class TextAssist : private AssistView {
     ValuePopUp* value_ = nullptr;
     ChoiceBox* choices_ = nullptr;
     RenameBox* rename_ = nullptr;
-    wxRect hovered_;     ///< on the screen; of what a tip under the pointer is about
-    int firstLine_ = 0;  ///< in view
+    wxRect hovered_;               ///< on the screen; of what a tip under the pointer is about
+    std::uint64_t shownStop_ = 0;  ///< for which the value is
+    int firstLine_ = 0;            ///< in view
     bool on_ = false;
 };
 
