@@ -1,10 +1,11 @@
 // korvant lsp: a language server; korvant api: what scripts can call, for tools.
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "commands.h"
 #include "language/api_description.h"
-#include "language/checker.h"
+#include "language/diagnostics.h"
 #include "language/predefined.h"
 #include "module/configuration.h"
 #include "module/families.h"
@@ -44,11 +45,11 @@ int serveLanguage(const std::string& apiFile) {
     if (!apiFile.empty() && !(api = readApi(apiFile))) return kCannotRead;
     asIScriptEngine* const engine = makeEngine(api, nullptr);
     if (engine == nullptr) return kRunFailed;
-    korvant::Checker checker(korvant::moduleSession(), *engine);
     korvant::lsp::LanguageServices services;
-    services.check = [&](std::uint64_t version, const std::string& text) {
-        return checker.check(version, text);
+    services.checks = [&](korvant::CheckService::Poster poster) {
+        return korvant::makeCheckService(*engine, std::move(poster));
     };
+    services.abandon = [] { std::_Exit(kRunFailed); };
     services.engine = [&] { return makeEngine(api, nullptr); };
     services.families = korvant::allFamilies();
     korvant::lsp::LanguageServer server(korvant::rpc::standardStreams(), std::move(services));

@@ -5,16 +5,20 @@ vim.api.nvim_create_autocmd({ 'BufRead', 'BufNewFile' }, {
   callback = function() vim.bo.filetype = 'angelscript' end,
 })
 
+-- One server for all scripts.
+local server
 vim.api.nvim_create_autocmd('FileType', {
   pattern = 'angelscript',
   callback = function(event)
     vim.bo[event.buf].commentstring = '// %s'
-    local id = vim.lsp.start_client({
-      name = 'korvant',
-      cmd = { 'korvant', 'lsp' },
-      root_dir = vim.fn.fnamemodify(vim.api.nvim_buf_get_name(event.buf), ':h'),
-    })
-    if id then vim.lsp.buf_attach_client(event.buf, id) end
+    if not (server and vim.lsp.get_client_by_id(server)) then
+      server = vim.lsp.start_client({
+        name = 'korvant',
+        cmd = { 'korvant', 'lsp' },
+        root_dir = vim.fn.fnamemodify(vim.api.nvim_buf_get_name(event.buf), ':h'),
+      })
+    end
+    if server then vim.lsp.buf_attach_client(event.buf, server) end
   end,
 })
 

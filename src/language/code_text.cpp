@@ -26,7 +26,9 @@ class CodeWriter {
     }
 
   private:
-    /// Words that are the old or the new name become one sign.
+    bool isRenamed(std::string_view word) const { return word == old_ || word == new_; }
+
+    /// Words that are the old or the new name become one sign, in the names of accessors too.
     std::string neutral(const char* text) const {
         std::string result;
         const std::string_view all = text == nullptr ? "" : text;
@@ -34,10 +36,13 @@ class CodeWriter {
             std::size_t end = i;
             while (end < all.size() && isWordByte(all[end])) ++end;
             const std::string_view word = all.substr(i, end - i);
+            const bool accessor = word.starts_with("get_") || word.starts_with("set_");
             if (word.empty())
                 result += all[i++];
+            else if (accessor && isRenamed(word.substr(4)))
+                result.append(word.substr(0, 4)) += '?';
             else
-                result += word == old_ || word == new_ ? "?" : word;
+                result += isRenamed(word) ? "?" : word;
             i = std::max(i, end);
         }
         return result;

@@ -81,6 +81,20 @@ std::string remarkAbove(const ScopeIndex& index, int declaration) {
     return std::string(trimmed(remark));
 }
 
+namespace {
+
+/// " const", " override" and the like of a method.
+std::string wordsBehind(const ScopeIndex& index, const Declaration& function) {
+    if (function.kind != DeclarationKind::method || function.parameters.empty()) return {};
+    const std::size_t end = function.body.empty() ? function.whole.end : function.body.begin;
+    if (end <= function.parameters.end) return {};
+    std::string words = index.oneLine({function.parameters.end, end});
+    while (!words.empty() && (words.back() == ';' || words.back() == ' ')) words.pop_back();
+    return words.empty() ? words : " " + words;
+}
+
+}  // namespace
+
 std::string headline(const ScopeIndex& index, int declaration) {
     const Declaration& one = index.declarations()[at(declaration)];
     const std::string path =
@@ -101,8 +115,11 @@ std::string headline(const ScopeIndex& index, int declaration) {
             return "enum " + path;
         case DeclarationKind::functionType:
             return "funcdef " + type + " " + path + index.oneLine(one.parameters);
+        case DeclarationKind::typeAlias:
+            return "typedef " + type + " " + path;
         default:
-            return (type.empty() ? "" : type + " ") + path + index.oneLine(one.parameters);
+            return (type.empty() ? "" : type + " ") + path + index.oneLine(one.parameters) +
+                   wordsBehind(index, one);
     }
 }
 

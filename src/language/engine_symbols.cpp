@@ -1,6 +1,7 @@
 #include <map>
 
 #include "language/symbols.h"
+#include "language/tokens.h"
 
 namespace korvant {
 
@@ -50,7 +51,7 @@ class EngineReader {
         if (!function) return;
         const std::string name = function->GetName();
         // Operators are not written by name.
-        if (!owner.empty() && name.starts_with("op")) return;
+        if (!owner.empty() && isOperatorName(name)) return;
         std::string declaration = function->GetDeclaration(false, false, true);
         const auto help = help_.find(owner + "::" + withoutBlanks(declaration));
         symbols_.push_back({Symbol::Kind::function, name, typeName(function->GetReturnTypeId()),

@@ -7,8 +7,6 @@ namespace korvant {
 
 namespace {
 
-constexpr int kDeepest = 32;
-
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
@@ -52,7 +50,7 @@ std::string_view Meanings::nameOf(const NameUse& use) const {
 }
 
 Meaning Meanings::of(const NameUse& use) {
-    if (use.role == NameUse::Role::labels) return {};
+    if (use.role == NameUse::Role::labels) return ofLabel(use);
     if (use.member) {
         Meaning meaning = ofMember(use);
         if (meaning.known()) return meaning;
@@ -70,17 +68,85 @@ Meaning Meanings::of(const NameUse& use) {
     if (meaning.declarations.size() > 1 && use.role != NameUse::Role::declares)
         choose(use, meaning);
     if (!meaning.declarations.empty()) return meaning;
-    const int type = use.member || use.qualified ? kNoIndex : index_->classAt(use.begin);
-    if (type != kNoIndex) meaning.declarations = accessorsIn(type, nameOf(use));
+    if (!use.member) meaning.declarations = accessorsFor(use);
     return meaning.declarations.empty() ? ofLibrary(use) : meaning;
 }
 
+/// The parameter that an argument is given to by its name.
+Meaning Meanings::ofLabel(const NameUse& use) {
+    Meaning meaning;
+    std::size_t open = oracle_.tokenAt(use.begin);
+    for (int depth = 0; open > 0; --open) {
+        const ScriptToken& token = oracle_.tokens()[open];
+        if (token.is(")") || token.is("]") || token.is("}")) ++depth;
+        if (token.is("(") || token.is("[") || token.is("{")) --depth;
+        if (depth < 0 || token.is(";")) break;
+    }
+    if (open == 0 || !oracle_.tokens()[open].is("(")) return meaning;
+    for (const int function : functionsCalledAt(open))
+        for (const int i : index_->declaredIn(index_->declarations()[at(function)].inner)) {
+            const Declaration& parameter = index_->declarations()[at(i)];
+            const bool fits = parameter.kind == DeclarationKind::parameter &&
+                              parameter.name == nameOf(use) && meaning.declarations.empty();
+            if (fits) meaning.declarations = {i};
+        }
+    return meaning;
+}
+
+/// Functions of this text that the call with this opening bracket may mean, the best first; for
+/// objects their constructors, for handles of functions their types.
+std::vector<int> Meanings::functionsCalledAt(std::size_t bracket) {
+    std::vector<int> functions;
+    const auto& declarations = index_->declarations();
+    if (bracket == 0) return functions;
+    const auto before = static_cast<std::size_t>(oracle_.tokens()[bracket - 1].position);
+    const auto constructorsOf = [&](int type) {
+        for (const int i : index_->declaredIn(declarations[at(type)].inner))
+            if (declarations[at(i)].kind == DeclarationKind::constructor) functions.push_back(i);
+    };
+    if (oracle_.tokens()[bracket - 1].is("super")) {
+        const int type = index_->classAt(before);
+        if (type != kNoIndex)
+            for (const int base : index_->basesOf(type)) constructorsOf(base);
+        return functions;
+    }
+    const NameUse* const use = index_->useAt(before);
+    if (use == nullptr || use->begin != before) return functions;
+    for (const int meant : of(*use).declarations) {
+        const Declaration& one = declarations[at(meant)];
+        int type = isType(one.kind) ? meant : kNoIndex;
+        if (isVariable(one.kind)) type = classNamed(oracle_.typeOfVariable(meant), before);
+        if (isCallable(one.kind) ||
+            (type != kNoIndex && declarations[at(type)].kind == DeclarationKind::functionType))
+            functions.push_back(isCallable(one.kind) ? meant : type);
+        else if (type != kNoIndex)
+            constructorsOf(type);
+    }
+    return functions;
+}
+
+namespace {
+
+/// Of an assignment the one that sets comes first.
+std::vector<int> accessors(std::vector<int> getters, std::vector<int> setters, bool writes) {
+    if (writes) std::swap(getters, setters);
+    getters.insert(getters.end(), setters.begin(), setters.end());
+    return getters;
+}
+
+}  // namespace
+
 /// "value" as a property is what "get_value" and "set_value" make of it.
-std::vector<int> Meanings::accessorsIn(int type, std::string_view name) const {
-    std::vector<int> found = index_->membersOf(type, "get_" + std::string(name));
-    const std::vector<int> setters = index_->membersOf(type, "set_" + std::string(name));
-    found.insert(found.end(), setters.begin(), setters.end());
-    return found;
+std::vector<int> Meanings::accessorsIn(int type, const NameUse& use) const {
+    const std::string name(nameOf(use));
+    return accessors(index_->membersOf(type, "get_" + name), index_->membersOf(type, "set_" + name),
+                     use.role == NameUse::Role::writes);
+}
+
+std::vector<int> Meanings::accessorsFor(const NameUse& use) const {
+    const std::string name(nameOf(use));
+    return accessors(index_->meaningsOf(use, "get_" + name), index_->meaningsOf(use, "set_" + name),
+                     use.role == NameUse::Role::writes);
 }
 
 std::string Meanings::ownerTypeOf(const NameUse& use) {
@@ -92,25 +158,35 @@ std::string Meanings::ownerTypeOf(const NameUse& use) {
 
 int Meanings::classNamed(std::string_view type, std::size_t offset) const {
     const std::string name = objectType(type);
-    for (const int i : index_->meaningsOf(lastPart(name), offset))
-        if (isType(index_->declarations()[at(i)].kind)) return i;
-    for (std::size_t i = 0; i < index_->declarations().size(); ++i) {
-        const Declaration& declaration = index_->declarations()[i];
-        if (isType(declaration.kind) && index_->pathOf(static_cast<int>(i)) == name)
-            return static_cast<int>(i);
+    if (lastPart(name) == name)
+        for (const int i : index_->meaningsOf(name, offset))
+            if (isType(index_->declarations()[at(i)].kind)) return i;
+    return classWithPath(name);
+}
+
+int Meanings::classWithPath(std::string_view type) const {
+    const std::string name = objectType(type);
+    int found = kNoIndex;
+    for (const NameUse* const use : index_->usesOf(lastPart(name))) {
+        if (use->role != NameUse::Role::declares || use->declaration == kNoIndex ||
+            !isType(index_->declarations()[at(use->declaration)].kind))
+            continue;
+        const std::string path = index_->pathOf(use->declaration);
+        if (path == name) return use->declaration;
+        if (path.ends_with("::" + name)) found = use->declaration;
     }
-    return kNoIndex;
+    return found;
 }
 
 Meaning Meanings::ofMember(const NameUse& use) {
     Meaning meaning;
     const std::string owner = ownerTypeOf(use);
     if (owner.empty()) return meaning;
-    const int type = classNamed(owner, use.begin);
+    const int type = classWithPath(owner);
     if (type != kNoIndex) {
         meaning.declarations = index_->membersOf(type, nameOf(use));
         if (meaning.declarations.size() > 1) choose(use, meaning);
-        if (meaning.declarations.empty()) meaning.declarations = accessorsIn(type, nameOf(use));
+        if (meaning.declarations.empty()) meaning.declarations = accessorsIn(type, use);
         if (meaning.known()) return meaning;
     }
     asITypeInfo* const info = oracle_.typeInfo(owner, use.begin);
@@ -198,15 +274,10 @@ int Meanings::ownerOf(int declaration) const {
     return index_->scopes()[at(index_->declarations()[at(declaration)].scope)].owner;
 }
 
-bool Meanings::inherits(int type, int base, int depth) const {
-    if (type == base) return true;
-    if (depth >= kDeepest || type == kNoIndex) return false;
-    const Declaration& declaration = index_->declarations()[at(type)];
-    for (const std::string_view name : declaration.bases) {
-        const int next = classNamed(name, declaration.whole.begin);
-        if (next != kNoIndex && next != type && inherits(next, base, depth + 1)) return true;
-    }
-    return false;
+bool Meanings::inherits(int type, int base) const {
+    if (type == kNoIndex || base == kNoIndex) return false;
+    const std::vector<int> lineage = index_->lineageOf(type);
+    return std::find(lineage.begin(), lineage.end(), base) != lineage.end();
 }
 
 bool Meanings::sameParameters(int left, int right) const {
@@ -224,6 +295,12 @@ std::vector<int> Meanings::familyOf(int declaration) const {
                 family.insert(i);
     if (one.kind == DeclarationKind::constructor || one.kind == DeclarationKind::destructor)
         return familyOf(ownerOf(declaration));
+    if (one.kind == DeclarationKind::nameSpace)
+        for (const NameUse* const use : index_->usesOf(one.name))
+            if (use->role == NameUse::Role::declares && use->declaration != kNoIndex &&
+                declarations[at(use->declaration)].kind == DeclarationKind::nameSpace &&
+                index_->pathOf(use->declaration) == index_->pathOf(declaration))
+                family.insert(use->declaration);
     if (one.kind != DeclarationKind::method) return {family.begin(), family.end()};
     // Related through a chain of classes: until nothing is added any more.
     for (bool grown = true; grown;) {
@@ -235,8 +312,8 @@ std::vector<int> Meanings::familyOf(int declaration) const {
                 continue;
             const bool related = std::any_of(family.begin(), family.end(), [&](int member) {
                 return sameParameters(member, other) &&
-                       (inherits(ownerOf(member), ownerOf(other), 0) ||
-                        inherits(ownerOf(other), ownerOf(member), 0));
+                       (inherits(ownerOf(member), ownerOf(other)) ||
+                        inherits(ownerOf(other), ownerOf(member)));
             });
             if (related) grown = family.insert(other).second;
         }

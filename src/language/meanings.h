@@ -34,14 +34,23 @@ class Meanings {
 
     Meaning of(const NameUse& use);
     /// Everything that is the same as a declaration: overrides of a method in bases and derived
-    /// classes, constructors and destructors of a class. Holds the declaration itself.
+    /// classes, constructors and destructors of a class, all openings of a namespace. Holds the
+    /// declaration itself.
     std::vector<int> familyOf(int declaration) const;
     /// All uses that mean one of a family, declarations included, in the order of the text.
     std::vector<const NameUse*> referencesTo(const std::vector<int>& family);
     /// The type of what stands before the dot in front of a member; empty when it is none.
     std::string ownerTypeOf(const NameUse& use);
-    /// The declaration of a class or interface of this text; kNoIndex for none.
+    /// The declaration of a class or interface of this text by what is written at `offset`;
+    /// kNoIndex for none.
     int classNamed(std::string_view type, std::size_t offset) const;
+    /// The same by the whole path, as the compiler tells types.
+    int classWithPath(std::string_view type) const;
+    /// Functions of this text that the call with this opening bracket, a token of the oracle, may
+    /// mean, the best first: constructors for objects, function types for handles.
+    std::vector<int> functionsCalledAt(std::size_t bracket);
+    /// True when the class or interface is the other one or inherits from it.
+    bool inherits(int type, int base) const;
     /// The word of a use.
     std::string_view nameOf(const NameUse& use) const;
 
@@ -51,9 +60,10 @@ class Meanings {
     void choose(const NameUse& use, Meaning& meaning);
     Meaning memberOfLibrary(asITypeInfo& type, const NameUse& use);
     ByteRange callAround(const NameUse& use) const;
-    std::vector<int> accessorsIn(int type, std::string_view name) const;
+    Meaning ofLabel(const NameUse& use);
+    std::vector<int> accessorsIn(int type, const NameUse& use) const;
+    std::vector<int> accessorsFor(const NameUse& use) const;
     bool sameParameters(int left, int right) const;
-    bool inherits(int type, int base, int depth) const;
     int ownerOf(int declaration) const;
 
     OracleEngine& engine_;

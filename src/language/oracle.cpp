@@ -1,55 +1,29 @@
 #include "language/oracle.h"
 
 #include <algorithm>
-#include <atomic>
 #include <set>
+
+#include "base/system/clock.h"
+#include "host/engine/engine_memory.h"
+#include "host/run/script_session.h"
+#include "host/scan/source_scan.h"
 
 namespace korvant {
 
 namespace {
 
-/// Oracles may stand side by side.
-std::string nextModule() {
-    static std::atomic<unsigned> made{0};
-    return "meaning" + std::to_string(++made);
-}
-
 constexpr int kDeepest = 16;
+constexpr int kLongestChain = 64;  ///< members behind each other, "a.b.c"
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-bool isVoid(std::string_view type) {
-    return type.empty() || type == "void";
-}
-
-/// Functions with a body whose result the compiler would miss.
-bool returnsValue(const Declaration& function, std::string_view text) {
-    if (function.kind == DeclarationKind::constructor ||
-        function.kind == DeclarationKind::destructor || function.type.empty())
-        return false;
-    return !isVoid(text.substr(function.type.begin, function.type.size()));
-}
-
-/// The names of the parameters, as the arguments of a call of the function itself.
-std::string ownArguments(const Declaration& function, const ScopeIndex& index) {
-    std::string list;
-    if (function.inner == kNoIndex) return list;
-    for (const int i : index.declaredIn(function.inner)) {
-        const Declaration& parameter = index.declarations()[at(i)];
-        if (parameter.kind != DeclarationKind::parameter) continue;
-        list += (list.empty() ? "" : ", ") + std::string(parameter.name);
-    }
-    return list;
-}
-
 }  // namespace
 
-OracleEngine::OracleEngine(asIScriptEngine* engine) : engine_(engine) {
-    if (engine_ == nullptr) return;
-    engine_->SetMessageCallback(asFUNCTION(message), this, asCALL_CDECL);
-    engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
+OracleEngine::OracleEngine(asIScriptEngine* engine, Maker another)
+    : engine_(engine), another_(std::move(another)) {
+    prepare();
 }
 
 OracleEngine::~OracleEngine() {
@@ -58,11 +32,40 @@ OracleEngine::~OracleEngine() {
     engine_->ShutDownAndRelease();
 }
 
+void OracleEngine::prepare() {
+    if (engine_ == nullptr) return;
+    engine_->SetMessageCallback(asFUNCTION(message), this, asCALL_CDECL);
+    engine_->SetEngineProperty(asEP_INIT_GLOBAL_VARS_AFTER_BUILD, 0);
+}
+
+/// An engine whose compiler was left in the middle of something can only be left lying.
+void OracleEngine::replace() {
+    if (awake_ != nullptr) awake_->giveUp();
+    awake_ = nullptr;
+    engine_->ClearMessageCallback();
+    engine_ = another_ ? another_() : nullptr;
+    prepare();
+}
+
+bool OracleEngine::guarded(std::string_view text, std::uint64_t ms,
+                           const std::function<bool()>& compiles) {
+    constexpr std::size_t kBytes = scaledMebibytes(512);
+    if (engine_ == nullptr || scanSource(text, moduleSession().limits())) return false;
+    try {
+        const CompileGuard guard(systemClock(), systemClock().monotonic() + ms, kBytes);
+        return compiles();
+    } catch (const CompileEnded& ended) {
+        firstError_ = ended.reason;
+        replace();
+        return false;
+    }
+}
+
 void OracleEngine::message(const asSMessageInfo* info, void* self) noexcept {
     auto& oracle = *static_cast<OracleEngine*>(self);
     if (info->type != asMSGTYPE_ERROR) return;
     try {
-        oracle.errorRows_.push_back(info->row);
+        oracle.errors_.push_back({info->row, info->col});
         if (oracle.firstError_.empty()) oracle.firstError_ = info->message;
     } catch (...) {
         // Without memory the reason stays unknown.
@@ -70,85 +73,32 @@ void OracleEngine::message(const asSMessageInfo* info, void* self) noexcept {
 }
 
 asIScriptModule* OracleEngine::build(const char* name, const std::string& text) {
+    constexpr std::uint64_t kBuildMs = 2000;
     firstError_.clear();
-    errorRows_.clear();
-    if (engine_ == nullptr) return nullptr;
-    asIScriptModule* const module = engine_->GetModule(name, asGM_ALWAYS_CREATE);
-    if (module == nullptr) return nullptr;
-    if (module->AddScriptSection("script", text.data(), text.size()) >= 0 && module->Build() >= 0)
-        return module;
-    module->Discard();
+    errors_.clear();
+    asIScriptModule* module = nullptr;
+    const bool built = guarded(text, kBuildMs, [&] {
+        module = engine_->GetModule(name, asGM_ALWAYS_CREATE);
+        return module != nullptr &&
+               module->AddScriptSection("script", text.data(), text.size()) >= 0 &&
+               module->Build() >= 0;
+    });
+    if (built) return module;
+    asIScriptModule* const failed =
+        engine_ == nullptr ? nullptr : engine_->GetModule(name, asGM_ONLY_IF_EXISTS);
+    if (failed != nullptr) failed->Discard();
     return nullptr;
 }
 
-std::string withoutAccess(std::string_view text) {
-    std::string result(text);
-    for (const ScriptToken& token : scriptTokens(text))
-        if (token.is("private") || token.is("protected"))
-            result.replace(static_cast<std::size_t>(token.position), token.text.size(),
-                           token.text.size(), ' ');
-    return result;
-}
-
-namespace {
-
-/// "super(...);" of a constructor stays: without it the class may not build.
-std::string callOfSuper(std::string_view body) {
-    const std::vector<ScriptToken> tokens = scriptTokens(body);
-    for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-        if (!tokens[i].is("super") || !tokens[i + 1].is("(")) continue;
-        int open = 0;
-        for (std::size_t j = i + 1; j < tokens.size(); ++j) {
-            if (tokens[j].is("(")) ++open;
-            if (tokens[j].is(")") && --open == 0)
-                return std::string(body.substr(
-                           static_cast<std::size_t>(tokens[i].position),
-                           static_cast<std::size_t>(tokens[j].end() - tokens[i].position))) +
-                       ";";
-        }
-    }
-    return {};
-}
-
-std::string bodyInstead(const Declaration& function, const ScopeIndex& index) {
-    const std::string_view text = index.document().text();
-    if (returnsValue(function, text))
-        return "{return " + std::string(function.name) + "(" + ownArguments(function, index) +
-               ");}";
-    if (function.kind != DeclarationKind::constructor) return "{}";
-    return "{" + callOfSuper(text.substr(function.body.begin, function.body.size())) + "}";
-}
-
-bool holdsOneOf(ByteRange range, const TextDocument& text, const std::vector<int>& rows) {
-    const auto first = static_cast<int>(text.lineOf(range.begin)) + 1;
-    const auto last = static_cast<int>(text.lineOf(range.end)) + 1;
-    return rows.empty() || std::any_of(rows.begin(), rows.end(),
-                                       [&](int row) { return first <= row && row <= last; });
-}
-
-bool hasBody(const Declaration& function) {
-    const bool named = function.kind == DeclarationKind::function ||
-                       function.kind == DeclarationKind::method ||
-                       function.kind == DeclarationKind::constructor ||
-                       function.kind == DeclarationKind::destructor;
-    return named && !function.body.empty();
-}
-
-}  // namespace
-
-/// From the end, so that places in front stay as they are.
-std::string withoutBodies(std::string text, const ScopeIndex& index, const std::vector<int>& rows) {
-    const auto& declarations = index.declarations();
-    std::size_t taken = text.size() + 1;
-    for (std::size_t i = declarations.size(); i-- > 0;) {
-        const Declaration& function = declarations[i];
-        if (!hasBody(function) || function.body.end > taken ||
-            !holdsOneOf(function.body, index.document(), rows))
-            continue;
-        text.replace(function.body.begin, function.body.size(), bodyInstead(function, index));
-        taken = function.body.begin;
-    }
-    return text;
+asIScriptFunction* OracleEngine::compile(asIScriptModule& module, const std::string& function) {
+    constexpr std::uint64_t kProbeMs = 500;
+    asIScriptFunction* made = nullptr;
+    const bool compiled = guarded(function, kProbeMs, [&] {
+        return module.CompileFunction("probe", function.c_str(), 0, 0, &made) >= 0;
+    });
+    if (compiled || engine_ != module.GetEngine()) return compiled ? made : nullptr;
+    if (made != nullptr) made->Release();
+    return nullptr;
 }
 
 std::string passedType(std::string_view declaration) {
@@ -166,23 +116,60 @@ std::string objectType(std::string_view type) {
 }
 
 Oracle::Oracle(OracleEngine& engine, const ScopeIndex& index)
-    : engine_(engine), index_(index), tokens_(scriptTokens(index.document().text())) {
-    build();
-}
-
-/// The whole text, else without the bodies that are faulty, else without any.
-void Oracle::build() {
-    const std::string open = withoutAccess(index_.document().text());
-    const std::string name = nextModule();
-    module_ = engine_.build(name.c_str(), open);
-    if (module_ != nullptr) return;
-    const std::vector<int> rows = engine_.errorRows();
-    if (!rows.empty()) module_ = engine_.build(name.c_str(), withoutBodies(open, index_, rows));
-    if (module_ == nullptr) module_ = engine_.build(name.c_str(), withoutBodies(open, index_, {}));
-}
+    : engine_(engine), index_(index), tokens_(scriptTokens(index.document().text())) {}
 
 Oracle::~Oracle() {
-    if (module_ != nullptr) module_->Discard();
+    if (engine_.awake_ == this) engine_.rest();
+}
+
+void Oracle::allow(std::uint64_t ms) {
+    end_ = systemClock().monotonic() + ms;
+}
+
+bool Oracle::spent() const {
+    return end_ != 0 && systemClock().monotonic() >= end_;
+}
+
+asIScriptModule* Oracle::module() {
+    if (engine_.awake_ == this || hopeless_) return module_;
+    engine_.rest();
+    engine_.awake_ = this;
+    build();
+    return module_;
+}
+
+/// This text keeps the compiler busy for too long; it is not given to it again.
+void Oracle::giveUp() {
+    module_ = nullptr;
+    hopeless_ = true;
+}
+
+void OracleEngine::rest() {
+    if (awake_ == nullptr) return;
+    if (awake_->module_ != nullptr) awake_->module_->Discard();
+    awake_->module_ = nullptr;
+    awake_ = nullptr;
+}
+
+/// Without bodies where that builds, for speed; else the whole text, else without the bodies that
+/// are faulty; else without whatever is.
+void Oracle::build() {
+    constexpr int kMostAttempts = 6;
+    const std::string open = withoutAccess(index_.document().text());
+    const auto attempt = [&](const std::string& text) {
+        module_ = hopeless_ ? nullptr : engine_.build("meaning", text);
+        return module_ != nullptr;
+    };
+    if (attempt(withoutBodies(open, index_, {})) || attempt(open)) return;
+    std::vector<int> rows;
+    for (const CompilerPlace& error : engine_.errors()) rows.push_back(error.row);
+    if (!rows.empty() && attempt(withoutBodies(open, index_, rows))) return;
+    std::string kept = declarationsAlone(open, index_);
+    for (int i = 0; i < kMostAttempts; ++i) {
+        const std::string stripped = withoutBodies(kept, index_, {});
+        if (attempt(stripped) || engine_.errors().empty()) return;
+        blankPlaces(kept, index_, engine_.errors(), TextDocument(stripped));
+    }
 }
 
 std::size_t Oracle::tokenAt(std::size_t offset) const {
@@ -225,16 +212,57 @@ std::string Oracle::typeOfVariable(int declaration) {
                   variable.nameRange.begin);
 }
 
+/// A type that stands in a class is known by its class outside.
+std::string Oracle::withPath(std::string type, int variable) const {
+    const std::string name = objectType(type);
+    for (const int i :
+         index_.meaningsOf(name, index_.declarations()[at(variable)].nameRange.begin)) {
+        const Declaration& one = index_.declarations()[at(i)];
+        const bool inside = index_.scopes()[at(one.scope)].kind == Scope::Kind::type;
+        if (isType(one.kind) && inside) return type.replace(0, name.size(), index_.pathOf(i));
+    }
+    return type;
+}
+
 /// False when its type cannot be told.
 bool Oracle::addParameter(int variable, Probe& probe) {
-    const std::string type = typeOfVariable(variable);
+    std::string type = typeOfVariable(variable);
     if (type.empty()) return false;
     const std::string name(index_.declarations()[at(variable)].name);
+    type = withPath(std::move(type), variable);
     probe.parameters += (probe.parameters.empty() ? "" : ", ") + type;
     // A handle by value, everything else by a reference that any value can be behind.
     probe.parameters += (type.back() == '@' ? " " : " &in ") + name;
     return true;
 }
+
+/// What stands in a probe for the name of a member of the class around: "Base::f" is a member of
+/// the object as a Base. Empty for other names.
+std::string Oracle::memberInstead(const std::vector<ScriptToken>& tokens, std::size_t i,
+                                  int type) const {
+    const std::string name(tokens[i].text);
+    const bool path = i + 1 < tokens.size() && tokens[i + 1].is("::");
+    if (path) {
+        for (const int base : index_.lineageOf(type))
+            if (index_.declarations()[at(base)].name == name)
+                return "cast<" + index_.pathOf(base) + ">(this_).";
+        return {};
+    }
+    const bool member = !index_.membersOf(type, name).empty() ||
+                        !index_.membersOf(type, "get_" + name).empty() ||
+                        !index_.membersOf(type, "set_" + name).empty();
+    return member ? "this_." + name : std::string();
+}
+
+namespace {
+
+/// The name of an argument: "f(name: 5)".
+bool isLabel(const std::vector<ScriptToken>& tokens, std::size_t i) {
+    return i > 0 && i + 1 < tokens.size() && tokens[i + 1].is(":") &&
+           (tokens[i - 1].is("(") || tokens[i - 1].is(","));
+}
+
+}  // namespace
 
 /// Members get "this_." in front; of locals those that occur become parameters.
 bool Oracle::prepare(std::string_view expression, std::size_t offset, Probe& probe) {
@@ -247,17 +275,17 @@ bool Oracle::prepare(std::string_view expression, std::size_t offset, Probe& pro
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const ScriptToken& token = tokens[i];
         const bool behind = i > 0 && (tokens[i - 1].is(".") || tokens[i - 1].is("::"));
-        const bool label = i + 1 < tokens.size() && tokens[i + 1].is("::");
-        if (!token.isWord() || behind || label) continue;
+        if (!token.isWord() || behind || isLabel(tokens, i)) continue;
+        const bool path = i + 1 < tokens.size() && tokens[i + 1].is("::");
         std::string instead;
         if (token.is("this")) {
             instead = "this_";
         } else if (token.isName()) {
-            const int local = index_.variableAt(token.text, offset);
+            const int local = path ? kNoIndex : index_.variableAt(token.text, offset);
             if (local != kNoIndex) {
                 if (added.insert(local).second && !addParameter(local, probe)) return false;
-            } else if (type != kNoIndex && !index_.membersOf(type, token.text).empty()) {
-                instead = "this_." + std::string(token.text);
+            } else if (type != kNoIndex) {
+                instead = memberInstead(tokens, i, type);
             }
         }
         if (instead.empty()) continue;
@@ -265,7 +293,7 @@ bool Oracle::prepare(std::string_view expression, std::size_t offset, Probe& pro
         probe.expression += expression.substr(static_cast<std::size_t>(done),
                                               static_cast<std::size_t>(token.position - done));
         probe.expression += instead;
-        done = token.end();
+        done = path ? tokens[i + 1].end() : token.end();
     }
     probe.expression += expression.substr(static_cast<std::size_t>(done));
     if (!usesThis || type == kNoIndex) return !usesThis;
@@ -275,15 +303,12 @@ bool Oracle::prepare(std::string_view expression, std::size_t offset, Probe& pro
 }
 
 asIScriptFunction* Oracle::compile(const Probe& probe, const std::string& body) {
-    if (module_ == nullptr) return nullptr;
-    asIScriptFunction* function = nullptr;
+    if (module() == nullptr) return nullptr;
     module_->SetDefaultNamespace(probe.nameSpace.c_str());
     const std::string source = "void probe_(" + probe.parameters + "){" + body + "}";
-    const int result = module_->CompileFunction("probe", source.c_str(), 0, 0, &function);
-    module_->SetDefaultNamespace("");
-    if (result >= 0) return function;
-    if (function != nullptr) function->Release();
-    return nullptr;
+    asIScriptFunction* const function = engine_.compile(*module_, source);
+    if (module_ != nullptr) module_->SetDefaultNamespace("");
+    return function;
 }
 
 std::string Oracle::typeOf(ByteRange expression) {
@@ -293,7 +318,7 @@ std::string Oracle::typeOf(ByteRange expression) {
 }
 
 std::string Oracle::typeOf(std::string_view expression, std::size_t offset) {
-    if (expression.empty() || module_ == nullptr || depth_ >= kDeepest) return {};
+    if (expression.empty() || spent() || module() == nullptr || depth_ >= kDeepest) return {};
     const auto key = std::pair(offset, std::string(expression));
     if (const auto known = types_.find(key); known != types_.end()) return known->second;
     ++depth_;
@@ -318,12 +343,12 @@ std::string Oracle::typeOf(std::string_view expression, std::size_t offset) {
         }
     }
     --depth_;
-    return types_.emplace(key, type).first->second;
+    return spent() ? type : types_.emplace(key, type).first->second;
 }
 
-asITypeInfo* Oracle::typeInfo(std::string_view declaration, std::size_t offset) const {
+asITypeInfo* Oracle::typeInfo(std::string_view declaration, std::size_t offset) {
     const std::string type = objectType(declaration);
-    if (module_ == nullptr || type.empty()) return nullptr;
+    if (module() == nullptr || type.empty()) return nullptr;
     for (std::string around = nameSpaceAt(offset);;) {
         module_->SetDefaultNamespace(around.c_str());
         asITypeInfo* const found = module_->GetTypeInfoByDecl(type.c_str());
@@ -345,28 +370,47 @@ std::size_t Oracle::opening(std::size_t close) const {
     return close;
 }
 
+/// The word in front of the list of types that closes at `close`.
+std::size_t Oracle::beforeArguments(std::size_t close) const {
+    int open = 0;
+    for (std::size_t i = close + 1; i-- > 1;) {
+        const ScriptToken& token = tokens_[i];
+        if (token.is(";") || token.is("{") || token.is("}")) break;
+        if (token.text.find_first_not_of('>') == std::string_view::npos)
+            open += static_cast<int>(token.text.size());
+        if (token.is("<") && --open <= 0) return i - 1;
+    }
+    return close;
+}
+
 ByteRange Oracle::chainBefore(std::size_t offset) const {
     std::size_t i = tokenAt(offset);
     const ByteRange none{offset, offset};
     if (i == 0) return none;
     const std::size_t last = --i;
-    for (;;) {
+    for (int links = 0; links < kLongestChain; ++links) {
         while (tokens_[i].is(")") || tokens_[i].is("]")) {
             const std::size_t open = opening(i);
             if (open == i || open == 0) return none;
-            // "(a + b)." is a chain of its own; "cast<T>(a)." begins at the cast.
+            // "(a + b)." is a chain of its own; "cast<T>(a)." and "T<U>(a)." begin at their word.
             const ScriptToken& before = tokens_[open - 1];
             const bool value = before.isName() || before.is("]") || before.is(")") ||
                                before.kind == ScriptToken::Kind::text || before.is("this");
             if (tokens_[open].is("(") && before.is(">")) {
-                i = open - 1;
-                while (i > 0 && !tokens_[i].is("cast") && !tokens_[i].is(";")) --i;
+                i = beforeArguments(open - 1);
                 break;
             }
             i = value ? open - 1 : open;
             if (!value) break;
         }
-        if (i < 2 || !(tokens_[i - 1].is(".") || tokens_[i - 1].is("::"))) break;
+        const bool goesOn = i >= 2 && (tokens_[i - 1].is(".") || tokens_[i - 1].is("::"));
+        if (!goesOn) break;
+        if (links + 1 == kLongestChain) return none;
+        // Nothing stands before the "::" of the global namespace.
+        if (tokens_[i - 1].is("::") && !tokens_[i - 2].isName()) {
+            --i;
+            break;
+        }
         i -= 2;
     }
     return {static_cast<std::size_t>(tokens_[i].position),
@@ -378,7 +422,7 @@ std::vector<asIScriptFunction*> Oracle::callsIn(ByteRange expression, std::strin
     Probe probe;
     const auto text =
         std::string_view(index_.document().text()).substr(expression.begin, expression.size());
-    if (module_ == nullptr || !prepare(text, expression.begin, probe)) return calls;
+    if (spent() || module() == nullptr || !prepare(text, expression.begin, probe)) return calls;
     asIScriptFunction* const function = compile(probe, probe.expression + ";");
     if (function == nullptr) return calls;
     asUINT length = 0;

@@ -1,6 +1,10 @@
 #include "language/rename.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
+
+#include "language/script_help.h"
 
 namespace korvant {
 
@@ -8,11 +12,6 @@ namespace {
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
-}
-
-/// Names that the language itself calls.
-bool isOperatorName(std::string_view name) {
-    return name.size() > 2 && name.starts_with("op") && name[2] >= 'A' && name[2] <= 'Z';
 }
 
 bool isAccessorName(std::string_view name) {
@@ -23,17 +22,7 @@ bool isAccessorName(std::string_view name) {
 bool isGoodName(const std::string& name) {
     const std::vector<ScriptToken> tokens = scriptTokens(name);
     return tokens.size() == 1 && tokens[0].isName() && tokens[0].text == name &&
-           !isBuiltInType(name) && !isStatementWord(name) && name != "this" && name != "super";
-}
-
-bool isInRemarkOrText(const ScopeIndex& index, std::size_t offset) {
-    for (const ScriptToken& token : scriptTokens(index.document().text(), Comments::keep)) {
-        const bool quiet =
-            token.kind == ScriptToken::Kind::comment || token.kind == ScriptToken::Kind::text;
-        const auto begin = static_cast<std::size_t>(token.position);
-        if (quiet && begin < offset && offset < static_cast<std::size_t>(token.end())) return true;
-    }
-    return false;
+           !isBuiltInType(name) && name != "this" && name != "super";
 }
 
 /// The name of a class's constructors goes with it, that of a destructor behind its sign.
@@ -42,22 +31,50 @@ std::string nameOfFamily(const Meanings& meanings, const std::vector<int>& famil
     return std::string(name.starts_with("~") ? name.substr(1) : name);
 }
 
-/// Whether every place of a name means what it meant: the same declarations by their numbers.
-bool sameMeanings(Meanings& before, Meanings& after, const std::string& oldName,
-                  const std::string& newName, const std::vector<const NameUse*>& renamed) {
-    const auto& uses = before.index().uses();
-    const auto& changed = after.index().uses();
-    if (uses.size() != changed.size()) return false;
+/// What every place of the two names means, by the numbers of declarations.
+std::vector<int> meaningsOf(Meanings& meanings, const std::vector<std::size_t>& places) {
+    std::vector<int> found;
+    found.reserve(places.size());
+    for (const std::size_t i : places)
+        found.push_back(meanings.of(meanings.index().uses()[i]).declaration());
+    return found;
+}
+
+/// The uses of both names, by their numbers.
+std::vector<std::size_t> placesOf(const Meanings& meanings, const std::string& oldName,
+                                  const std::string& newName) {
+    std::vector<std::size_t> places;
+    const auto& uses = meanings.index().uses();
     for (std::size_t i = 0; i < uses.size(); ++i) {
-        const std::string_view name = before.nameOf(uses[i]);
-        if (name != oldName && name != newName) continue;
-        const Meaning was = before.of(uses[i]);
-        const Meaning is = after.of(changed[i]);
-        const bool moved = std::find(renamed.begin(), renamed.end(), &uses[i]) != renamed.end();
-        if (was.declaration() != is.declaration()) return false;
-        if (!moved && name == oldName && after.nameOf(changed[i]) != oldName) return false;
+        const std::string_view name = meanings.nameOf(uses[i]);
+        if (name == oldName || name == newName) places.push_back(i);
     }
-    return true;
+    return places;
+}
+
+/// Something of that name twice in one scope, but for functions, which may.
+bool declaredTwice(const ScopeIndex& index, const std::string& name) {
+    std::set<int> scopes;
+    bool twice = false;
+    for (const NameUse* const use : index.usesOf(name)) {
+        if (use->role != NameUse::Role::declares || use->declaration == kNoIndex) continue;
+        const Declaration& one = index.declarations()[at(use->declaration)];
+        const bool again = isCallable(one.kind) || one.kind == DeclarationKind::nameSpace;
+        if (!again) twice = !scopes.insert(one.scope).second || twice;
+    }
+    return twice;
+}
+
+/// Nothing where it does not build.
+std::optional<std::vector<std::string>> codeOfText(OracleEngine& engine, const std::string& text,
+                                                   const std::string& oldName,
+                                                   const std::string& newName) {
+    engine.rest();
+    asIScriptModule* const module = engine.build("renamed", text);
+    if (module == nullptr) return std::nullopt;
+    std::vector<std::string> code = codeOf(*module, oldName, newName);
+    module->Discard();
+    return code;
 }
 
 }  // namespace
@@ -77,7 +94,7 @@ std::string withEdits(const std::string& text, const std::vector<ByteRange>& edi
 RenamePlace renamePlace(Meanings& meanings, std::size_t offset) {
     RenamePlace place;
     const NameUse* const use = meanings.index().useAt(offset);
-    if (use == nullptr || isInRemarkOrText(meanings.index(), offset)) {
+    if (use == nullptr || inRemarkOrText(meanings.index(), offset)) {
         place.refusal = "There is no name here that could be changed";
         return place;
     }
@@ -122,19 +139,19 @@ RenameResult renameAt(OracleEngine& engine, Meanings& meanings, std::size_t offs
     for (const NameUse* const use : uses)
         if (meanings.nameOf(*use) == oldName) result.edits.push_back(use->range());
     const std::string renamed = withEdits(text, result.edits, newName);
-    asIScriptModule* const before = engine.build("before", text);
-    asIScriptModule* const after = engine.build("after", renamed);
-    if (before != nullptr && after == nullptr) {
+    const std::vector<std::size_t> places = placesOf(meanings, oldName, newName);
+    const std::vector<int> meant = meaningsOf(meanings, places);
+    const auto before = codeOfText(engine, text, oldName, newName);
+    const auto after = codeOfText(engine, renamed, oldName, newName);
+    if (before && !after) {
         result.refusal = "\"" + newName + "\" does not fit here: " + engine.firstError();
-    } else if (before != nullptr &&
-               codeOf(*before, oldName, newName) != codeOf(*after, oldName, newName)) {
+    } else if (before && *before != *after) {
         result.refusal = "\"" + newName + "\" is taken: other code would mean something else";
-    }
-    if (before != nullptr) before->Discard();
-    if (after != nullptr) after->Discard();
-    if (result.refusal.empty()) {
+    } else {
         Meanings then(engine, std::make_shared<ScopeIndex>(renamed));
-        if (!sameMeanings(meanings, then, oldName, newName, uses))
+        const bool same = then.index().uses().size() == meanings.index().uses().size() &&
+                          meaningsOf(then, places) == meant;
+        if (!same || (!before && declaredTwice(then.index(), newName)))
             result.refusal = "\"" + newName + "\" is taken where \"" + oldName + "\" is used";
     }
     if (!result.refusal.empty()) result.edits.clear();

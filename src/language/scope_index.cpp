@@ -6,8 +6,8 @@ namespace korvant {
 
 namespace {
 
-/// Classes that inherit from each other in a circle are faulty, not endless.
-constexpr int kDeepestInheritance = 32;
+/// Parts of a path; what is nested deeper is faulty.
+constexpr int kLongestPath = 32;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -53,10 +53,18 @@ int ScopeIndex::functionAt(std::size_t offset) const {
 }
 
 int ScopeIndex::classAt(std::size_t offset) const {
-    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent)
-        if (syntax_.scopes[at(scope)].kind == Scope::Kind::type)
-            return syntax_.scopes[at(scope)].owner;
+    for (int scope = scopeAt(offset); scope > 0; scope = syntax_.scopes[at(scope)].parent) {
+        const Scope& around = syntax_.scopes[at(scope)];
+        if (around.kind == Scope::Kind::type) return around.owner;
+        if (isNameless(around)) return kNoIndex;
+    }
     return kNoIndex;
+}
+
+/// Of a function without a name, which sees neither the locals nor the members around it.
+bool ScopeIndex::isNameless(const Scope& scope) const {
+    return scope.kind == Scope::Kind::function && scope.owner != kNoIndex &&
+           syntax_.declarations[at(scope.owner)].kind == DeclarationKind::lambda;
 }
 
 const NameUse* ScopeIndex::useAt(std::size_t offset) const {
@@ -126,37 +134,63 @@ const std::vector<int>& ScopeIndex::declaredIn(int scope) const {
     return scope >= 0 && at(scope) < declared_.size() ? declared_[at(scope)] : none;
 }
 
-void ScopeIndex::members(int type, std::string_view name, int depth,
-                         std::vector<int>& found) const {
-    const Declaration& owner = syntax_.declarations[at(type)];
-    for (const int index : declaredIn(owner.inner))
-        if (syntax_.declarations[at(index)].name == name) found.push_back(index);
-    if (depth == kDeepestInheritance) return;
-    for (const std::string_view base : owner.bases) {
-        const auto named = byName_.find(base);
-        if (named == byName_.end()) continue;
-        for (const int index : named->second)
-            if (index != type && isType(syntax_.declarations[at(index)].kind)) {
-                members(index, name, depth + 1, found);
+std::vector<int> ScopeIndex::basesOf(int type) const {
+    std::vector<int> found;
+    for (const std::string_view base : syntax_.declarations[at(type)].bases) {
+        const NameUse* const use =
+            useAt(static_cast<std::size_t>(base.data() - document_.text().data()));
+        if (use == nullptr) continue;
+        for (const int meant : pathsOf(*use, base))
+            if (meant != type && isType(syntax_.declarations[at(meant)].kind)) {
+                found.push_back(meant);
                 break;
             }
     }
+    return found;
+}
+
+std::vector<int> ScopeIndex::lineageOf(int type) const {
+    std::vector<int> lineage;
+    std::vector<int> waiting = {type};
+    while (!waiting.empty()) {
+        const int next = waiting.back();
+        waiting.pop_back();
+        if (std::find(lineage.begin(), lineage.end(), next) != lineage.end()) continue;
+        lineage.push_back(next);
+        const std::vector<int> bases = basesOf(next);
+        waiting.insert(waiting.end(), bases.rbegin(), bases.rend());
+    }
+    return lineage;
 }
 
 std::vector<int> ScopeIndex::membersOf(int type, std::string_view name) const {
     std::vector<int> found;
-    members(type, name, 0, found);
+    const auto named = byName_.find(name);
+    if (named == byName_.end()) return found;
+    for (const int one : lineageOf(type)) {
+        const int inner = syntax_.declarations[at(one)].inner;
+        for (const int index : named->second)
+            if (inner != kNoIndex && syntax_.declarations[at(index)].scope == inner)
+                found.push_back(index);
+    }
     return found;
 }
 
 std::vector<int> ScopeIndex::meaningsOf(std::string_view name, std::size_t offset) const {
     if (const int variable = variableAt(name, offset); variable != kNoIndex) return {variable};
     std::vector<int> found;
+    bool nameless = false;
     for (int scope = scopeAt(offset); scope != kNoIndex && found.empty();
          scope = syntax_.scopes[at(scope)].parent) {
         const Scope& around = syntax_.scopes[at(scope)];
+        nameless = nameless || isNameless(around);
         if (around.kind == Scope::Kind::type) {
-            found = membersOf(around.owner, name);
+            if (!nameless) found = membersOf(around.owner, name);
+            // Their name is that of the class.
+            std::erase_if(found, [this](int i) {
+                const DeclarationKind kind = syntax_.declarations[at(i)].kind;
+                return kind == DeclarationKind::constructor || kind == DeclarationKind::destructor;
+            });
         } else if (around.kind == Scope::Kind::nameSpace || around.kind == Scope::Kind::file) {
             inPath({}, name, scope, found);
         }
@@ -196,36 +230,59 @@ void ScopeIndex::inPath(const std::vector<std::string_view>& path, std::string_v
     }
 }
 
-std::vector<int> ScopeIndex::qualified(const NameUse& use) const {
+/// The words before "::" in front of a use, and whether nothing stands before the first "::".
+ScopeIndex::Path ScopeIndex::pathBefore(const NameUse& use) const {
     const auto& uses = syntax_.uses;
-    std::vector<std::string_view> path;
+    Path path;
+    if (!use.qualified) return path;
+    path.global = true;
     for (std::size_t i = static_cast<std::size_t>(&use - uses.data()); i > 0; --i) {
         const NameUse& before = uses[i - 1];
         if (before.role != NameUse::Role::qualifies) break;
-        path.insert(path.begin(), nameOf(before));
+        path.words.insert(path.words.begin(), nameOf(before));
+        path.global = before.qualified;
         if (!before.qualified) break;
     }
+    return path;
+}
+
+/// What `name` is in the namespaces and types of the path in front of `use`.
+std::vector<int> ScopeIndex::pathsOf(const NameUse& use, std::string_view name) const {
+    const Path path = pathBefore(use);
     std::vector<int> found;
-    for (int scope = use.scope; scope != kNoIndex && found.empty();
+    for (int scope = path.global ? 0 : use.scope; scope != kNoIndex && found.empty();
          scope = syntax_.scopes[at(scope)].parent) {
         const Scope::Kind kind = syntax_.scopes[at(scope)].kind;
         if (kind == Scope::Kind::nameSpace || kind == Scope::Kind::file)
-            inPath(path, nameOf(use), scope, found);
+            inPath(path.words, name, scope, found);
     }
+    return found;
+}
+
+std::vector<int> ScopeIndex::qualified(const NameUse& use, std::string_view name) const {
+    std::vector<int> found = pathsOf(use, name);
+    const std::vector<std::string_view> path = pathBefore(use).words;
     if (!found.empty() || path.empty()) return found;
     // "Base::method()" may be inherited by Base itself.
     const auto named = byName_.find(path.back());
     if (named == byName_.end()) return found;
     for (const int index : named->second)
-        if (isType(syntax_.declarations[at(index)].kind)) members(index, nameOf(use), 0, found);
+        if (isType(syntax_.declarations[at(index)].kind)) {
+            const std::vector<int> inherited = membersOf(index, name);
+            found.insert(found.end(), inherited.begin(), inherited.end());
+        }
     return found;
 }
 
 std::vector<int> ScopeIndex::meaningsOf(const NameUse& use) const {
     if (use.role == NameUse::Role::declares) return {use.declaration};
+    return meaningsOf(use, nameOf(use));
+}
+
+std::vector<int> ScopeIndex::meaningsOf(const NameUse& use, std::string_view name) const {
     if (use.role == NameUse::Role::labels) return {};
-    if (use.qualified) return qualified(use);
-    if (!use.member) return meaningsOf(nameOf(use), use.begin);
+    if (use.qualified) return qualified(use, name);
+    if (!use.member) return meaningsOf(name, use.begin);
     const std::string_view before = std::string_view(document_.text()).substr(0, use.begin);
     const auto dot = before.find_last_not_of(" \t\r\n", before.rfind('.') - 1);
     const int type = classAt(use.begin);
@@ -233,13 +290,13 @@ std::vector<int> ScopeIndex::meaningsOf(const NameUse& use) const {
                         before.substr(dot - 3, 4) == "this" &&
                         (dot == 3 || !isWordByte(before[dot - 4]));
     if (!ofThis || type == kNoIndex) return {};
-    return membersOf(type, nameOf(use));
+    return membersOf(type, name);
 }
 
 std::string ScopeIndex::pathOf(int declaration) const {
     std::string path;
     const Declaration* inner = &syntax_.declarations[at(declaration)];
-    for (int depth = 0; depth < kDeepestInheritance; ++depth) {
+    for (int depth = 0; depth < kLongestPath; ++depth) {
         path = std::string(inner->name) + (path.empty() ? "" : "::") + path;
         const int owner = syntax_.scopes[at(inner->scope)].owner;
         if (owner == kNoIndex) break;
@@ -248,18 +305,25 @@ std::string ScopeIndex::pathOf(int declaration) const {
     return path;
 }
 
+/// Remarks are left out; brackets stand close to what they hold.
 std::string ScopeIndex::oneLine(ByteRange range) const {
+    const std::string_view all = document_.text();
+    range.end = std::min(range.end, all.size());
+    if (range.begin >= range.end) return {};
+    const std::string_view text = all.substr(range.begin, range.size());
     std::string line;
-    bool blank = false;
-    for (std::size_t i = range.begin; i < std::min(range.end, document_.size()); ++i) {
-        const char byte = document_.text()[i];
-        if (static_cast<unsigned char>(byte) <= ' ') {
-            blank = !line.empty();
-            continue;
-        }
-        if (blank) line += ' ';
-        blank = false;
-        line += byte;
+    std::size_t end = 0;
+    bool open = true;
+    for (const ScriptToken& token : scriptTokens(text)) {
+        const auto begin = static_cast<std::size_t>(token.position);
+        const std::string_view between = text.substr(end, begin - end);
+        const bool words = !line.empty() && isWordByte(line.back()) && isWordByte(token.text[0]);
+        const bool blank = words || between.find_first_of(" \t\r\n") != std::string_view::npos;
+        const bool close = token.is(")") || token.is(",") || token.is(";");
+        if (blank && !open && !close) line += ' ';
+        line += token.text;
+        open = token.is("(");
+        end = static_cast<std::size_t>(token.end());
     }
     return line;
 }

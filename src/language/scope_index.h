@@ -34,7 +34,8 @@ class ScopeIndex {
     int scopeAt(std::size_t offset) const;
     /// The function, method, accessor or nameless function whose parameters or body hold `offset`.
     int functionAt(std::size_t offset) const;
-    /// The class or interface around `offset`.
+    /// The class or interface whose members `offset` sees by their names; those around a nameless
+    /// function are not seen inside it.
     int classAt(std::size_t offset) const;
     /// The name that `offset` touches, its end included.
     const NameUse* useAt(std::size_t offset) const;
@@ -47,6 +48,8 @@ class ScopeIndex {
     /// namespaces around declare, from inside out. Of functions all of one name. Behind "." only
     /// what stands behind "this." is told; behind "::" what the path before names.
     std::vector<int> meaningsOf(const NameUse& use) const;
+    /// The same for another name in the place of `use`.
+    std::vector<int> meaningsOf(const NameUse& use, std::string_view name) const;
     /// The same for a name without a path at a place.
     std::vector<int> meaningsOf(std::string_view name, std::size_t offset) const;
     /// The local or parameter of this name that a statement at `offset` sees: the innermost, of
@@ -60,9 +63,13 @@ class ScopeIndex {
     const std::vector<int>& declaredIn(int scope) const;
     /// Members of a class or interface of this script of that name, inherited ones last.
     std::vector<int> membersOf(int type, std::string_view name) const;
+    /// What a class or interface of this script names as its bases, as far as it is of the script.
+    std::vector<int> basesOf(int type) const;
+    /// The type itself and everything of this script that it inherits from, each once.
+    std::vector<int> lineageOf(int type) const;
     /// "A::B" for what is declared in namespaces or classes; empty for the rest.
     std::string pathOf(int declaration) const;
-    /// The text of a range, on one line with single blanks.
+    /// The text of a range, on one line with single blanks and without remarks.
     std::string oneLine(ByteRange range) const;
 
     // By line, 0-based.
@@ -76,10 +83,16 @@ class ScopeIndex {
     std::string_view nameOf(const NameUse& use) const;
     void collect(int scope, std::string_view name, std::size_t offset, bool inCode,
                  std::vector<int>& found) const;
-    std::vector<int> qualified(const NameUse& use) const;
+    struct Path {
+        std::vector<std::string_view> words;
+        bool global = false;  ///< nothing stands in front of the first "::"
+    };
+    Path pathBefore(const NameUse& use) const;
+    std::vector<int> pathsOf(const NameUse& use, std::string_view name) const;
+    std::vector<int> qualified(const NameUse& use, std::string_view name) const;
     void inPath(const std::vector<std::string_view>& path, std::string_view name, int scope,
                 std::vector<int>& found) const;
-    void members(int type, std::string_view name, int depth, std::vector<int>& found) const;
+    bool isNameless(const Scope& scope) const;
     bool knownAt(const Declaration& declaration, std::size_t offset) const;
 
     TextDocument document_;

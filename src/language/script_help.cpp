@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "language/completion.h"
-#include "language/expression_before.h"
 
 namespace korvant {
 
@@ -79,21 +78,171 @@ void addConstructors(const asITypeInfo& type, Signatures& signatures) {
     }
 }
 
+/// What of this text a call by these names may call: functions, constructors of a class, function
+/// types behind handles, and call operators of objects.
 void addDeclared(Meanings& meanings, const std::vector<int>& declarations, Signatures& signatures) {
     const ScopeIndex& index = meanings.index();
+    const auto add = [&](int i) {
+        signatures.all.push_back(signatureOf(headline(index, i), remarkAbove(index, i)));
+    };
     for (const int i : declarations) {
         const Declaration& one = index.declarations()[at(i)];
-        if (isType(one.kind)) {
+        if (isCallable(one.kind)) {
+            add(i);
+        } else if (isType(one.kind)) {
             for (const int inner : index.declaredIn(one.inner))
                 if (index.declarations()[at(inner)].kind == DeclarationKind::constructor)
-                    signatures.all.push_back(
-                        signatureOf(headline(index, inner), remarkAbove(index, inner)));
+                    add(inner);
             if (signatures.all.empty())
                 signatures.all.push_back(signatureOf(std::string(one.name) + "()", {}));
-        } else if (isCallable(one.kind)) {
-            signatures.all.push_back(signatureOf(headline(index, i), remarkAbove(index, i)));
+        } else if (isVariable(one.kind)) {
+            const int type =
+                meanings.classNamed(meanings.oracle().typeOfVariable(i), one.nameRange.begin);
+            if (type == kNoIndex) continue;
+            if (index.declarations()[at(type)].kind == DeclarationKind::functionType) add(type);
+            for (const int operation : index.membersOf(type, "opCall")) add(operation);
         }
     }
+}
+
+struct OpenCall {
+    std::size_t bracket = 0;  ///< token; 0 for none
+    std::size_t argument = 0;
+    std::size_t first = 0;  ///< token that the argument begins with
+};
+
+/// The call whose parentheses are open at `offset`.
+OpenCall openCallAt(const std::vector<ScriptToken>& tokens, std::size_t behind) {
+    OpenCall call;
+    call.first = behind;
+    const auto inner = [&](std::size_t i) { return i > 0 ? tokens[i - 1] : ScriptToken(); };
+    for (std::size_t i = behind; i-- > 0;) {
+        const ScriptToken& token = tokens[i];
+        if (token.is(")") || token.is("]") || token.is("}")) {
+            const bool braces = token.is("}");
+            int open = 0;
+            for (;; --i) {
+                const ScriptToken& one = tokens[i];
+                if (one.is(")") || one.is("]") || one.is("}")) ++open;
+                if ((one.is("(") || one.is("[") || one.is("{")) && --open == 0) break;
+                if (i == 0) return {};
+            }
+            // A list of values; everything else in braces ends what stands before it.
+            const ScriptToken before = inner(i);
+            if (braces && !before.is("(") && !before.is(",") && !before.is("{")) return {};
+        } else if (token.is(",")) {
+            if (++call.argument == 1) call.first = i + 1;
+        } else if (token.is(";")) {
+            return {};
+        } else if (token.is("(") || token.is("[") || token.is("{")) {
+            const ScriptToken before = inner(i);
+            if (token.is("{") && !before.is("(") && !before.is(",") && !before.is("{")) return {};
+            const bool called =
+                before.isName() || before.is("super") || before.is(">") || before.is("]");
+            if (token.is("(") && before.isWord() && !called) return {};
+            if (call.argument == 0) call.first = i + 1;
+            if (token.is("(") && called) {
+                call.bracket = i;
+                return call;
+            }
+            call = {};
+            call.first = i + 1;
+        }
+    }
+    return {};
+}
+
+/// The type that is constructed where a call has one in front of its bracket: "T name(", "T[](".
+std::string constructedAt(Meanings& meanings, std::size_t bracket) {
+    const auto& tokens = meanings.oracle().tokens();
+    const ScopeIndex& index = meanings.index();
+    const auto end = static_cast<std::size_t>(tokens[bracket - 1].end());
+    if (tokens[bracket - 1].isName()) {
+        const NameUse* const use =
+            index.useAt(static_cast<std::size_t>(tokens[bracket - 1].position));
+        const bool variable = use != nullptr && use->role == NameUse::Role::declares &&
+                              isVariable(index.declarations()[at(use->declaration)].kind);
+        return variable ? meanings.oracle().typeOfVariable(use->declaration) : std::string();
+    }
+    std::size_t first = bracket;
+    int open = 0;
+    while (first-- > 0) {
+        const ScriptToken& token = tokens[first];
+        if (token.is(">") || token.is("]")) ++open;
+        if (token.is("<") || token.is("[")) --open;
+        const bool part = open > 0 || token.isWord() || token.is("<") || token.is("[");
+        if (!part || token.is(";") || token.is("return")) break;
+    }
+    const auto begin = static_cast<std::size_t>(tokens[first + 1].position);
+    return begin < end ? index.oneLine({begin, end}) : std::string();
+}
+
+void addMembers(Meanings& meanings, const Documentation& library, std::size_t bracket,
+                Signatures& signatures) {
+    const auto& tokens = meanings.oracle().tokens();
+    const std::string name(tokens[bracket - 1].text);
+    const auto dot = static_cast<std::size_t>(tokens[bracket - 2].position);
+    const std::string owner = meanings.oracle().typeOf(meanings.oracle().chainBefore(dot));
+    const int type = meanings.classWithPath(owner);
+    if (type != kNoIndex)
+        return addDeclared(meanings, meanings.index().membersOf(type, name), signatures);
+    asITypeInfo* const info = meanings.oracle().typeInfo(owner, dot);
+    if (info != nullptr) addMethods(*info, name, library, signatures);
+}
+
+void addFunctions(Meanings& meanings, const Documentation& library, const ScriptToken& name,
+                  Signatures& signatures) {
+    const auto begin = static_cast<std::size_t>(name.position);
+    const NameUse* const use = meanings.index().useAt(begin);
+    if (use != nullptr && use->role == NameUse::Role::declares) return;
+    addDeclared(meanings,
+                use != nullptr ? meanings.index().meaningsOf(*use)
+                               : meanings.index().meaningsOf(name.text, begin),
+                signatures);
+    if (!signatures.all.empty()) return;
+    asIScriptModule* const module = meanings.oracle().module();
+    asIScriptEngine* const engine = module == nullptr ? nullptr : module->GetEngine();
+    if (engine == nullptr) return;
+    for (asUINT i = 0; i < engine->GetGlobalFunctionCount(); ++i) {
+        const asIScriptFunction* const function = engine->GetGlobalFunctionByIndex(i);
+        if (function->GetName() == name.text)
+            signatures.all.push_back(
+                signatureOf(libraryDeclaration(*function), library.of(*function).markdown()));
+    }
+    asITypeInfo* const type = engine->GetTypeInfoByName(std::string(name.text).c_str());
+    if (type != nullptr) addConstructors(*type, signatures);
+}
+
+/// The name of a parameter of a label: the last word before a default value.
+std::string_view nameOfParameter(std::string_view parameter) {
+    std::string_view name;
+    for (const ScriptToken& token : scriptTokens(parameter)) {
+        if (token.is("=")) break;
+        if (token.isName()) name = token.text;
+    }
+    return name;
+}
+
+/// The first signature that has the parameter, which an argument may name.
+void chooseActive(const OpenCall& call, const std::vector<ScriptToken>& tokens,
+                  Signatures& signatures) {
+    signatures.parameter = call.argument;
+    const bool labelled = call.first + 1 < tokens.size() && tokens[call.first].isName() &&
+                          tokens[call.first + 1].is(":");
+    for (std::size_t i = 0; i < signatures.all.size(); ++i) {
+        const SignatureText& one = signatures.all[i];
+        if (!labelled && one.parameters.size() <= call.argument) continue;
+        signatures.active = i;
+        for (std::size_t p = 0; labelled && p < one.parameters.size(); ++p) {
+            const std::string_view text = std::string_view(one.label).substr(
+                one.parameters[p].begin, one.parameters[p].size());
+            if (nameOfParameter(text) != tokens[call.first].text) continue;
+            signatures.parameter = p;
+            return;
+        }
+        if (!labelled) return;
+    }
+    if (labelled) signatures.active = 0;
 }
 
 }  // namespace
@@ -152,43 +301,25 @@ Signatures signaturesAt(Meanings& meanings, const Documentation& library, std::s
     Signatures signatures;
     const ScopeIndex& index = meanings.index();
     if (inRemarkOrText(index, offset)) return signatures;
-    const std::string_view text = index.document().text();
-    const CallBefore call = callBefore(text.substr(0, offset), false);
-    if (call.bracket < 0 || call.function.word.empty()) return signatures;
-    const std::string& name = call.function.word;
-    const auto bracket = static_cast<std::size_t>(call.bracket);
-    if (call.function.member) {
-        const std::size_t token = meanings.oracle().tokenAt(bracket);
-        if (token < 2) return signatures;
-        const auto dot = static_cast<std::size_t>(meanings.oracle().tokens()[token - 2].position);
-        const std::string owner = meanings.oracle().typeOf(meanings.oracle().chainBefore(dot));
-        const int type = meanings.classNamed(owner, offset);
-        if (type != kNoIndex) addDeclared(meanings, index.membersOf(type, name), signatures);
-        asITypeInfo* const info = meanings.oracle().typeInfo(owner, offset);
-        if (type == kNoIndex && info != nullptr) addMethods(*info, name, library, signatures);
+    const auto& tokens = meanings.oracle().tokens();
+    const OpenCall call = openCallAt(tokens, meanings.oracle().tokenAt(offset));
+    if (call.bracket == 0) return signatures;
+    const ScriptToken& name = tokens[call.bracket - 1];
+    const std::string constructed = constructedAt(meanings, call.bracket);
+    if (name.is("super")) {
+        const int type = index.classAt(static_cast<std::size_t>(name.position));
+        if (type != kNoIndex) addDeclared(meanings, index.basesOf(type), signatures);
+    } else if (!constructed.empty()) {
+        const int type = meanings.classNamed(constructed, offset);
+        if (type != kNoIndex) addDeclared(meanings, {type}, signatures);
+        asITypeInfo* const info = meanings.oracle().typeInfo(constructed, offset);
+        if (type == kNoIndex && info != nullptr) addConstructors(*info, signatures);
+    } else if (call.bracket > 1 && tokens[call.bracket - 2].is(".")) {
+        addMembers(meanings, library, call.bracket, signatures);
     } else {
-        const NameUse* const use = index.useAt(bracket);
-        addDeclared(meanings,
-                    use != nullptr ? index.meaningsOf(*use) : index.meaningsOf(name, bracket),
-                    signatures);
-        asIScriptModule* const module = meanings.oracle().module();
-        asIScriptEngine* const engine = module == nullptr ? nullptr : module->GetEngine();
-        for (asUINT i = 0; engine != nullptr && i < engine->GetGlobalFunctionCount(); ++i) {
-            const asIScriptFunction* const function = engine->GetGlobalFunctionByIndex(i);
-            if (function->GetName() == name)
-                signatures.all.push_back(
-                    signatureOf(libraryDeclaration(*function), library.of(*function).markdown()));
-        }
-        asITypeInfo* const type =
-            engine == nullptr ? nullptr : engine->GetTypeInfoByName(name.c_str());
-        if (type != nullptr) addConstructors(*type, signatures);
+        addFunctions(meanings, library, name, signatures);
     }
-    signatures.parameter = static_cast<std::size_t>(std::max(0, call.argument));
-    const auto fits = std::find_if(
-        signatures.all.begin(), signatures.all.end(),
-        [&](const SignatureText& one) { return one.parameters.size() > signatures.parameter; });
-    if (fits != signatures.all.end())
-        signatures.active = static_cast<std::size_t>(fits - signatures.all.begin());
+    chooseActive(call, tokens, signatures);
     return signatures;
 }
 

@@ -118,7 +118,7 @@ bool isBlank(char byte) {
 
 }  // namespace
 
-std::vector<OutlineItem> outlineOf(const ScopeIndex& index) {
+std::vector<OutlineItem> outlineTree(const ScopeIndex& index) {
     std::vector<OutlineItem> items;
     addOutline(index, 0, items);
     return items;

@@ -19,7 +19,7 @@ struct OutlineItem {
 };
 
 /// Types, functions and variables that are no locals, in the order of the text.
-std::vector<OutlineItem> outlineOf(const ScopeIndex& index);
+std::vector<OutlineItem> outlineTree(const ScopeIndex& index);
 
 /// Lines from 0, first and last.
 struct FoldedLines {

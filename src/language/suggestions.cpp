@@ -82,19 +82,32 @@ class Collector {
         const Declaration& one = index_.declarations()[at(declaration)];
         if (one.kind == DeclarationKind::constructor || one.kind == DeclarationKind::destructor ||
             one.kind == DeclarationKind::accessor || one.kind == DeclarationKind::lambda ||
-            one.name.starts_with("op"))
+            isOperatorName(one.name))
             return;
+        const std::string shown = headline(index_, declaration);
+        // Written like a variable.
+        if (isAccessor(one.name) && shown.ends_with(" property"))
+            add({Kind::field,
+                 std::string(one.name.substr(4)),
+                 shown,
+                 remarkAbove(index_, declaration),
+                 {},
+                 false});
         add({kindOf(one),
              std::string(one.name),
-             headline(index_, declaration),
+             shown,
              remarkAbove(index_, declaration),
              {},
              false});
     }
 
+    static bool isAccessor(std::string_view name) {
+        return name.starts_with("get_") || name.starts_with("set_");
+    }
+
     void addFunction(const asIScriptFunction& function, Kind kind) {
         const std::string name = function.GetName();
-        if (name.starts_with("op") && kind == Kind::method) return;
+        if (isOperatorName(name) && kind == Kind::method) return;
         add({kind,
              name,
              function.GetDeclaration(false, false, true),
@@ -110,21 +123,16 @@ class Collector {
         return inside == owner || (one.isProtected && inside != kNoIndex);
     }
 
-    void membersOfClass(int type, int inside, int depth) {
-        const Declaration& owner = index_.declarations()[at(type)];
-        for (const int i : index_.declaredIn(owner.inner))
-            if (visible(i, type, inside)) addDeclared(i);
-        if (depth > 32) return;
-        for (const std::string_view base : owner.bases) {
-            const int next = meanings_.classNamed(base, owner.whole.begin);
-            if (next != kNoIndex && next != type) membersOfClass(next, inside, depth + 1);
-        }
+    void membersOfClass(int type, int inside) {
+        for (const int one : index_.lineageOf(type))
+            for (const int i : index_.declaredIn(index_.declarations()[at(one)].inner))
+                if (visible(i, one, inside)) addDeclared(i);
     }
 
     void members(std::size_t dot) {
         const std::string owner = meanings_.oracle().typeOf(meanings_.oracle().chainBefore(dot));
-        const int type = meanings_.classNamed(owner, offset_);
-        if (type != kNoIndex) return membersOfClass(type, index_.classAt(offset_), 0);
+        const int type = meanings_.classWithPath(owner);
+        if (type != kNoIndex) return membersOfClass(type, index_.classAt(offset_));
         const asITypeInfo* const info = meanings_.oracle().typeInfo(owner, offset_);
         if (info == nullptr) return;
         for (asUINT i = 0; i < info->GetMethodCount(); ++i)
@@ -167,7 +175,7 @@ class Collector {
     void everything() {
         for (const int i : index_.variablesAt(offset_)) addDeclared(i);
         const int type = index_.classAt(offset_);
-        if (type != kNoIndex) membersOfClass(type, type, 0);
+        if (type != kNoIndex) membersOfClass(type, type);
         for (int scope = index_.scopeAt(offset_); scope != kNoIndex;
              scope = index_.scopes()[at(scope)].parent) {
             const Scope::Kind kind = index_.scopes()[at(scope)].kind;

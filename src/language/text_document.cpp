@@ -34,6 +34,39 @@ Character characterAt(std::string_view text) {
 TextDocument::TextDocument(std::string text) : text_(std::move(text)) {
     starts_ = lineStartsIn(text_, 0);
     starts_.insert(starts_.begin(), 0);
+    findWide();
+}
+
+/// The characters of more than one byte: between them bytes and units go in step.
+void TextDocument::findWide() {
+    wide_.clear();
+    const std::string_view all = text_;
+    std::size_t excess = 0;
+    for (std::size_t at = 0; at < all.size();) {
+        if (static_cast<unsigned char>(all[at]) < 0x80) {
+            ++at;
+            continue;
+        }
+        const Character character = characterAt(all.substr(at));
+        if (character.bytes > 1) {
+            wide_.push_back({at, excess, static_cast<std::uint8_t>(character.bytes),
+                             static_cast<std::uint8_t>(character.units)});
+            excess += character.bytes - character.units;
+        }
+        at += character.bytes;
+    }
+}
+
+/// Units in front of `offset`, from the beginning of the text on; inside a character those in front
+/// of it.
+std::size_t TextDocument::unitsBefore(std::size_t offset) const {
+    const auto behind = std::lower_bound(
+        wide_.begin(), wide_.end(), offset,
+        [](const Wide& character, std::size_t place) { return character.begin < place; });
+    if (behind == wide_.begin()) return offset;
+    const Wide& last = *(behind - 1);
+    if (last.begin + last.bytes > offset) return last.begin - last.excess;
+    return offset - last.excess - (last.bytes - last.units);
 }
 
 std::size_t TextDocument::lineStart(std::uint32_t line) const {
@@ -72,28 +105,24 @@ std::size_t TextDocument::offsetOf(TextPosition position) const {
 TextPosition TextDocument::utf16PositionOf(std::size_t offset) const {
     offset = std::min(offset, text_.size());
     const std::uint32_t line = lineOf(offset);
-    const std::string_view all = text_;
-    std::uint32_t column = 0;
-    for (std::size_t at = starts_[line]; at < offset;) {
-        const Character character = characterAt(all.substr(at));
-        if (at + character.bytes > offset) break;
-        column += character.units;
-        at += character.bytes;
-    }
-    return {line, column};
+    return {line, static_cast<std::uint32_t>(unitsBefore(offset) - unitsBefore(starts_[line]))};
 }
 
 std::size_t TextDocument::offsetOfUtf16(TextPosition position) const {
     const ByteRange line = lineRange(position.line);
-    const std::string_view all = text_;
-    std::size_t at = line.begin;
-    for (std::uint32_t left = position.column; at < line.end;) {
-        const Character character = characterAt(all.substr(at));
-        if (character.units > left) break;
-        left -= character.units;
-        at += character.bytes;
+    const std::size_t wanted = unitsBefore(line.begin) + position.column;
+    // The last of them that begins at the wanted unit or before it.
+    const auto behind = std::upper_bound(wide_.begin(), wide_.end(), wanted,
+                                         [](std::size_t units, const Wide& character) {
+                                             return units < character.begin - character.excess;
+                                         });
+    std::size_t offset = wanted;
+    if (behind != wide_.begin()) {
+        const Wide& last = *(behind - 1);
+        const std::size_t units = wanted - (last.begin - last.excess);
+        offset = units < last.units ? last.begin : last.begin + last.bytes + units - last.units;
     }
-    return at;
+    return std::min(offset, line.end);
 }
 
 void TextDocument::replace(ByteRange range, std::string_view with) {
@@ -106,6 +135,7 @@ void TextDocument::replace(ByteRange range, std::string_view with) {
     for (auto line = to; line != starts_.end(); ++line) *line = *line - range.size() + copy.size();
     const std::vector<std::size_t> added = lineStartsIn(copy, range.begin);
     starts_.insert(starts_.erase(from, to), added.begin(), added.end());
+    findWide();
     ++version_;
 }
 

@@ -49,16 +49,25 @@ class TextDocument {
     /// A position inside a character is taken as its beginning.
     std::size_t offsetOfUtf16(TextPosition position) const;
 
-    /// Puts `with` in the place of `range`. Takes time in proportion to what changes, and to the
-    /// bytes and lines behind it that move.
+    /// Puts `with` in the place of `range`. Takes time in proportion to the text.
     void replace(ByteRange range, std::string_view with);
 
     /// How often the text has been changed.
     std::uint64_t version() const noexcept { return version_; }
 
   private:
+    struct Wide {
+        std::size_t begin;
+        std::size_t excess;  ///< bytes less units of those in front of it
+        std::uint8_t bytes;
+        std::uint8_t units;
+    };
+    void findWide();
+    std::size_t unitsBefore(std::size_t offset) const;
+
     std::string text_;
     std::vector<std::size_t> starts_;  ///< of all lines
+    std::vector<Wide> wide_;           ///< in the order of the text
     std::uint64_t version_ = 0;
 };
 

@@ -87,6 +87,10 @@ bool isStatementWord(std::string_view word) noexcept {
     return contains(kStatementWords, word);
 }
 
+bool isOperatorName(std::string_view name) noexcept {
+    return name.size() > 2 && name.starts_with("op") && name[2] >= 'A' && name[2] <= 'Z';
+}
+
 bool isBuiltInType(std::string_view word) noexcept {
     return contains(kBuiltInTypes, word);
 }

@@ -43,6 +43,9 @@ bool isWordByte(char byte) noexcept;
 /// Words that begin a statement or an expression and so are never the name of a type or variable.
 bool isStatementWord(std::string_view word) noexcept;
 
+/// Names of methods that the language calls by itself: "opAdd" and its like.
+bool isOperatorName(std::string_view name) noexcept;
+
 /// Words that name a type of the language itself: "int", "uint8", "void", "auto" and their like.
 bool isBuiltInType(std::string_view word) noexcept;
 

@@ -5,6 +5,8 @@
 
 #include <random>
 
+#include "base/text/text_encoding.h"
+
 namespace korvant::test {
 namespace {
 
@@ -38,6 +40,42 @@ TEST(TextDocument, ManyEditsLeaveTheSameLinesAsReadingAnew) {
             ASSERT_EQ(text.lineStart(line), anew.lineStart(line)) << i;
     }
     EXPECT_EQ(text.version(), 3000u);
+}
+
+/// Units of a line up to an offset, counted one by one.
+std::uint32_t counted(std::string_view line) {
+    std::uint32_t units = 0;
+    for (std::size_t at = 0; at < line.size();) {
+        const int bytes = std::max(1, utf8SequenceLength(line.substr(at)));
+        units += bytes == 4 ? 2 : 1;
+        at += static_cast<std::size_t>(bytes);
+    }
+    return units;
+}
+
+TEST(TextDocument, UnitsAreThoseThatOneCounts) {
+    std::mt19937 random(11);
+    const std::string pieces[] = {"x",        "\n",           "\r\n",
+                                  "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80",
+                                  "\xE4",     "\xF0\x9F",     "ab"};
+    for (int i = 0; i < 300; ++i) {
+        TextDocument text;
+        for (int j = 0; j < 25; ++j) {
+            const std::size_t place = random() % (text.size() + 1);
+            text.replace({place, place}, pieces[random() % std::size(pieces)]);
+        }
+        for (std::uint32_t line = 0; line < text.lineCount(); ++line) {
+            const std::string_view content = text.lineText(line);
+            for (std::size_t end = 0; end <= content.size();) {
+                const TextPosition place{line, counted(content.substr(0, end))};
+                ASSERT_EQ(text.utf16PositionOf(text.lineStart(line) + end), place) << text.text();
+                ASSERT_EQ(text.offsetOfUtf16(place), text.lineStart(line) + end) << text.text();
+                if (end == content.size()) break;
+                end +=
+                    static_cast<std::size_t>(std::max(1, utf8SequenceLength(content.substr(end))));
+            }
+        }
+    }
 }
 
 }  // namespace

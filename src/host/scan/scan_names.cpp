@@ -74,7 +74,8 @@ class NameCheck {
             if (tokens_.isSymbol(i, '>') && --depth == 0) break;
         }
         typeEnd_ = i;
-        if (!tokens_.isSymbol(i, '>')) return std::nullopt;
+        // The parser follows what nothing closes as far as it goes.
+        if (deepest <= kTypeDepth && !tokens_.isSymbol(i, '>')) return std::nullopt;
         work_ += std::size_t{1} << std::min(deepest, kTypeDepth);
         if (deepest > kTypeDepth || work_ > kTypeWork)
             return ScanFinding{open, "Types are nested too deeply"};

@@ -201,7 +201,7 @@ LanguageServer::Reply LanguageServer::formatting(const Json& params) {
 LanguageServer::Reply LanguageServer::codeActions(const Json& params) {
     OpenText* const text = textOf(params);
     if (text == nullptr || !rpc::memberOf(params, "range").is_object()) return {};
-    if (text->dirty) publish(*text);
+    awaitAnswer(*text);
     const ByteRange range = rangeOf(*text, rpc::memberOf(params, "range"));
     const std::uint32_t first = text->document.lineOf(range.begin);
     const std::uint32_t last = text->document.lineOf(range.end);

@@ -10,15 +10,11 @@ namespace korvant::lsp {
 namespace {
 
 constexpr int kRequestFailed = -32803;
+constexpr int kRead = 2, kWrite = 3;         // Source: the protocol's DocumentHighlightKind.
+constexpr std::uint64_t kRenameMs = 10'000;  ///< a part of the places would be wrong
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
-}
-
-/// What a use means, as declarations; none in remarks and for names of the library.
-std::vector<int> declarationsAt(Meanings& meanings, std::size_t offset) {
-    const NameUse* const use = meanings.index().useAt(offset);
-    return use == nullptr ? std::vector<int>() : meanings.of(*use).declarations;
 }
 
 /// The class behind the type of a declaration.
@@ -30,94 +26,85 @@ int classOf(Meanings& meanings, int declaration) {
     return meanings.classNamed(type, one.nameRange.begin);
 }
 
-bool derivesFrom(const Meanings& meanings, int type, int base) {
-    const Declaration& one = meanings.index().declarations()[at(type)];
-    return std::any_of(one.bases.begin(), one.bases.end(), [&](std::string_view name) {
-        const int next = meanings.classNamed(name, one.whole.begin);
-        return next == base ||
-               (next != kNoIndex && next != type && derivesFrom(meanings, next, base));
-    });
-}
-
 }  // namespace
 
-LanguageServer::Reply LanguageServer::definition(const Json& params) {
-    OpenText* text = nullptr;
+/// Without declarations in remarks and for names of the library; without a text where none is open.
+LanguageServer::Target LanguageServer::targetOf(const Json& params) {
+    Target target;
     std::size_t offset = 0;
-    if (!place(params, text, offset)) return {};
-    Meanings& meanings = meaningsOf(*text);
-    const std::vector<int> found = declarationsAt(meanings, offset);
-    if (found.empty()) return {};
-    const Declaration& one = meanings.index().declarations()[at(found.front())];
-    return {locationJson(*text, one.nameRange), 0, {}};
+    if (!place(params, target.text, offset)) return target;
+    target.meanings = &meaningsOf(*target.text);
+    if (const NameUse* const use = target.meanings->index().useAt(offset))
+        target.declarations = target.meanings->of(*use).declarations;
+    return target;
+}
+
+Json LanguageServer::declarationJson(const Target& target, int declaration) const {
+    return locationJson(*target.text,
+                        target.meanings->index().declarations()[at(declaration)].nameRange);
+}
+
+LanguageServer::Reply LanguageServer::definition(const Json& params) {
+    const Target target = targetOf(params);
+    if (target.declarations.empty()) return {};
+    return {declarationJson(target, target.declarations.front()), 0, {}};
 }
 
 LanguageServer::Reply LanguageServer::typeDefinition(const Json& params) {
-    OpenText* text = nullptr;
-    std::size_t offset = 0;
-    if (!place(params, text, offset)) return {};
-    Meanings& meanings = meaningsOf(*text);
-    const std::vector<int> found = declarationsAt(meanings, offset);
-    const int type = found.empty() ? kNoIndex : classOf(meanings, found.front());
-    if (type == kNoIndex) return {};
-    return {locationJson(*text, meanings.index().declarations()[at(type)].nameRange), 0, {}};
+    const Target target = targetOf(params);
+    const int type = target.declarations.empty()
+                         ? kNoIndex
+                         : classOf(*target.meanings, target.declarations.front());
+    return type == kNoIndex ? Reply{} : Reply{declarationJson(target, type), 0, {}};
 }
 
 LanguageServer::Reply LanguageServer::implementation(const Json& params) {
-    OpenText* text = nullptr;
-    std::size_t offset = 0;
-    if (!place(params, text, offset)) return {};
-    Meanings& meanings = meaningsOf(*text);
-    const std::vector<int> found = declarationsAt(meanings, offset);
-    if (found.empty()) return {};
-    const auto& declarations = meanings.index().declarations();
+    const Target target = targetOf(params);
+    if (target.declarations.empty()) return {};
+    const auto& declarations = target.meanings->index().declarations();
     Json list = Json::array();
-    const auto add = [&](int i) {
-        list.push_back(locationJson(*text, declarations[at(i)].nameRange));
-    };
-    const int meant = found.front();
+    const int meant = target.declarations.front();
     if (isType(declarations[at(meant)].kind)) {
-        for (std::size_t i = 0; i < declarations.size(); ++i)
-            if (isType(declarations[i].kind) && derivesFrom(meanings, static_cast<int>(i), meant))
-                add(static_cast<int>(i));
+        for (int i = 0; i < static_cast<int>(declarations.size()); ++i)
+            if (isType(declarations[at(i)].kind) && i != meant &&
+                target.meanings->inherits(i, meant))
+                list.push_back(declarationJson(target, i));
     } else {
-        for (const int i : meanings.familyOf(meant))
-            if (!declarations[at(i)].body.empty()) add(i);
+        for (const int i : target.meanings->familyOf(meant))
+            if (!declarations[at(i)].body.empty()) list.push_back(declarationJson(target, i));
     }
     return {list, 0, {}};
 }
 
 LanguageServer::Reply LanguageServer::references(const Json& params) {
-    OpenText* text = nullptr;
-    std::size_t offset = 0;
-    if (!place(params, text, offset)) return {};
-    Meanings& meanings = meaningsOf(*text);
-    const std::vector<int> found = declarationsAt(meanings, offset);
+    const Target target = targetOf(params);
+    if (target.text == nullptr) return {};
     Json list = Json::array();
     const bool declared =
         rpc::truthOf(rpc::memberOf(params, "context"), "includeDeclaration", true);
-    if (!found.empty())
-        for (const NameUse* const use : meanings.referencesTo(meanings.familyOf(found.front())))
-            if (declared || use->role != NameUse::Role::declares)
-                list.push_back(locationJson(*text, use->range()));
+    for (const NameUse* const use : usesOf(target))
+        if (declared || use->role != NameUse::Role::declares)
+            list.push_back(locationJson(*target.text, use->range()));
     return {list, 0, {}};
 }
 
 LanguageServer::Reply LanguageServer::highlights(const Json& params) {
-    OpenText* text = nullptr;
-    std::size_t offset = 0;
-    if (!place(params, text, offset)) return {};
-    Meanings& meanings = meaningsOf(*text);
-    const std::vector<int> found = declarationsAt(meanings, offset);
+    const Target target = targetOf(params);
+    if (target.text == nullptr) return {};
     Json list = Json::array();
-    if (found.empty()) return {list, 0, {}};
     using Role = NameUse::Role;
-    for (const NameUse* const use : meanings.referencesTo(meanings.familyOf(found.front()))) {
+    for (const NameUse* const use : usesOf(target)) {
         const bool writes =
             use->role == Role::writes || use->role == Role::changes || use->role == Role::declares;
-        list.push_back({{"range", rangeJson(*text, use->range())}, {"kind", writes ? 3 : 2}});
+        list.push_back(
+            {{"range", rangeJson(*target.text, use->range())}, {"kind", writes ? kWrite : kRead}});
     }
     return {list, 0, {}};
+}
+
+std::vector<const NameUse*> LanguageServer::usesOf(const Target& target) const {
+    if (target.declarations.empty()) return {};
+    return target.meanings->referencesTo(target.meanings->familyOf(target.declarations.front()));
 }
 
 namespace {
@@ -176,13 +163,13 @@ LanguageServer::Reply LanguageServer::documentSymbols(const Json& params) {
     if (text == nullptr) return {};
     const ScopeIndex& index = meaningsOf(*text).index();
     if (hierarchical_)
-        return {symbolTree(index, outlineOf(index),
+        return {symbolTree(index, outlineTree(index),
                            [&](ByteRange range) { return rangeJson(*text, range); }),
                 0,
                 {}};
     Json list = Json::array();
     symbolList(
-        index, outlineOf(index), {}, [&](ByteRange range) { return locationJson(*text, range); },
+        index, outlineTree(index), {}, [&](ByteRange range) { return locationJson(*text, range); },
         [](const std::string&) { return true; }, list);
     return {list, 0, {}};
 }
@@ -193,7 +180,7 @@ LanguageServer::Reply LanguageServer::workspaceSymbols(const Json& params) {
     for (auto& [uri, text] : texts_) {
         const ScopeIndex& index = meaningsOf(text).index();
         symbolList(
-            index, outlineOf(index), {},
+            index, outlineTree(index), {},
             [&, &open = text](ByteRange range) { return locationJson(open, range); },
             [&](const std::string& name) { return fits(name, query); }, list);
     }
@@ -216,7 +203,9 @@ LanguageServer::Reply LanguageServer::rename(const Json& params) {
     std::size_t offset = 0;
     if (!place(params, text, offset)) return {};
     const std::string name = rpc::textOf(params, "newName");
-    const RenameResult result = renameAt(engine_, meaningsOf(*text), offset, name);
+    Meanings& meanings = meaningsOf(*text);
+    meanings.oracle().allow(kRenameMs);
+    const RenameResult result = renameAt(engine_, meanings, offset, name);
     if (!result.refusal.empty()) return Reply::failed(kRequestFailed, result.refusal);
     Json edits = Json::array();
     for (const ByteRange& edit : result.edits)

@@ -7,6 +7,9 @@ namespace korvant::lsp {
 
 namespace {
 
+/// What the compiler may be asked for one request; then the answer is what is known so far.
+constexpr std::uint64_t kRequestMs = 1000;
+
 /// Negative and huge numbers lie at the ends of the text.
 std::uint32_t bounded(std::int64_t number) {
     return static_cast<std::uint32_t>(std::clamp<std::int64_t>(number, 0, 0x7fffffff));
@@ -28,6 +31,7 @@ Meanings& LanguageServer::meaningsOf(OpenText& text) {
     if (!text.meanings)
         text.meanings =
             std::make_unique<Meanings>(engine_, std::make_shared<ScopeIndex>(text.document.text()));
+    text.meanings->oracle().allow(kRequestMs);
     return *text.meanings;
 }
 

@@ -1,9 +1,6 @@
 #include "protocol/lsp/language_server.h"
 
 #include <chrono>
-
-#include "base/text/text_encoding.h"
-
 namespace korvant::lsp {
 
 namespace {
@@ -30,8 +27,23 @@ bool offersUtf8(const Json& params) {
 LanguageServer::LanguageServer(std::shared_ptr<rpc::Channel> channel, LanguageServices services)
     : services_(std::move(services)),
       documentation_(services_.families),
-      engine_(services_.engine()),
-      stream_(std::make_unique<rpc::MessageStream>(std::move(channel))) {}
+      engine_(services_.engine(), services_.engine),
+      stream_(std::make_unique<rpc::MessageStream>(
+          std::move(channel), rpc::MessageStream::Listener{{}, {}, [this] { clientIsGone(); }})) {
+    if (!services_.checks) return;
+    service_ = services_.checks([this](std::function<void()> work) {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back(std::move(work));
+        changed_.notify_all();
+        stream_->mailbox().wake();
+    });
+    if (service_) service_->onResult([this](const CheckResult& result) { takeResult(result); });
+}
+
+/// The check first, which posts into the stream.
+LanguageServer::~LanguageServer() {
+    service_.reset();
+}
 
 const std::map<std::string, LanguageServer::Handler>& LanguageServer::requests() {
     using S = LanguageServer;
@@ -66,14 +78,18 @@ const std::map<std::string, LanguageServer::Handler>& LanguageServer::requests()
 
 int LanguageServer::serve() {
     while (!leaving_) {
+        runPosted();
         const auto message = stream_->mailbox().take(kPause);
         if (message)
             handle(*message);
         else if (stream_->mailbox().ended())
             break;
-        else
-            publishDue();
+        else if (!holdsPosted())
+            checkDue();
     }
+    const std::lock_guard lock(mutex_);
+    left_ = true;
+    changed_.notify_all();
     return shutDown_ ? 0 : 1;
 }
 
@@ -163,6 +179,7 @@ void LanguageServer::change(const Json& params) {
             text->document = TextDocument(with);
     }
     text->dirty = true;
+    text->answered = false;
     text->meanings.reset();
 }
 
@@ -174,36 +191,6 @@ void LanguageServer::closeText(const Json& params) {
     stream_->send({{"jsonrpc", "2.0"},
                    {"method", "textDocument/publishDiagnostics"},
                    {"params", {{"uri", uri}, {"diagnostics", Json::array()}}}});
-}
-
-void LanguageServer::publishDue() {
-    for (auto& [uri, text] : texts_)
-        if (text.dirty) return publish(text);
-}
-
-void LanguageServer::publish(OpenText& text) {
-    text.dirty = false;
-    const CheckResult result =
-        services_.check(static_cast<std::uint64_t>(text.version), text.document.text());
-    if (!result.complete) return;
-    text.diagnostics = result.diagnostics;
-    Json list = Json::array();
-    for (const Diagnostic& one : result.diagnostics) {
-        if (one.kind == Diagnostic::Kind::information) continue;
-        const auto line = static_cast<std::uint32_t>(std::max(0, one.line - 1));
-        const auto column = static_cast<std::uint32_t>(std::max(0, one.column - 1));
-        const auto end = static_cast<std::uint32_t>(std::max(0, one.endColumn - 1));
-        const ByteRange range{text.document.offsetOf({line, column}),
-                              text.document.offsetOf({line, std::max(column, end)})};
-        list.push_back({{"range", rangeJson(text, range)},
-                        {"severity", one.kind == Diagnostic::Kind::error ? 1 : 2},
-                        {"source", "korvant"},
-                        {"message", decodeForDisplay(one.text)}});
-    }
-    stream_->send(
-        {{"jsonrpc", "2.0"},
-         {"method", "textDocument/publishDiagnostics"},
-         {"params", {{"uri", text.uri}, {"version", text.version}, {"diagnostics", list}}}});
 }
 
 }  // namespace korvant::lsp

@@ -1,9 +1,14 @@
 // `korvant lsp`: a language server for one client on standard input and output.
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -18,11 +23,14 @@ using rpc::Json;
 
 /// What the program that serves does for it.
 struct LanguageServices {
-    /// The messages of a build of a text, nothing executed.
-    std::function<CheckResult(std::uint64_t version, const std::string& text)> check;
+    /// Says what is wrong with texts, beside us. May make null: then nothing is said.
+    std::function<std::unique_ptr<CheckService>(CheckService::Poster poster)> checks;
     /// An engine with what scripts can call, for us alone; the reference is ours. May be null.
     std::function<asIScriptEngine*()> engine;
     std::span<const FunctionFamily> families;
+    /// Ends the process: the client has been gone for three seconds and a request still runs. May
+    /// be empty.
+    std::function<void()> abandon;
 };
 
 /// One text that the client has open.
@@ -30,7 +38,8 @@ struct OpenText {
     std::string uri;
     std::int64_t version = 0;
     TextDocument document;
-    bool dirty = true;  ///< changed since its messages were told
+    bool dirty = true;      ///< changed since it was given to the check
+    bool answered = false;  ///< the messages are those of the present text
     std::vector<Diagnostic> diagnostics;
     std::unique_ptr<Meanings> meanings;  ///< of the present text; made when needed
 };
@@ -42,6 +51,7 @@ class LanguageServer {
     /// Serves until the client says exit or is gone. The process's exit code: 0 after shutdown,
     /// else 1.
     int serve();
+    ~LanguageServer();
 
   private:
     struct Reply {
@@ -64,10 +74,30 @@ class LanguageServer {
     void open(const Json& params);
     void change(const Json& params);
     void closeText(const Json& params);
-    void publishDue();
-    void publish(OpenText& text);
+
+    // language_checking.cpp
+    /// What the check has posted from its thread.
+    void runPosted();
+    bool holdsPosted() const;
+    /// Gives the next changed text to the check; of one that is under way the newest state.
+    void checkDue();
+    void check(OpenText& text);
+    void takeResult(const CheckResult& result);
+    void publish(const OpenText& text);
+    /// Waits a little for the messages of the present text.
+    void awaitAnswer(OpenText& text);
+    void clientIsGone();
 
     // language_navigation.cpp
+    /// What the parameters point at.
+    struct Target {
+        OpenText* text = nullptr;
+        Meanings* meanings = nullptr;
+        std::vector<int> declarations;
+    };
+    Target targetOf(const Json& params);
+    Json declarationJson(const Target& target, int declaration) const;
+    std::vector<const NameUse*> usesOf(const Target& target) const;
     Reply definition(const Json& params);
     Reply typeDefinition(const Json& params);
     Reply implementation(const Json& params);
@@ -112,6 +142,18 @@ class LanguageServer {
     bool shutDown_ = false;
     bool leaving_ = false;
     std::map<std::string, std::string> completionTexts_;  ///< documentation by key, for resolve
+    struct Checking {
+        std::string uri;
+        std::uint64_t number = 0;
+        std::chrono::steady_clock::time_point began;
+    };
+    std::optional<Checking> checking_;  ///< what no answer has come for
+    std::uint64_t checks_ = 0;
+    mutable std::mutex mutex_;  ///< of posted_ and left_
+    std::deque<std::function<void()>> posted_;
+    bool left_ = false;  ///< serve() is over
+    std::condition_variable changed_;
+    std::unique_ptr<CheckService> service_;
     std::unique_ptr<rpc::MessageStream> stream_;
 };
 

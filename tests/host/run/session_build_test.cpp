@@ -68,7 +68,9 @@ TEST_F(Build, TextsTheCompilerCannotTakeAreRefusedWithTheirPlace) {
                                std::string(100000, ')') + ";\n return x; }",
                            "Brackets and statements are nested too deeply at line 2 column "},
                           {"\n\n" + repeated("array<", 16) + "int" + repeated(">", 16) + " a;",
-                           "Types are nested too deeply at line 3 column 6\n"}};
+                           "Types are nested too deeply at line 3 column 6\n"},
+                          {"\n" + repeated("array<", 30'000) + "int a;",
+                           "Types are nested too deeply at line 2 column 6\n"}};
     for (const Case& refused : cases) {
         EXPECT_FALSE(builds(refused.text));
         ASSERT_EQ(list().count(), 1u);

@@ -42,13 +42,13 @@ local function diagnosticsEqualCheck(file)
     return handler(err, result, ...)
   end
   client.notify('textDocument/didChange', { textDocument = { uri = vim.uri_from_bufnr(buffer), version = 99 },
-    contentChanges = { { text = table.concat(vim.fn.readfile(file), '\n') .. '\n' } } })
+    contentChanges = { { text = io.open(file, 'rb'):read('*a') } } })
   vim.wait(8000, function() return told ~= nil and told.version == 99 end, 10)
   local wanted = {}
   for line in vim.fn.system({ korvant, 'check', '--json', file }):gmatch('[^\n]+') do
     local message = vim.json.decode(line)
     if message.kind ~= 'information' then
-      table.insert(wanted, message.line - 1 .. ':' .. message.text)
+      table.insert(wanted, math.max(0, message.line - 1) .. ':' .. message.text)
     end
   end
   local found = {}
@@ -88,9 +88,76 @@ local function namesOfWalk()
   client.stop(true)
 end
 
+-- The table behind each script of tests/protocol/lsp/places: rows of what is expected at its labels.
+local function readTable(file)
+  local labels, rows = {}, {}
+  for number, content in ipairs(vim.fn.readfile(file)) do
+    local row = content:match('^//: (.-)\r?$')
+    if row then table.insert(rows, row) else
+      for label, behind in content:gmatch('/%*(%w+)%*/()') do
+        local _, units = vim.str_utfindex(content, behind - 1)
+        labels[label] = { line = number - 1, character = units }
+      end
+    end
+  end
+  return labels, rows
+end
+
+local function placesOf(file)
+  local labels, rows = readTable(file)
+  local buffer, client = open(file)
+  local document = vim.lsp.util.make_text_document_params(buffer)
+  local function labelOf(range)
+    for label, at in pairs(labels) do
+      if at.line == range.start.line and at.character == range.start.character then return label end
+    end
+    return range.start.line .. ':' .. range.start.character
+  end
+  local function labelsOf(list)
+    local found = {}
+    for _, one in ipairs(list or {}) do table.insert(found, labelOf(one.range)) end
+    table.sort(found)
+    return table.concat(found, ' ')
+  end
+  local function expected(row)
+    local list = vim.split(row:match(' = (.*)$'), ' ')
+    table.sort(list)
+    return table.concat(list, ' ')
+  end
+  for _, row in ipairs(rows) do
+    local kind, label, third = row:match('^(%w+) (%w+) ?(%S*)')
+    local params = { textDocument = document, position = labels[label], newName = third,
+                     context = { includeDeclaration = true } }
+    local function result(method) return ask(client, buffer, 'textDocument/' .. method, params) end
+    local what, text = vim.fn.fnamemodify(file, ':t') .. ': ' .. row, row:match(' : (.*)$')
+    if kind == 'def' then
+      local found = result('definition')
+      found = found and labelOf(found.range) or '-'
+      check(what, found == row:match('= (%S+)'), found)
+    elseif kind == 'hover' then
+      local found = result('hover')
+      check(what, found and found.contents.value:find(text, 1, true), found)
+    elseif kind == 'refs' and not row:find('*', 1, true) then
+      local found = labelsOf(result('references'))
+      check(what, found == expected(row), found)
+    elseif kind == 'rename' and row:find(' = ') and not row:find('*', 1, true) then
+      local found = result('rename')
+      found = found and labelsOf(found.changes[document.uri])
+      check(what, found == expected(row), found)
+    elseif kind == 'rename' and row:find('refused$') then
+      check(what, result('rename') == nil)
+    elseif kind == 'sign' and text then
+      local found = result('signatureHelp')
+      check(what, found and found.signatures[found.activeSignature + 1].label:find(text, 1, true), found)
+    end
+  end
+  client.stop(true)
+end
+
 local ok, problem = pcall(function()
   for _, file in ipairs(vim.fn.split(os.getenv('KORVANT_FILES'), '\n')) do diagnosticsEqualCheck(file) end
   namesOfWalk()
+  for _, file in ipairs(vim.fn.glob(os.getenv('KORVANT_PLACES') .. '/*.as', true, true)) do placesOf(file) end
 end)
 check('the test itself', ok, problem)
 io.stdout:write(passed .. ' passed, ' .. failed .. ' failed\n')

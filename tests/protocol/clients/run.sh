@@ -22,7 +22,7 @@ with_node() {
     }
     export KORVANT_TRAFFIC=$work/traffic.jsonl
     rm -f "$KORVANT_TRAFFIC"
-    timeout 300 npx mocha --exit dap.test.js
+    timeout 300 npx mocha --exit dap.test.js lsp.test.js
     node check_traffic.js "$KORVANT_TRAFFIC" traffic.ts
     npx tsc --strict --noEmit --skipLibCheck --moduleResolution node --target es2020 traffic.ts
 }
@@ -32,8 +32,8 @@ with_neovim() {
         echo "protocol clients: no nvim here; the language client is left out"
         return 0
     fi
-    export KORVANT_SCRIPTS=$work/scripts
-    KORVANT_FILES=$(ls "$root"/examples/*.as "$root"/tests/scripts/*.as | head -40)
+    export KORVANT_SCRIPTS=$work/scripts KORVANT_PLACES=$root/tests/protocol/lsp/places
+    KORVANT_FILES=$(find "$root"/examples "$root"/tests "$root"/fuzz -name "*.as" | sort)
     export KORVANT_FILES
     timeout 240 nvim --headless -u NONE -i NONE -n -c "luafile lsp.lua"
 }
