@@ -171,14 +171,23 @@ bool TextAssist::command(int id) {
         case kReindent:
             return assist_.reindent(), true;
         case kMend:
-            if (const Diagnostic* problem = editor_.problemAtCaret())
-                assist_.mend(*problem);
-            else
-                say("There is no problem on this line.", control_.GetCurrentPos());
-            return true;
+            return mend(), true;
         default:
             return false;
     }
+}
+
+/// The compiler counts the bytes of the file, of which one stands for each character where the file
+/// is no UTF-8.
+void TextAssist::mend() {
+    const Diagnostic* const found = editor_.problemAtCaret();
+    if (!found) return say("There is no problem on this line.", control_.GetCurrentPos());
+    Diagnostic problem = *found;
+    if (editor_.status().encoding != "UTF-8") {
+        const int begin = control_.PositionFromLine(problem.line - 1);
+        problem.column = control_.PositionRelative(begin, problem.column - 1) - begin + 1;
+    }
+    assist_.mend(problem);
 }
 
 void TextAssist::readText() {

@@ -80,6 +80,7 @@ class TextAssist : private AssistView {
     void followPointer(wxMouseEvent& event);
     void goByClick(wxMouseEvent& event);
     void chooseFunction();
+    void mend();
     /// The line of a position on the screen, or in the text's window.
     wxRect onScreen(std::size_t position) const;
     wxPoint below(std::size_t position) const;
