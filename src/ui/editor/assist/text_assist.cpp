@@ -149,6 +149,9 @@ bool TextAssist::escape() {
 bool TextAssist::command(int id) {
     using namespace command_id;
     if (!on_) return false;
+    // The text of a script that runs stays as it is.
+    const bool changes = id == kComplete || id == kRename || id == kMend || id == kReindent;
+    if (changes && editor_.status().run == EditorStatus::Run::running) return true;
     switch (id) {
         case kComplete:
             return assist_.complete(), true;
