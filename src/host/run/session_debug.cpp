@@ -125,13 +125,34 @@ SideRunResult ScriptSession::runAside(asIScriptContext& context, const SideRunLi
     return answer;
 }
 
+namespace {
+
+/// Without the names of global functions that a module of `mask` does not see, before their
+/// arguments: where there is no such function, those are not compiled.
+std::string withoutUnseenCalls(asIScriptEngine& engine, std::string text, asDWORD mask) {
+    for (asUINT i = 0; i < engine.GetGlobalFunctionCount(); ++i) {
+        const asIScriptFunction& function = *engine.GetGlobalFunctionByIndex(i);
+        if ((function.GetAccessMask() & mask) != 0) continue;
+        const std::string call = std::string(function.GetName()) + "(";
+        for (auto at = text.find(call); at != std::string::npos; at = text.find(call, at))
+            text.erase(at, call.size() - 1);
+    }
+    return text;
+}
+
+}  // namespace
+
 /// Whoever is asked ahead of builds sees the function behind the text that it belongs to.
-bool ScriptSession::Impl::guardAdmits(asIScriptEngine& engine, const std::string& text,
+bool ScriptSession::Impl::guardAdmits(asIScriptModule& module, const std::string& text,
                                       const std::string& nameSpace, BuildMessages& said) {
+    asIScriptEngine& engine = *module.GetEngine();
     if (buildGuard == nullptr || !limits.guardBuilds || engineIsHardened(engine)) return true;
+    const asDWORD mask = module.SetAccessMask(0);
+    module.SetAccessMask(mask);
+    const std::string seen = withoutUnseenCalls(engine, text, mask);
     const std::string whole =
         builtText + "\n" +
-        (nameSpace.empty() ? text : "namespace " + nameSpace + " {\n" + text + "\n}\n");
+        (nameSpace.empty() ? seen : "namespace " + nameSpace + " {\n" + seen + "\n}\n");
     BuildMessages ofWhole;
     if (buildGuard->admits(engine, whole, ofWhole)) return true;
     for (const BuildMessage& message : ofWhole.all()) said.add(message.plain, 0, 0, message.kind);
@@ -153,7 +174,7 @@ asIScriptFunction* ScriptSession::compileFunction(asIScriptModule& module, const
         messages.add(refusal->text, refusal->row, refusal->column, BuildMessage::Kind::error);
         return nullptr;
     }
-    if (!impl_->guardAdmits(*module.GetEngine(), text, nameSpace, messages)) return nullptr;
+    if (!impl_->guardAdmits(module, text, nameSpace, messages)) return nullptr;
     BuildMessages* const before = setMessageSink(&messages);
     const std::string space = module.GetDefaultNamespace();
     const asDWORD mask = module.SetAccessMask(accessBits);

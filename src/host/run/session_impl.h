@@ -79,7 +79,7 @@ struct ScriptSession::Impl final : RunEndReport, EngineObserver {
     int leavingCompiler(asIScriptEngine& engine, BuildMessages& said,
                         const std::function<int()>& call);
     int initialiseGlobals(asIScriptModule& module);
-    bool guardAdmits(asIScriptEngine& engine, const std::string& text, const std::string& nameSpace,
+    bool guardAdmits(asIScriptModule& module, const std::string& text, const std::string& nameSpace,
                      BuildMessages& said);
     void addComplaints(asIScriptEngine* engine);
     void addWarnings(const std::string& text);
