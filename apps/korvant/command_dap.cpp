@@ -1,5 +1,6 @@
 // korvant dap: a debug adapter on standard input and output.
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -86,6 +87,10 @@ std::vector<std::string> runCommand(const Json& launch, std::uint16_t port) {
     std::vector<std::string> command = {korvant::programPath(), "run",
                                         "--debug=" + std::to_string(port)};
     if (korvant::rpc::truthOf(launch, "gui")) command.push_back("--gui");
+    for (const char* name : {"coverage", "profile"})
+        if (!textOf(launch, name).empty())
+            command.push_back("--" + std::string(name) + "=" +
+                              korvant::absolutePath(textOf(launch, name)));
     if (memberOf(launch, "limits").is_object())
         for (std::string& text : limitSwitches(memberOf(launch, "limits")))
             command.push_back(std::move(text));
@@ -117,6 +122,7 @@ int serveDebugAdapter() {
                         const std::string& folder) {
         return korvant::startProgram(command, {{"KORVANT_DEBUG_TOKEN", token}}, folder);
     };
+    services.giveUp = [] { std::_Exit(0); };
     korvant::dap::LaunchServer server(korvant::rpc::standardStreams(), std::move(services));
     return server.serve();
 }

@@ -28,10 +28,7 @@ struct Run {
     bool quiet = false;   ///< warnings are not shown
     std::string answers;  ///< file; empty: the terminal is asked
     std::optional<int> debugPort;
-    std::string coverage;  ///< file; empty: nothing is counted
-    std::string profile;   ///< file; empty: nothing is sampled
-
-    bool observed() const { return !coverage.empty() || !profile.empty(); }
+    korvant::RunObserver::Files observed;
 };
 
 /// While it lives, the warnings about `source` are shown before its main function begins.
@@ -89,8 +86,8 @@ int runScript(const Run& run) {
     const WarningScope warnings(*source, run.quiet);
     if (run.debugPort && !openDebugPort(*run.debugPort, run.file, &StartScriptDebugServer))
         return kRunFailed;
-    if (run.observed())
-        runObserved(engine.engine(), engine.context(), *source, {run.coverage, run.profile});
+    if (run.observed.wanted())
+        runObserved(engine.engine(), engine.context(), *source, run.observed);
     else
         RunApplication(engine.engine(), engine.context(), source->text, nullptr);
     const int exitCode = reportAnswered(*source, book ? &*book : nullptr);
@@ -119,18 +116,18 @@ void addRunCommand(CLI::App& app, int& exitCode) {
                      "file that answers prompts, message boxes and forms; a question without an "
                      "answer ends the run")
         ->excludes(gui);
-    CLI::Option* const debug =
-        command
-            ->add_option("--debug", run->debugPort,
-                         "waits for a debugging client at this port of 127.0.0.1 before main; 0: "
-                         "any free one")
-            ->check(CLI::Range(0, 65535))
-            ->type_name("PORT");
+    command
+        ->add_option("--debug", run->debugPort,
+                     "waits for a debugging client at this port of 127.0.0.1 before main; 0: any "
+                     "free one")
+        ->check(CLI::Range(0, 65535))
+        ->type_name("PORT");
     for (auto [name, file, help] :
-         {std::tuple{"--coverage", &run->coverage, "file for the lines that ran, in lcov's form"},
-          std::tuple{"--profile", &run->profile,
+         {std::tuple{"--coverage", &run->observed.coverage,
+                     "file for the lines that ran, in lcov's form"},
+          std::tuple{"--profile", &run->observed.profile,
                      "file for the stacks that took time, for flame graphs"}})
-        command->add_option(name, *file, help)->type_name("OUT")->excludes(gui)->excludes(debug);
+        command->add_option(name, *file, help)->type_name("OUT")->excludes(gui);
     addBuildLimitOptions(*command, run->limits);
     addRunLimitOptions(*command, run->limits);
     command->callback([run, &exitCode] { exitCode = runScript(*run); });

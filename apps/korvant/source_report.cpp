@@ -10,6 +10,7 @@
 #include "base/text/character_width.h"
 #include "base/text/display_text.h"
 #include "base/text/text_encoding.h"
+#include "host/run/message_line.h"
 
 namespace korvant_app {
 
@@ -32,17 +33,6 @@ std::string forStandardError(const std::string& text) {
 
 void say(const std::string& text) {
     std::fputs(forStandardError(text).c_str(), stderr);
-}
-
-const char* kindOf(BuildMessage::Kind kind) {
-    switch (kind) {
-        case BuildMessage::Kind::warning:
-            return "warning";
-        case BuildMessage::Kind::information:
-            return "note";
-        default:
-            return "error";
-    }
 }
 
 /// Line `row` (from 1) without its end; empty for none.
@@ -86,12 +76,6 @@ std::string excerpt(std::string_view line, std::int32_t column) {
            "^\n";
 }
 
-std::string placeOf(const Source& source, const BuildMessage& message) {
-    if (message.row < 1) return source.name;
-    return source.name + ":" + std::to_string(message.row) + ":" +
-           std::to_string(std::max(message.column, 1));
-}
-
 std::string_view withoutLineEnd(std::string_view text) {
     while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
     return text;
@@ -101,8 +85,7 @@ std::string_view withoutLineEnd(std::string_view text) {
 
 void reportBuild(const Source& source, const korvant::BuildMessages& messages) {
     for (const BuildMessage& message : messages.all()) {
-        say(placeOf(source, message) + ": " + kindOf(message.kind) + ": " +
-            std::string(withoutLineEnd(message.plain)) + "\n");
+        say(korvant::messageLine(source.name, message) + "\n");
         if (message.kind != BuildMessage::Kind::information)
             say(excerpt(lineOf(source.text, message.row), message.column));
     }

@@ -5,68 +5,75 @@
 
 namespace korvant {
 
-namespace {
+Coverage::Coverage(std::string mainSource) : mainSource_(std::move(mainSource)) {
+    findRegisters();
+}
 
-constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
+void Coverage::learn(asIScriptContext& context, Statement& statement) noexcept {
+    if (!asksInVain(context)) statement.line = currentLine(context);
+}
 
-}  // namespace
-
-void Coverage::count(asIScriptContext& context) noexcept {
+/// Another function runs. Without memory, or where the engine's registers are not known, nothing is
+/// counted.
+void Coverage::enter(asIScriptContext& context, const asDWORD* position) noexcept {
     asIScriptFunction* const function = currentFunction(context);
-    if (function == nullptr) return;
-    if (function != last_) {
-        lastSlot_ = slotOf(*function);
-        last_ = function;
+    if (function == nullptr || position == nullptr) return;
+    asUINT length = 0;
+    const asDWORD* const code = function->GetByteCode(&length);
+    // Where execution leaves the context it may stand anywhere.
+    if (code == nullptr || position < code || position >= code + length) return;
+    try {
+        statements_ = countedOf(*function, length)->statements.data();
+    } catch (...) {
+        return;
     }
-    if (lastSlot_ == kNoSlot) return;
-    int column = 0;
-    const std::int32_t line = context.GetLineNumber(0, &column);
-    if (line <= 0) return;
-    // The engine calls twice for the first statement of a function, and for the last of a run.
-    const Place here{function, line, column};
-    // A function that calls itself in its first statement comes in pairs.
-    second_ = !second_ && here == counted_;
-    if (second_) return;
-    counted_ = here;
-    std::vector<std::uint64_t>& hits = counts_[lastSlot_].hits;
-    const auto index = static_cast<std::size_t>(line);
-    if (index >= hits.size() && !grow(hits, index)) return;
-    ++hits[index];
+    code_ = code;
+    length_ = length;
+    before_ = nullptr;
+    count(context);
 }
 
-bool Coverage::grow(std::vector<std::uint64_t>& hits, std::size_t index) noexcept {
-    try {
-        hits.resize(std::max(index + 1, hits.size() * 2));
-        return true;
-    } catch (...) {
-        return false;  // without memory a line is not counted
-    }
+Coverage::Counted* Coverage::countedOf(asIScriptFunction& function, std::size_t length) {
+    Counted*& known = ofFunction_[&function];
+    if (known != nullptr) return known;
+    const char* const section = function.GetScriptSectionName();
+    auto counted = std::make_unique<Counted>();
+    counted->source = section != nullptr ? section : "";
+    if (counted->source == mainSource_) counted->source.clear();
+    counted->statements.resize(length);
+    counted_.push_back(std::move(counted));
+    return known = counted_.back().get();
 }
 
-std::size_t Coverage::slotOf(asIScriptFunction& function) noexcept {
-    try {
-        const char* const section = function.GetScriptSectionName();
-        std::string source = section != nullptr ? section : "";
-        if (source == mainSource_) source.clear();
-        const auto found = std::find_if(counts_.begin(), counts_.end(),
-                                        [&](const Counts& c) { return c.source == source; });
-        if (found != counts_.end()) return static_cast<std::size_t>(found - counts_.begin());
-        counts_.push_back({std::move(source), {}});
-        return counts_.size() - 1;
-    } catch (...) {
-        return kNoSlot;
+void Coverage::forgetFunctions() noexcept {
+    ofFunction_.clear();
+    code_ = before_ = nullptr;
+    length_ = 0;
+    statements_ = nullptr;
+    second_ = false;
+}
+
+Coverage::Hits Coverage::hitsOf(const std::string& source) const {
+    Hits hits;
+    for (const auto& counted : counted_) {
+        if (counted->source != source) continue;
+        for (const Statement& statement : counted->statements) {
+            if (statement.line <= 0) continue;
+            const auto line = static_cast<std::size_t>(statement.line);
+            if (line >= hits.size()) hits.resize(line + 1);
+            hits[line] += statement.hits;
+        }
     }
+    return hits;
 }
 
 std::vector<Coverage::Line> Coverage::lines(const CodeLines& code,
                                             const std::string& source) const {
-    const auto found = std::find_if(counts_.begin(), counts_.end(),
-                                    [&](const Counts& c) { return c.source == source; });
+    const Hits hits = hitsOf(source);
     std::vector<Line> lines;
     for (const std::int32_t line : code.lines(source)) {
         const auto index = static_cast<std::size_t>(line);
-        const bool ran = found != counts_.end() && index < found->hits.size();
-        lines.push_back({line, ran ? found->hits[index] : 0});
+        lines.push_back({line, index < hits.size() ? hits[index] : 0});
     }
     return lines;
 }
@@ -111,12 +118,15 @@ std::string Coverage::functionRecords(const CodeLines& code, const std::string& 
 }
 
 std::string Coverage::unknownLines(const CodeLines& code) const {
+    std::set<std::string> sources;
+    for (const auto& counted : counted_) sources.insert(counted->source);
     std::string text;
-    for (const Counts& counts : counts_)
-        for (std::size_t line = 0; line < counts.hits.size(); ++line)
-            if (counts.hits[line] > 0 &&
-                !code.hasCode(counts.source, static_cast<std::int32_t>(line)))
-                text += counts.source + ":" + std::to_string(line) + " ";
+    for (const std::string& source : sources) {
+        const Hits hits = hitsOf(source);
+        for (std::size_t line = 1; line < hits.size(); ++line)
+            if (hits[line] > 0 && !code.hasCode(source, static_cast<std::int32_t>(line)))
+                text += source + ":" + std::to_string(line) + " ";
+    }
     return text;
 }
 
@@ -136,7 +146,7 @@ std::string Coverage::summary(const CodeLines& code) const {
 }
 
 void Coverage::clear() {
-    counts_.clear();
+    counted_.clear();
     forgetFunctions();
 }
 

@@ -4,11 +4,12 @@
 #include <utility>
 
 #include "debug/debug_session_impl.h"
+#include "host/engine/program_position.h"
 
 namespace korvant {
 
 DebugSession::DebugSession(ScriptSession& session, DebugListener& listener)
-    : impl_(std::make_unique<Impl>(session, listener)) {}
+    : impl_(std::make_unique<Impl>(*this, session, listener)) {}
 
 DebugSession::~DebugSession() {
     detach();
@@ -16,6 +17,7 @@ DebugSession::~DebugSession() {
 
 bool DebugSession::attach() {
     if (impl_->session.stopPolicy() != nullptr) return attached();
+    findRegisters();
     impl_->session.setStopPolicy(impl_.get());
     return true;
 }
@@ -29,6 +31,11 @@ void DebugSession::detach() {
 
 bool DebugSession::attached() const noexcept {
     return impl_->session.stopPolicy() == impl_.get();
+}
+
+DebugSession* DebugSession::attachedTo(ScriptSession& session) noexcept {
+    auto* const impl = dynamic_cast<Impl*>(session.stopPolicy());
+    return impl != nullptr ? &impl->self : nullptr;
 }
 
 BreakpointBook& DebugSession::breakpoints() noexcept {
@@ -110,6 +117,7 @@ void DebugSession::Impl::beginLooking(asIScriptContext* context) {
 
 void DebugSession::Impl::endLooking() {
     // Letting go of values may run destructors of the script.
+    const CountingPause uncounted;
     ++inside;
     values.end();
     --inside;
@@ -290,12 +298,16 @@ ShownValue DebugSession::setExpression(unsigned frame, std::string_view target,
     ++impl_->inside;
     answer.error = impl_->evaluator.assign(level, found, expression);
     --impl_->inside;
+    found.value.unset = false;
     if (answer.error.empty()) answer.value = impl_->values.show(found, std::string(target), format);
     return answer;
 }
 
 void DebugSession::cancelEvaluation() noexcept {
     impl_->evaluator.cancel();
+}
+void DebugSession::forgetCancel() noexcept {
+    impl_->evaluator.forgetCancel();
 }
 
 }  // namespace korvant

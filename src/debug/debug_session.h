@@ -92,6 +92,8 @@ class DebugSession {
     bool attach();
     void detach();
     bool attached() const noexcept;
+    /// The one that is attached to `session`; null: none.
+    static DebugSession* attachedTo(ScriptSession& session) noexcept;
 
     // What is wanted. It may change at any time; call apply() afterwards.
     BreakpointBook& breakpoints() noexcept;
@@ -146,7 +148,10 @@ class DebugSession {
                         std::string_view expression, const ValueFormat& format = {});
     ShownValue setExpression(unsigned frame, std::string_view target, std::string_view expression,
                              const ValueFormat& format = {});
-    void cancelEvaluation() noexcept;  ///< from any thread
+    /// Ends an evaluation, or one for the console that begins before forgetCancel(). From any
+    /// thread.
+    void cancelEvaluation() noexcept;
+    void forgetCancel() noexcept;
 
     /// What is built now; null before the first build. From any thread.
     std::shared_ptr<const CodeLines> code() const;

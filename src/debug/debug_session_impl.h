@@ -15,9 +15,10 @@
 namespace korvant {
 
 struct DebugSession::Impl final : StopPolicy {
-    Impl(ScriptSession& ownSession, DebugListener& ownListener)
-        : session(ownSession), listener(ownListener) {}
+    Impl(DebugSession& owner, ScriptSession& ownSession, DebugListener& ownListener)
+        : self(owner), session(ownSession), listener(ownListener) {}
 
+    DebugSession& self;
     ScriptSession& session;
     DebugListener& listener;
     BreakpointBook book;
@@ -109,9 +110,7 @@ struct DebugSession::Impl final : StopPolicy {
                 const RunFailure& failure) noexcept override;
     bool wantsEveryStatement() const noexcept override { return everyStatement; }
     bool countsStatements() const noexcept override { return coverage != nullptr; }
-    void count(asIScriptContext& context) noexcept override {
-        if (inside == 0) coverage->count(context);
-    }
+    void count(asIScriptContext& context) noexcept override { coverage->count(context); }
     std::uint32_t attentionEvery() const noexcept override {
         return profiler != nullptr ? Profiler::kEveryMs : 0;
     }

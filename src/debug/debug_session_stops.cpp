@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "debug/debug_session_impl.h"
+#include "host/engine/program_position.h"
 
 namespace korvant {
 
@@ -34,6 +35,27 @@ unsigned nativeCaller(asIScriptContext& context) {
             return context.GetCallstackSize() - level - 1;
     }
     return 0;
+}
+
+/// Where the brace closes that opens at `open`: not one inside a text of the expression, nor one of
+/// a pair. npos where none does.
+std::size_t closingBrace(std::string_view text, std::size_t open) {
+    int depth = 0;
+    char quote = 0;
+    for (std::size_t i = open; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote != 0) {
+            if (c == '\\') ++i;
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '{') {
+            ++depth;
+        } else if (c == '}' && --depth == 0) {
+            return i;
+        }
+    }
+    return std::string_view::npos;
 }
 
 class Inside {
@@ -67,6 +89,7 @@ void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& buil
         const std::vector<int> changed = book.resolve(std::move(lines));
         book.beginRun();
         data.clear();
+        values.forgetTouched();
         step.end();
         pass.forget();
         target = {};
@@ -96,6 +119,10 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
     if (inside > 0) return Answer::goOn;
     Answer answer = Answer::goOn;
     guarded([&] {
+        if (asksInVain(context)) {
+            answer = passedOver(line);
+            return;
+        }
         const StatementPlace here = StatementPlace::of(context);
         const bool newPass = pass.begins(here, again && lastSeen.line == line);
         const bool stops = stopsAt(context, line, here, newPass);
@@ -221,7 +248,8 @@ std::string DebugSession::Impl::logText(std::string_view wanted) {
         const bool escaped = wanted[i] == '\\' && i + 1 < wanted.size() &&
                              (wanted[i + 1] == '{' || wanted[i + 1] == '}');
         if (escaped) ++i;
-        const auto end = wanted[i] == '{' && !escaped ? wanted.find('}', i) : std::string::npos;
+        const auto end =
+            wanted[i] == '{' && !escaped ? closingBrace(wanted, i) : std::string_view::npos;
         if (end == std::string_view::npos) {
             written += wanted[i];
             continue;

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <utility>
 
+#include "debug/coverage.h"
+
 namespace korvant {
 
 namespace {
@@ -68,6 +70,7 @@ std::string EvaluationCall::run(ScriptSession& session, const FrameScope& scope,
     if (context_ == nullptr) context_ = function_->GetEngine()->CreateContext();
     if (context_ == nullptr || context_->Prepare(function_) < 0)
         return "There is no memory for this evaluation.";
+    const CountingPause uncounted;
     std::string error = bind(scope);
     // A condition has a scope of its own around many runs.
     if (error.empty() && form_ != Form::show) error = session.runAside(*context_, limits).error;

@@ -170,7 +170,9 @@ class Reader {
     std::string bind(EvaluationBinding::Kind kind, const std::string& parameter,
                      const NamedValue& named, std::size_t token) {
         const TypedValue& value = named.value;
-        if (value.address == nullptr) found_.error = "\"" + named.name + "\" is not yet set.";
+        // One that is to be set may be unset.
+        if (value.address == nullptr || (value.unset && !found_.changes))
+            found_.error = "\"" + named.name + "\" is not yet set.";
         const auto known = std::find_if(
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });

@@ -10,11 +10,10 @@ std::string orEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
-/// "const" in front, or behind the sign of a handle, makes the variable itself constant only where
-/// it is no handle to something constant.
+/// "const B b" is constant, and so is "B@const h"; of "const B@ h" it is what the handle leads to.
 bool isConstant(const std::string& declaration, int typeId) {
     if ((typeId & asTYPEID_OBJHANDLE) == 0) return declaration.starts_with("const ");
-    return declaration.find("@ const") != std::string::npos;
+    return declaration.find("@const") != std::string::npos;
 }
 
 std::string withNamespace(const std::string& space, std::string_view name) {
@@ -29,8 +28,9 @@ std::string outerOf(const std::string& space) {
 }  // namespace
 
 FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
-                       const StatementStarts* text, std::string_view mainSource)
-    : context_(context), level_(level), module_(module), text_(text) {
+                       const StatementStarts* text, std::string_view mainSource,
+                       const TouchedVariables* touched)
+    : context_(context), level_(level), module_(module), text_(text), touched_(touched) {
     if (context == nullptr || level >= context->GetCallstackSize()) return;
     function_ = context->GetFunction(level);
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return;
@@ -50,6 +50,15 @@ bool FrameScope::notYetSet(std::string_view name) const {
     return text_ != nullptr && line_ > 0 && text_->declares(line_, column_, name);
 }
 
+/// The engine leaves what lay in memory before to a variable of a plain type without a value.
+bool FrameScope::neverSet(const NamedValue& variable) const {
+    if (text_ == nullptr || line_ <= 0 || (variable.value.typeId & asTYPEID_MASK_OBJECT) != 0)
+        return false;
+    if (touched_ != nullptr && touched_->count(variable.value.address) > 0) return false;
+    const bool begun = level_ > 0 || context_->GetState() == asEXECUTION_EXCEPTION;
+    return text_->neverSet(line_, column_, variable.name, begun);
+}
+
 NamedValue FrameScope::local(asUINT index) const {
     NamedValue found;
     found.index = index;
@@ -59,6 +68,7 @@ NamedValue FrameScope::local(asUINT index) const {
     found.value.typeId = context_->GetVarTypeId(index, level_);
     found.value.constant = isConstant(found.declaration, found.value.typeId);
     if (!notYetSet(found.name)) found.value.address = context_->GetAddressOfVar(index, level_);
+    found.value.unset = found.value.address != nullptr && neverSet(found);
     return found;
 }
 

@@ -1,6 +1,7 @@
 // What the names in a frame of a script that stands still mean.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,11 @@ struct TypedValue {
     int typeId = 0;
     void* address = nullptr;  ///< of the value; of the pointer for a handle; null: not yet set
     bool constant = false;
+    bool unset = false;  ///< a variable of a plain type that nothing has set: it may be, not read
 };
+
+/// Addresses of variables that were set from outside.
+using TouchedVariables = std::set<const void*>;
 
 /// A variable, a member of the frame's object, or a global variable.
 struct NamedValue {
@@ -29,9 +34,10 @@ struct NamedValue {
 class FrameScope {
   public:
     /// `context` may be null and `level` beyond the last frame: the globals of `module` then.
-    /// `text` may be null; it is that of the section `mainSource`.
+    /// `text` may be null; it is that of the section `mainSource`. So may `touched`.
     FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
-               const StatementStarts* text, std::string_view mainSource);
+               const StatementStarts* text, std::string_view mainSource,
+               const TouchedVariables* touched = nullptr);
 
     asIScriptContext* context() const noexcept { return context_; }
     unsigned level() const noexcept { return level_; }
@@ -59,12 +65,14 @@ class FrameScope {
   private:
     NamedValue local(asUINT index) const;
     bool notYetSet(std::string_view name) const;
+    bool neverSet(const NamedValue& variable) const;
 
     asIScriptContext* context_;
     unsigned level_;
     asIScriptFunction* function_ = nullptr;
     asIScriptModule* module_;
     const StatementStarts* text_;
+    const TouchedVariables* touched_;
     int line_ = 0;
     int column_ = 0;
 };

@@ -51,11 +51,12 @@ struct ScriptEvaluator::Impl {
     ValueTree& values;
     std::unordered_map<std::uint64_t, Kept> kept;
     std::atomic<bool> running{false};
+    std::atomic<bool> cancelled{false};
 
     std::unique_ptr<EvaluationCall> compile(const FrameScope& scope, const EvaluationText& text,
                                             EvaluationCall::Form form, int target,
                                             std::string& error);
-    std::string run(EvaluationCall& call, const FrameScope& scope, const SideRunLimits& limits);
+    std::string run(EvaluationCall& call, const FrameScope& scope, EvaluationPurpose purpose);
     Evaluation compiled(const FrameScope& scope, std::string_view expression,
                         EvaluationPurpose purpose);
     Kept make(const FrameScope& scope, std::string_view expression);
@@ -76,7 +77,12 @@ bool ScriptEvaluator::evaluating() const noexcept {
 }
 
 void ScriptEvaluator::cancel() noexcept {
+    impl_->cancelled = true;
     if (impl_->running) impl_->session.cancelAside();
+}
+
+void ScriptEvaluator::forgetCancel() noexcept {
+    impl_->cancelled = false;
 }
 
 std::unique_ptr<EvaluationCall> ScriptEvaluator::Impl::compile(const FrameScope& scope,
@@ -100,9 +106,10 @@ std::unique_ptr<EvaluationCall> ScriptEvaluator::Impl::compile(const FrameScope&
 }
 
 std::string ScriptEvaluator::Impl::run(EvaluationCall& call, const FrameScope& scope,
-                                       const SideRunLimits& limits) {
+                                       EvaluationPurpose purpose) {
     running = true;
-    std::string error = call.run(session, scope, limits);
+    const bool late = purpose == EvaluationPurpose::console && cancelled;
+    std::string error = late ? "Cancelled." : call.run(session, scope, limitsOf(purpose));
     running = false;
     return error;
 }
@@ -111,7 +118,8 @@ Evaluation ScriptEvaluator::evaluate(unsigned level, std::string_view expression
                                      EvaluationPurpose purpose) {
     Evaluation answer;
     if (impl_->values.find(level, expression, answer.target)) {
-        answer.done = answer.target.owner != nullptr || answer.target.value.address != nullptr;
+        const TypedValue& value = answer.target.value;
+        answer.done = answer.target.owner != nullptr || (value.address != nullptr && !value.unset);
         if (!answer.done) answer.error = "\"" + std::string(expression) + "\" is not yet set.";
         return answer;
     }
@@ -141,9 +149,11 @@ Evaluation ScriptEvaluator::Impl::compiled(const FrameScope& scope, std::string_
     if (hover && call->mayChange())
         answer.error = "This could change something.";
     else
-        answer.error = run(*call, scope, limitsOf(purpose));
+        answer.error = run(*call, scope, purpose);
     if (!answer.error.empty()) return answer;
     answer.done = true;
+    for (const EvaluationBinding& binding : text.bindings)
+        if (binding.value.unset) values.touch(binding.value.address);
     if (const auto shown = call->takeShown()) {
         answer.target.value = shown->value();
         answer.target.evaluateName = expression;
@@ -189,7 +199,7 @@ bool ScriptEvaluator::holds(const FrameScope& scope, std::string_view expression
     if (kept.call == nullptr) return false;
     ShowScope shown;
     shown.truth = true;
-    error = impl_->run(*kept.call, scope, limitsOf(EvaluationPurpose::condition));
+    error = impl_->run(*kept.call, scope, EvaluationPurpose::condition);
     if (error.empty() && !shown.isNumber) error = "This is neither true nor false.";
     return error.empty() && shown.number != 0.0;
 }
@@ -258,7 +268,9 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
                        target.value.typeId, error);
     if (call == nullptr) return error;
     call->bindTarget(target.value);
-    return impl_->run(*call, scope, limitsOf(EvaluationPurpose::console));
+    error = impl_->run(*call, scope, EvaluationPurpose::console);
+    if (error.empty() && target.value.unset) impl_->values.touch(target.value.address);
+    return error;
 }
 
 }  // namespace korvant

@@ -45,8 +45,10 @@ class ScriptEvaluator {
     /// Assigns the value of `expression` to `target`, converted as an assignment of the script
     /// would. Empty, or what is wrong; nothing has changed then.
     std::string assign(unsigned level, const ValueTarget& target, std::string_view expression);
-    /// Ends the evaluation that is running. From any thread.
+    /// Ends the evaluation that is running, and one for the console that begins before
+    /// forgetCancel(). From any thread.
     void cancel() noexcept;
+    void forgetCancel() noexcept;
     bool evaluating() const noexcept;
 
   private:

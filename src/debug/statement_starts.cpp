@@ -13,7 +13,13 @@ struct StatementStarts::Impl {
     std::size_t offsetOf(std::int32_t line, std::int32_t column) const;
     std::size_t tokenAt(std::int32_t line, std::int32_t column) const;
     std::size_t behindBlock(std::size_t opening) const;
+    std::size_t loopEnd(std::size_t loop) const;
     bool isDeclarator(std::size_t token) const;
+    bool declaresPlainly(std::size_t token) const;
+    std::size_t statementOf(std::size_t token) const;
+    bool isNamed(std::size_t token, std::string_view name) const;
+    bool maySet(std::size_t token, std::string_view name) const;
+    bool maySetWithin(std::size_t begin, std::size_t end, std::string_view name) const;
     void collectTries();
     bool opens(std::size_t i) const {
         return tokens->isSymbol(i, '(') || tokens->isSymbol(i, '[') || tokens->isSymbol(i, '{');
@@ -32,11 +38,18 @@ namespace {
 
 constexpr std::size_t kMostTokens = std::size_t{1} << 22;
 
+bool isOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// A name behind one of these is no variable that is declared.
+bool isOperatorWord(std::string_view word) {
+    return isOneOf(word, {"return", "case", "else", "do", "not", "and", "or", "xor", "is"});
+}
+
 /// A name behind one of these is used, one behind any other name is declared.
 bool isNoType(std::string_view word) {
-    static constexpr std::string_view kWords[] = {"return", "case", "else", "not", "and", "or",
-                                                  "xor",    "is",   "in",   "out", "cast"};
-    return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
+    return isOperatorWord(word) || isOneOf(word, {"in", "out", "cast"});
 }
 
 }  // namespace
@@ -144,6 +157,170 @@ bool StatementStarts::Impl::isDeclarator(std::size_t i) const {
     const bool ended = tokens->isSymbol(i + 1, '=') || tokens->isSymbol(i + 1, ';') ||
                        tokens->isSymbol(i + 1, ',') || tokens->isSymbol(i + 1, '(');
     return typed && ended && !used;
+}
+
+/// The token behind a loop; behind the block around it where it has none of its own.
+std::size_t StatementStarts::Impl::loopEnd(std::size_t loop) const {
+    std::size_t body = loop + 1;
+    if (tokens->isSymbol(body, '(')) body = behindBlock(body);
+    std::size_t end = body;
+    if (tokens->isSymbol(body, '{'))
+        end = behindBlock(body);
+    else
+        for (int depth = 0; end < tokens->size() && depth >= 0; ++end)
+            depth += opens(end) ? 1 : closes(end) ? -1 : 0;
+    if (tokens->isWord(end, "while")) end = behindBlock(end + 1);
+    return end;
+}
+
+/// The name of a variable, and no member or part of a longer name.
+bool StatementStarts::Impl::isNamed(std::size_t i, std::string_view name) const {
+    return tokens->isWord(i, name) && !tokens->isSymbol(i - 1, '.') &&
+           !tokens->isSymbol(i - 1, kScope);
+}
+
+/// A name that is read alone does not count: it stands beside an operator that assigns nothing.
+bool StatementStarts::Impl::maySet(std::size_t i, std::string_view name) const {
+    if (!isNamed(i, name)) return false;
+    const auto steps = [this](std::size_t sign) {
+        return (tokens->isSymbol(sign, '+') && tokens->isSymbol(sign + 1, '+')) ||
+               (tokens->isSymbol(sign, '-') && tokens->isSymbol(sign + 1, '-'));
+    };
+    const auto isOneOf = [this](std::size_t at, std::string_view signs) {
+        return at < tokens->size() && (*tokens)[at].kind == Token::Kind::symbol &&
+               signs.find((*tokens)[at].symbol) != std::string_view::npos;
+    };
+    const bool argument = isOneOf(i - 1, "([,:?") && isOneOf(i + 1, ")],:");
+    return tokens->isSymbol(i + 1, kAssign) || steps(i + 1) || steps(i - 2) || argument;
+}
+
+bool StatementStarts::Impl::maySetWithin(std::size_t begin, std::size_t end,
+                                         std::string_view name) const {
+    for (std::size_t i = begin; i < end; ++i)
+        if (maySet(i, name)) return true;
+    return false;
+}
+
+/// The first token of the statement around a token that stands in no bracket of it.
+std::size_t StatementStarts::Impl::statementOf(std::size_t token) const {
+    int depth = 0;
+    for (std::size_t i = token; i > 0; --i) {
+        const std::size_t before = i - 1;
+        const bool block = tokens->isSymbol(before, '{') || tokens->isSymbol(before, '}');
+        if (depth == 0 && (block || tokens->isSymbol(before, ';'))) return i;
+        if (closes(before)) ++depth;
+        if (opens(before)) --depth;
+    }
+    return 0;
+}
+
+/// "Type name", "const space::Type other, name", without a value: what it names is declared there.
+bool StatementStarts::Impl::declaresPlainly(std::size_t token) const {
+    if (!tokens->isSymbol(token + 1, ';') && !tokens->isSymbol(token + 1, ',')) return false;
+    std::size_t first = statementOf(token);
+    if (tokens->isWord(first, "const")) ++first;
+    if (tokens->isSymbol(first, kScope)) ++first;
+    if (!tokens->isName(first) || isNoType(tokens->text(first))) return false;
+    while (tokens->isSymbol(first + 1, kScope) && tokens->isName(first + 2)) first += 2;
+    return first + 1 == token ||
+           (first + 1 < token && tokens->isName(first + 1) && tokens->isSymbol(token - 1, ','));
+}
+
+namespace {
+
+/// Walks from a statement back to the parameters of its function, and notes what lies between.
+class WayBack {
+  public:
+    WayBack(const TokenList& tokens, std::size_t from) : tokens_(tokens), at_(from) {}
+
+    /// False where the function begins.
+    bool step() {
+        if (at_ == 0 || at_ == begin_) return false;
+        --at_;
+        if (tokens_.isSymbol(at_, ')') || tokens_.isSymbol(at_, ']')) ++brackets_;
+        if (tokens_.isSymbol(at_, '(') || tokens_.isSymbol(at_, '[')) leave(brackets_);
+        const bool block = tokens_.isSymbol(at_, '}');
+        if (tokens_.isSymbol(at_, '{')) leave(blocks_);
+        const bool ends = block || tokens_.isSymbol(at_, ';');
+        const bool goesOn = tokens_.isWord(at_ + 1, "else") || tokens_.isWord(at_ + 1, "catch");
+        if (ends && isOutside() && !goesOn) ended_ = true;
+        if (block) ++blocks_;
+        const bool loop =
+            tokens_.isWord(at_, "for") || tokens_.isWord(at_, "while") || tokens_.isWord(at_, "do");
+        if (loop && blocks_ == 0 && !ended_) loop_ = at_;
+        return true;
+    }
+
+    std::size_t at() const { return at_; }
+    /// The token stands in no bracket or block that has been left again.
+    bool isOutside() const { return blocks_ == 0 && brackets_ == 0; }
+    /// The outermost loop around the statement that has been passed; none: kNone.
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+    std::size_t loop() const { return loop_; }
+
+  private:
+    /// A bracket opens: one that has been passed, or one around the statement.
+    void leave(int& depth) {
+        if (depth > 0) {
+            --depth;
+            return;
+        }
+        ended_ = false;
+        if (tokens_.isSymbol(at_, '{') && begin_ == 0) begin_ = parametersBefore(at_);
+    }
+
+    /// The bracket that opens the parameters of the function whose body opens at `body`; 0 where it
+    /// is another block.
+    std::size_t parametersBefore(std::size_t body) const {
+        std::size_t i = body - 1;
+        while (tokens_.isName(i) &&
+               isOneOf(tokens_.text(i), {"const", "override", "final", "property", "explicit"}))
+            --i;
+        if (!tokens_.isSymbol(i, ')')) return 0;
+        for (int depth = 0; i > 0; --i) {
+            if (tokens_.isSymbol(i, ')')) ++depth;
+            if (tokens_.isSymbol(i, '(') && --depth == 0) break;
+        }
+        const bool head =
+            tokens_.isName(i - 1) && isOneOf(tokens_.text(i - 1), {"if", "for", "while", "switch"});
+        return tokens_.isName(i - 1) && !head ? i : 0;
+    }
+
+    const TokenList& tokens_;
+    std::size_t at_;
+    std::size_t begin_ = 0;  ///< of the parameters; 0: not known yet
+    int brackets_ = 0;
+    int blocks_ = 0;
+    bool ended_ = false;
+    std::size_t loop_ = kNone;
+};
+
+}  // namespace
+
+bool StatementStarts::neverSet(std::int32_t line, std::int32_t column, std::string_view name,
+                               bool begun) const {
+    const TokenList& tokens = *impl_->tokens;
+    const std::size_t from = impl_->tokenAt(line, column);
+    std::size_t end = from;
+    while (begun && end < tokens.size() && !tokens.isSymbol(end, ';') && !tokens.isSymbol(end, '{'))
+        ++end;
+    // Its value is being worked out.
+    const bool assigned = tokens.isWord(from, name) && tokens.isSymbol(from + 1, kAssign);
+    if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name)) return false;
+    // A loop whose head begins has not run.
+    const bool head = tokens.isSymbol(from - 1, '(') && tokens.isWord(from - 2, "for");
+    WayBack way(tokens, head ? from - 2 : from);
+    while (way.step()) {
+        if (!impl_->isNamed(way.at(), name)) continue;
+        if (way.isOutside() && impl_->declaresPlainly(way.at()))
+            return way.loop() == WayBack::kNone ||
+                   !impl_->maySetWithin(from, impl_->loopEnd(way.loop()), name);
+        // A declaration of some other form: with a value, in brackets, in a block of its own.
+        const std::size_t before = way.at() - 1;
+        const bool typed = tokens.isName(before) && !isOperatorWord(tokens.text(before));
+        if (typed || impl_->maySet(way.at(), name)) return false;
+    }
+    return false;
 }
 
 bool StatementStarts::declares(std::int32_t line, std::int32_t column,

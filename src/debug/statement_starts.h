@@ -26,6 +26,10 @@ class StatementStarts {
     /// Whether the statement that begins at or behind a place declares the variable: it exists
     /// there, and nothing has set it.
     bool declares(std::int32_t line, std::int32_t column, std::string_view name) const;
+    /// Whether nothing can have set the variable of a plain type that is seen at the statement that
+    /// begins at a place: declared without a value, and not named since. `begun`: the statement is
+    /// being executed. False where this cannot be told.
+    bool neverSet(std::int32_t line, std::int32_t column, std::string_view name, bool begun) const;
 
   private:
     struct Impl;

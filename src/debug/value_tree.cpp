@@ -51,6 +51,7 @@ struct ValueTree::Impl {
     std::unordered_map<std::string, std::string> before;  ///< texts of the last stop, by path
     std::unordered_map<std::string, std::string> now;
     std::vector<std::shared_ptr<void>> kept;
+    TouchedVariables touched;
 
     StoppedScript script() const { return StoppedScript(*engine); }
     ValueNode add(Node node);
@@ -109,7 +110,19 @@ bool ValueTree::knows(ValueNode node) const {
 }
 
 FrameScope ValueTree::scopeOf(unsigned level) const {
-    return {impl_->context, level, impl_->module, impl_->source, impl_->mainSource};
+    return {impl_->context,    level,          impl_->module, impl_->source,
+            impl_->mainSource, &impl_->touched};
+}
+
+void ValueTree::touch(const void* variable) {
+    impl_->touched.insert(variable);
+    for (Node& node : impl_->nodes)
+        for (Child& child : node.named)
+            if (child.value.address == variable) child.value.unset = false;
+}
+
+void ValueTree::forgetTouched() {
+    impl_->touched.clear();
 }
 
 ValueNode ValueTree::Impl::add(Node node) {
@@ -215,12 +228,12 @@ void ValueTree::Impl::describeValue(DebugValue& shown, const std::string& path, 
     const TypedValue& value = child.value;
     const ValueView view = reader.view(value.typeId, value.address);
     shown.type = typeText(*engine, value.typeId, view);
-    const bool there = value.address != nullptr;
+    const bool there = value.address != nullptr && !value.unset;
     std::string text =
         there ? valueText(*engine, reader, view, {false, format.longest}) : std::string(kNotYetSet);
     shown.value = there && format.hex ? valueText(*engine, reader, view, format) : text;
-    shown.settable = there && !value.constant;
-    shown.node = nodeFor(path, child, view);
+    shown.settable = value.address != nullptr && !value.constant;
+    shown.node = there ? nodeFor(path, child, view) : 0;
     if (shown.node != 0) {
         shown.named = nodes[shown.node].named.size();
         shown.indexed = nodes[shown.node].array.elements;
@@ -313,6 +326,7 @@ void ValueTree::Impl::fillParts(Node& node, const TypeView& view, const void* ob
         const ViewedPart part = view.part(object, i);
         Child child;
         child.name = part.group.empty() ? part.name : part.group + "." + part.name;
+        if (!node.evaluateName.empty()) child.evaluateName = node.evaluateName + "." + part.name;
         child.owner = object;
         child.part = i;
         node.named.push_back(std::move(child));

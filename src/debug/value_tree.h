@@ -89,6 +89,10 @@ class ValueTree {
     bool target(ValueNode node, std::string_view child, ValueTarget& found) const;
     bool child(ValueNode node, std::string_view name, DebugValue& found,
                const ValueFormat& format = {});
+    /// A variable has been set from outside: it is not unset any more.
+    void touch(const void* variable);
+    /// None has: another run begins.
+    void forgetTouched();
     /// Keeps something alive until end().
     void keep(std::shared_ptr<void> what);
 

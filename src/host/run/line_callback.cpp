@@ -164,6 +164,10 @@ void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
     if ((attention & kCounting) != 0 || ((attention & kUnwatched) != 0 && callback.counts())) {
         callback.policy_->count(*context);
         attention &= ~unsigned{kCounting};
+        if (attention == 0 && callback.breakpoints_.empty()) {
+            callback.state_.lastStoppedLine = 0;
+            return;
+        }
     }
     if (attention == kByLine) return callback.passByLine(*context);
     if (attention != 0) return callback.decideSlowly(*context);

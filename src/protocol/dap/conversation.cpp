@@ -2,6 +2,7 @@
 
 #include "base/system/file_io.h"
 #include "base/text/text_encoding.h"
+#include "protocol/dap/argument_check.h"
 
 namespace korvant::dap {
 
@@ -23,7 +24,7 @@ const std::map<std::string, Conversation::Row>& Conversation::table() {
         {"loadedSources", {&C::loadedSources, When::always}},
         {"terminate", {&C::terminate, When::always}},
         {"disconnect", {&C::disconnect, When::always}},
-        {"cancel", {&C::cancel, When::always}},
+        {"cancel", {&C::cancel, When::ready}},
         {"source", {&C::sourceText, When::ready}},
         {"configurationDone", {&C::configurationDone, When::ready}},
         {"restart", {&C::restart, When::ready}},
@@ -62,13 +63,28 @@ void Conversation::handle(const Json& message) {
     if (!answer.later) client_.answer(message, answer);
 }
 
+void Conversation::noteCancel(const Json& message) {
+    constexpr std::size_t kMost = 1000;
+    const std::int64_t request =
+        rpc::numberOf(rpc::memberOf(message, "arguments"), "requestId", -1);
+    const std::lock_guard lock(cancelling_);
+    if (cancelled_.size() < kMost) cancelled_.insert(request);
+}
+
+bool Conversation::takeCancelled(const Json& message) {
+    const std::lock_guard lock(cancelling_);
+    return cancelled_.erase(rpc::numberOf(message, "seq")) > 0;
+}
+
 Answer Conversation::serve(const std::string& command, const Json& message) {
     const Json& arguments = rpc::memberOf(message, "arguments");
     if (!arguments.is_null() && !arguments.is_object())
         return Answer::refused("the arguments of \"" + command + "\" are no object");
+    const std::string wrong = wrongArgument(command, arguments);
     if (command == "launch" || command == "attach") {
         if (phase_ != Phase::told)
             return Answer::refused("\"" + command + "\" comes once, after \"initialize\"");
+        if (!wrong.empty()) return Answer::refused(wrong);
         return command == "launch" ? program_.launch(message) : program_.attach(message);
     }
     const auto row = table().find(command);
@@ -78,6 +94,10 @@ Answer Conversation::serve(const std::string& command, const Json& message) {
         return Answer::refused(phase_ == Phase::ended ? "the script has ended"
                                                       : "no script has been launched");
     if (when == When::still && !standsStill_) return Answer::refused("the script is running");
+    if (!wrong.empty()) return Answer::refused(wrong);
+    // In this order nothing that arrives in between is lost.
+    session_.forgetCancel();
+    if (takeCancelled(message)) return Answer::refused("cancelled");
     return (this->*row->second.handler)(arguments);
 }
 
@@ -144,6 +164,14 @@ void Conversation::log(const std::string& text, const ScriptPlace& place) {
     Json body = {{"category", "console"}, {"output", text}};
     addPlace(body, place);
     output_.event(std::move(body));
+}
+
+void Conversation::tellSource(const char* reason) {
+    client_.event("loadedSource", {{"reason", reason}, {"source", sourceAt({})}});
+}
+
+void Conversation::tellContinued() {
+    client_.event("continued", {{"threadId", 1}, {"allThreadsContinued", true}});
 }
 
 void Conversation::addPlace(Json& body, const ScriptPlace& place) const {

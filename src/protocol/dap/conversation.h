@@ -2,6 +2,8 @@
 #pragma once
 
 #include <map>
+#include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,6 +43,8 @@ class Conversation {
 
     /// Answers one message.
     void handle(const Json& message);
+    /// A request to cancel another one has arrived, which may wait still. From any thread.
+    void noteCancel(const Json& message);
 
     /// Launched or attached: breakpoints are welcome from here on.
     void begin();
@@ -53,6 +57,10 @@ class Conversation {
     /// Tells the client, and serves it until the run shall go on.
     void stopped(const StopInfo& info, rpc::Mailbox& mailbox, const std::function<void()>& idle);
     void log(const std::string& text, const ScriptPlace& place);
+    /// The script's text is there: "new", or "changed".
+    void tellSource(const char* reason);
+    /// It goes on without having been asked to.
+    void tellContinued();
     void breakpointsChanged(const std::vector<int>& ids);
     /// Ends the wait in stopped().
     void letGo() noexcept { goesOn_ = true; }
@@ -72,6 +80,7 @@ class Conversation {
     };
     static const std::map<std::string, Row>& table();
     Answer serve(const std::string& command, const Json& message);
+    bool takeCancelled(const Json& message);
 
     // conversation.cpp
     Answer initialize(const Json& arguments);
@@ -133,6 +142,8 @@ class Conversation {
     bool goesOn_ = false;
     std::int64_t frameBase_ = 1;  ///< the innermost frame's number at this stop
     std::map<ValueNode, unsigned> frameOfNode_;
+    std::mutex cancelling_;
+    std::set<std::int64_t> cancelled_;  ///< numbers of requests; guarded by cancelling_
 };
 
 }  // namespace korvant::dap

@@ -1,7 +1,7 @@
 // Breakpoints of a debugging client.
 #include <filesystem>
-#include <optional>
 
+#include "base/system/file_io.h"
 #include "protocol/dap/conversation.h"
 
 namespace korvant::dap {
@@ -16,10 +16,6 @@ bool sameFile(const std::string& left, const std::string& right) {
     return !error && same;
 }
 
-std::string nameOf(const std::string& path) {
-    return std::filesystem::path(path).filename().string();
-}
-
 /// What all kinds have in common.
 BreakpointWish wishOf(const Json& asked, BreakpointKind kind) {
     BreakpointWish wish;
@@ -30,13 +26,9 @@ BreakpointWish wishOf(const Json& asked, BreakpointKind kind) {
     return wish;
 }
 
-/// Nothing when an entry is no object or lacks the text `name`.
-std::optional<std::vector<BreakpointWish>> wishesOf(const Json& list, const char* name,
-                                                    BreakpointKind kind) {
+std::vector<BreakpointWish> wishesOf(const Json& list, const char* name, BreakpointKind kind) {
     std::vector<BreakpointWish> wishes;
-    if (!list.is_array()) return std::nullopt;
     for (const Json& asked : list) {
-        if (!rpc::memberOf(asked, name).is_string()) return std::nullopt;
         wishes.push_back(wishOf(asked, kind));
         wishes.back().name = rpc::textOf(asked, name);
     }
@@ -82,15 +74,10 @@ Answer Conversation::listOf(const std::vector<int>& ids) const {
 }
 
 Answer Conversation::setBreakpoints(const Json& arguments) {
-    const Json& source = rpc::memberOf(arguments, "source");
-    if (!source.is_object()) return Answer::refused("\"setBreakpoints\" needs a source");
     const Json& list = rpc::memberOf(arguments, "breakpoints");
-    if (!list.is_null() && !list.is_array()) return Answer::refused("\"breakpoints\" is no list");
-    const std::string name = sourceOf(source);
+    const std::string name = sourceOf(rpc::memberOf(arguments, "source"));
     std::vector<BreakpointWish> wishes;
     for (const Json& asked : list.is_null() ? Json::array() : list) {
-        if (!rpc::memberOf(asked, "line").is_number())
-            return Answer::refused("a breakpoint has no line");
         wishes.push_back(wishOf(asked, BreakpointKind::line));
         const std::int64_t line = client_.scriptLine(rpc::numberOf(asked, "line"));
         wishes.back().place = {name, boundedLine(line), 0};
@@ -101,18 +88,17 @@ Answer Conversation::setBreakpoints(const Json& arguments) {
 }
 
 Answer Conversation::setFunctionBreakpoints(const Json& arguments) {
-    auto wishes =
-        wishesOf(rpc::memberOf(arguments, "breakpoints"), "name", BreakpointKind::function);
-    if (!wishes) return Answer::refused("\"breakpoints\" is no list of names");
-    const auto ids = session_.breakpoints().setOthers(BreakpointKind::function, std::move(*wishes));
+    const auto ids = session_.breakpoints().setOthers(
+        BreakpointKind::function,
+        wishesOf(rpc::memberOf(arguments, "breakpoints"), "name", BreakpointKind::function));
     session_.apply();
     return listOf(ids);
 }
 
 Answer Conversation::setDataBreakpoints(const Json& arguments) {
-    auto wishes = wishesOf(rpc::memberOf(arguments, "breakpoints"), "dataId", BreakpointKind::data);
-    if (!wishes) return Answer::refused("\"breakpoints\" is no list of data");
-    const auto ids = session_.breakpoints().setOthers(BreakpointKind::data, std::move(*wishes));
+    const auto ids = session_.breakpoints().setOthers(
+        BreakpointKind::data,
+        wishesOf(rpc::memberOf(arguments, "breakpoints"), "dataId", BreakpointKind::data));
     session_.apply();
     return listOf(ids);
 }
@@ -120,7 +106,6 @@ Answer Conversation::setDataBreakpoints(const Json& arguments) {
 /// The expression is the name of what is watched.
 Answer Conversation::dataBreakpointInfo(const Json& arguments) {
     const std::string name = rpc::textOf(arguments, "name");
-    if (name.empty()) return Answer::refused("\"dataBreakpointInfo\" needs a name");
     std::string expression = name;
     const std::int64_t node = rpc::numberOf(arguments, "variablesReference");
     if (node > 0 && standsStill_) {
@@ -139,7 +124,6 @@ Answer Conversation::dataBreakpointInfo(const Json& arguments) {
 Answer Conversation::setExceptionBreakpoints(const Json& arguments) {
     const Json& plain = rpc::memberOf(arguments, "filters");
     const Json& options = rpc::memberOf(arguments, "filterOptions");
-    if (!plain.is_array()) return Answer::refused("\"filters\" is no list");
     StopRules rules;
     rules.entry = session_.rules().entry;
     const auto enable = [&rules](const std::string& name, const std::string& condition) {
@@ -156,11 +140,9 @@ Answer Conversation::setExceptionBreakpoints(const Json& arguments) {
         if (!known) entry["message"] = "there is no such filter";
         list.push_back(std::move(entry));
     };
-    for (const Json& filter : plain)
-        note(filter.is_string() && enable(filter.get<std::string>(), {}));
-    if (options.is_array())
-        for (const Json& option : options)
-            note(enable(rpc::textOf(option, "filterId"), rpc::textOf(option, "condition")));
+    for (const Json& filter : plain) note(enable(filter.get<std::string>(), {}));
+    for (const Json& option : options.is_null() ? Json::array() : options)
+        note(enable(rpc::textOf(option, "filterId"), rpc::textOf(option, "condition")));
     session_.rules() = rules;
     session_.apply();
     return Answer::with({{"breakpoints", std::move(list)}});
@@ -168,8 +150,6 @@ Answer Conversation::setExceptionBreakpoints(const Json& arguments) {
 
 Answer Conversation::breakpointLocations(const Json& arguments) {
     const Json& source = rpc::memberOf(arguments, "source");
-    if (!source.is_object() || !rpc::memberOf(arguments, "line").is_number())
-        return Answer::refused("\"breakpointLocations\" needs a source and a line");
     const std::int64_t first = client_.scriptLine(rpc::numberOf(arguments, "line"));
     const std::int64_t last =
         client_.scriptLine(rpc::numberOf(arguments, "endLine", rpc::numberOf(arguments, "line")));

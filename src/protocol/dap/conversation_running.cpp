@@ -31,7 +31,8 @@ bool wrongThread(const Json& arguments) {
 }
 
 StepBy stepOf(const Json& arguments) {
-    return rpc::textOf(arguments, "granularity") == "statement" ? StepBy::statement : StepBy::line;
+    const std::string by = rpc::textOf(arguments, "granularity", "line");
+    return by == "line" ? StepBy::line : StepBy::statement;
 }
 
 Answer noSuchThread() {

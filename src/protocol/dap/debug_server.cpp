@@ -32,8 +32,13 @@ struct DebugServer::Peer {
           conversation(server.session_, server, client, output),
           stream(std::make_unique<rpc::MessageStream>(
               std::move(channel),
-              rpc::MessageStream::Listener{
-                  {}, [&server](const Json& message) { return server.onMessage(message); }, {}})) {}
+              rpc::MessageStream::Listener{{},
+                                           [this, &server](const Json& message) {
+                                               if (rpc::textOf(message, "command") == "cancel")
+                                                   conversation.noteCancel(message);
+                                               return server.onMessage(message);
+                                           },
+                                           {}})) {}
 
     DapClient client;
     OutputRelay output;
@@ -198,8 +203,11 @@ Answer DebugServer::attach(const Json& request) {
     attached_ = true;
     peer_->conversation.begin();
     peer_->client.answer(request, {});
+    // Whoever runs the script would have to run it again.
+    peer_->client.event("capabilities", {{"capabilities", {{"supportsRestartRequest", false}}}});
     peer_->client.event("initialized");
     peer_->client.event("thread", {{"reason", "started"}, {"threadId", 1}});
+    if (!options_.sourcePath.empty()) peer_->conversation.tellSource("new");
     return Answer::postponed();
 }
 

@@ -9,15 +9,17 @@ Answer LaunchServer::attach(const Json& request) {
     const Json& arguments = rpc::memberOf(request, "arguments");
     const std::int64_t port = rpc::numberOf(arguments, "port");
     if (port < 1 || port > 65535) return Answer::refused("\"attach\" needs a port");
-    const Json& token = rpc::memberOf(arguments, "token");
-    if (!token.is_string()) return Answer::refused("\"attach\" needs a token");
     request_ = request;
-    return passTo(static_cast<std::uint16_t>(port), token.get<std::string>(),
+    return passTo(static_cast<std::uint16_t>(port), rpc::textOf(arguments, "token"),
                   std::chrono::seconds(0));
 }
 
 Answer LaunchServer::runElsewhere(const Json& request) {
     const Json& arguments = rpc::memberOf(request, "arguments");
+    if (rpc::truthOf(arguments, "gui"))
+        for (const char* name : {"coverage", "profile"})
+            if (!rpc::textOf(arguments, name).empty())
+                return Answer::refused("a run with windows has no \"" + std::string(name) + "\"");
     const std::uint16_t port = freePort();
     const std::string token = newToken();
     if (port == 0) return Answer::refused("there is no free port on this machine");

@@ -1,8 +1,8 @@
 #include "protocol/dap/launch_server.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
+#include <utility>
 
 #include "base/system/user_folders.h"
 #include "protocol/dap/frame_passer.h"
@@ -19,6 +19,7 @@ rpc::MessageStream::Listener listenerOf(std::function<bool(const Json&)> onMessa
     rpc::MessageStream::Listener listener;
     listener.onMessage = std::move(onMessage);
     listener.onEnd = std::move(onEnd);
+    listener.forgives = true;
     listener.onBroken = [&client](const std::string& what) {
         client.event("output",
                      {{"category", "stderr"}, {"output", "not understood: " + what + "\n"}});
@@ -57,6 +58,7 @@ bool LaunchServer::onMessage(const Json& message) {
     const std::string command = rpc::textOf(message, "command");
     if (command == "initialize") hello_ = message;
     if (command == "disconnect") endSoon();
+    if (command == "cancel") conversation_.noteCancel(message);
     if (!running_) return false;
     if (command == "cancel" || command == "terminate" || command == "disconnect" ||
         command == "restart")
@@ -76,10 +78,10 @@ void LaunchServer::onGone() {
 
 /// A native function that cannot be ended must not keep the process.
 void LaunchServer::endSoon() {
-    if (leaving_.exchange(true)) return;
-    std::thread([] {
+    if (leaving_.exchange(true) || !services_.giveUp) return;
+    std::thread([giveUp = services_.giveUp] {
         std::this_thread::sleep_for(std::chrono::milliseconds(2500));
-        std::_Exit(0);
+        giveUp();
     }).detach();
 }
 
@@ -95,7 +97,7 @@ bool LaunchServer::serveAWhile() {
 }
 
 Answer LaunchServer::readProgram(const Json& arguments) {
-    std::string program = rpc::textOf(arguments, "program");
+    const std::string program = rpc::textOf(arguments, "program");
     if (program.empty()) return Answer::refused("\"launch\" needs a program: the script's file");
     const std::string folder = rpc::textOf(arguments, "cwd");
     std::error_code error;
@@ -112,16 +114,30 @@ Answer LaunchServer::readProgram(const Json& arguments) {
 
 Answer LaunchServer::takeLimits(const Json& arguments) {
     const Json& limits = rpc::memberOf(arguments, "limits");
-    if (!limits.is_null() && !limits.is_object()) return Answer::refused("\"limits\" is no object");
     const std::string wrong = services_.setLimits(limits.is_null() ? Json::object() : limits);
     return wrong.empty() ? Answer{} : Answer::refused(wrong);
 }
 
+void LaunchServer::takeLines(const Json& arguments) {
+    for (const char* name : {"answers", "args"}) {
+        const Json& lines = rpc::memberOf(arguments, name);
+        for (const Json& line : lines.is_null() ? Json::array() : lines)
+            console_.feed(line.is_string() ? line.get<std::string>() : line.dump());
+    }
+}
+
+/// The files are named as the program is: in the folder of the run.
+void LaunchServer::takeObserver(const Json& arguments) {
+    const auto fileOf = [&arguments](const char* name) {
+        const std::string file = rpc::textOf(arguments, name);
+        return file.empty() ? file : absolutePath(file);
+    };
+    RunObserver::Files files{fileOf("coverage"), fileOf("profile")};
+    if (files.wanted()) observer_ = std::make_unique<RunObserver>(std::move(files));
+}
+
 Answer LaunchServer::launch(const Json& request) {
     const Json& arguments = rpc::memberOf(request, "arguments");
-    for (const char* name : {"coverage", "profile"})
-        if (!rpc::memberOf(arguments, name).is_null())
-            return Answer::refused("\"" + std::string(name) + "\" is for korvant run --" + name);
     Answer read = readProgram(arguments);
     if (!read.done) return read;
     Answer bounded = takeLimits(arguments);
@@ -129,19 +145,23 @@ Answer LaunchServer::launch(const Json& request) {
     if (rpc::truthOf(arguments, "gui") ||
         (rpc::textOf(arguments, "console") == "integratedTerminal" && client_.runsInTerminal()))
         return runElsewhere(request);
-    for (const char* name : {"answers", "args"}) {
-        const Json& lines = rpc::memberOf(arguments, name);
-        if (!lines.is_null() && !lines.is_array())
-            return Answer::refused("\"" + std::string(name) + "\" is no list of texts");
-        for (const Json& line : lines.is_null() ? Json::array() : lines)
-            console_.feed(line.is_string() ? line.get<std::string>() : line.dump());
-    }
+    takeLines(arguments);
+    takeObserver(arguments);
     services_.useConsole(console_);
     noDebug_ = rpc::truthOf(arguments, "noDebug");
     stopOnEntry_ = rpc::truthOf(arguments, "stopOnEntry") && !noDebug_;
     request_ = request;
     startWanted_ = true;
     return Answer::postponed();
+}
+
+/// Also when the client has left: the files are written.
+void LaunchServer::tellObserved() {
+    if (!observer_) return;
+    const RunObserver::Report report = observer_->finish(session_, path_);
+    output_.flush();
+    output_.write("console", report.summary);
+    for (const std::string& failure : report.failures) output_.write("stderr", failure + "\n");
 }
 
 void LaunchServer::answerLaunch() {
@@ -162,15 +182,17 @@ void LaunchServer::run() {
     do {
         restarting_ = false;
         session_.rules().entry = stopOnEntry_;
+        if (observer_) observer_->watch(session_);
         session_.start(engine, context, text_);
     } while (!stopping() && restarting_ && readAgain());
     running_ = false;
-    if (stopping()) return;
+    if (stopping()) return tellObserved();
     ScriptSession& script = moduleSession();
     answerLaunch();
     if (script.lastFailure().kind == RunFailure::Kind::build)
         sendBuildMessages(script.buildMessages(), path_, conversation_, output_);
     sendFailure(script.lastFailure(), path_, conversation_, output_);
+    tellObserved();
     finish(services_.exitCode(script.lastFailure()));
 }
 
@@ -199,6 +221,7 @@ void LaunchServer::onBuilt() {
         client_.event("initialized");
         client_.event("thread", {{"reason", "started"}, {"threadId", 1}});
     }
+    conversation_.tellSource(std::exchange(built_, true) ? "changed" : "new");
     while (!conversation_.configured() && !stopping()) serveAWhile();
     if (stopping()) session_.stopRun();
 }
@@ -220,6 +243,7 @@ void LaunchServer::onBreakpointsChanged(const std::vector<int>& ids) {
 /// With arguments of its own the client launches anew; the file is read again in any case.
 Answer LaunchServer::restart(const Json&) {
     restarting_ = true;
+    if (conversation_.standsStill()) conversation_.tellContinued();
     session_.stopRun();
     conversation_.letGo();
     return {};

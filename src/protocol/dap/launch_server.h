@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "debug/run_observer.h"
 #include "protocol/dap/conversation.h"
 #include "protocol/dap/dap_console.h"
 #include "protocol/rpc/message_stream.h"
@@ -32,6 +33,9 @@ struct LaunchServices {
     std::function<std::string(const std::vector<std::string>& command, const std::string& token,
                               const std::string& folder)>
         spawn;
+    /// Called on a thread of its own some time after the client has left, while serve() has not
+    /// returned: a function of the script cannot be ended. Empty: that is waited for.
+    std::function<void()> giveUp;
 };
 
 class LaunchServer final : public DebuggedProgram, private DebugListener {
@@ -67,6 +71,9 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     bool serveAWhile();
     Answer readProgram(const Json& arguments);
     Answer takeLimits(const Json& arguments);
+    void takeLines(const Json& arguments);
+    void takeObserver(const Json& arguments);
+    void tellObserved();
     void run();
     bool readAgain();
     void finish(int exitCode);
@@ -93,8 +100,10 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     bool begun_ = false;
     bool restarting_ = false;
     std::atomic<bool> running_{false};
-    bool disconnected_ = false;         ///< the client has been told good-bye
-    std::atomic<bool> leaving_{false};  ///< it has asked for that, or is gone
+    bool disconnected_ = false;              ///< the client has been told good-bye
+    std::atomic<bool> leaving_{false};       ///< it has asked for that, or is gone
+    bool built_ = false;                     ///< the client knows the source
+    std::unique_ptr<RunObserver> observer_;  ///< null: nothing is counted
     std::unique_ptr<class FramePasser> passer_;
     std::unique_ptr<rpc::MessageStream> stream_;  ///< last: its thread calls into all above
 };

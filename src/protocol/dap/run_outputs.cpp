@@ -1,23 +1,11 @@
 #include "protocol/dap/run_outputs.h"
 
-#include <algorithm>
-
 #include "base/text/text_encoding.h"
+#include "host/run/message_line.h"
 
 namespace korvant::dap {
 
 namespace {
-
-const char* kindOf(BuildMessage::Kind kind) {
-    switch (kind) {
-        case BuildMessage::Kind::warning:
-            return "warning";
-        case BuildMessage::Kind::information:
-            return "note";
-        default:
-            return "error";
-    }
-}
 
 std::string oneLine(std::string text) {
     while (!text.empty() && text.back() == '\n') text.pop_back();
@@ -35,13 +23,8 @@ void send(const std::string& text, const ScriptPlace& place, const Conversation&
 
 void sendBuildMessages(const BuildMessages& messages, const std::string& path,
                        const Conversation& conversation, OutputRelay& output) {
-    for (const BuildMessage& message : messages.all()) {
-        const std::string place = message.row < 1 ? path
-                                                  : path + ":" + std::to_string(message.row) + ":" +
-                                                        std::to_string(std::max(message.column, 1));
-        send(place + ": " + kindOf(message.kind) + ": " + message.plain,
-             {{}, message.row, message.column}, conversation, output);
-    }
+    for (const BuildMessage& message : messages.all())
+        send(messageLine(path, message), {{}, message.row, message.column}, conversation, output);
 }
 
 void sendFailure(const RunFailure& failure, const std::string& path,

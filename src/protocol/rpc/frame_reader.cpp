@@ -1,5 +1,6 @@
 #include "protocol/rpc/frame_reader.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace korvant::rpc {
@@ -10,12 +11,11 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+constexpr std::string_view kName = "content-length";
+
 bool isLengthHeader(std::string_view name) {
-    constexpr std::string_view kName = "content-length";
-    if (name.size() != kName.size()) return false;
-    for (std::size_t i = 0; i < name.size(); ++i)
-        if (lower(name[i]) != kName[i]) return false;
-    return true;
+    return std::equal(name.begin(), name.end(), kName.begin(), kName.end(),
+                      [](char c, char wanted) { return lower(c) == wanted; });
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -27,9 +27,30 @@ std::string_view trimmed(std::string_view text) {
 }  // namespace
 
 std::optional<std::string> FrameReader::next() {
-    if (broken_) return std::nullopt;
+    if (broken_ || (seeking_ && !seek())) return std::nullopt;
     if (!inBody_ && !readHeaders()) return std::nullopt;
     return takeBody();
+}
+
+void FrameReader::skipToNext() noexcept {
+    broken_ = inBody_ = false;
+    seeking_ = true;
+    headerBytes_ = 0;
+    length_.reset();
+}
+
+/// True when the next length header has come. Of what is passed over only as much stays as may be
+/// the beginning of one.
+bool FrameReader::seek() {
+    const auto same = [](char c, char wanted) { return lower(c) == wanted; };
+    const auto from = pending_.begin() + static_cast<std::ptrdiff_t>(begin_);
+    const auto found = std::search(from, pending_.end(), kName.begin(), kName.end(), same);
+    seeking_ = found == pending_.end();
+    const auto left = static_cast<std::size_t>(pending_.end() - found);
+    const std::size_t kept = seeking_ ? std::min(kName.size() - 1, pending_.size() - begin_) : left;
+    pending_.erase(0, pending_.size() - kept);
+    begin_ = 0;
+    return !seeking_;
 }
 
 /// True when the empty line behind the headers has been read.
@@ -38,6 +59,7 @@ bool FrameReader::readHeaders() {
         const auto end = pending_.find('\n', begin_);
         if (end == std::string::npos) {
             broken_ = headerBytes_ + pending_.size() - begin_ > kLongestHeader;
+            if (broken_) ++begin_;  // whoever goes on must not find the same header again
             return false;
         }
         std::string_view line(pending_.data() + begin_, end - begin_);

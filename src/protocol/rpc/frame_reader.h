@@ -21,8 +21,11 @@ class FrameReader {
     /// A header or a body is longer than is allowed, or a length is no number: where the next
     /// message begins cannot be known any more.
     bool broken() const noexcept { return broken_; }
+    /// Mends a broken stream: it goes on with the next length header, and all before it is lost.
+    void skipToNext() noexcept;
 
   private:
+    bool seek();
     bool readHeaders();
     bool takeHeader(std::string_view line);
     std::optional<std::string> takeBody();
@@ -33,6 +36,7 @@ class FrameReader {
     std::size_t headerBytes_ = 0;
     bool inBody_ = false;
     bool broken_ = false;
+    bool seeking_ = false;
 };
 
 /// The bytes by which `body` is sent.

@@ -4,6 +4,9 @@
 
 namespace korvant::rpc {
 
+MessageStream::MessageStream(std::shared_ptr<Channel> channel)
+    : MessageStream(std::move(channel), Listener()) {}
+
 MessageStream::MessageStream(std::shared_ptr<Channel> channel, Listener listener)
     : channel_(std::move(channel)), listener_(std::move(listener)) {
     reader_ = std::thread([this] { work(); });
@@ -26,15 +29,24 @@ void MessageStream::work() {
         FrameReader frames;
         for (std::string bytes; !frames.broken() && channel_->read(bytes); bytes.clear()) {
             frames.feed(bytes);
-            while (const auto body = frames.next()) takeBody(*body);
+            takeAll(frames);
         }
-        if (frames.broken() && listener_.onBroken)
-            listener_.onBroken("a header that cannot be read, or a message that is too long");
     } catch (...) {
         // Without memory for a message there is no client any more.
     }
     mailbox_.end();
     if (listener_.onEnd) listener_.onEnd();
+}
+
+void MessageStream::takeAll(FrameReader& frames) {
+    for (;;) {
+        while (const auto body = frames.next()) takeBody(*body);
+        if (!frames.broken()) return;
+        if (listener_.onBroken)
+            listener_.onBroken("a header that cannot be read, or a message that is too long");
+        if (!listener_.forgives) return;
+        frames.skipToNext();
+    }
 }
 
 void MessageStream::takeBody(const std::string& body) {

@@ -22,9 +22,11 @@ class MessageStream {
         std::function<void(const std::string&)> onBroken;
         std::function<bool(const Json&)> onMessage;
         std::function<void()> onEnd;
+        bool forgives = false;  ///< what cannot be read is passed over; else it ends the stream
     };
 
-    explicit MessageStream(std::shared_ptr<Channel> channel, Listener listener = {});
+    explicit MessageStream(std::shared_ptr<Channel> channel);
+    MessageStream(std::shared_ptr<Channel> channel, Listener listener);
     /// Closes the channel and waits for the reading thread.
     ~MessageStream();
     MessageStream(const MessageStream&) = delete;
@@ -37,6 +39,7 @@ class MessageStream {
 
   private:
     void work();
+    void takeAll(FrameReader& frames);
     void takeBody(const std::string& body);
 
     const std::shared_ptr<Channel> channel_;

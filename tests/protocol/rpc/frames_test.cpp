@@ -28,11 +28,18 @@ TEST(Frames, ThatCannotBeReadEndTheStream) {
     for (const std::string& bytes :
          {std::string("Content-Length: many\r\n\r\n"), std::string("Content-Length: -5\r\n\r\n"),
           std::string("Content-Length: 99999999999999999999\r\n\r\n"),
-          std::string("Content-Length: 100000000\r\n\r\n"), std::string(10 << 20, 'x')}) {
+          std::string("Content-Length: 100000000\r\n\r\n"), std::string(10 << 20, 'x'),
+          "Content-Length: 5;" + std::string(20000, 'x')}) {
         FrameReader reader;
         reader.feed(bytes);
         EXPECT_FALSE(reader.next());
         EXPECT_TRUE(reader.broken()) << bytes.substr(0, 40);
+        reader.skipToNext();
+        reader.feed("{\"lost\":1}");
+        EXPECT_FALSE(reader.next());
+        for (const char byte : framed("{}")) reader.feed({&byte, 1});
+        EXPECT_EQ(reader.next(), "{}") << bytes.substr(0, 40);
+        EXPECT_FALSE(reader.broken());
     }
 }
 

@@ -1,0 +1,269 @@
+// korvant dap without its process: what a client asks, and what it is told.
+#include <thread>
+
+#include "protocol/dap/dap_driver.h"
+#include "protocol/dap/launch_server.h"
+#include "support/script_fixture.h"
+#include "support/temporary_folder.h"
+
+namespace korvant::test {
+namespace {
+
+constexpr char kWalk[] =
+    "enum Kind { Sand = 1, Gravel = 7 }\n"
+    "int total = 0;\n"
+    "int add(int a, int b) {\n"
+    "    int sum = a + b;\n"
+    "    return sum;\n"
+    "}\n"
+    "int main() {\n"
+    "    int unset;\n"
+    "    Kind kind = Sand;\n"
+    "    Object form;\n"
+    "    form.addProperty(\"width\", \"Width\", 2.5, \"mm\", true);\n"
+    "    for (int i = 0; i < 3; i++) {\n"
+    "        total = add(total, i);\n"
+    "    }\n"
+    "    Print(\"total \" + total + \"\\n\");\n"
+    "    return 0;\n"
+    "}\n";
+constexpr char kProgram[] = "/scripts/walk.as";
+
+class Launch : public ScriptFixture {
+  protected:
+    Launch() {
+        dap::LaunchServices services;
+        services.engine = [this](asIScriptContext*& given) {
+            given = context();
+            return engine();
+        };
+        services.readScript = [this](const std::string&, std::string& read, std::string& error) {
+            error = "cannot read it";
+            read = text;
+            return readable;
+        };
+        services.setLimits = [](const Json&) { return std::string(); };
+        services.useConsole = [this](Console& used) {
+            session().setServices({&used, &frontend, nullptr, nullptr});
+        };
+        services.exitCode = [](const RunFailure& failure) {
+            return failure.kind == RunFailure::Kind::build  ? 2
+                   : failure.kind == RunFailure::Kind::none ? 0
+                                                            : 1;
+        };
+        serving_ = std::thread([this, services] {
+            dap::LaunchServer server(channel, services);
+            exitCode = server.serve();
+        });
+        client.good("initialize", {{"adapterID", "test"}});
+    }
+    ~Launch() override {
+        channel->close();
+        serving_.join();
+        session().setServices({});
+    }
+
+    /// Launches, and waits at `line`; 0: runs.
+    void launch(const std::string& script, int line, Json more = Json::object()) {
+        text = script;
+        more["program"] = kProgram;
+        const int request = client.send("launch", more);
+        client.event("initialized");
+        setBreakpoint(line);
+        client.good("configurationDone");
+        EXPECT_EQ(client.answerTo(request)["success"], true);
+        if (line > 0) client.stopped();
+    }
+    Json setBreakpoint(int line, Json more = Json::object()) {
+        more["line"] = line;
+        return client.good("setBreakpoints",
+                           {{"source", {{"path", kProgram}}},
+                            {"breakpoints", line > 0 ? Json::array({more}) : Json::array()}});
+    }
+    void goOn() { client.good("continue", {{"threadId", 1}}); }
+    int endOf() {
+        const Json exited = client.event("exited");
+        client.event("terminated");
+        return exited.value("exitCode", -1);
+    }
+
+    std::string text;
+    bool readable = true;
+    int exitCode = -1;
+    std::shared_ptr<MemoryChannel> channel = std::make_shared<MemoryChannel>();
+    DapDriver client{channel};
+
+  private:
+    std::thread serving_;
+};
+
+TEST_F(Launch, ArgumentsOfTheWrongFormAreRefusedWithWords) {
+    launch(kWalk, 13);
+    const Json frame = client.topFrame()["id"];
+    const Json source = {{"path", kProgram}};
+    const std::vector<std::pair<std::string, Json>> good = {
+        {"setBreakpoints", {{"source", source}, {"breakpoints", {{{"line", 13}}}}}},
+        {"setFunctionBreakpoints", {{"breakpoints", {{{"name", "add"}}}}}},
+        {"setDataBreakpoints", {{"breakpoints", {{{"dataId", "total"}}}}}},
+        {"dataBreakpointInfo", {{"name", "total"}}},
+        {"setExceptionBreakpoints", {{"filters", Json::array()}}},
+        {"breakpointLocations", {{"source", source}, {"line", 1}}},
+        {"stackTrace", {{"threadId", 1}}},
+        {"scopes", {{"frameId", frame}}},
+        {"variables", {{"variablesReference", 1}}},
+        {"setExpression", {{"expression", "total"}, {"value", "1"}}},
+        {"evaluate", {{"expression", "total"}}},
+        {"completions", {{"text", "to"}, {"column", 3}, {"frameId", frame}}}};
+    client.good("scopes", {{"frameId", frame}});
+    for (const auto& [command, arguments] : good) {
+        client.good(command, arguments);
+        for (const auto& [name, value] : arguments.items())
+            for (const Json& wrong : {Json(nullptr), Json(true), Json({{"x", 1}}), Json({5})}) {
+                const bool optional =
+                    wrong.is_null() && (name == "breakpoints" && command == "setBreakpoints");
+                if (optional || (name == "frameId" && wrong.is_null())) continue;
+                Json bad = arguments;
+                bad[name] = wrong;
+                const Json answer = client.ask(command, bad);
+                EXPECT_EQ(answer["success"], false) << command << bad.dump();
+                EXPECT_FALSE(answer.value("message", "").empty()) << command;
+            }
+    }
+    for (const Json& wrong :
+         {Json({{"line", 13}, {"condition", 5}}), Json({{"line", 13}, {"hitCondition", 5}}),
+          Json({{"line", 13}, {"logMessage", false}}), Json({{"line", "13"}}), Json("13")})
+        EXPECT_EQ(client.ask("setBreakpoints", {{"source", source},
+                                                {"breakpoints", Json::array({wrong})}})["success"],
+                  false)
+            << wrong.dump();
+    EXPECT_EQ(client.ask("next", {{"threadId", 2}})["success"], false);
+    EXPECT_EQ(client.ask("variables", {{"variablesReference", 1}, {"filter", "odd"}})["success"],
+              false);
+}
+
+TEST_F(Launch, EveryPhaseAnswersWhatItCan) {
+    const auto refused = [this](const char* phase) {
+        for (const char* command : {"setBreakpoints", "configurationDone", "cancel", "source",
+                                    "pause", "evaluate", "restart", "stackTrace", "initialize",
+                                    "stepBack", "goto", "restartFrame", "modules"}) {
+            const Json answer =
+                client.ask(command, {{"threadId", 1}, {"source", {{"path", kProgram}}}});
+            EXPECT_EQ(answer["success"], false) << phase << command;
+            EXPECT_FALSE(answer.value("message", "").empty()) << phase << command;
+        }
+        for (const char* command : {"threads", "loadedSources", "terminate"}) client.good(command);
+    };
+    refused("before: ");
+    readable = false;
+    EXPECT_EQ(client.ask("launch", {{"program", kProgram}})["success"], false);
+    readable = true;
+    launch(kWalk, 0);
+    EXPECT_EQ(endOf(), 0);
+    refused("after: ");
+    EXPECT_EQ(client.output("stdout"), "total 3\n");
+    EXPECT_EQ(client.count("exited"), 1);
+    EXPECT_EQ(client.count("terminated"), 1);
+    client.good("disconnect");
+}
+
+TEST_F(Launch, ValuesSayWhatTheyAreAndHowTheyAreNamed) {
+    launch(kWalk, 12);
+    auto locals = client.scope("Locals");
+    EXPECT_EQ(locals["unset"]["value"], "not yet set");
+    EXPECT_EQ(client.value("unset + 1"), "error: \"unset\" is not yet set.");
+    const Json set = client.good(
+        "setVariable", {{"variablesReference", 1}, {"name", "unset"}, {"value", "40 + 2"}});
+    EXPECT_EQ(set.value("value", ""), "42");
+    EXPECT_EQ(client.value("unset + 1"), "43");
+    const auto parts = client.variables(locals["form"]["variablesReference"]);
+    ASSERT_EQ(parts.size(), 1u);
+    EXPECT_EQ(parts.begin()->second["evaluateName"], "form.width");
+    EXPECT_EQ(client.value("form.width"), "2.5 mm");
+    EXPECT_EQ(client.value("kind"), "Sand (1)");
+    EXPECT_EQ(client.scope("Globals")["total"]["value"], "0");
+}
+
+TEST_F(Launch, RestartBeginsAfreshAndSaysSo) {
+    launch(kWalk, 13);
+    client.good("setBreakpoints", {{"source", {{"path", kProgram}}},
+                                   {"breakpoints", {{{"line", 13}, {"hitCondition", "== 2"}}}}});
+    goOn();
+    client.stopped();
+    EXPECT_EQ(client.value("i"), "1");
+    text.insert(0, "\n");
+    client.good("restart");
+    EXPECT_EQ(client.event("continued").value("threadId", 0), 1);
+    EXPECT_EQ(client.event("loadedSource").value("reason", ""), "changed");
+    client.stopped();
+    EXPECT_EQ(client.topFrame()["line"], 13);
+    EXPECT_EQ(client.count("exited"), 0);
+    setBreakpoint(0);
+    goOn();
+    EXPECT_EQ(endOf(), 0);
+    EXPECT_EQ(client.output("stdout"), "total 3\n");
+}
+
+TEST_F(Launch, CoverageAndProfileAreWrittenBeforeTheEndIsTold) {
+    const TemporaryFolder folder;
+    launch(kWalk, 13,
+           {{"coverage", folder.file("run.info")}, {"profile", folder.file("run.stacks")}});
+    EXPECT_EQ(client.value("add(1, 2)", "repl"), "3");
+    setBreakpoint(0);
+    goOn();
+    EXPECT_EQ(endOf(), 0);
+    const std::string counted = readFile(folder.file("run.info"));
+    EXPECT_NE(counted.find(std::string("SF:") + kProgram), std::string::npos);
+    EXPECT_NE(counted.find("\nDA:4,3\n"), std::string::npos) << counted;
+    EXPECT_TRUE(std::filesystem::exists(folder.file("run.stacks")));
+    EXPECT_NE(client.output("console").find("lines (100 %)"), std::string::npos);
+}
+
+TEST_F(Launch, WhatIsNoMessageIsPassedOver) {
+    for (const std::string& noise :
+         {std::string("Content-Length: many\r\n\r\n{}"), std::string("Content-Length: -1\r\n\r\n"),
+          std::string(1 << 20, 'x'), rpc::framed("{\"seq\":"),
+          rpc::framed(std::string(100000, '[')), rpc::framed("7"),
+          rpc::framed("{\"type\":\"event\"}"), std::string("Content-Length: 999999999999\r\n\r\n")})
+        channel->put(noise);
+    client.good("threads");
+    launch(kWalk, 0);
+    EXPECT_EQ(endOf(), 0);
+}
+
+TEST_F(Launch, OutputIsCompleteInOrderAndInPieces) {
+    launch(
+        "int main() {\n    for (int i = 0; i < 100000; i++)\n        Print(\"\" + i + \"\\n\");\n"
+        "    return 0;\n}\n",
+        0);
+    EXPECT_EQ(endOf(), 0);
+    std::string wanted;
+    for (int i = 0; i < 100000; ++i) wanted += std::to_string(i) + "\n";
+    EXPECT_TRUE(client.output("stdout") == wanted);
+    for (const Json& message : client.messages())
+        if (message.value("event", "") == "output") {
+            EXPECT_LE(std::string(message["body"]["output"]).size(), 64u << 10);
+        }
+}
+
+TEST_F(Launch, AClientMayLeaveInEveryState) {
+    text =
+        "int main() {\n    string s;\n    Print(\"?\");\n    Input(s);\n    for (;;) {}\n"
+        "    return 0;\n}\n";
+    client.send("launch", {{"program", kProgram}});
+    client.event("initialized");
+    client.good("configurationDone");
+    while (client.output("stdout").empty()) client.event("output");
+    EXPECT_EQ(client.ask("evaluate", {{"expression", "1"}})["success"], false);
+    client.good("evaluate", {{"expression", "a line"}, {"context", "repl"}});
+    client.good("pause", {{"threadId", 1}});
+    EXPECT_EQ(client.stopped()["reason"], "pause");
+    EXPECT_EQ(client.value("s"), "\"a\"");
+    const int endless = client.send("evaluate", {{"expression", "main()"}, {"context", "repl"}});
+    client.send("cancel", {{"requestId", endless}});
+    EXPECT_EQ(client.answerTo(endless)["success"], false);
+    goOn();
+    channel->close();
+}
+
+}  // namespace
+}  // namespace korvant::test
