@@ -189,7 +189,7 @@ typedef struct KorvantBox {
     const char* details; /* shown on request; empty or null: none */
     const char* offered; /* what a question offers as its answer, as text */
     /* Of the host's own boxes. */
-    uint32_t countdownSeconds; /* 0: none; else the first button is chosen at the end */
+    uint32_t countdownSeconds; /* 0: none; else what Return presses is chosen at the end */
     int32_t offerDoNotShow;    /* non-zero: the user may have the answer kept, under the two names;
                                   then it is given without a box */
     const char* company;
