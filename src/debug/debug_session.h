@@ -58,6 +58,8 @@ class DebugListener {
     virtual void onBreakpointsChanged(const std::vector<int>& ids) { (void)ids; }
     /// Between two statements of a run for which requestAttention() was called.
     virtual void onAttention() {}
+    /// The same inside a native function that takes long: nothing of the run can be looked at.
+    virtual void onWait() {}
     /// The run is over.
     virtual void onEnded(const RunFailure& failure) { (void)failure; }
 };

@@ -104,6 +104,7 @@ struct DebugSession::Impl final : StopPolicy {
     void onBegin(asIScriptContext& context, bool goesOn) noexcept override;
     Answer atStatement(asIScriptContext& context, std::int32_t line, bool again) noexcept override;
     void atAttention(asIScriptContext& context) noexcept override;
+    void insideNative() noexcept override;
     void atException(asIScriptContext& context) noexcept override;
     void beforeEnd(asIScriptContext& context, bool memory) noexcept override;
     void onLeft(asIScriptContext* context, const RunOutcome& outcome,

@@ -312,6 +312,14 @@ void DebugSession::Impl::atAttention(asIScriptContext& context) noexcept {
     });
 }
 
+void DebugSession::Impl::insideNative() noexcept {
+    if (inside > 0 || !attentionWanted) return;
+    guarded([&] {
+        attentionWanted = false;
+        listener.onWait();
+    });
+}
+
 void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
     if (inside > 0) return;
     guarded([&] {

@@ -1,7 +1,7 @@
 // The window with everything around the text: each state once, as a picture and as what it says.
 #include <wx/textctrl.h>
 #include "editor/control/command_ids.h"
-#include "editor_window_fixture.h"
+#include "editor_full_window.h"
 #include "support/ui_x_keys.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
@@ -16,109 +16,13 @@
 #include "ui/editor/panels/welcome_pane.h"
 
 using namespace korvant;
-using korvant::test::EditorWindowTest;
 using korvant::test::findChild;
+using korvant::test::FullWindow;
+using korvant::test::kTour;
 
 namespace {
 
-const char kTour[] =
-    "// The samples of a drilling campaign, weighed by their length.\n"  // 1
-    "enum Rock { granite, schist, quartzVein }\n"
-    "\n"
-    "class Interval {\n"
-    "    double from = 0;\n"  // 5
-    "    double to = 0;\n"
-    "    double grade = 0;\n"
-    "    Rock rock = granite;\n"
-    "    double length() const { return to - from; }\n"
-    "}\n"  // 10
-    "\n"
-    "class Hole {\n"
-    "    string name = \"NR-02\";\n"
-    "    Interval[] samples;\n"
-    "    double grade() const {\n"  // 15
-    "        double metal = 0, metres = 0;\n"
-    "        for (uint i = 0; i < samples.length(); i++) {\n"
-    "            double length = samples[i].length();\n"
-    "            metal += samples[i].grade * length;\n"
-    "            metres += length;\n"  // 20
-    "        }\n"
-    "        return metres > 0 ? metal / metres : 0;\n"
-    "    }\n"
-    "    Rock carrier(uint best) const {\n"
-    "        return samples[best + 1].rock;\n"  // 25
-    "    }\n"
-    "}\n"
-    "\n"
-    "void report(Hole &in hole) {\n"
-    "    double grade = hole.grade();\n"  // 30
-    "    Rock rock = hole.carrier(13);\n"
-    "}\n"
-    "\n"
-    "int main() {\n"
-    "    Hole hole;\n"  // 35
-    "    hole.samples.resize(14);\n"
-    "    for (uint i = 0; i < 14; i++) {\n"
-    "        hole.samples[i].from = i * 2.5;\n"
-    "        hole.samples[i].to = (i + 1) * 2.5;\n"
-    "        hole.samples[i].grade = 0.4 + i;\n"  // 40
-    "    }\n"
-    "    report(hole);\n"
-    "    return 0;\n"
-    "}\n";
-
 constexpr int kErrorIndicator = 1 << 8;
-
-class FullWindow : public EditorWindowTest {
-  protected:
-    FullWindow() { ui::setEditorLayout(ui::EditorLayoutWish::full); }
-
-    void use(ThemeChoice theme, int width = 1280, int height = 884) {
-        ui::EditorSettings settings;
-        settings.theme = theme;
-        settings.width = width;
-        settings.height = height;
-        ui::saveEditorSettings(settings);
-    }
-    template <class Part>
-    Part* part(int index = 0) const {
-        return findChild<Part>(frame(), index);
-    }
-    ui::RowList* list(ui::DebugPanel::Section section) const {
-        return part<ui::DebugPanel>() ? part<ui::DebugPanel>()->list(section) : nullptr;
-    }
-    std::string statusText() const { return part<ui::StatusLine>()->content().text.utf8_string(); }
-    /// "name=value" of the rows of a list.
-    static std::string rows(const ui::RowList* list) {
-        std::string all;
-        for (int i = 0; i < list->count(); ++i) {
-            const ui::ListRow row = list->row(i);
-            all += std::string(static_cast<std::size_t>(row.depth), ' ') + row.name.utf8_string();
-            if (!row.value.empty()) all += "=" + row.value.utf8_string();
-            if (!row.remark.empty()) all += " (" + row.remark.utf8_string() + ")";
-            all += "\n";
-        }
-        return all;
-    }
-    void untilStatus(const std::string& wanted) {
-        driver.when("status " + wanted, [this, wanted] {
-            return frame() && part<ui::StatusLine>() && statusText() == wanted;
-        });
-    }
-    /// Breakpoints by key, on lines below those that have one.
-    void breakAt(std::vector<int> lines) {
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            gotoLine(lines[i]);
-            driver.key(WXK_F9);
-            driver.when("a breakpoint",
-                        [this, count = i + 1] { return markedLines().size() == count; });
-        }
-    }
-    void focus(std::function<wxWindow*()> window) {
-        driver.run([window] { window()->SetFocus(); });
-        driver.when("the focus", [window] { return window()->HasFocus(); });
-    }
-};
 
 class EditorLook : public FullWindow, public testing::WithParamInterface<ThemeChoice> {
   protected:

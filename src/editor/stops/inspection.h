@@ -73,6 +73,7 @@ class Inspection : public DebugListener {
 
     void onStopped(const StopInfo& info) override;
     void onAttention() override;
+    void onWait() override { onAttention(); }
     void onContinued() override;
     void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
     void onEnded(const RunFailure& failure) override;

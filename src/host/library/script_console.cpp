@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "host/run/script_session.h"
 
@@ -17,21 +18,31 @@ Console& ScriptConsole::current() {
 }
 
 bool ScriptConsole::allocated() const {
-    return allocated_ != nullptr && allocated_ == &current();
+    return use_.allocated != nullptr && use_.allocated == &current();
 }
 
 void ScriptConsole::ensure() {
     if (!allocated()) {
-        allocated_ = nullptr;
+        use_.allocated = nullptr;
         visible_ = false;
-        ready_ = false;
+        use_.ready = false;
     }
-    if (!ready_) {
+    if (!use_.ready) {
         setUp();
         current().setTitle("Output");
-        ready_ = true;
+        use_.ready = true;
     }
     if (!visible_) show();
+}
+
+void ScriptConsole::setAside() {
+    hide();
+    aside_ = std::exchange(use_, {});
+}
+
+void ScriptConsole::takeUp() {
+    hide();
+    use_ = std::exchange(aside_, {});
 }
 
 void ScriptConsole::beginRun() {
@@ -40,16 +51,16 @@ void ScriptConsole::beginRun() {
 }
 
 void ScriptConsole::allocate() {
-    record_.lastError = current().allocate(record_.info);
-    if (record_.lastError != 0) return;
-    allocated_ = &current();
+    use_.record.lastError = current().allocate(use_.record.info);
+    if (use_.record.lastError != 0) return;
+    use_.allocated = &current();
     current().onInterrupt([]() noexcept { moduleSession().requestStop(); });
 }
 
 void ScriptConsole::setUp() {
     if (!allocated()) allocate();
-    if (allocated()) current().setUp(record_.info);
-    record_.attached = true;
+    if (allocated()) current().setUp(use_.record.info);
+    use_.record.attached = true;
 }
 
 void ScriptConsole::show() {
@@ -71,10 +82,10 @@ void ScriptConsole::clear() {
 bool ScriptConsole::release() {
     if (!allocated()) return true;
     hide();
-    record_.lastError = current().release();
-    if (record_.lastError != 0) return false;
-    allocated_ = nullptr;
-    record_.attached = false;
+    use_.record.lastError = current().release();
+    if (use_.record.lastError != 0) return false;
+    use_.allocated = nullptr;
+    use_.record.attached = false;
     return true;
 }
 

@@ -48,7 +48,11 @@ class ScriptConsole final : public RunParticipant {
     void addListener(PrintListener& listener) { listeners_.push_back(&listener); }
     void removeListener(PrintListener& listener) { std::erase(listeners_, &listener); }
     bool allocated() const;
-    const ConsoleRecord& record() const noexcept { return record_; }
+    /// For the time while another console stands in the session's services: what is known of the
+    /// own one is kept as it is until takeUp(). They do not nest.
+    void setAside();
+    void takeUp();
+    const ConsoleRecord& record() const noexcept { return use_.record; }
 
     /// 0 when no console is allocated.
     std::uint16_t attributes();
@@ -56,7 +60,7 @@ class ScriptConsole final : public RunParticipant {
     void setAttributes(std::uint16_t attributes);
     void moveCursor(std::int16_t column, std::int16_t row);
 
-    void beginConfiguration() override { ready_ = false; }
+    void beginConfiguration() override { use_.ready = aside_.ready = false; }
     void beginRun() override;
     void beforeReport() override { hide(); }
     void endContinuation() override { hide(); }
@@ -69,10 +73,15 @@ class ScriptConsole final : public RunParticipant {
     void setUp();
     void noteFailure(bool written);
 
-    ConsoleRecord record_;
+    struct Use {
+        ConsoleRecord record;
+        Console* allocated = nullptr;  ///< the console that was allocated; null for none
+        bool ready = false;            ///< set up in this configuration
+    };
+
+    Use use_;
+    Use aside_;
     std::vector<PrintListener*> listeners_;
-    Console* allocated_ = nullptr;  ///< the console that was allocated; null for none
-    bool ready_ = false;            ///< set up in this configuration
     bool visible_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "host/run/script_session.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "base/system/fork_notice.h"
 #include "base/system/os_file.h"
@@ -88,6 +89,8 @@ void ScriptSession::requestStop() noexcept {
 
 bool ScriptSession::shouldStop() {
     if (SideRun* const side = impl_->side) return side->over();
+    if (impl_->policy && impl_->running && std::this_thread::get_id() == impl_->runThread)
+        impl_->policy->insideNative();
     if (impl_->lineCallback.ending() != LineCallback::Ending::none) return true;
     if (!impl_->state.stopRequest && !impl_->limit.expired()) return false;
     impl_->lineCallback.lookNow();

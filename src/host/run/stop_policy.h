@@ -34,6 +34,9 @@ class StopPolicy {
                                bool again) noexcept = 0;
     /// Between two statements, after ScriptSession::requestAttention() or every attentionEvery().
     virtual void atAttention(asIScriptContext& context) noexcept = 0;
+    /// A native function that takes long, or waits, asks whether it should end. No context of the
+    /// run may be touched.
+    virtual void insideNative() noexcept {}
     /// An exception was raised; its context shows where.
     virtual void atException(asIScriptContext& context) noexcept = 0;
     /// The run is about to be ended by the limit of its time or its memory.

@@ -15,16 +15,21 @@
 namespace korvant::ui {
 namespace {
 
-/// By attribute bits: 1 blue, 2 green, 4 red, 8 intense. Source: the default colours of the
-/// console of Windows 10.
+/// Source: the default colours of the console of Windows 10.
 constexpr unsigned kColours[16] = {0x0C0C0C, 0x0037DA, 0x13A10E, 0x3A96DD, 0xC50F1F, 0x881798,
                                    0xC19C00, 0xCCCCCC, 0x767676, 0x3B78FF, 0x16C60C, 0x61D6D6,
                                    0xE74856, 0xB4009E, 0xF9F1A5, 0xF2F2F2};
 constexpr int kWheelLines = 3;
 
-wxColour colour(unsigned index) {
-    const unsigned rgb = kColours[index & 15];
+wxColour colour(unsigned rgb) {
     return wxColour((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
+}
+
+ConsoleColours makeConsoleColours() {
+    ConsoleColours colours;
+    for (int i = 0; i < 16; ++i) colours.front[i] = colours.back[i] = colour(kColours[i]);
+    colours.cursor = colours.front[7];
+    return colours;
 }
 
 wxString textOf(std::span<const ConsoleCell> cells) {
@@ -51,15 +56,36 @@ std::size_t runLength(std::span<const ConsoleCell> cells, std::size_t start) {
 
 }  // namespace
 
+const ConsoleColours& consoleColours() {
+    static const ConsoleColours colours = makeConsoleColours();
+    return colours;
+}
+
 ConsoleCanvas::ConsoleCanvas(wxWindow* parent, const ConsoleGrid& grid, wxScrollBar& bar)
     : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS | wxBORDER_NONE),
       grid_(grid),
       bar_(bar) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    SetFont(fixedFont());
-    cell_ = GetTextExtent(wxT("M"));
+    setTextFont(fixedFont());
     SetCursor(wxCursor(wxCURSOR_IBEAM));
     connect();
+}
+
+void ConsoleCanvas::setTextFont(const wxFont& font) {
+    SetFont(font);
+    strong_ = font.Bold();
+    cell_ = GetTextExtent(wxT("M"));
+    Refresh(false);
+}
+
+void ConsoleCanvas::setColours(const ConsoleColours& colours) {
+    colours_ = colours;
+    Refresh(false);
+}
+
+void ConsoleCanvas::setTyping(bool typing) {
+    typing_ = typing;
+    Refresh(false);
 }
 
 void ConsoleCanvas::connect() {
@@ -71,6 +97,10 @@ void ConsoleCanvas::connect() {
         Bind(type, &ConsoleCanvas::onMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
     Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
+        const bool sideways = event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL;
+        if (sideways || event.ShiftDown())
+            return scrollSideways((event.GetWheelRotation() > 0) == sideways ? kWheelLines
+                                                                             : -kWheelLines);
         scrollTo(first_ + (event.GetWheelRotation() > 0 ? -kWheelLines : kWheelLines));
     });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -96,6 +126,7 @@ void ConsoleCanvas::update() {
     if (painted_ == grid_.version()) return;
     painted_ = grid_.version();
     if (follows_) followCursor();
+    if (typing_) showColumn(grid_.cursor().column);
     first_ = std::max(first_, grid_.firstLine());
     updateBar();
     Refresh(false);
@@ -121,6 +152,23 @@ void ConsoleCanvas::scrollTo(std::int64_t firstLine) {
     Refresh(false);
 }
 
+/// Where the canvas is narrower than the lines.
+void ConsoleCanvas::scrollSideways(int columns) {
+    const int shown = std::max(1, (GetClientSize().x - colours_.margin) / cell_.x);
+    left_ = std::clamp(left_ + columns, 0, std::max(0, grid_.columns() - shown));
+    Refresh(false);
+}
+
+void ConsoleCanvas::showColumn(int column) {
+    const int shown = std::max(1, (GetClientSize().x - colours_.margin) / cell_.x);
+    if (column < left_) scrollSideways(column - left_);
+    if (column >= left_ + shown) scrollSideways(column - left_ - shown + 1);
+}
+
+wxPoint ConsoleCanvas::cornerOf(int row, int column) const {
+    return {colours_.margin + (column - left_) * cell_.x, row * cell_.y};
+}
+
 void ConsoleCanvas::updateBar() {
     const auto lines = static_cast<int>(grid_.endLine() - grid_.firstLine());
     const auto position = static_cast<int>(first_ - grid_.firstLine());
@@ -130,8 +178,14 @@ void ConsoleCanvas::updateBar() {
 
 void ConsoleCanvas::onPaint(wxPaintEvent&) {
     wxPaintDC dc(this);
-    dc.SetBackground(wxBrush(colour(0)));
+    dc.SetBackground(wxBrush(colours_.back[0]));
     dc.Clear();
+    if (typing_ && colours_.inputLine.IsOk()) {
+        dc.SetPen(*wxTRANSPARENT_PEN);
+        dc.SetBrush(wxBrush(colours_.inputLine));
+        const auto row = static_cast<int>(grid_.cursor().line - first_);
+        dc.DrawRectangle(0, row * cell_.y, GetClientSize().x, cell_.y);
+    }
     dc.SetFont(GetFont());
     const auto marked = selection();
     for (int row = 0; row <= shownRows(); ++row) paintRow(dc, row, marked);
@@ -159,17 +213,18 @@ void ConsoleCanvas::paintRow(wxDC& dc, int row, const std::optional<Selection>& 
 void ConsoleCanvas::paintRun(wxDC& dc, int row, int column, std::span<const ConsoleCell> cells,
                              bool marked) {
     const unsigned attributes = cells.front().attributes;
-    wxColour front = colour(attributes), back = colour(attributes >> 4);
+    wxColour front = colours_.front[attributes & 15], back = colours_.back[attributes >> 4 & 15];
     if (marked) {
         front = wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT);
         back = wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT);
     }
-    const wxPoint corner(column * cell_.x, row * cell_.y);
+    const wxPoint corner = cornerOf(row, column);
     if (marked || (attributes & 0xF0) != 0) {
         dc.SetPen(*wxTRANSPARENT_PEN);
         dc.SetBrush(wxBrush(back));
         dc.DrawRectangle(corner, wxSize(static_cast<int>(cells.size()) * cell_.x, cell_.y));
     }
+    dc.SetFont(colours_.strongIntense && (attributes & 8) != 0 ? strong_ : GetFont());
     dc.SetTextForeground(front);
     dc.DrawText(textOf(cells), corner);
 }
@@ -180,9 +235,9 @@ void ConsoleCanvas::paintCursor(wxDC& dc) {
     if (row < 0 || row > shownRows()) return;
     const int thickness = std::max(2, cell_.y / 6);
     dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(wxBrush(colour(7)));
-    dc.DrawRectangle(std::min(cursor.column, grid_.columns() - 1) * cell_.x,
-                     (row + 1) * cell_.y - thickness, cell_.x, thickness);
+    dc.SetBrush(wxBrush(colours_.cursor));
+    const wxPoint corner = cornerOf(row, std::min(cursor.column, grid_.columns() - 1));
+    dc.DrawRectangle(corner.x, corner.y + cell_.y - thickness, cell_.x, thickness);
 }
 
 void ConsoleCanvas::onChar(wxKeyEvent& event) {
@@ -233,7 +288,8 @@ bool ConsoleCanvas::handleScrollKey(const wxKeyEvent& event) {
 
 ConsolePlace ConsoleCanvas::placeAt(const wxPoint& point) const {
     const int row = std::clamp(point.y, 0, GetClientSize().y) / cell_.y;
-    const int column = std::clamp((point.x + cell_.x / 2) / cell_.x, 0, grid_.columns());
+    const int x = point.x - colours_.margin + cell_.x / 2;
+    const int column = std::clamp(left_ + x / cell_.x, 0, grid_.columns());
     return {std::clamp(first_ + row, grid_.firstLine(), grid_.endLine() - 1), column};
 }
 
@@ -255,7 +311,7 @@ void ConsoleCanvas::onMouse(wxMouseEvent& event) {
 }
 
 void ConsoleCanvas::onDoubleClick(wxMouseEvent& event) {
-    const int column = std::max(0, event.GetX() / cell_.x);
+    const int column = std::max(0, left_ + (event.GetX() - colours_.margin) / cell_.x);
     const auto word = grid_.wordAt({placeAt(event.GetPosition()).line, column});
     select(word.first, word.second);
 }
@@ -290,9 +346,13 @@ void ConsoleCanvas::selectAll() {
     select({grid_.firstLine(), 0}, {grid_.endLine(), 0});
 }
 
+std::string ConsoleCanvas::selectedText() const {
+    const auto marked = selection();
+    return marked ? grid_.text(marked->first, marked->second) : std::string();
+}
+
 void ConsoleCanvas::copy() {
-    if (const auto marked = selection())
-        copyToClipboard(fromUtf8(grid_.text(marked->first, marked->second)));
+    if (hasSelection()) copyToClipboard(fromUtf8(selectedText()));
 }
 
 void ConsoleCanvas::paste(bool primarySelection) {

@@ -7,12 +7,25 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "host/terminal/console_grid.h"
 #include "host/terminal/console_line.h"
 
 namespace korvant::ui {
+
+/// What a canvas is painted with.
+struct ConsoleColours {
+    wxColour front[16];  ///< by attribute bits: 1 blue, 2 green, 4 red, 8 intense
+    wxColour back[16];   ///< behind text; 0 behind everything
+    wxColour cursor;
+    wxColour inputLine;          ///< behind the line that is being typed; invalid: as the rest
+    bool strongIntense = false;  ///< intense characters are bold
+    int margin = 0;              ///< left of the text, in pixels
+};
+/// Those of a console window.
+const ConsoleColours& consoleColours();
 
 /// Paints a grid, follows its cursor or the user's scrolling, and lets text be selected. Left drag
 /// selects, a double click a word; Ctrl+Shift+C, Ctrl+Insert and the menu copy; Ctrl+V,
@@ -33,12 +46,17 @@ class ConsoleCanvas : public wxWindow {
     wxSize sizeFor(int columns, int rows) const;
 
     bool hasSelection() const { return selection().has_value(); }
+    std::string selectedText() const;  ///< UTF-8
     void copy();
     void paste(bool primarySelection = false);
     void selectAll();
     void scrollTo(std::int64_t firstLine);
     void followCursor();
     std::int64_t firstShown() const { return first_; }
+    void setColours(const ConsoleColours& colours);
+    void setTextFont(const wxFont& font);
+    /// The cursor's line is being typed.
+    void setTyping(bool typing);
     int shownRows() const;
 
   private:
@@ -49,6 +67,9 @@ class ConsoleCanvas : public wxWindow {
     void paintRow(wxDC& dc, int row, const std::optional<Selection>& marked);
     void paintRun(wxDC& dc, int row, int column, std::span<const ConsoleCell> cells, bool marked);
     void paintCursor(wxDC& dc);
+    wxPoint cornerOf(int row, int column) const;
+    void scrollSideways(int columns);
+    void showColumn(int column);
 
     void onChar(wxKeyEvent& event);
     bool handleShortcut(const wxKeyEvent& event);
@@ -64,7 +85,11 @@ class ConsoleCanvas : public wxWindow {
 
     const ConsoleGrid& grid_;
     wxScrollBar& bar_;
+    ConsoleColours colours_ = consoleColours();
+    wxFont strong_;
     wxSize cell_;
+    int left_ = 0;  ///< the first column that is shown
+    bool typing_ = false;
     std::int64_t first_ = 0;
     bool follows_ = true;
     std::uint64_t painted_ = ~std::uint64_t{0};

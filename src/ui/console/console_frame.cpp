@@ -63,6 +63,13 @@ void ConsoleFrame::paintNow() {
     native::paintWindow(*this);
 }
 
+void ConsoleFrame::whileTyping(const std::function<void()>& loop) {
+    if (!IsActive()) Raise();
+    canvas_->SetFocus();
+    const native::InputGrab grab(*this);
+    loop();
+}
+
 void ConsoleFrame::disappear() {
     interrupt_.reset();
     Hide();

@@ -34,19 +34,26 @@ bool stopped(StopQuery shouldStop) {
 
 }  // namespace
 
-ConsoleWindow::ConsoleWindow(Console& fallback) : fallback_(fallback), line_(grid_) {}
+ConsoleWindow::ConsoleWindow(Console& fallback)
+    : fallback_(fallback),
+      ownGrid_(std::make_unique<ConsoleGrid>()),
+      grid_(*ownGrid_),
+      line_(grid_) {}
+
+ConsoleWindow::ConsoleWindow(Console& fallback, ConsoleGrid& grid, ConsoleView& place)
+    : fallback_(fallback), grid_(grid), line_(grid_), place_(&place) {}
 
 ConsoleWindow::~ConsoleWindow() {
     release();
 }
 
 bool ConsoleWindow::inWindow() const {
-    return frame_ && toolkitUsable();
+    return view_ && toolkitUsable();
 }
 
 std::uint32_t ConsoleWindow::allocate(ConsoleInfo& info) {
     if (!startToolkit()) return fallback_.allocate(info);
-    makeFrame();
+    place_ ? useView(*place_) : makeFrame();
     info = {ConsoleGrid::kColumns, ConsoleGrid::kRows, ConsoleGrid::kGreyOnBlack,
             ConsoleGrid::kShownRows};
     return 0;
@@ -55,25 +62,41 @@ std::uint32_t ConsoleWindow::allocate(ConsoleInfo& info) {
 void ConsoleWindow::makeFrame() {
     if (frame_) return;
     frame_ = new ConsoleFrame(grid_);
-    ConsoleCanvas& canvas = frame_->canvas();
+    frame_->onDestroy = [this] {
+        frame_ = nullptr;
+        view_ = nullptr;
+    };
+    useView(*frame_);
+}
+
+void ConsoleWindow::useView(ConsoleView& view) {
+    view_ = &view;
+    ConsoleCanvas& canvas = view.canvas();
     canvas.onKey = [this](const ConsoleKey& key) { keyPressed(key); };
     canvas.onInterrupt = [this] {
-        if (interrupt_) interrupt_();
+        if (!inUse_)
+            view_->canvas().copy();
+        else if (interrupt_)
+            interrupt_();
     };
     canvas.mayAsk = [this] { return waiting_; };
-    frame_->onDestroy = [this] { frame_ = nullptr; };
+}
+
+void ConsoleWindow::leaveView() {
+    ConsoleCanvas& canvas = std::exchange(view_, nullptr)->canvas();
+    canvas.onKey = nullptr;
+    canvas.onInterrupt = nullptr;
+    canvas.mayAsk = nullptr;
 }
 
 std::uint32_t ConsoleWindow::release() {
-    if (!frame_) return fallback_.release();
+    if (!view_) return place_ ? 0 : fallback_.release();
     hide();
-    ConsoleFrame* frame = frame_;
-    frame_ = nullptr;
+    leaveView();
+    ConsoleFrame* const frame = std::exchange(frame_, nullptr);
+    if (!frame) return 0;
     // The toolkit destroys it later, when this object may be gone.
     frame->onDestroy = nullptr;
-    frame->canvas().onKey = nullptr;
-    frame->canvas().onInterrupt = nullptr;
-    frame->canvas().mayAsk = nullptr;
     if (toolkitUsable()) frame->Destroy();
     return 0;
 }
@@ -101,16 +124,16 @@ void ConsoleWindow::refreshIfDue() {
 }
 
 void ConsoleWindow::refresh() {
-    if (!frame_->IsShown()) return;
+    if (!view_->isSeen()) return;
     if (waiting_)
-        frame_->canvas().update();
+        view_->canvas().update();
     else
-        frame_->paintNow();
+        view_->paintNow();
     painted_ = std::chrono::steady_clock::now();
 }
 
 void ConsoleWindow::keyPressed(const ConsoleKey& key) {
-    if (typed_.size() < kMostTypedKeys) typed_.push_back(key);
+    if (inUse_ && typed_.size() < kMostTypedKeys) typed_.push_back(key);
     if (wake_) wake_();
 }
 
@@ -120,28 +143,29 @@ bool ConsoleWindow::waitUntil(const std::function<bool()>& ready, StopQuery shou
     if (stopped(shouldStop)) return false;
     waiting_ = true;
     waited_ = true;
-    if (!frame_->IsActive()) frame_->Raise();
-    frame_->canvas().SetFocus();
     bool answered = false;
-    runModal([&] {
-        const native::InputGrab grab(*frame_);
-        wxEventLoop loop;
-        const LoopGuard guard([&] { loop.ScheduleExit(); });
-        wake_ = [&] {
-            if (!answered && ready()) {
-                answered = true;
-                loop.ScheduleExit();
-            }
-            frame_->canvas().update();
-        };
-        Ticker ticker([&] {
-            if (!inWindow() || stopped(shouldStop)) loop.ScheduleExit();
-        });
-        ticker.Start(kBetweenStopQueries);
-        loop.Run();
-        wake_ = nullptr;
-    });
+    runModal([&] { view_->whileTyping([&] { answered = loopUntil(ready, shouldStop); }); });
     waiting_ = false;
+    return answered;
+}
+
+bool ConsoleWindow::loopUntil(const std::function<bool()>& ready, StopQuery shouldStop) {
+    bool answered = false;
+    wxEventLoop loop;
+    const LoopGuard guard([&] { loop.ScheduleExit(); });
+    wake_ = [&] {
+        if (!answered && ready()) {
+            answered = true;
+            loop.ScheduleExit();
+        }
+        view_->canvas().update();
+    };
+    Ticker ticker([&] {
+        if (!inWindow() || stopped(shouldStop)) loop.ScheduleExit();
+    });
+    ticker.Start(kBetweenStopQueries);
+    loop.Run();
+    wake_ = nullptr;
     return answered;
 }
 
@@ -231,18 +255,20 @@ void ConsoleWindow::moveCursor(std::int16_t column, std::int16_t row) {
 }
 
 void ConsoleWindow::show() {
-    inWindow() ? frame_->appear(interrupt_) : fallback_.show();
+    inUse_ = true;
+    inWindow() ? view_->appear(interrupt_) : fallback_.show();
 }
 
 void ConsoleWindow::hide() {
+    inUse_ = false;
     typed_.clear();
     input_.clear();
     codes_.clear();
-    inWindow() ? frame_->disappear() : fallback_.hide();
+    inWindow() ? view_->disappear() : fallback_.hide();
 }
 
 void ConsoleWindow::setTitle(std::string_view title) {
-    inWindow() ? frame_->SetTitle(toDisplay(title)) : fallback_.setTitle(title);
+    inWindow() ? view_->setTitle(toDisplay(title)) : fallback_.setTitle(title);
 }
 
 void ConsoleWindow::onInterrupt(void (*handler)() noexcept) {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "host/services/console.h"
@@ -13,6 +14,7 @@
 namespace korvant::ui {
 
 class ConsoleFrame;
+class ConsoleView;
 
 /// A window titled and shown as its user says. Without a display everything goes to `fallback`,
 /// which must outlive this. While a script runs, the window paints and takes its keys at most
@@ -21,6 +23,8 @@ class ConsoleFrame;
 class ConsoleWindow : public Console {
   public:
     explicit ConsoleWindow(Console& fallback);
+    /// In a place that others made, which must outlive this; its canvas shows grid() of this.
+    ConsoleWindow(Console& fallback, ConsoleGrid& grid, ConsoleView& place);
     ~ConsoleWindow() override;
 
     std::uint32_t allocate(ConsoleInfo& info) override;
@@ -47,23 +51,31 @@ class ConsoleWindow : public Console {
     void feed(const std::string& line) { fed_.push_back(line); }
 
     const ConsoleGrid& grid() const { return grid_; }
-    /// Null while the console is not a window.
+    /// Null while the console is not a window of its own.
     ConsoleFrame* frame() { return frame_; }
+    /// A script waits for what is typed here.
+    bool waiting() const { return waiting_; }
 
   private:
     bool inWindow() const;
     void makeFrame();
+    void useView(ConsoleView& view);
+    void leaveView();
     void keyPressed(const ConsoleKey& key);
     void refreshIfDue();
     void refresh();
     /// Waits with the window alive; false when it was stopped.
     bool waitUntil(const std::function<bool()>& ready, StopQuery shouldStop);
+    bool loopUntil(const std::function<bool()>& ready, StopQuery shouldStop);
     bool takeTypedKeys();
     void enterLine(std::string_view bytes);
 
     Console& fallback_;
-    ConsoleGrid grid_;
+    std::unique_ptr<ConsoleGrid> ownGrid_;  ///< null: the grid is the place's
+    ConsoleGrid& grid_;
     ConsoleLine line_;
+    ConsoleView* place_ = nullptr;   ///< that others made; null: a window of its own is
+    ConsoleView* view_ = nullptr;    ///< while allocated
     ConsoleFrame* frame_ = nullptr;  ///< the toolkit's own; destroyed by release()
     void (*interrupt_)() noexcept = nullptr;
     std::deque<ConsoleKey> typed_;  ///< not yet asked for
@@ -71,6 +83,7 @@ class ConsoleWindow : public Console {
     std::deque<int> input_;       ///< bytes of entered lines
     std::deque<int> codes_;       ///< of a key that has more than one
     std::function<void()> wake_;  ///< while input is awaited
+    bool inUse_ = false;          ///< between show() and hide()
     bool lineEntered_ = false;
     bool waiting_ = false;
     bool waited_ = false;

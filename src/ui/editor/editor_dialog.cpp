@@ -175,6 +175,7 @@ void CEditorDlg::onKey(wxKeyEvent& event) {
     const bool inText = editorControl_ && FindFocus() == editorControl_;
     if (key && inText && workbench_ && workbench_->takesKey(*key)) return;
     const EditorCommand* record = key ? commandOfKey(*key, inText) : nullptr;
+    if (workbench_ && workbench_->keyIsForConsole(event, record)) return event.Skip();
     if (record && workbench_ && workbench_->takesCommand(record->id)) return;
     if (record && !record->handler) return windowCommand(record->id);
     if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers() && workbench_ &&

@@ -1,4 +1,5 @@
 // What the editor asks of its window.
+#include <wx/evtloop.h>
 #include <wx/filedlg.h>
 #include <wx/stc/stc.h>
 #include <wx/utils.h>
@@ -94,10 +95,13 @@ void CEditorDlg::setRunning(bool running) {
     if (ending_) ending_->setBusy(running);
 }
 
+/// A loop inside the window's own, of a box or of what is typed into the console, does all this
+/// itself.
 bool CEditorDlg::pumpEvents() {
+    if (wxEventLoopBase::GetActive() != loop_) return closeAsked_;
     if (workbench_) workbench_->refresh();
-    const native::BusyInput asked =
-        native::pumpWhileBusy(*this, workbench_ ? workbench_->usableWhileBusy() : nullptr);
+    const native::BusyInput asked = native::pumpWhileBusy(
+        *this, workbench_ ? workbench_->usableWhileBusy() : native::UsableParts());
     if (asked.pause) editor_.command(command_id::kPause);
     return asked.stop || closeAsked_;
 }

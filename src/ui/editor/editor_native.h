@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class wxFrame;
 class wxIconBundle;
@@ -47,8 +48,13 @@ struct BusyInput {
     bool stop = false;   ///< Escape or Shift+F5
     bool pause = false;  ///< F6
 };
+/// What of a window can be used while a script is driven.
+struct UsableParts {
+    std::vector<wxWindow*> clicks;  ///< and what stands in them
+    wxWindow* keys = nullptr;       ///< while it has the keyboard; may be null
+};
 /// For the time while a script is driven: paints what of `frame` needs it and takes its close
-/// request; keys and clicks in it are dropped, but for clicks in `usable`, which may be null.
-BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable);
+/// request; keys and clicks in it are dropped, but for those in `usable`. The wheel scrolls.
+BusyInput pumpWhileBusy(wxFrame& frame, const UsableParts& usable);
 
 }  // namespace korvant::ui::native

@@ -9,6 +9,7 @@
 #include <wx/menuitem.h>
 #include <wx/mstream.h>
 
+#include <algorithm>
 #include <deque>
 #include <string_view>
 
@@ -123,7 +124,6 @@ bool isUserInput(GdkEventType type) {
         case GDK_BUTTON_RELEASE:
         case GDK_KEY_PRESS:
         case GDK_KEY_RELEASE:
-        case GDK_SCROLL:
         case GDK_TOUCH_BEGIN:
             return true;
         default:
@@ -139,18 +139,32 @@ void paintNow() {
     gdk_display_flush(gdk_display_get_default());
 }
 
-void note(const GdkEvent* event, BusyInput& asked) {
-    if (event->type != GDK_KEY_PRESS) return;
+/// True for a key that says something about the run.
+bool note(const GdkEvent* event, BusyInput& asked) {
+    if (event->type != GDK_KEY_PRESS) return false;
     const guint key = event->key.keyval;
     const bool shift = (event->key.state & GDK_SHIFT_MASK) != 0;
-    if (key == GDK_KEY_Escape || (key == GDK_KEY_F5 && shift)) asked.stop = true;
-    if (key == GDK_KEY_F6) asked.pause = true;
+    const bool stop = key == GDK_KEY_Escape || (key == GDK_KEY_F5 && shift);
+    const bool pause = key == GDK_KEY_F6 && (event->key.state & GDK_CONTROL_MASK) == 0;
+    asked.stop |= stop;
+    asked.pause |= pause;
+    return stop || pause;
 }
 
-bool isClickIn(wxWindow* window, GtkWidget* widget, const GdkEvent* event) {
-    if (!window || (event->type != GDK_BUTTON_PRESS && event->type != GDK_BUTTON_RELEASE))
-        return false;
-    return widget == window->GetHandle() || gtk_widget_is_ancestor(widget, window->GetHandle());
+bool isIn(const wxWindow* window, GtkWidget* widget) {
+    return window &&
+           (widget == window->GetHandle() || gtk_widget_is_ancestor(widget, window->GetHandle()));
+}
+
+/// Keys that open menus would need a loop.
+bool isForPart(const UsableParts& usable, GtkWidget* widget, const GdkEvent* event) {
+    if (event->type == GDK_KEY_PRESS || event->type == GDK_KEY_RELEASE)
+        return usable.keys && usable.keys == wxWindow::FindFocus() &&
+               (event->key.state & GDK_MOD1_MASK) == 0 && event->key.keyval != GDK_KEY_F10 &&
+               event->key.keyval != GDK_KEY_Alt_L && event->key.keyval != GDK_KEY_Menu;
+    if (event->type == GDK_BUTTON_PRESS && event->button.button == 3) return false;
+    return std::any_of(usable.clicks.begin(), usable.clicks.end(),
+                       [widget](const wxWindow* part) { return isIn(part, widget); });
 }
 
 }  // namespace
@@ -213,7 +227,7 @@ OnlyWindow::~OnlyWindow() {
     g_object_unref(state_->group);
 }
 
-BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
+BusyInput pumpWhileBusy(wxFrame& frame, const UsableParts& usable) {
     GtkWidget* const top = frame.GetHandle();
     BusyInput asked;
     std::deque<GdkEvent*> others;
@@ -224,8 +238,9 @@ BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
             others.push_back(event);
             continue;
         }
-        note(event, asked);
-        if (!isUserInput(event->type) || isClickIn(usable, widget, event)) gtk_main_do_event(event);
+        const bool wish = note(event, asked);
+        if (!wish && (!isUserInput(event->type) || isForPart(usable, widget, event)))
+            gtk_main_do_event(event);
         gdk_event_free(event);
     }
     for (GdkEvent* event : others) {

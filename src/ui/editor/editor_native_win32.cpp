@@ -6,6 +6,7 @@
 #include <wx/menuitem.h>
 #include <wx/msw/wrapwin.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace korvant::ui::native {
@@ -121,9 +122,24 @@ OnlyWindow::~OnlyWindow() {
         if (IsWindow(window)) EnableWindow(window, TRUE);
 }
 
-BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
+namespace {
+
+/// Keys that open menus would need a loop.
+bool isForPart(const UsableParts& usable, const MSG& message) {
+    const auto isIn = [&](const wxWindow* part) {
+        const HWND window = static_cast<HWND>(part->GetHandle());
+        return message.hwnd == window || IsChild(window, message.hwnd);
+    };
+    if (message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_CHAR)
+        return usable.keys && isIn(usable.keys) && message.wParam != VK_APPS;
+    if (message.message == WM_RBUTTONDOWN || message.message == WM_RBUTTONUP) return false;
+    return std::any_of(usable.clicks.begin(), usable.clicks.end(), isIn);
+}
+
+}  // namespace
+
+BusyInput pumpWhileBusy(wxFrame& frame, const UsableParts& usable) {
     const HWND own = static_cast<HWND>(frame.GetHandle());
-    const HWND open = usable ? static_cast<HWND>(usable->GetHandle()) : nullptr;
     BusyInput asked;
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
         if (message.message == WM_QUIT) {
@@ -132,13 +148,14 @@ BusyInput pumpWhileBusy(wxFrame& frame, wxWindow* usable) {
         }
         const bool ours = message.hwnd == own || IsChild(own, message.hwnd);
         const bool isKey = message.message == WM_KEYDOWN;
-        const bool inOpen = open && !isKey && (message.hwnd == open || IsChild(open, message.hwnd));
-        if (ours && isUserInput(message.message) && !inOpen) {
+        if (ours && isUserInput(message.message)) {
             const bool shift = GetKeyState(VK_SHIFT) < 0;
-            if (isKey && (message.wParam == VK_ESCAPE || (message.wParam == VK_F5 && shift)))
-                asked.stop = true;
-            if (isKey && message.wParam == VK_F6) asked.pause = true;
-            continue;
+            const bool stop =
+                isKey && (message.wParam == VK_ESCAPE || (message.wParam == VK_F5 && shift));
+            const bool pause = isKey && message.wParam == VK_F6;
+            asked.stop |= stop;
+            asked.pause |= pause;
+            if (stop || pause || !isForPart(usable, message)) continue;
         }
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -19,6 +19,8 @@ namespace {
 constexpr int kGap = 12;
 constexpr int kFieldWidth = 110;
 constexpr int kAboutIcon = 64;
+constexpr int kOutputWidth = 680, kOutputHeight = 420;
+constexpr char kNothingPrinted[] = "Nothing printed yet.";
 
 }  // namespace
 
@@ -68,6 +70,25 @@ void CGotoLineDlg::accept() {
 
 std::optional<std::int32_t> CGotoLineDlg::ask() {
     return showModal(*this) == wxID_OK ? line_ : std::nullopt;
+}
+
+void showOutputBox(wxWindow* parent, const wxString& text) {
+    wxDialog box(parent, wxID_ANY, "Last Output", wxDefaultPosition, wxDefaultSize,
+                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
+    auto* shown =
+        new wxTextCtrl(&box, wxID_ANY, text.empty() ? wxString(kNothingPrinted) : text,
+                       wxDefaultPosition, box.FromDIP(wxSize(kOutputWidth, kOutputHeight)),
+                       wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+    shown->SetFont(fixedFont());
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(shown, wxSizerFlags(1).Expand().Border(wxALL, box.FromDIP(kGap)));
+    column->Add(box.CreateStdDialogButtonSizer(wxOK),
+                wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, box.FromDIP(kGap)));
+    box.SetSizerAndFit(column);
+    box.CentreOnParent();
+    box.SetEscapeId(wxID_OK);
+    shown->SetFocus();
+    showModal(box);
 }
 
 void showAboutBox(wxWindow* parent) {

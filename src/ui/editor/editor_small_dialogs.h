@@ -29,5 +29,7 @@ class CGotoLineDlg final : public wxDialog {
 
 /// Modal.
 void showAboutBox(wxWindow* parent);
+/// What a script printed, to be read and copied. Modal.
+void showOutputBox(wxWindow* parent, const wxString& text);
 
 }  // namespace korvant::ui

@@ -3,6 +3,7 @@
 #include <wx/stc/stc.h>
 
 #include <algorithm>
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -16,20 +17,30 @@ BottomPanes::BottomPanes(wxWindow& parent, const Look& look, wxStyledTextCtrl* o
                          std::function<void(Pane)> clear, std::function<void()> layOut)
     : clear_(std::move(clear)), layOut_(std::move(layOut)) {
     part(Pane::output) = {output, true};
-    left_ = new PaneHeading(&parent, look, PaneHeading::Style::underlined, {{"Output", {}}});
-    right_ = new PaneHeading(&parent, look, PaneHeading::Style::underlined, {{"Console", {}}});
-    left_->addButton(Icon::trash, "Empty", [this] { clear_(asTabs_ ? front_ : Pane::output); });
-    leftClose_ = left_->addButton(Icon::close, "Close", [this] { closeShown(true); });
-    right_->addButton(Icon::trash, "Empty", [this] { clear_(rightFront_); });
-    right_->addButton(Icon::close, "Close", [this] { closeShown(false); });
+    left_ = new PaneHeading(&parent, look, PaneHeading::Style::underlined, {{words("Output"), {}}});
+    right_ =
+        new PaneHeading(&parent, look, PaneHeading::Style::underlined, {{words("Console"), {}}});
+    const auto copy = [this] {
+        if (copyConsole) copyConsole();
+    };
+    leftCopy_ = left_->addButton(Icon::copy, words("Copy"), copy);
+    leftTrash_ = left_->addButton(Icon::trash, words("Empty"), [this] { clear_(shownPane(true)); });
+    leftClose_ = left_->addButton(Icon::close, words("Close"), [this] { closeShown(true); });
+    rightCopy_ = right_->addButton(Icon::copy, words("Copy"), copy);
+    rightTrash_ = right_->addButton(Icon::trash, words("Empty"), [this] { clear_(rightFront_); });
+    right_->addButton(Icon::close, words("Close"), [this] { closeShown(false); });
     left_->onChosen = [this](int index) { show(panesOf(true)[static_cast<std::size_t>(index)]); };
     right_->onChosen = [this](int index) { show(panesOf(false)[static_cast<std::size_t>(index)]); };
     right_->Hide();
 }
 
 void BottomPanes::closeShown(bool left) {
-    const Pane pane = left ? (asTabs_ ? front_ : Pane::output) : rightFront_;
-    if (pane != Pane::output) return open(pane, false);
+    const Pane pane = shownPane(left);
+    if (pane != Pane::output) {
+        open(pane, false);
+        if (onClosed) onClosed(pane);
+        return;
+    }
     if (onOutputClosed) onOutputClosed();
 }
 
@@ -66,19 +77,19 @@ void BottomPanes::setProblemCount(int count) {
 
 void BottomPanes::setOutputRemark(bool empty) {
     outputEmpty_ = empty;
-    left_->setRemark(empty && !hasRight() ? kEmptyOutput : "");
+    left_->setRemark(empty && !hasRight() ? words(kEmptyOutput) : wxString());
 }
 
 PaneHeading::Title BottomPanes::titleOf(Pane pane) const {
     switch (pane) {
         case Pane::output:
-            return {"Output", {}};
+            return {words("Output"), {}};
         case Pane::console:
-            return {"Console", {}};
+            return {words("Console"), {}};
         case Pane::problems:
             break;
     }
-    return {"Problems", problems_ > 0 ? wxString::Format("%d", problems_) : wxString()};
+    return {words("Problems"), problems_ > 0 ? wxString::Format("%d", problems_) : wxString()};
 }
 
 std::vector<BottomPanes::Pane> BottomPanes::panesOf(bool left) const {
@@ -94,7 +105,7 @@ std::vector<BottomPanes::Pane> BottomPanes::panesOf(bool left) const {
 void BottomPanes::refreshTitles() {
     for (const bool left : {true, false}) {
         PaneHeading* heading = left ? left_ : right_;
-        const Pane shown = left ? (asTabs_ ? front_ : Pane::output) : rightFront_;
+        const Pane shown = shownPane(left);
         std::vector<PaneHeading::Title> titles;
         int chosen = 0;
         for (const Pane pane : panesOf(left)) {
@@ -105,6 +116,10 @@ void BottomPanes::refreshTitles() {
         heading->choose(chosen);
     }
     left_->showButton(leftClose_, !hasRight() || asTabs_);
+    left_->showButton(leftCopy_, shownPane(true) == Pane::console);
+    left_->showButton(leftTrash_, shownPane(true) != Pane::problems);
+    right_->showButton(rightCopy_, rightFront_ == Pane::console);
+    right_->showButton(rightTrash_, rightFront_ == Pane::console);
     setOutputRemark(outputEmpty_);
 }
 

@@ -27,6 +27,10 @@ class BottomPanes {
     /// Puts a pane in front.
     void show(Pane pane);
     void setProblemCount(int count);
+    /// What of them can be clicked into at any time.
+    std::vector<wxWindow*> headings() const { return {left_, right_}; }
+    std::function<void()> copyConsole;
+    std::function<void(Pane)> onClosed;  ///< by hand
     void setOutputRemark(bool empty);
 
     void layOut(const WorkbenchLayout& layout, bool visible,
@@ -47,6 +51,9 @@ class BottomPanes {
     void refreshTitles();
     std::vector<Pane> panesOf(bool left) const;
     void closeShown(bool left);
+    Pane shownPane(bool left) const {
+        return !left ? rightFront_ : asTabs_ ? front_ : Pane::output;
+    }
     Pane& front(bool left) { return left && asTabs_ ? front_ : rightFront_; }
 
     Part parts_[3];
@@ -55,6 +62,10 @@ class BottomPanes {
     PaneHeading* left_;
     PaneHeading* right_;
     PaintedButton* leftClose_;
+    PaintedButton* leftCopy_;
+    PaintedButton* leftTrash_;
+    PaintedButton* rightCopy_;
+    PaintedButton* rightTrash_;
     Pane front_ = Pane::output;        ///< with all as tabs of one pane
     Pane rightFront_ = Pane::console;  ///< of the right one
     bool asTabs_ = false;
