@@ -16,9 +16,9 @@ namespace {
 constexpr int kSize = 16;
 /// Numbers of markers beside the classic one.
 constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMark = 13,
-              kPlainMark = 14, kCallerMark = 15, kStopBand = 20, kExceptionBand = 21,
-              kCallerBand = 22;
-constexpr int kErrorIndicator = 8, kWarningIndicator = 9;
+              kPlainMark = 14, kCallerMark = 15, kStopMark = 16, kFailedMark = 17, kStopBand = 20,
+              kExceptionBand = 21, kCallerBand = 22;
+constexpr int kErrorIndicator = 8, kWarningIndicator = 9, kEditedIndicator = 12;
 constexpr std::uintptr_t kClassicMarker = 0;
 
 /// The control paints pictures at the size of 96 dots per inch only; where the screen is finer its
@@ -62,6 +62,8 @@ void CodeMarks::defineMarkers() {
     define(kUnverifiedMark, Icon::breakpointUnverified, &ThemeTable::unverified,
            wxSTC_MARK_DOTDOTDOT);
     define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText, wxSTC_MARK_SHORTARROW);
+    define(kStopMark, Icon::stopArrow, &ThemeTable::stopMark, wxSTC_MARK_ARROW);
+    define(kFailedMark, Icon::bolt, &ThemeTable::error, wxSTC_MARK_ARROW);
     define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
     control_.MarkerDefine(kConditionMarker, wxSTC_MARK_EMPTY);
     const auto band = [this](int marker, Rgb ThemeTable::*colour) {
@@ -109,13 +111,17 @@ void CodeMarks::defineIndicators() {
         control_.IndicatorSetStyle(indicator, wxSTC_INDIC_SQUIGGLEPIXMAP);
         control_.IndicatorSetForeground(indicator, colourOf(colour));
     }
+    control_.IndicatorSetStyle(kEditedIndicator, wxSTC_INDIC_FULLBOX);
+    control_.IndicatorSetForeground(kEditedIndicator, colourOf(look_->stopMark));
+    control_.IndicatorSetAlpha(kEditedIndicator, 0);
+    control_.IndicatorSetOutlineAlpha(kEditedIndicator, 255);
 }
 
 void CodeMarks::use(bool on) {
     on_ = on;
     defineFolds();
     if (!on) {
-        for (int marker = kConditionMark; marker <= kCallerMark; ++marker)
+        for (int marker = kConditionMark; marker <= kFailedMark; ++marker)
             control_.MarkerDeleteAll(marker);
         showProblems({});
         showStop({});
@@ -164,7 +170,8 @@ void CodeMarks::showBreakpoints(const std::vector<BreakpointRow>& rows) {
 
 void CodeMarks::showStop(const StopMark& stop) {
     if (stop == stop_) return;
-    for (const int marker : {kStopBand, kExceptionBand, kCallerBand, kCallerMark})
+    for (const int marker :
+         {kStopBand, kExceptionBand, kCallerBand, kCallerMark, kStopMark, kFailedMark})
         control_.MarkerDeleteAll(marker);
     const bool moved = stop.line != stop_.line;
     stop_ = stop;
@@ -174,8 +181,20 @@ void CodeMarks::showStop(const StopMark& stop) {
         showBreakpoints(rows);
         if (on_) defineClassicMarker();
     }
+    control_.SetIndicatorCurrent(kEditedIndicator);
+    control_.IndicatorClearRange(0, control_.GetLength());
     if (!on_ || stop.line == 0) return;
-    control_.MarkerAdd(stop.line - 1, stop.isException ? kExceptionBand : kStopBand);
+    // The classic arrow stands only where the run has been left.
+    const bool hasArrow =
+        classicSymbol_ == sci::kMarkArrow && (control_.MarkerGet(stop.line - 1) & 1) != 0;
+    if (!hasArrow) control_.MarkerAdd(stop.line - 1, stop.isException ? kFailedMark : kStopMark);
+    if (stop.edited) {
+        const int begin = control_.GetLineIndentPosition(stop.line - 1);
+        control_.IndicatorFillRange(begin, control_.GetLineEndPosition(stop.line - 1) - begin);
+    } else {
+        control_.MarkerAdd(stop.line - 1, stop.isException ? kExceptionBand : kStopBand);
+    }
+    if (stop.calledFrom > 0) control_.MarkerAdd(stop.calledFrom - 1, kCallerMark);
     if (stop.caller == 0) return;
     control_.MarkerAdd(stop.caller - 1, kCallerMark);
     control_.MarkerAdd(stop.caller - 1, kCallerBand);

@@ -19,7 +19,9 @@ class LineNotes;
 struct StopMark {
     int line = 0;  ///< 1-based; 0: nowhere
     bool isException = false;
-    int caller = 0;  ///< the line of the frame that was chosen; 0: the innermost one
+    int caller = 0;       ///< the line of the frame that was chosen; 0: the innermost one
+    int calledFrom = 0;   ///< at an exception: the line of the calling frame; 0: none
+    bool edited = false;  ///< the text is not the one that runs any more
     bool operator==(const StopMark&) const = default;
 };
 

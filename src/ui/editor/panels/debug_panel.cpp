@@ -5,13 +5,14 @@
 #include "ui/editor/panels/row_field.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
 
 constexpr int kFirstHeading = 36, kHeading = 32, kMostRows = 6, kLeastVariables = 72;
-constexpr int kRow = 24;
-const wxString kTitles[] = {"Call stack", "Variables", "Watches", "Breakpoints"};
+constexpr int kRow = 24, kFrameRow = 40;
+constexpr const char* kTitles[] = {"Call stack", "Variables", "Watches", "Breakpoints"};
 
 ListMetrics metricsOf(int section) {
     ListMetrics metrics;
@@ -48,50 +49,67 @@ DebugPanel::DebugPanel(wxWindow* parent, const Look& look, Inspection& inspectio
         place();
         event.Skip();
     });
-    setAccessibleName("Debug panel");
+    setAccessibleName(words("Debug panel"));
 }
 
 void DebugPanel::makeSections() {
-    tabs_ =
-        new PaneHeading(this, look(), PaneHeading::Style::underlined,
-                        {{"Variables", {}}, {"Stack", {}}, {"Watches", {}}, {"Breakpoints", {}}});
+    tabs_ = new PaneHeading(this, look(), PaneHeading::Style::underlined,
+                            {{words("Variables"), {}},
+                             {words("Stack"), {}},
+                             {words("Watches"), {}},
+                             {words("Breakpoints"), {}}});
     tabs_->setTopLine(false);
     tabs_->onChosen = [this](int tab) {
         tabs_->choose(tab);
         place();
     };
     tabs_->Hide();
+    frame_ = new FrameChooser(this, look());
+    frame_->onChosen = [this](int index) { chooseFrame(index); };
+    frame_->Hide();
     for (int section = kStack; section <= kBreakpoints; ++section) {
         Part part;
-        const wxString& title = kTitles[section];
+        const wxString title = words(kTitles[section]);
         part.heading = new PaneHeading(this, look(), PaneHeading::Style::folding, {{title, {}}});
         part.heading->setTopLine(section != kStack);
         part.heading->onFolded = [this](bool) { place(); };
         part.list = new RowList(this, look(), metricsOf(section), title);
         sections_.push_back(part);
     }
-    sections_[kStack].heading->addButton(Icon::close, "Close", [this] { actions_.closed(); });
-    sections_[kWatches].heading->addButton(Icon::plus, "Add an expression", [this] {
+    sections_[kStack].heading->addButton(Icon::close, words("Close"),
+                                         [this] { actions_.closed(); });
+    sections_[kWatches].heading->addButton(Icon::plus, words("Add an expression"), [this] {
         editWatch(static_cast<int>(inspection_.watches().size()));
     });
-    sections_[kWatches].heading->addButton(Icon::trash, "Remove all expressions",
+    sections_[kWatches].heading->addButton(Icon::trash, words("Remove all expressions"),
                                            [this] { inspection_.removeWatches(); });
-    sections_[kBreakpoints].heading->addButton(Icon::breakpointOff, "Switch all on or off",
+    sections_[kBreakpoints].heading->addButton(Icon::breakpointOff, words("Switch all on or off"),
                                                [this] { actions_.switchBreakpoints(); });
-    sections_[kBreakpoints].heading->addButton(Icon::trash, "Delete all breakpoints",
+    sections_[kBreakpoints].heading->addButton(Icon::trash, words("Delete all breakpoints"),
                                                [this] { actions_.removeBreakpoints(); });
-    sections_[kBreakpoints].list->setEmptyText("Click beside a line number to stop there.");
+    sections_[kBreakpoints].list->setEmptyText(words("Click beside a line number to stop there."));
 }
 
 void DebugPanel::connectStack() {
     RowList& list = *sections_[kStack].list;
     list.count = [this] { return static_cast<int>(stack_.size()); };
     list.row = [this](int index) { return stackRow(index); };
-    list.onSelected = [this](int index) {
-        inspection_.chooseFrame(static_cast<unsigned>(index));
-        actions_.frameChosen(static_cast<unsigned>(index));
-    };
+    list.onSelected = [this](int index) { chooseFrame(index); };
     list.onActivated = list.onSelected;
+}
+
+void DebugPanel::chooseFrame(int index) {
+    inspection_.chooseFrame(static_cast<unsigned>(index));
+    actions_.frameChosen(static_cast<unsigned>(index));
+}
+
+void DebugPanel::refreshFrame() {
+    std::vector<FrameChooser::Frame> frames;
+    for (std::size_t i = 0; i < stack_.size(); ++i) {
+        const ListRow row = stackRow(static_cast<int>(i));
+        frames.push_back({row.name, row.right});
+    }
+    frame_->setFrames(std::move(frames), inspection_.frame(), inspection_.isException());
 }
 
 void DebugPanel::connectVariables() {
@@ -201,6 +219,7 @@ void DebugPanel::refresh(const std::vector<BreakpointRow>& breakpoints) {
     sections_[kBreakpoints].heading->setRemark(
         breakpoints_.empty() ? wxString() : wxString::Format("%zu", breakpoints_.size()));
     for (const Part& part : sections_) part.list->rowsChanged();
+    refreshFrame();
     place();
 }
 
@@ -264,22 +283,26 @@ void DebugPanel::place() {
     const wxSize size = GetClientSize();
     const int left = 1, width = std::max(size.x - left, 0);
     tabs_->Show(asTabs_);
-    if (!asTabs_) return placeSections(left, width, size.y);
     constexpr int kSectionOf[] = {kVariables, kStack, kWatches, kBreakpoints};
+    const bool choosesFrame =
+        asTabs_ && !stack_.empty() && kSectionOf[tabs_->chosen()] == kVariables;
+    frame_->Show(choosesFrame);
+    if (!asTabs_) return placeSections(left, width, size.y);
     tabs_->SetSize(left, 0, width, dip(kFirstHeading));
+    frame_->SetSize(left, dip(kFirstHeading), width, dip(kFrameRow));
+    const int top = dip(kFirstHeading + (choosesFrame ? kFrameRow : 0));
     for (int section = kStack; section <= kBreakpoints; ++section) {
         const Part& part = sections_[static_cast<std::size_t>(section)];
         part.heading->Hide();
         const bool shown = section == kSectionOf[tabs_->chosen()];
         part.list->Show(shown);
-        if (shown)
-            part.list->SetSize(left, dip(kFirstHeading), width,
-                               std::max(size.y - dip(kFirstHeading), 0));
+        if (shown) part.list->SetSize(left, top, width, std::max(size.y - top, 0));
     }
 }
 
 std::vector<wxWindow*> DebugPanel::focusOrder() const {
     std::vector<wxWindow*> order;
+    if (frame_->IsShown()) order.push_back(frame_);
     for (const Part& part : sections_)
         if (part.list->IsShown()) order.push_back(part.list);
     return order;

@@ -6,6 +6,7 @@
 
 #include "editor/stops/inspection.h"
 #include "editor/stops/value_rows.h"
+#include "ui/editor/panels/frame_chooser.h"
 #include "ui/kit/pane_heading.h"
 #include "ui/kit/row_list.h"
 
@@ -49,6 +50,7 @@ class DebugPanel : public PaintedWindow {
     std::vector<wxWindow*> focusOrder() const;
     RowList* list(int section) const { return sections_[static_cast<std::size_t>(section)].list; }
     enum Section { kStack, kVariables, kWatches, kBreakpoints };
+    FrameChooser* frameChooser() const { return frame_; }
     void addWatch(const std::string& expression);
     void showSection(int section);
 
@@ -70,6 +72,8 @@ class DebugPanel : public PaintedWindow {
     ListRow variableRow(int index) const;
     ListRow watchRow(int index) const;
     ListRow breakpointRow(int index) const;
+    void refreshFrame();
+    void chooseFrame(int index);
     void editVariable(int index);
     void editWatch(int index);
     void paint(wxGraphicsContext& context) override;
@@ -81,6 +85,7 @@ class DebugPanel : public PaintedWindow {
     std::vector<BreakpointRow> breakpoints_;
     std::vector<Part> sections_;
     PaneHeading* tabs_ = nullptr;
+    FrameChooser* frame_ = nullptr;  ///< above the variables where the sections are tabs
     std::uint64_t shown_ = ~std::uint64_t{0};
     bool asTabs_ = false;
 };

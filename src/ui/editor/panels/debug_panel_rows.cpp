@@ -1,6 +1,7 @@
 // How stack, values, watches and breakpoints look as rows.
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -36,7 +37,8 @@ ListRow DebugPanel::stackRow(int index) const {
     ListRow row;
     row.name = fromUtf8(frame.name);
     row.nameStrong = index == 0;
-    row.right = frame.place.line > 0 ? wxString::Format("line %d", frame.place.line) : wxString();
+    row.right =
+        frame.place.line > 0 ? wxString::Format(words("line %d"), frame.place.line) : wxString();
     if (!frame.place.source.empty()) row.right = fromUtf8(frame.place.source) + ", " + row.right;
     if (frame.native) row.nameColour = &ThemeTable::secondText;
     if (index == 0) {
@@ -55,7 +57,8 @@ ListRow DebugPanel::variableRow(int index) const {
     row.depth = value.depth;
     if (value.more > 0) {
         row.icon = Icon::more;
-        row.name = wxString::Format("%llu more", static_cast<unsigned long long>(value.more));
+        row.name =
+            wxString::Format(words("%llu more"), static_cast<unsigned long long>(value.more));
         return row;
     }
     if (value.hasChildren()) row.fold = value.open ? ListRow::Fold::open : ListRow::Fold::closed;
@@ -78,7 +81,7 @@ ListRow DebugPanel::watchRow(int index) const {
     ListRow row;
     if (static_cast<std::size_t>(index) >= watches.size()) {
         row.icon = Icon::plus;
-        row.name = "Add an expression...";
+        row.name = words("Add an expression...");
         row.nameColour = &ThemeTable::secondText;
         return row;
     }
@@ -88,14 +91,14 @@ ListRow DebugPanel::watchRow(int index) const {
     if (!inspection_.canLook()) return row;
     if (!watch.error.empty()) {
         const bool unknown = watch.error.find("No matching symbol") != std::string::npos;
-        row.value = unknown ? wxString("not known in this function") : fromUtf8(watch.error);
+        row.value = unknown ? words("not known in this function") : fromUtf8(watch.error);
         row.valueCode = false;
         row.valueColour = unknown ? &ThemeTable::secondText : &ThemeTable::error;
         return row;
     }
     row.value = fromUtf8(watch.value.value);
     row.changed = !watch.was.empty();
-    if (row.changed) row.remark = "was " + fromUtf8(watch.was);
+    if (row.changed) row.remark = words("was ") + fromUtf8(watch.was);
     return row;
 }
 
@@ -106,7 +109,7 @@ ListRow DebugPanel::breakpointRow(int index) const {
     row.icon = iconOf(breakpoint.kind);
     row.iconColour = breakpoint.kind == BreakpointRow::Kind::unverified ? &ThemeTable::unverified
                                                                         : &ThemeTable::breakpoint;
-    row.name = wxString::Format("line %d", breakpoint.line);
+    row.name = wxString::Format(words("line %d"), breakpoint.line);
     if (!breakpoint.enabled) row.nameColour = &ThemeTable::secondText;
     row.remark = fromUtf8(breakpoint.remark);
     return row;

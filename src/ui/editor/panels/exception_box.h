@@ -22,6 +22,7 @@ class ExceptionBox : public PaintedWindow {
     /// Under the 1-based `line`, whose text moves down; 0 hides it.
     void show(int line, const wxString& message, const wxString& detail);
     void place();
+    const wxString& detail() const { return detail_; }
 
   private:
     void paint(wxGraphicsContext& context) override;
