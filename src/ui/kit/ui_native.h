@@ -53,6 +53,19 @@ void setAccessibleRole(wxWindow& window, AccessibleRole role);
 wxString monospacedFace();
 /// The desktop asks for dark windows.
 bool prefersDark();
+/// Calls `changed` from the event loop when the answer of prefersDark() may be another one, where
+/// the desktop tells.
+class DarkWatch {
+  public:
+    explicit DarkWatch(std::function<void()> changed);
+    ~DarkWatch();
+    DarkWatch(const DarkWatch&) = delete;
+    DarkWatch& operator=(const DarkWatch&) = delete;
+
+  private:
+    std::function<void()> changed_;
+    void* settings_ = nullptr;
+};
 /// The colours of the window's own edge and menu bar, where the desktop lets programs choose.
 void setDarkFrame(wxWindow& window, bool dark);
 /// Colours of a window's menu bar, where the desktop lets programs choose; invalid ones are its

@@ -167,6 +167,8 @@ class Setting {
     std::string text_;
 };
 
+constexpr char kDesktopSchema[] = "org.gnome.desktop.interface", kColourKey[] = "color-scheme";
+
 GtkWidget* topLevelOf(GdkEvent* event) {
     GtkWidget* widget = gtk_get_event_widget(event);
     return widget ? gtk_widget_get_toplevel(widget) : nullptr;
@@ -342,8 +344,21 @@ wxString monospacedFace() {
 }
 
 bool prefersDark() {
-    if (Setting("org.gnome.desktop.interface", "color-scheme").text() == "prefer-dark") return true;
+    if (Setting(kDesktopSchema, kColourKey).text() == "prefer-dark") return true;
     return wxSystemSettings::GetAppearance().IsDark();
+}
+
+/// The toolkit does not read this setting.
+DarkWatch::DarkWatch(std::function<void()> changed) : changed_(std::move(changed)) {
+    if (Setting(kDesktopSchema, kColourKey).text().empty()) return;
+    settings_ = g_settings_new(kDesktopSchema);
+    const auto told =
+        +[](GSettings*, const gchar*, gpointer data) { static_cast<DarkWatch*>(data)->changed_(); };
+    g_signal_connect(settings_, "changed::color-scheme", G_CALLBACK(told), this);
+}
+
+DarkWatch::~DarkWatch() {
+    if (settings_) g_object_unref(settings_);
 }
 
 void setDarkFrame(wxWindow&, bool) {}

@@ -137,6 +137,10 @@ bool prefersDark() {
     return false;
 }
 
+DarkWatch::DarkWatch(std::function<void()> changed) : changed_(std::move(changed)) {}
+
+DarkWatch::~DarkWatch() = default;
+
 void setDarkFrame(wxWindow& window, bool dark) {
     using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, const void*, DWORD);
     constexpr DWORD kDarkTitle = 20;
