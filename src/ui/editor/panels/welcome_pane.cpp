@@ -3,6 +3,7 @@
 #include <wx/checkbox.h>
 
 #include <algorithm>
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -10,13 +11,19 @@ namespace {
 constexpr int kLeft = 24, kRight = 24, kTitle = 24, kIntro = 62, kIntroRow = 20, kSteps = 116,
               kStep = 56, kStepGap = 8, kStart = 392, kLinks = 408, kLink = 28, kFoot = 46;
 
+constexpr const char* kIntroRows[] = {"A script is written on the left, run, and",
+                                      "looked into while it stands still."};
+constexpr const char* kTourIntro[] = {"The script on the left is a tour. It reads drill",
+                                      "samples and prints a table."};
+
 struct Step {
     const char* title;
     const char* what;
     const char* key;
 };
+constexpr char kPrintsInConsole[] = "What it prints appears in the Console.";
 constexpr Step kStepTexts[] = {
-    {"Run it", "What it prints appears in the console.", "F5"},
+    {"Run it", "The table appears in the Console.", "F5"},
     {"Stop at a line", "Click beside a line number, then run.", "F9"},
     {"Go on step by step", "The variables show at the right.", "F11"},
     {"Check without running", "Errors are listed with their lines.", "F7"},
@@ -24,16 +31,17 @@ constexpr Step kStepTexts[] = {
 
 }  // namespace
 
-WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, Actions actions)
-    : PaintedWindow(parent, look, false) {
-    addLink(Icon::newFile, "New script", "Ctrl+N", actions.create);
-    addLink(Icon::open, "Open a script...", "Ctrl+O", actions.open);
-    addLink(Icon::book, "More examples...", {}, actions.examples);
-    addLink(Icon::help, "Scripting manual", "F1", actions.manual);
-    close_ =
-        new PaintedButton(this, look, PaintedButton::Kind::plain,
-                          {Icon::close, {}, {}, "Close", &ThemeTable::secondText}, actions.closed);
-    atStart_ = new wxCheckBox(this, wxID_ANY, "Show this when the editor starts");
+WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, bool tour,
+                         Actions actions)
+    : PaintedWindow(parent, look, false), tour_(tour) {
+    addLink(Icon::newFile, words("New script"), "Ctrl+N", actions.create);
+    addLink(Icon::open, words("Open a script..."), "Ctrl+O", actions.open);
+    addLink(Icon::book, words("More examples..."), {}, actions.examples);
+    addLink(Icon::help, words("Scripting manual"), "F1", actions.manual);
+    close_ = new PaintedButton(this, look, PaintedButton::Kind::plain,
+                               {Icon::close, {}, {}, words("Close"), &ThemeTable::secondText},
+                               actions.closed);
+    atStart_ = new wxCheckBox(this, wxID_ANY, words("Show this when the editor starts"));
     atStart_->SetValue(showAtStart);
     Bind(wxEVT_CHECKBOX,
          [tell = actions.showAtStart](wxCommandEvent& event) { tell(event.IsChecked()); });
@@ -41,7 +49,7 @@ WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, A
         place();
         event.Skip();
     });
-    setAccessibleName("Welcome");
+    setAccessibleName(words("Welcome"));
     applyLook();
 }
 
@@ -71,7 +79,8 @@ void WelcomePane::place() {
 }
 
 void WelcomePane::paintStep(wxGraphicsContext& context, int step, int y) {
-    const Step& shown = kStepTexts[step];
+    Step shown = kStepTexts[step];
+    if (step == 0 && !tour_) shown.what = kPrintsInConsole;
     const int width = GetClientSize().x - dip(kLeft + kRight), x = dip(kLeft);
     context.SetPen(wxPen(colourOf(look()->border)));
     context.SetBrush(wxBrush(colourOf(look()->panel)));
@@ -80,8 +89,10 @@ void WelcomePane::paintStep(wxGraphicsContext& context, int step, int y) {
     const wxString number = wxString::Format("%d", step + 1);
     text(context, number, look().strong, look()->accent,
          x + dip(25) - textWidth(*this, number, look().strong) / 2, y + dip(15), dip(26));
-    text(context, shown.title, look().strong, look()->text, x + dip(52), y + dip(8), dip(20));
-    text(context, shown.what, look().small, look()->secondText, x + dip(52), y + dip(28), dip(20));
+    text(context, words(shown.title), look().strong, look()->text, x + dip(52), y + dip(8),
+         dip(20));
+    text(context, words(shown.what), look().small, look()->secondText, x + dip(52), y + dip(28),
+         dip(20));
     const int key = textWidth(*this, shown.key, look().small) + dip(10);
     const wxRect place(x + width - dip(12) - key, y + dip(9), key, dip(20));
     context.SetPen(wxPen(colourOf(look()->border)));
@@ -97,14 +108,15 @@ void WelcomePane::paint(wxGraphicsContext& context) {
     fill(context, {0, 0, 1, size.y}, look()->border);
     wxFont large = look().strong;
     large.SetFractionalPointSize(look().plain.GetFractionalPointSize() + 6);
-    text(context, "Welcome", large, look()->text, dip(kLeft), dip(kTitle), dip(26));
-    text(context, "A script is written on the left, run, and", look().plain, look()->secondText,
-         dip(kLeft), dip(kIntro - 8), dip(kIntroRow));
-    text(context, "looked into while it stands still.", look().plain, look()->secondText,
-         dip(kLeft), dip(kIntro + kIntroRow - 8), dip(kIntroRow));
+    text(context, words("Welcome"), large, look()->text, dip(kLeft), dip(kTitle), dip(26));
+    const char* const* intro = tour_ ? kTourIntro : kIntroRows;
+    for (int row = 0; row < 2; ++row)
+        text(context, words(intro[row]), look().plain, look()->secondText, dip(kLeft),
+             dip(kIntro + row * kIntroRow - 8), dip(kIntroRow));
     for (int step = 0; step < 4; ++step)
         paintStep(context, step, dip(kSteps) + step * dip(kStep + kStepGap));
-    text(context, "Start", look().strong, look()->text, dip(kLeft), dip(kStart) - dip(10), dip(20));
+    text(context, words("Start"), look().strong, look()->text, dip(kLeft), dip(kStart) - dip(10),
+         dip(20));
 }
 
 }  // namespace korvant::ui

@@ -18,7 +18,8 @@ class WelcomePane : public PaintedWindow {
         std::function<void()> closed;
     };
 
-    WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, Actions actions);
+    /// `tour`: the script beside it is the tour.
+    WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, bool tour, Actions actions);
     void applyLook();
 
   private:
@@ -30,6 +31,7 @@ class WelcomePane : public PaintedWindow {
     std::vector<PaintedButton*> links_;
     PaintedButton* close_;
     wxCheckBox* atStart_;
+    bool tour_;
 };
 
 }  // namespace korvant::ui
