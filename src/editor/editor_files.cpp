@@ -34,6 +34,7 @@ void ScriptEditor::newDocument() {
     const bool saveFirst =
         document_.modified() && window_.ask(EditorDocument::kSaveChanges, false) == Answer::yes;
     if (saveFirst) save();
+    rememberFile();
     if (document_.modified()) recovery_.givenUp();
     emptyEditor();
     document_.setModified(false);
@@ -71,6 +72,7 @@ std::optional<std::string> ScriptEditor::askPath(bool saving) {
 }
 
 void ScriptEditor::openPath(const std::string& path) {
+    rememberFile();
     recovery_.dropping();
     // Deliberate: the text goes before the file is tried. It can be undone, and is kept.
     emptyEditor();
@@ -78,6 +80,7 @@ void ScriptEditor::openPath(const std::string& path) {
     if (document_.load(path)) {
         recovery_.saved();
         noteRecent(path);
+        recallFile();
     }
     refreshTitle();
 }

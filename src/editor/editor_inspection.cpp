@@ -1,8 +1,10 @@
 // What the editor does around a script that stands still, beyond the classic debugger.
 #include <exception>
 
+#include "base/text/number_text.h"
 #include "base/text/text_encoding.h"
 #include "editor/script_editor.h"
+#include "editor/stops/exception_detail.h"
 
 namespace korvant {
 
@@ -19,8 +21,26 @@ void ScriptEditor::planBreakpoints() {
 
 std::vector<PlannedBreakpoint> ScriptEditor::plannedBreakpoints() {
     const auto code = inspection_.session().code();
-    const bool known = code && inspection_.enabled() && !codeIsOld_;
-    return plan_.all(known ? code.get() : nullptr);
+    const bool known = code && inspection_.enabled() && !changedSinceRun();
+    std::vector<PlannedBreakpoint> planned = plan_.all(known ? code.get() : nullptr);
+    // Of a text that is not built it is known where there is nothing at all.
+    if (!known)
+        for (PlannedBreakpoint& one : planned)
+            one.verified = hasWords(toControl(ScriptLine{one.line}));
+    return planned;
+}
+
+/// Something beside blanks and comments.
+bool ScriptEditor::hasWords(ControlLine line) const {
+    constexpr std::intptr_t kComment = 1, kLastComment = 3;  // styles
+    const int start = editor_.lineStart(line);
+    const std::string text = editor_.textOf({start, editor_.lineEnd(line)});
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == ' ' || text[i] == '\t') continue;
+        const auto style = editor_.send(sci::kGetStyleAt, static_cast<std::uintptr_t>(start) + i);
+        if (style < kComment || style > kLastComment) return true;
+    }
+    return false;
 }
 
 void ScriptEditor::changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes) {
@@ -49,12 +69,13 @@ bool ScriptEditor::commandWhileHeld(int id) {
             restartWanted_ = true;
             return inspection_.end(), true;
         case command_id::kStepOver:
+        case command_id::kStepNext:
         case command_id::kStepInto:
         case command_id::kStepOut:
             if (inspection_.isException()) return true;
-            id == command_id::kStepOver   ? inspection_.stepOver()
-            : id == command_id::kStepInto ? inspection_.stepInto()
-                                          : inspection_.stepOut();
+            id == command_id::kStepOver || id == command_id::kStepNext ? inspection_.stepOver()
+            : id == command_id::kStepInto                              ? inspection_.stepInto()
+                                                                       : inspection_.stepOut();
             return true;
         default:
             return false;
@@ -69,6 +90,15 @@ std::unique_ptr<AttentionClock> ScriptEditor::breathe() {
 
 void ScriptEditor::stepOut() {
     resume([this] { inspection_.session().stepOut(); });
+}
+
+/// Over what is called, however often it stops in between, as other editors do it.
+void ScriptEditor::stepNext() {
+    resume([this] { inspection_.session().stepOver(); });
+}
+
+std::string ScriptEditor::lastOutput() const {
+    return decodeForDisplay(lastOutput_.text());
 }
 
 void ScriptEditor::runToCaret() {
@@ -95,6 +125,24 @@ void ScriptEditor::resume(const std::function<void()>& goOn) {
     });
 }
 
+std::string ScriptEditor::explainException() {
+    std::string detail;
+    guarded([&] {
+        const int line = inspection_.stop().place.line;
+        if (!inspection_.isException() || line < 1 || changedSinceRun()) return;
+        const ControlLine at = toControl(ScriptLine{line});
+        detail = korvant::exceptionDetail(
+            inspection_.stop().text, editor_.textOf({editor_.lineStart(at), editor_.lineEnd(at)}),
+            [this](const std::string& expression) -> std::optional<DebugValue> {
+                ShownValue shown =
+                    inspection_.session().show(0, expression, EvaluationPurpose::hover);
+                if (!shown.error.empty()) return std::nullopt;
+                return std::move(shown.value);
+            });
+    });
+    return detail;
+}
+
 void ScriptEditor::pauseRun() {
     if (debugger_.busy() && !inspection_.held()) inspection_.pause();
 }
@@ -105,8 +153,19 @@ void ScriptEditor::restartRun() {
 }
 
 void ScriptEditor::toggleBreakpoint() {
-    editBreakpoints(
-        [this](BreakpointPlan& plan) { plan.toggle(toScript(editor_.caretLine()).number); });
+    toggleBreakpointAt(toScript(editor_.caretLine()).number);
+}
+
+/// Where a script cannot stop, whoever sets the breakpoint is told.
+void ScriptEditor::toggleBreakpointAt(std::int32_t line) {
+    editBreakpoints([this, line](BreakpointPlan& plan) {
+        plan.toggle(line);
+        if (!plan.has(line) || !window_.explains()) return;
+        for (const PlannedBreakpoint& one : plannedBreakpoints())
+            if (one.line == line && !one.verified)
+                output_.showAbove("Line " + formatInt(line) +
+                                  " has no code: the script does not stop there.");
+    });
 }
 
 void ScriptEditor::removeBreakpoint() {
@@ -218,7 +277,6 @@ void ScriptEditor::noteBuild() {
     if (!inspection_.enabled()) return;
     const std::optional<std::string> text = document_.scriptBytes();
     problems_.setBuilt(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
-    codeIsOld_ = false;
 }
 
 }  // namespace korvant

@@ -53,7 +53,6 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
     const bool wasModified = document_.modified();
     document_.setModified(true);
     ++textVersion_;
-    codeIsOld_ = true;
     if (!wasModified) refreshTitle();
     recovery_.changed();
     assistant_.textChanged();
@@ -84,7 +83,7 @@ void ScriptEditor::marginClicked(const ControlNotification& notification) {
     if (notification.margin == kFoldMargin)
         editor_.send(sci::kToggleFold, static_cast<std::uintptr_t>(line.index));
     else if (notification.margin == kBookmarkMargin && !debugger_.busy())
-        editBreakpoints([&](BreakpointPlan& plan) { plan.toggle(toScript(line).number); });
+        toggleBreakpointAt(toScript(line).number);
 }
 
 /// Columns count bytes of the compiled text: one for each character of Windows Western.

@@ -6,6 +6,7 @@
 #include "base/system/user_folders.h"
 #include "base/text/text_encoding.h"
 #include "editor/assist/suggestion_list.h"
+#include "editor/assist/tour_script.h"
 #include "editor/control/control_setup.h"
 
 namespace korvant {
@@ -46,6 +47,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       recovery_({document_, window_, files_, backups_, *session_.services().clock},
                 joinPathIn(surroundings.dataFolder, "recovery")),
       recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")),
+      memory_(files_, joinPathIn(surroundings.dataFolder, "remembered_files")),
       families_(surroundings.families) {
     inspection_.onPrinted = [this](const std::string& text) {
         output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
@@ -95,6 +97,16 @@ void ScriptEditor::setUpControls() {
     debugger_.setUp();
 }
 
+void ScriptEditor::showTour() {
+    if (editor_.length() > 0 || !document_.path().empty()) return;
+    guarded([this] {
+        const OwnText own(*this);
+        document_.begin(kTourScript, {});
+        tourText_ = textVersion_;
+        refreshTitle();
+    });
+}
+
 void ScriptEditor::shown() {
     const OwnText own(*this);
     run([this] {
@@ -136,6 +148,12 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
         restartWanted_ = false;
         recovery_.keepIfChanged();
         inspection_.endLooking();
+        onlyChecked_ = action == &Debugger::build;
+        if (!debugger_.debugging()) {
+            runText_ = textVersion_;
+            measures_.begin();
+            if (action == &Debugger::execute) lastOutput_.clear();
+        }
         planBreakpoints();
         runBegan_ = session_.services().clock->monotonic();
         {
@@ -235,13 +253,14 @@ bool ScriptEditor::mayLeave(bool asks) {
 
 /// Without the whole text the host keeps the one that it gave.
 bool ScriptEditor::takeTextForHost() {
-    if (!editor_.exists() || document_.incomplete()) return true;
+    if (!editor_.exists() || document_.incomplete() || tourText_ == textVersion_) return true;
     std::optional<std::string> bytes = document_.bytes();
     if (bytes) hostText_ = std::move(*bytes);
     return bytes.has_value();
 }
 
 void ScriptEditor::leave(bool delivered) {
+    rememberFile();
     left_ = true;
     recovery_.closing(delivered);
     debugger_.close();
@@ -255,8 +274,8 @@ void ScriptEditor::exit() {
     window_.endModal();
 }
 
-void ScriptEditor::setTheme(const ThemeTable* theme, const std::string& face) {
-    guarded([&] { view_.useTheme(theme, face); });
+void ScriptEditor::setTheme(const ThemeTable* theme, const CodeFont& font) {
+    guarded([&] { view_.useTheme(theme, font); });
 }
 
 void ScriptEditor::refreshTitle() {

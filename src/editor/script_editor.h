@@ -19,6 +19,7 @@
 #include "editor/control/view_options.h"
 #include "editor/document/backup_store.h"
 #include "editor/document/editor_document.h"
+#include "editor/document/file_memory.h"
 #include "editor/document/recent_files.h"
 #include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
@@ -28,6 +29,8 @@
 #include "editor/stops/breakpoints.h"
 #include "editor/stops/debugger.h"
 #include "editor/stops/inspection.h"
+#include "editor/stops/last_output.h"
+#include "editor/stops/run_measures.h"
 #include "host/run/script_session.h"
 
 namespace korvant {
@@ -65,6 +68,9 @@ class ScriptEditor {
     /// What the host gets back: the edited text after the close box, otherwise what it gave.
     const std::string& hostText() const noexcept { return hostText_; }
 
+    /// Where there is no text yet: a script to look at, which the host does not get unless it is
+    /// changed.
+    void showTour();
     /// Of the document; empty while the text is the host's own.
     const std::string& documentPath() const noexcept { return document_.path(); }
 
@@ -106,9 +112,13 @@ class ScriptEditor {
     int zoom() const { return static_cast<int>(editor_.send(sci::kGetZoom)); }
     void setZoom(int zoom) { editor_.send(sci::kSetZoom, static_cast<std::uintptr_t>(zoom)); }
     /// See ViewOptions::useTheme.
-    void setTheme(const ThemeTable* theme, const std::string& face);
+    void setTheme(const ThemeTable* theme, const CodeFont& font);
     /// Another number after each change of the text.
     std::uint64_t textVersion() const noexcept { return textVersion_; }
+    /// The text is not the one that runs, or stands still, any more.
+    bool changedSinceRun() const noexcept { return textVersion_ != runText_; }
+    /// The last build was asked for alone, and not for a run.
+    bool onlyChecked() const noexcept { return onlyChecked_; }
     /// The names that the script declares have settled: they are coloured, and listed.
     std::vector<OutlineEntry> useIndex(const ScopeIndex& index);
     int textLength() const { return editor_.length(); }
@@ -119,7 +129,18 @@ class ScriptEditor {
     // Around a script that stands still, where the window wants it.
     /// Only while nothing runs. Without it everything is as it always was.
     void setInspecting(bool inspecting);
+    /// What was remembered of the file that is open, once the window looks into runs.
+    void recallFile();
     Inspection& inspection() noexcept { return inspection_; }
+    RunMeasures& measures() noexcept { return measures_; }
+    /// UTF-8.
+    std::string lastOutput() const;
+    /// What the line of an exception stop tells of it, one sentence; empty where it tells nothing.
+    std::string explainException();
+    /// A moment for the window while a script is driven.
+    void breatheNow() {
+        if (debugger_.busy() && !inspection_.held()) inspection_.onAttention();
+    }
     std::vector<PlannedBreakpoint> plannedBreakpoints();
     void changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes);
     void editBreakpoints(const std::function<void(BreakpointPlan&)>& action);
@@ -150,6 +171,8 @@ class ScriptEditor {
     void findNext() { repeatSearch(true); }
     void findPrevious() { repeatSearch(false); }
     void gotoLine();
+    void moveLinesUp() { editor_.send(sci::kMoveSelectedLinesUp); }
+    void moveLinesDown() { editor_.send(sci::kMoveSelectedLinesDown); }
     void commentLines() { korvant::commentLines(editor_); }
     void crypt();
     void toggleLineNumbers() { view_.toggleLineNumbers(); }
@@ -169,6 +192,7 @@ class ScriptEditor {
     void stepInto() { drive(&Debugger::stepInto); }
     void stopDebugging();
     void stepOut();
+    void stepNext();
     void runToCaret();
     void pauseRun();
     void restartRun();
@@ -212,6 +236,8 @@ class ScriptEditor {
     void openPath(const std::string& path);
     std::optional<std::string> askPath(bool saving);
     void noteRecent(const std::string& path);
+    void rememberFile();
+    void recallView(const RememberedFile& file);
     void saveTo(const std::string& path);
     void emptyEditor();
     void refreshTitle();
@@ -221,6 +247,8 @@ class ScriptEditor {
     bool commandWhileHeld(int id);
     void resume(const std::function<void()>& goOn);
     void planBreakpoints();
+    void toggleBreakpointAt(std::int32_t line);
+    bool hasWords(ControlLine line) const;
     std::unique_ptr<AttentionClock> breathe();
     void noteBuild();
     const ColouredNames& libraryNames();
@@ -247,6 +275,8 @@ class ScriptEditor {
     Breakpoints breakpoints_;
     Debugger debugger_;
     Inspection inspection_;
+    RunMeasures measures_{inspection_.session()};
+    LastOutput lastOutput_;
     BreakpointPlan plan_;
     Problems problems_;
     ViewOptions view_;
@@ -254,9 +284,12 @@ class ScriptEditor {
     Assistant assistant_;
     RecoveryKeeper recovery_;
     RecentFiles recentFiles_;
+    FileMemory memory_;
     std::uint64_t runBegan_ = 0;  ///< by the clock, while a script is driven
     std::uint64_t textVersion_ = 0;
-    bool codeIsOld_ = true;       ///< the text has changed since it was built
+    std::optional<std::uint64_t> tourText_;  ///< version of the text that is the untouched tour
+    std::uint64_t runText_ = 0;              ///< version of the text that was last built
+    bool onlyChecked_ = false;
     bool restartWanted_ = false;  ///< as soon as the held run has ended
     bool followLines_ = true;     ///< off while the editor itself puts a text in
     std::span<const FunctionFamily> families_;

@@ -9,7 +9,7 @@ namespace korvant {
 
 namespace {
 
-constexpr int kCodeSize = 10, kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
+constexpr int kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
 constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
 constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
 /// The last of the language's words in the classic list.
@@ -18,6 +18,8 @@ constexpr std::string_view kLastLanguageWord = " xor ";
 constexpr char kNewerWords[] =
     " abstract auto cast catch enum external final funcdef get interface is mixin namespace "
     "override private protected set shared super try typedef";
+
+constexpr char kFromWord[] = " from ";
 
 struct StyleColour {
     int style;
@@ -37,10 +39,10 @@ std::intptr_t sciColour(Rgb colour) {
     return sci::rgb(colour.red, colour.green, colour.blue);
 }
 
-void setStyle(const TextControl& control, int style, const std::string& face, Rgb fore, Rgb back) {
+void setStyle(const TextControl& control, int style, const CodeFont& font, Rgb fore, Rgb back) {
     const auto number = static_cast<std::uintptr_t>(style);
-    control.send(sci::kStyleSetFont, number, face.c_str());
-    control.send(sci::kStyleSetSize, number, kCodeSize);
+    control.send(sci::kStyleSetFont, number, font.face.c_str());
+    control.send(sci::kStyleSetSize, number, font.points);
     control.send(sci::kStyleSetFore, number, sciColour(fore));
     control.send(sci::kStyleSetBack, number, sciColour(back));
 }
@@ -58,16 +60,16 @@ void colourSelection(const TextControl& control, const ThemeTable& theme) {
     control.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sciColour(theme.text)));
 }
 
-void colourEditor(const TextControl& editor, const ThemeTable& theme, const std::string& face) {
+void colourEditor(const TextControl& editor, const ThemeTable& theme, const CodeFont& font) {
     const CodeColours& code = theme.code;
-    setStyle(editor, sci::kStyleDefault, face, code.plain, theme.editor);
+    setStyle(editor, sci::kStyleDefault, font, code.plain, theme.editor);
     for (int style = kStyleLast - 1; style > sci::kStyleDefault; --style)
-        setStyle(editor, style, face, code.plain, theme.editor);
+        setStyle(editor, style, font, code.plain, theme.editor);
     for (const StyleColour& row : kStyles)
-        setStyle(editor, row.style, face, code.*row.colour, theme.editor);
-    setStyle(editor, sci::kStyleLineNumber, face, code.lineNumber, theme.editor);
-    setStyle(editor, sci::kStyleBraceLight, face, code.braceFore, code.braceBack);
-    setStyle(editor, kStyleIndentGuide, face, code.guide, theme.editor);
+        setStyle(editor, row.style, font, code.*row.colour, theme.editor);
+    setStyle(editor, sci::kStyleLineNumber, font, code.lineNumber, theme.editor);
+    setStyle(editor, sci::kStyleBraceLight, font, code.braceFore, code.braceBack);
+    setStyle(editor, kStyleIndentGuide, font, code.guide, theme.editor);
     editor.send(sci::kSetFoldMarginColour, 1, sciColour(theme.editor));
     editor.send(sci::kSetFoldMarginHiColour, 1, sciColour(theme.editor));
     editor.send(sci::kSetCaretLineBack, static_cast<std::uintptr_t>(sciColour(theme.caretLine)));
@@ -98,11 +100,11 @@ std::string libraryWordList() {
 }
 
 void applyTheme(const TextControl& editor, const TextControl& output, const ThemeTable& theme,
-                const std::string& face) {
-    colourEditor(editor, theme, face);
+                const CodeFont& font) {
+    colourEditor(editor, theme, font);
     colourSelection(editor, theme);
     setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
-    setStyle(output, sci::kStyleDefault, face, theme.text, theme.editor);
+    setStyle(output, sci::kStyleDefault, font, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, std::intptr_t{0});
     colourSelection(output, theme);
@@ -120,7 +122,10 @@ void removeTheme(const TextControl& editor, const TextControl& output) {
 }
 
 void colourNames(const TextControl& editor, const ColouredNames& names) {
-    editor.send(sci::kSetKeywords, 0, (languageWordList() + kNewerWords).c_str());
+    std::string language = languageWordList() + kNewerWords;
+    // A word of the language behind "import" only, and a good name of a member.
+    language.erase(language.find(kFromWord), std::string_view(kFromWord).size() - 1);
+    editor.send(sci::kSetKeywords, 0, language.c_str());
     editor.send(sci::kSetKeywords, 1, (libraryWordList() + " " + names.functions).c_str());
     editor.send(sci::kSetKeywords, 3, names.types.c_str());
 }

@@ -15,9 +15,16 @@ struct ColouredNames {
     bool operator==(const ColouredNames&) const = default;
 };
 
-/// `face` is the font of the code.
+/// What code is written in.
+struct CodeFont {
+    static constexpr int kUsualPoints = 10;
+
+    std::string face;
+    int points = kUsualPoints;
+};
+
 void applyTheme(const TextControl& editor, const TextControl& output, const ThemeTable& theme,
-                const std::string& face);
+                const CodeFont& font);
 /// Undoes what a theme changes beyond the colours of the classic schemes; one of them is to be
 /// applied afterwards.
 void removeTheme(const TextControl& editor, const TextControl& output);

@@ -34,15 +34,15 @@ void ViewOptions::useScheme(ColourScheme scheme) {
 /// The black scheme is a look of its own.
 void ViewOptions::putTheme() {
     if (!theme_ || black_) return;
-    applyTheme(editor_, output_, *theme_, face_);
+    applyTheme(editor_, output_, *theme_, font_);
     colourNames(editor_, names_);
     themed_ = true;
     if (lineNumbers_) showLineNumbers(true);
 }
 
-void ViewOptions::useTheme(const ThemeTable* theme, std::string face) {
+void ViewOptions::useTheme(const ThemeTable* theme, CodeFont font) {
     theme_ = theme;
-    face_ = std::move(face);
+    font_ = std::move(font);
     if (std::exchange(themed_, false)) removeTheme(editor_, output_);
     useScheme(black_ ? ColourScheme::black : ColourScheme::light);
     if (lineNumbers_) showLineNumbers(true);

@@ -25,7 +25,7 @@ class ViewOptions {
     void toggleFolding();
     void toggleBackground();
     /// What stands over the light scheme; null: the classic look alone. `theme` must outlive it.
-    void useTheme(const ThemeTable* theme, std::string face);
+    void useTheme(const ThemeTable* theme, CodeFont font);
     void useNames(ColouredNames names);
     bool black() const noexcept { return black_; }
 
@@ -45,7 +45,7 @@ class ViewOptions {
     bool black_ = false;
     const ThemeTable* theme_ = nullptr;
     bool themed_ = false;  ///< a theme has been put over the classic look
-    std::string face_;
+    CodeFont font_;
     ColouredNames names_;
 };
 

@@ -20,10 +20,13 @@ void forEach(Settings& s, const Flag& flag, const Number& number) {
     flag("outline", s.outline);
     flag("bottom", s.bottom);
     flag("welcome", s.welcome);
+    flag("tour", s.tour);
     flag("find_match_case", s.findMatchCase);
     flag("find_whole_word", s.findWholeWord);
     flag("find_expression", s.findExpression);
     flag("maximised", s.maximised);
+    flag("line_counts", s.lineCounts);
+    flag("time_shares", s.timeShares);
     number("outline_width", s.outlineWidth);
     number("side_width", s.sideWidth);
     number("bottom_height", s.bottomHeight);

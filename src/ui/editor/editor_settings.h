@@ -12,11 +12,13 @@ struct EditorSettings {
     bool classic = false;
     ThemeChoice theme = ThemeChoice::system;
     bool toolbar = true, statusBar = true, outline = false, bottom = true, welcome = true;
+    bool tour = true;                                       ///< not shown yet
     int outlineWidth = 0, sideWidth = 0, bottomHeight = 0;  ///< 0: the usual ones
     std::string fontFace;                                   ///< empty: the usual one
     int fontPoints = 0;                                     ///< 0: the usual size
     int zoom = 0;
-    int foldedSections = 0;  ///< bits, in the order of the debug panel
+    int foldedSections = 0;                       ///< bits, in the order of the debug panel
+    bool lineCounts = false, timeShares = false;  ///< in the margin, after a run
     bool findMatchCase = false, findWholeWord = false, findExpression = false;
     /// Of the window; a width of 0: none yet.
     int left = 0, top = 0, width = 0, height = 0;

@@ -62,6 +62,8 @@ TEST_P(Contrast, TextsOfTheWindow) {
     readable(t.error, {t.chrome, t.panel, t.editor, t.errorBand}, "an error");
     readable(t.changedText, {t.changedFill}, "a changed value");
     readable(t.badgeText, {t.badgeFill}, "a badge");
+    readable(t.well, {t.editor}, "green of the console");
+    readable(t.secondText, {t.editor}, "grey of the console");
 }
 
 TEST_P(Contrast, TextsOfTheCode) {

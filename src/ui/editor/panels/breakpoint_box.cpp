@@ -8,13 +8,14 @@
 #include <algorithm>
 
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
 
 constexpr int kWidth = 440, kHeight = 220, kHeading = 40, kFooter = 40, kRow = 32, kLeft = 16,
               kFieldX = 150, kRight = 16, kFieldHeight = 28, kPassesWidth = 64;
-const wxString kLabels[] = {"Stop every time", "Stop when", "Stop after", "Only print"};
+constexpr const char* kLabels[] = {"Stop every time", "Stop when", "Stop after", "Only print"};
 
 }  // namespace
 
@@ -30,7 +31,8 @@ BreakpointBox::BreakpointBox(wxStyledTextCtrl& control, const Look& look, Action
 void BreakpointBox::makeChoices() {
     for (int i = kEveryTime; i < kChoices; ++i) {
         const auto choice = static_cast<Choice>(i);
-        radios_[i] = new wxRadioButton(this, wxID_ANY, kLabels[i], {}, {}, i == 0 ? wxRB_GROUP : 0);
+        radios_[i] =
+            new wxRadioButton(this, wxID_ANY, words(kLabels[i]), {}, {}, i == 0 ? wxRB_GROUP : 0);
         Bind(
             wxEVT_RADIOBUTTON, [this, choice](wxCommandEvent&) { choose(choice, true); },
             radios_[i]->GetId());
@@ -44,7 +46,7 @@ void BreakpointBox::makeChoices() {
 
 void BreakpointBox::makeEnd() {
     using Kind = PaintedButton::Kind;
-    on_ = new wxCheckBox(this, wxID_ANY, "Switched on");
+    on_ = new wxCheckBox(this, wxID_ANY, words("Switched on"));
     const auto button = [this](Kind kind, const wxString& label, std::function<void()> act) {
         PaintedButton::Face face;
         face.label = label;
@@ -52,13 +54,13 @@ void BreakpointBox::makeEnd() {
         made->setBack(&ThemeTable::popUp);
         return made;
     };
-    delete_ = button(Kind::danger, "Delete", [this] {
+    delete_ = button(Kind::danger, words("Delete"), [this] {
         actions_.remove(line_);
         close();
     });
-    done_ = button(Kind::main, "Done", [this] { take(); });
+    done_ = button(Kind::main, words("Done"), [this] { take(); });
     close_ = new PaintedButton(this, look(), Kind::plain,
-                               {Icon::close, {}, {}, "Close", &ThemeTable::secondText},
+                               {Icon::close, {}, {}, words("Close"), &ThemeTable::secondText},
                                [this] { close(); });
     close_->setBack(&ThemeTable::popUp);
 }
@@ -87,7 +89,7 @@ void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
     for (wxWindow* word :
          std::initializer_list<wxWindow*>{radios_[0], radios_[1], radios_[2], radios_[3], on_})
         word->SetForegroundColour(colourOf(look()->text));
-    setAccessibleName(wxString::Format("Breakpoint at line %d", line));
+    setAccessibleName(wxString::Format(words("Breakpoint at line %d"), line));
     place();
     Show();
     Raise();
@@ -172,10 +174,11 @@ void BreakpointBox::paint(wxGraphicsContext& context) {
               : lined            ? Icon::breakpointCondition
                                  : Icon::breakpoint,
               dip(14), dip(12), dip(16), colourOf(look()->breakpoint), *wxWHITE);
-    text(context, wxString::Format("Breakpoint at line %d", line_), look().strong, look()->text,
-         dip(38), 0, dip(kHeading));
-    text(context, "passes", look().plain, look()->secondText, dip(kFieldX + kPassesWidth + 12),
-         dip(kHeading + 4) + kAfter * dip(kRow), dip(kFieldHeight));
+    text(context, wxString::Format(words("Breakpoint at line %d"), line_), look().strong,
+         look()->text, dip(38), 0, dip(kHeading));
+    text(context, words("passes"), look().plain, look()->secondText,
+         dip(kFieldX + kPassesWidth + 12), dip(kHeading + 4) + kAfter * dip(kRow),
+         dip(kFieldHeight));
 }
 
 }  // namespace korvant::ui

@@ -3,6 +3,7 @@
 #include <wx/stc/stc.h>
 
 #include <algorithm>
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -23,11 +24,11 @@ class QuietButton : public PaintedButton {
 ExceptionBox::ExceptionBox(wxStyledTextCtrl& control, const Look& look, Actions actions)
     : PaintedWindow(&control, look, false), control_(control) {
     Hide();
-    addLink("What does this mean?", std::move(actions.explain));
-    addLink("Copy", std::move(actions.copy));
-    addLink("Do not stop here again", std::move(actions.neverAgain));
+    addLink(words("What does this mean?"), std::move(actions.explain));
+    addLink(words("Copy"), std::move(actions.copy));
+    addLink(words("Do not stop here again"), std::move(actions.neverAgain));
     close_ = new QuietButton(this, look, PaintedButton::Kind::plain,
-                             {Icon::close, {}, {}, "Close", &ThemeTable::secondText},
+                             {Icon::close, {}, {}, words("Close"), &ThemeTable::secondText},
                              [this] { show(0, {}, {}); });
     close_->setBack(&ThemeTable::errorBand);
     SetCursor(wxCursor(wxCURSOR_ARROW));

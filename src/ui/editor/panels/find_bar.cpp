@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/kit/ui_native.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -33,10 +34,10 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
       closed_(std::move(closed)) {
     field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
     replacement_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
-    replacement_->SetHint("Replace with");
-    inSelection_ = new wxCheckBox(this, wxID_ANY, "Only in the selection");
-    native::setAccessibleName(*field_, "Find");
-    native::setAccessibleName(*replacement_, "Replace with");
+    replacement_->SetHint(words("Replace with"));
+    inSelection_ = new wxCheckBox(this, wxID_ANY, words("Only in the selection"));
+    native::setAccessibleName(*field_, words("Find"));
+    native::setAccessibleName(*replacement_, words("Replace with"));
     makeButtons();
     connectField(*field_);
     connectField(*replacement_);
@@ -45,7 +46,7 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
         place();
         event.Skip();
     });
-    setAccessibleName("Find");
+    setAccessibleName(words("Find"));
 }
 
 PaintedButton* FindBar::addOption(const wxString& label, const wxString& name,
@@ -66,25 +67,25 @@ PaintedButton* FindBar::addOption(const wxString& label, const wxString& name,
 
 void FindBar::makeButtons() {
     using Kind = PaintedButton::Kind;
-    addOption("Aa", "Match case", &EditorSettings::findMatchCase);
-    addOption("W", "Whole words", &EditorSettings::findWholeWord);
-    addOption(".*", "Regular expression", &EditorSettings::findExpression);
+    addOption("Aa", words("Match case"), &EditorSettings::findMatchCase);
+    addOption("W", words("Whole words"), &EditorSettings::findWholeWord);
+    addOption(".*", words("Regular expression"), &EditorSettings::findExpression);
     const auto icon = [this](Icon picture, const wxString& name, std::function<void()> act) {
         return new PaintedButton(this, look(), Kind::plain,
                                  {picture, {}, {}, name, &ThemeTable::secondText}, std::move(act));
     };
-    more_ = icon(Icon::right, "Replace", [this] { open(!replaceRow_); });
-    previous_ = icon(Icon::up, "Previous match, Shift+F3", [this] { go(false); });
-    next_ = icon(Icon::down, "Next match, F3", [this] { go(true); });
-    close_ = icon(Icon::close, "Close, Esc", [this] { closed_(); });
+    more_ = icon(Icon::right, words("Replace"), [this] { open(!replaceRow_); });
+    previous_ = icon(Icon::up, words("Previous match, Shift+F3"), [this] { go(false); });
+    next_ = icon(Icon::down, words("Next match, F3"), [this] { go(true); });
+    close_ = icon(Icon::close, words("Close, Esc"), [this] { closed_(); });
     const auto framed = [this](const wxString& label, std::function<void()> act) {
         PaintedButton::Face face;
         face.label = label;
         return new PaintedButton(this, look(), Kind::framed, face, std::move(act));
     };
-    markAll_ = framed("Mark all", [this] { selectAll(); });
-    replace_ = framed("Replace", [this] { replaceOne(); });
-    replaceAll_ = framed("Replace all", [this] { replaceAll(); });
+    markAll_ = framed(words("Mark all"), [this] { selectAll(); });
+    replace_ = framed(words("Replace"), [this] { replaceOne(); });
+    replaceAll_ = framed(words("Replace all"), [this] { replaceAll(); });
 }
 
 void FindBar::connectField(wxTextCtrl& field) {
@@ -197,12 +198,13 @@ void FindBar::showCount(bool wrapped) {
     const int current = currentMatch();
     const auto count = static_cast<int>(matches_.size());
     said_ = field_->GetValue().empty() ? wxString()
-            : count == 0               ? wxString("No match")
+            : count == 0               ? words("No match")
             : current < 0              ? wxString::Format("%d", count)
-                                       : wxString::Format("%d of %d", current + 1, count);
-    if (wrapped) said_ += ", first again";
+                                       : wxString::Format(words("%d of %d"), current + 1, count);
+    if (wrapped) said_ += ", " + words("first again");
     PaintedButton::Face face = replaceAll_->face();
-    face.label = count > 0 ? wxString::Format("Replace all %d", count) : wxString("Replace all");
+    face.label =
+        count > 0 ? wxString::Format(words("Replace all %d"), count) : words("Replace all");
     replaceAll_->setFace(face);
     place();
     Refresh();

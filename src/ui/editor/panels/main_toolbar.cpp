@@ -5,6 +5,7 @@
 #include "editor/control/command_ids.h"
 #include "ui/editor/panels/time_used.h"
 #include "ui/kit/ui_native.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -34,7 +35,7 @@ MainToolbar::MainToolbar(wxWindow* parent, const Look& look, std::function<void(
         event.Skip();
     });
     native::setAccessibleRole(*this, native::AccessibleRole::toolbar);
-    setAccessibleName("Toolbar");
+    setAccessibleName(words("Toolbar"));
 }
 
 void MainToolbar::add(int command, PaintedButton::Kind kind, PaintedButton::Face face,
@@ -56,12 +57,12 @@ void MainToolbar::addFileButtons() {
     const auto icon = [this](int command, Icon picture, const wxString& name, const wxString& key) {
         add(command, Kind::plain, {picture, {}, key, name}, kAlways);
     };
-    icon(command_id::kNew, Icon::newFile, "New", "Ctrl+N");
-    icon(command_id::kOpen, Icon::open, "Open", "Ctrl+O");
-    icon(command_id::kSave, Icon::save, "Save", "Ctrl+S");
+    icon(command_id::kNew, Icon::newFile, words("New"), "Ctrl+N");
+    icon(command_id::kOpen, Icon::open, words("Open"), "Ctrl+O");
+    icon(command_id::kSave, Icon::save, words("Save"), "Ctrl+S");
     addLine(kAlways);
-    icon(command_id::kUndo, Icon::undo, "Undo", "Ctrl+Z");
-    icon(command_id::kRedo, Icon::redo, "Redo", "Ctrl+Y");
+    icon(command_id::kUndo, Icon::undo, words("Undo"), "Ctrl+Z");
+    icon(command_id::kRedo, Icon::redo, words("Redo"), "Ctrl+Y");
     addLine(kAlways);
     for (const int command : {command_id::kNew, command_id::kOpen, command_id::kSave,
                               command_id::kUndo, command_id::kRedo})
@@ -70,22 +71,24 @@ void MainToolbar::addFileButtons() {
 
 void MainToolbar::addRunButtons() {
     using Kind = PaintedButton::Kind;
-    add(command_id::kExecute, Kind::main, {Icon::run, "Run", "F5", "Run (Execute)"}, kIdle);
-    add(command_id::kBuild, Kind::plain, {Icon::check, "Check", "F7", "Check (Build)"}, kIdle);
-    add(command_id::kContinue, Kind::main, {Icon::goOn, "Continue", "F5", "Continue (Execute)"},
-        kStopped);
-    add(command_id::kStepOver, Kind::plain, {Icon::stepOver, "Step over", {}, "Step over, F11"},
-        kStopped, true);
-    add(command_id::kStepInto, Kind::plain, {Icon::stepInto, "Step into", {}, "Step into, F12"},
-        kStopped, true);
-    add(command_id::kStepOut, Kind::plain, {Icon::stepOut, "Step out", {}, "Step out, Shift+F11"},
-        kStopped, true);
+    add(command_id::kExecute, Kind::main, {Icon::run, words("Run"), "F5", words("Run (Execute)")},
+        kIdle);
+    add(command_id::kBuild, Kind::plain,
+        {Icon::check, words("Check"), "F7", words("Check (Build)")}, kIdle);
+    add(command_id::kContinue, Kind::main,
+        {Icon::goOn, words("Continue"), "F5", words("Continue (Execute)")}, kStopped);
+    add(command_id::kStepOver, Kind::plain,
+        {Icon::stepOver, words("Step over"), {}, words("Step over, F11")}, kStopped, true);
+    add(command_id::kStepInto, Kind::plain,
+        {Icon::stepInto, words("Step into"), {}, words("Step into, F12")}, kStopped, true);
+    add(command_id::kStepOut, Kind::plain,
+        {Icon::stepOut, words("Step out"), {}, words("Step out, Shift+F11")}, kStopped, true);
     addLine(kStopped);
-    add(command_id::kRestart, Kind::plain, {Icon::restart, "Restart", {}, "Restart, Ctrl+Shift+F5"},
-        kStopped, true);
-    add(command_id::kPause, Kind::plain, {Icon::pause, "Pause", "F6", {}}, kRunning);
-    add(command_id::kStop, Kind::plain, {Icon::stop, "Stop", "Shift+F5", {}, &ThemeTable::error},
-        kRunning | kStopped);
+    add(command_id::kRestart, Kind::plain,
+        {Icon::restart, words("Restart"), {}, words("Restart, Ctrl+Shift+F5")}, kStopped, true);
+    add(command_id::kPause, Kind::plain, {Icon::pause, words("Pause"), "F6", {}}, kRunning);
+    add(command_id::kStop, Kind::plain,
+        {Icon::stop, words("Stop"), "Shift+F5", {}, &ThemeTable::error}, kRunning | kStopped);
     addLine(kRunning);
 }
 
@@ -94,12 +97,12 @@ void MainToolbar::addWindowButtons() {
         add(command, PaintedButton::Kind::plain, {picture, {}, key, name}, kAlways, false, true);
         buttons_[command]->showWords(false);
     };
-    icon(command_id::kFind, Icon::find, "Find", "Ctrl+F");
+    icon(command_id::kFind, Icon::find, words("Find"), "Ctrl+F");
     addLine(kAlways, true);
-    icon(command_id::kShowOutline, Icon::panelLeft, "Outline", "Ctrl+7");
-    icon(command_id::kShowBottom, Icon::panelBottom, "Bottom panes", "Ctrl+J");
-    icon(command_id::kShowSide, Icon::panelRight, "Debug panel", "Ctrl+Shift+D");
-    icon(command_id::kHelp, Icon::help, "Help", "F1");
+    icon(command_id::kShowOutline, Icon::panelLeft, words("Outline"), "Ctrl+7");
+    icon(command_id::kShowBottom, Icon::panelBottom, words("Bottom panes"), "Ctrl+J");
+    icon(command_id::kShowSide, Icon::panelRight, words("Debug panel"), "Ctrl+Shift+D");
+    icon(command_id::kHelp, Icon::help, words("Help"), "F1");
 }
 
 PaintedButton* MainToolbar::button(int command) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -22,10 +23,10 @@ ListMetrics metrics() {
 
 OutlinePane::OutlinePane(wxWindow* parent, const Look& look)
     : PaintedWindow(parent, look, false),
-      heading_(new PaneHeading(this, look, PaneHeading::Style::bare, {{"Outline", {}}})),
-      list_(new RowList(this, look, metrics(), "Outline")) {
+      heading_(new PaneHeading(this, look, PaneHeading::Style::bare, {{words("Outline"), {}}})),
+      list_(new RowList(this, look, metrics(), words("Outline"))) {
     heading_->setTopLine(false);
-    heading_->addButton(Icon::close, "Close", [this] { onClosed(); });
+    heading_->addButton(Icon::close, words("Close"), [this] { onClosed(); });
     list_->count = [this] { return static_cast<int>(entries_.size()); };
     list_->row = [this](int index) { return rowOf(entries_[static_cast<std::size_t>(index)]); };
     list_->onActivated = [this](int index) {
@@ -39,7 +40,7 @@ OutlinePane::OutlinePane(wxWindow* parent, const Look& look)
         list_->SetSize(0, dip(kHeading), width, std::max(size.y - dip(kHeading), 0));
         event.Skip();
     });
-    setAccessibleName("Outline");
+    setAccessibleName(words("Outline"));
 }
 
 ListRow OutlinePane::rowOf(const OutlineEntry& entry) const {

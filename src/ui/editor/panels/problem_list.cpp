@@ -2,6 +2,7 @@
 
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -18,8 +19,8 @@ ListMetrics problemMetrics() {
 }  // namespace
 
 ProblemList::ProblemList(wxWindow* parent, const Look& look, const Problems& problems)
-    : RowList(parent, look, problemMetrics(), "Problems"), problems_(problems) {
-    setEmptyText("No problems found.");
+    : RowList(parent, look, problemMetrics(), words("Problems")), problems_(problems) {
+    setEmptyText(words("No problems found."));
     count = [this] { return static_cast<int>(problems_.all().size()); };
     row = [this](int index) { return rowOf(index); };
     onActivated = [this](int index) {
@@ -35,7 +36,7 @@ ListRow ProblemList::rowOf(int index) const {
     const Diagnostic& one = problems_.all()[static_cast<std::size_t>(index)];
     ListRow shown;
     shown.name = fromUtf8(one.text);
-    if (one.line > 0) shown.right = wxString::Format("line %d", one.line);
+    if (one.line > 0) shown.right = wxString::Format(words("line %d"), one.line);
     if (one.kind == Diagnostic::Kind::information) {
         shown.depth = index > 0 ? 1 : 0;
         shown.nameColour = &ThemeTable::secondText;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/kit/window_words.h"
+
 namespace korvant::ui {
 namespace {
 
@@ -15,22 +17,28 @@ wxString clockText(std::uint32_t milliseconds) {
     return wxString::Format("%u:%02u", seconds / 60, seconds % 60);
 }
 
+namespace {
+
+wxString allowedText(std::uint32_t limit) {
+    return wxString::Format(words(" of %s allowed"), clockText(limit));
+}
+
+}  // namespace
+
 TimeUsed::TimeUsed(wxWindow* parent, const Look& look) : PaintedWindow(parent, look, false) {}
 
 void TimeUsed::setTime(std::uint32_t used, std::uint32_t limit) {
     if (used / 1000 == used_ / 1000 && limit == limit_) return;
     used_ = used;
     limit_ = limit;
-    setAccessibleName(limit ? clockText(used) + " of " + clockText(limit) + " allowed"
-                            : clockText(used));
+    setAccessibleName(limit ? clockText(used) + allowedText(limit) : clockText(used));
     Refresh();
 }
 
 int TimeUsed::wantedWidth() const {
     int width = dip(kIcon + kGap) + textWidth(*this, "00:00", look().strong);
     if (limit_ != 0)
-        width += textWidth(*this, " of " + clockText(limit_) + " allowed", look().plain) +
-                 dip(kBarGap + kBarWidth);
+        width += textWidth(*this, allowedText(limit_), look().plain) + dip(kBarGap + kBarWidth);
     return width;
 }
 
@@ -44,7 +52,7 @@ void TimeUsed::paint(wxGraphicsContext& context) {
     text(context, used, look().strong, look()->text, x, 0, size.y);
     if (limit_ == 0) return;
     x += textWidth(*this, used, look().strong);
-    const wxString allowed = " of " + clockText(limit_) + " allowed";
+    const wxString allowed = allowedText(limit_);
     text(context, allowed, look().plain, look()->secondText, x, 0, size.y);
     x += textWidth(*this, allowed, look().plain) + dip(kBarGap);
     const wxRect bar(x, (size.y - dip(kBarHeight)) / 2, dip(kBarWidth), dip(kBarHeight));

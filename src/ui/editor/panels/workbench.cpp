@@ -1,5 +1,6 @@
 #include "ui/editor/panels/workbench.h"
 
+#include <wx/fontdlg.h>
 #include <wx/frame.h>
 #include <wx/menu.h>
 #include <wx/stc/stc.h>
@@ -8,12 +9,15 @@
 #include <algorithm>
 
 #include "ui/editor/assist/text_assist.h"
+#include "ui/editor/editor_small_dialogs.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/code_marks.h"
+#include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/line_measures.h"
 #include "ui/editor/panels/live_check.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
@@ -26,6 +30,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kOutputMargin = 12;
+constexpr int kLeastPoints = 6, kMostPoints = 40;
 
 }  // namespace
 
@@ -42,12 +47,18 @@ Workbench::Workbench(wxFrame& frame, ScriptEditor& editor, EditorControls contro
     useSystemFonts(look_);
 }
 
-Workbench::~Workbench() = default;
+Workbench::~Workbench() {
+    if (console_) console_->lend(false);
+}
 
 void Workbench::begin() {
     begun_ = true;
+    darkWatch_ = std::make_unique<native::DarkWatch>([this] {
+        if (settings_.theme == ThemeChoice::system && !settings_.classic) systemColoursChanged();
+    });
     if (!settings_.classic) makeParts();
     applyLook();
+    editor_.recallFile();
     if (settings_.zoom != 0 && !settings_.classic) editor_.setZoom(settings_.zoom);
     showChecks();
     layOut();
@@ -79,6 +90,7 @@ void Workbench::makeBottom() {
         frame_, look_, controls_.output,
         [this](BottomPanes::Pane pane) {
             if (pane == BottomPanes::Pane::output) editor_.clearOutput();
+            if (pane == BottomPanes::Pane::console) console_->clear();
         },
         [this] { layOut(); });
     bottom_->onOutputClosed = [this] { toggle(&EditorSettings::bottom); };
@@ -90,6 +102,33 @@ void Workbench::makeBottom() {
     problemList_ = new ProblemList(&frame_, look_, editor_.problems());
     problemList_->onChosen = [this](const Diagnostic& one) { editor_.gotoProblem(one); };
     bottom_->setContent(BottomPanes::Pane::problems, problemList_);
+    makeConsole();
+}
+
+/// Closed by hand it stays away for the run, but for what the script asks.
+void Workbench::makeConsole() {
+    const auto show = [this] {
+        if (!settings_.bottom) toggle(&EditorSettings::bottom);
+        bottom_->show(BottomPanes::Pane::console);
+    };
+    ConsolePane::Actions actions;
+    actions.used = [this, show] {
+        if (!consoleClosed_ && !bottom_->isOpen(BottomPanes::Pane::console)) show();
+    };
+    actions.asked = [this, show] {
+        show();
+        refresh();
+    };
+    actions.answered = [this] {
+        if (controls_.text) controls_.text->SetFocus();
+    };
+    actions.breathe = [this] { editor_.breatheNow(); };
+    console_ = new ConsolePane(&frame_, look_, std::move(actions));
+    bottom_->setContent(BottomPanes::Pane::console, console_);
+    bottom_->copyConsole = [this] { console_->copyAll(); };
+    bottom_->onClosed = [this](BottomPanes::Pane pane) {
+        consoleClosed_ |= pane == BottomPanes::Pane::console;
+    };
 }
 
 void Workbench::makeOutline() {
@@ -169,8 +208,11 @@ void Workbench::makeWelcome() {
         keepSettings();
     };
     actions.closed = [this] { closeWelcome(); };
-    welcome_ = new WelcomePane(&frame_, look_, settings_.welcome, std::move(actions));
     welcomeShown_ = settings_.welcome && editor_.textLength() == 0;
+    const bool tour =
+        welcomeShown_ && editor_.documentPath().empty() && std::exchange(settings_.tour, false);
+    if (tour) editor_.showTour();
+    welcome_ = new WelcomePane(&frame_, look_, settings_.welcome, tour, std::move(actions));
 }
 
 void Workbench::closeWelcome() {
@@ -240,6 +282,8 @@ void Workbench::makeMarks() {
     assist_->onRead = [this](std::uint64_t version, const ScopeIndex& index) {
         showOutline(version, index);
     };
+    measures_ = std::make_unique<LineMeasures>(*controls_.text, look_);
+    editor_.measures().want(settings_.lineCounts, settings_.timeShares);
     exceptionBox_ = new ExceptionBox(*controls_.text, look_,
                                      {[this] { explainException(); }, [this] { copyException(); },
                                       [this] { editor_.inspection().doNotStopAgain(); }});
@@ -262,14 +306,17 @@ void Workbench::applyLook() {
 void Workbench::applyTextLook() {
     const bool plain = settings_.classic || settings_.theme == ThemeChoice::classic;
     const std::string face = settings_.fontFace.empty() ? toUtf8(codeFace()) : settings_.fontFace;
+    const int points = settings_.fontPoints > 0 ? settings_.fontPoints : CodeFont::kUsualPoints;
     look_.code.SetFaceName(fromUtf8(face));
+    look_.code.SetPointSize(points);
     look_.codeStrong = look_.code.Bold();
     editor_.setInspecting(!settings_.classic);
-    editor_.setTheme(plain ? nullptr : look_.table, face);
+    editor_.setTheme(plain ? nullptr : look_.table, {face, points});
     if (marks_) marks_->use(!plain);
     if (assist_) assist_->use(!settings_.classic);
     if (findBar_) findBar_->applyLook();
     if (welcome_) welcome_->applyLook();
+    if (console_) console_->applyLook();
 }
 
 void Workbench::systemColoursChanged() {
@@ -355,17 +402,22 @@ void Workbench::showChecks() {
     showChecked(command_id::kShowOutline, settings_.outline);
     showChecked(command_id::kShowBottom, settings_.bottom);
     showChecked(command_id::kShowSide, sideShown_);
+    showChecked(command_id::kLineCounts, settings_.lineCounts);
+    showChecked(command_id::kTimeShares, settings_.timeShares);
     const int themes[] = {command_id::kThemeSystem, command_id::kThemeLight, command_id::kThemeDark,
                           command_id::kThemeClassic};
     for (int i = 0; i < 4; ++i)
         showChecked(themes[i], settings_.theme == static_cast<ThemeChoice>(i));
 }
 
+/// Not under a script, which has the console of the layout in which it began.
 void Workbench::toggleClassic() {
+    if (editor_.status().run != EditorStatus::Run::idle) return wxBell(), showChecks();
     settings_.classic = keepClassic_ = !settings_.classic;
     liveCheck_.reset();
     shownText_ = timedText_ = ~std::uint64_t{0};
     if (!settings_.classic) makeParts();
+    if (console_) console_->lend(!settings_.classic);
     applyLook();
     shown_ = {};
     layOut();
@@ -397,8 +449,53 @@ void Workbench::resetLayout() {
     keepSettings();
 }
 
+/// With the classic look there is nothing to choose: its font is fixed.
+void Workbench::chooseFont() {
+    wxFontData data;
+    data.SetInitialFont(look_.code);
+    data.EnableEffects(false);
+    wxFontDialog dialog(&frame_, data);
+    if (dialog.ShowModal() != wxID_OK) return;
+    const wxFont chosen = dialog.GetFontData().GetChosenFont();
+    if (!chosen.IsOk()) return;
+    settings_.fontFace = toUtf8(chosen.GetFaceName());
+    settings_.fontPoints = std::clamp(chosen.GetPointSize(), kLeastPoints, kMostPoints);
+    applyLook();
+    keepSettings();
+}
+
+void Workbench::showLastOutput() {
+    if (!settings_.classic) return focusPane(command_id::kConsolePane);
+    showOutputBox(&frame_, fromUtf8(editor_.lastOutput()));
+    if (controls_.text) controls_.text->SetFocus();
+}
+
+/// From the next run on.
+void Workbench::measure(bool EditorSettings::*what) {
+    if (editor_.status().run != EditorStatus::Run::idle) return wxBell(), showChecks();
+    settings_.*what = !(settings_.*what);
+    if (!settings_.classic) {
+        editor_.measures().want(settings_.lineCounts, settings_.timeShares);
+        showMeasures();
+    }
+    showChecks();
+    keepSettings();
+}
+
+void Workbench::showMeasures() {
+    if (measures_) measures_->show(editor_.measures().lines());
+}
+
 bool Workbench::viewCommand(int id) {
     switch (id) {
+        case command_id::kFont:
+            return chooseFont(), true;
+        case command_id::kLastOutput:
+            return showLastOutput(), true;
+        case command_id::kLineCounts:
+            return measure(&EditorSettings::lineCounts), true;
+        case command_id::kTimeShares:
+            return measure(&EditorSettings::timeShares), true;
         case command_id::kClassicLayout:
             return toggleClassic(), true;
         case command_id::kResetLayout:
@@ -458,9 +555,13 @@ void Workbench::focusPane(int number) {
         if (wanted && number <= output) wanted->SetFocus();
         return;
     }
-    if ((number == output || number == problems) && !settings_.bottom)
+    if (number >= output && number <= problems && !settings_.bottom)
         toggle(&EditorSettings::bottom);
     if (number == output) bottom_->show(BottomPanes::Pane::output);
+    if (number == console) {
+        bottom_->show(BottomPanes::Pane::console);
+        wanted = &console_->canvas();
+    }
     if (number == problems) {
         bottom_->show(BottomPanes::Pane::problems);
         wanted = problemList_;

@@ -10,12 +10,14 @@
 
 #include "editor/control/workbench_layout.h"
 #include "editor/script_editor.h"
+#include "ui/editor/editor_native.h"
 #include "ui/editor/editor_settings.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/main_toolbar.h"
 #include "ui/editor/panels/status_line.h"
 #include "ui/kit/pane_heading.h"
 #include "ui/kit/row_list.h"
+#include "ui/kit/ui_native.h"
 
 class wxFrame;
 class wxStyledTextCtrl;
@@ -25,8 +27,10 @@ namespace korvant::ui {
 class BottomPanes;
 class BreakpointBox;
 class CodeMarks;
+class ConsolePane;
 class ExceptionBox;
 class FindBar;
+class LineMeasures;
 class LiveCheck;
 class OutlinePane;
 class ProblemList;
@@ -69,8 +73,10 @@ class Workbench {
     bool command(int id);
     /// A command of the editor that the window does in its own way; false for any other.
     bool takesCommand(int id);
-    /// What can be clicked into while a script runs; null in the classic layout.
-    wxWindow* usableWhileBusy() const { return settings_.classic ? nullptr : toolbar_; }
+    /// What can be used while a script runs; nothing in the classic layout.
+    native::UsableParts usableWhileBusy() const;
+    /// A key that the console keeps for the script, or for the user's typing ahead.
+    bool keyIsForConsole(const wxKeyEvent& event, const EditorCommand* command) const;
     /// Escape outside of lists and fields; false when nothing was open.
     bool escape();
     void openFind(bool withReplace);
@@ -93,6 +99,8 @@ class Workbench {
   private:
     void makeParts();
     void makeBottom();
+    void makeConsole();
+    void followConsole(const EditorStatus& status);
     void makeSide();
     void makeOutline();
     void makeMarks();
@@ -122,6 +130,10 @@ class Workbench {
     void resetLayout();
     void toggle(bool EditorSettings::*part);
     void showChecks();
+    void chooseFont();
+    void showLastOutput();
+    void measure(bool EditorSettings::*what);
+    void showMeasures();
     WorkbenchState state() const;
     void layOutClassic();
     void place(wxWindow* window, const Rectangle& place) const;
@@ -143,9 +155,12 @@ class Workbench {
     std::unique_ptr<BottomPanes> bottom_;
     std::unique_ptr<CodeMarks> marks_;
     std::unique_ptr<TextAssist> assist_;
+    std::unique_ptr<LineMeasures> measures_;
     DebugPanel* side_ = nullptr;
     OutlinePane* outline_ = nullptr;
     ProblemList* problemList_ = nullptr;
+    ConsolePane* console_ = nullptr;
+    bool consoleClosed_ = false;  ///< by hand, in this run
     ExceptionBox* exceptionBox_ = nullptr;
     BreakpointBox* breakpointBox_ = nullptr;
     FindBar* findBar_ = nullptr;
@@ -153,7 +168,8 @@ class Workbench {
     bool findShown_ = false;
     bool welcomeShown_ = false;
     std::uint64_t foundText_ = 0;  ///< the version of the text whose matches are marked
-    wxTimer pause_;                ///< in the user's typing
+    std::unique_ptr<native::DarkWatch> darkWatch_;
+    wxTimer pause_;  ///< in the user's typing
     std::unique_ptr<LiveCheck> liveCheck_;
     wxString checkNote_;  ///< why nothing is checked; until the next change of the text
     bool sideShown_ = false;
@@ -165,6 +181,9 @@ class Workbench {
     std::uint64_t shownBuild_ = 0;
     std::uint64_t shownStop_ = ~std::uint64_t{0};
     int exceptionLine_ = 0;
+    int callerLine_ = 0;         ///< where the caret was put last
+    bool checkedClean_ = false;  ///< the text that a check has found nothing in
+    bool shownEdited_ = false;   ///< the stop is marked as one of another text
     std::vector<BreakpointRow> breakpointRows_;
     EditorStatus::Run marksRun_ = EditorStatus::Run::idle;  ///< for which the marks were made
     EditorStatus shown_;

@@ -7,6 +7,7 @@
 #include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/code_marks.h"
+#include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/find_bar.h"
@@ -16,6 +17,7 @@
 #include "ui/editor/panels/workbench.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -23,6 +25,11 @@ namespace {
 using Run = EditorStatus::Run;
 
 constexpr int kPauseInTyping = 500;  // milliseconds
+
+/// 0 for a frame whose line is not in the text.
+int lineInText(const DebugFrame& frame) {
+    return frame.place.source.empty() ? std::max(frame.place.line, 0) : 0;
+}
 
 bool standsStill(Run run) {
     return run == Run::stopped || run == Run::exception;
@@ -36,21 +43,21 @@ BreakpointRow rowOf(const PlannedBreakpoint& planned) {
     row.enabled = wishes.enabled;
     if (!wishes.enabled) {
         row.kind = Kind::off;
-        row.remark = "switched off";
+        row.remark = toUtf8(words("switched off"));
     } else if (!wishes.prints.empty()) {
         row.kind = Kind::prints;
         row.remark = "prints \"" + wishes.prints + "\"";
     } else if (!wishes.condition.empty() || !planned.classicCondition.empty()) {
         row.kind = Kind::condition;
-        row.remark =
-            "when " + (wishes.condition.empty() ? planned.classicCondition : wishes.condition);
+        row.remark = toUtf8(words("when ")) +
+                     (wishes.condition.empty() ? planned.classicCondition : wishes.condition);
     } else if (wishes.passes > 0) {
         row.kind = Kind::condition;
         row.remark = "after " + std::to_string(wishes.passes) + " passes";
     }
     if (wishes.enabled && !planned.verified) {
         row.kind = Kind::unverified;
-        row.remark = "no code on this line";
+        row.remark = toUtf8(words("no code on this line"));
     }
     return row;
 }
@@ -61,11 +68,13 @@ void Workbench::refresh() {
     if (!begun_ || settings_.classic) return;
     const EditorStatus status = editor_.status();
     followRun(status);
+    followConsole(status);
     followProblems();
     followBreakpoints();
     if (editor_.textVersion() != timedText_) {
         timedText_ = editor_.textVersion();
         checkNote_.clear();
+        checkedClean_ = false;
         if (marks_ && controls_.text->HasFocus()) marks_->typedAt(controls_.text->GetCurrentPos());
         pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1 : kPauseInTyping);
     }
@@ -94,12 +103,15 @@ void Workbench::followRun(const EditorStatus& status) {
     }
     if (status.run == Run::idle && shown_.run != Run::idle && std::exchange(sideByStop_, false))
         showSide(false);
+    if (status.run != shown_.run && status.run != Run::running) showMeasures();
     followStop(status);
 }
 
 void Workbench::followStop(const EditorStatus& status) {
     const std::uint64_t now = editor_.inspection().generation();
-    const bool changed = status.stoppedLine != shown_.stoppedLine || status.run != shown_.run;
+    const bool edited = standsStill(status.run) && editor_.changedSinceRun();
+    const bool changed = status.stoppedLine != shown_.stoppedLine || status.run != shown_.run ||
+                         std::exchange(shownEdited_, edited) != edited;
     if (!changed && now == shownStop_) return;
     shownStop_ = now;
     if (assist_) assist_->stopChanged();
@@ -116,23 +128,54 @@ void Workbench::showStop(const EditorStatus& status) {
         mark.isException = status.run == Run::exception;
         const std::vector<DebugFrame> stack = inspection.stack();
         const unsigned frame = inspection.frame();
-        if (frame > 0 && frame < stack.size()) mark.caller = stack[frame].place.line;
+        if (frame > 0 && frame < stack.size()) mark.caller = lineInText(stack[frame]);
+        if (frame == 0 && mark.isException && stack.size() > 1)
+            mark.calledFrom = lineInText(stack[1]);
+        mark.edited = editor_.changedSinceRun();
     }
     marks_->showStop(mark);
-    if (mark.caller > 0) {
+    if (std::exchange(callerLine_, mark.caller) != mark.caller && mark.caller > 0) {
         controls_.text->EnsureVisibleEnforcePolicy(mark.caller - 1);
         controls_.text->GotoLine(mark.caller - 1);
     }
     const int line = mark.isException ? mark.line : 0;
     if (line == exceptionLine_) return;
     exceptionLine_ = line;
-    exceptionBox_->show(line, fromUtf8(inspection.stop().text), {});
+    exceptionBox_->show(line, fromUtf8(inspection.stop().text),
+                        line == 0 ? wxString() : fromUtf8(editor_.explainException()));
     if (line == 0) return;
     controls_.text->GotoLine(line - 1);
     const int above = controls_.text->LinesOnScreen() / 3;
     controls_.text->SetFirstVisibleLine(
         std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
     exceptionBox_->place();
+}
+
+/// Scripts print into the pane where there is one. A pane without content goes when the run is
+/// over.
+void Workbench::followConsole(const EditorStatus& status) {
+    const bool isIdle = status.run == Run::idle;
+    if (isIdle) consoleClosed_ = false;
+    if (isIdle && !console_->lent()) console_->lend(true);
+    if (isIdle && shown_.run != Run::idle && console_->empty())
+        bottom_->open(BottomPanes::Pane::console, false);
+}
+
+native::UsableParts Workbench::usableWhileBusy() const {
+    if (settings_.classic) return {};
+    native::UsableParts usable;
+    usable.clicks = bottom_->headings();
+    usable.clicks.push_back(toolbar_);
+    usable.clicks.push_back(console_);
+    usable.keys = &console_->canvas();
+    return usable;
+}
+
+/// Keys that are held down together mean what they always do, and so does the one that pauses.
+bool Workbench::keyIsForConsole(const wxKeyEvent& event, const EditorCommand* command) const {
+    if (settings_.classic || !console_->inUse() || !console_->canvas().HasFocus()) return false;
+    const bool plain = !event.ControlDown() && !event.AltDown() && !event.ShiftDown();
+    return !command || (plain && command->id != command_id::kPause);
 }
 
 void Workbench::followProblems() {
@@ -144,6 +187,7 @@ void Workbench::followProblems() {
     if (marks_ && problems.builds() != shownBuild_) marks_->typedAt(-1);
     if (marks_) marks_->showProblems(problems.all());
     const bool built = std::exchange(shownBuild_, problems.builds()) != problems.builds();
+    if (built) checkedClean_ = problems.empty() && editor_.onlyChecked();
     if (built && problems.errors() > 0) bottom_->show(BottomPanes::Pane::problems);
     if (problems.all().empty()) bottom_->open(BottomPanes::Pane::problems, false);
     refreshStatus(shown_);
@@ -226,7 +270,7 @@ void Workbench::copyException() {
 
 wxString Workbench::functionAtStop() const {
     const std::vector<DebugFrame> stack = editor_.inspection().stack();
-    return stack.empty() ? wxString() : " in " + fromUtf8(stack.front().name);
+    return stack.empty() ? wxString() : words(" in ") + fromUtf8(stack.front().name);
 }
 
 void Workbench::refreshToolbar(const EditorStatus& status) {
@@ -248,33 +292,37 @@ void Workbench::refreshToolbar(const EditorStatus& status) {
 StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
     StatusLine::Content content;
     const Problems& problems = editor_.problems();
-    content.text = "Ready";
+    content.text = checkedClean_ ? words("No problems found") : words("Ready");
     if (status.run == Run::running) {
         content.icon = Icon::run;
-        content.text = "Running";
+        content.text =
+            console_->waiting() ? words("Running: waits for what you type") : words("Running");
     } else if (status.run == Run::stopped) {
         content.icon = Icon::pause;
         content.iconColour = &ThemeTable::stopMark;
         content.back = &ThemeTable::stopBand;
         const bool paused = editor_.inspection().stop().reason == StopReason::pause;
-        content.text = wxString::Format(paused ? "Paused at line %d" : "Stopped at line %d",
-                                        status.stoppedLine) +
-                       functionAtStop();
+        content.text =
+            wxString::Format(paused ? words("Paused at line %d") : words("Stopped at line %d"),
+                             status.stoppedLine) +
+            functionAtStop();
     } else if (status.run == Run::exception) {
         content.icon = Icon::bolt;
         content.iconColour = &ThemeTable::error;
         content.back = &ThemeTable::errorBand;
-        content.text = "Stopped: " + fromUtf8(editor_.inspection().stop().text) +
-                       wxString::Format(", line %d", status.stoppedLine) + functionAtStop() +
-                       ". F5 lets the script end.";
+        content.text = words("Stopped: ") + fromUtf8(editor_.inspection().stop().text) +
+                       wxString::Format(words(", line %d"), status.stoppedLine) + functionAtStop() +
+                       words(". F5 lets the script end.");
     } else if (!problems.empty()) {
         content.icon = problems.errors() > 0 ? Icon::error : Icon::warning;
         content.iconColour = problems.errors() > 0 ? &ThemeTable::error : &ThemeTable::warning;
         content.text = fromUtf8(problems.summary());
-        content.remark = "F8 goes to the next";
+        content.remark = words("F8 goes to the next");
     }
     if (status.run == Run::idle && problems.empty()) content.remark = checkNote_;
-    content.right = {wxString::Format("Line %d, column %d", status.line, status.column),
+    if (standsStill(status.run) && editor_.changedSinceRun())
+        content.remark = words("The text has changed since the run began");
+    content.right = {wxString::Format(words("Line %d, column %d"), status.line, status.column),
                      fromUtf8(status.encoding), wxString::Format("%d %%", status.zoom)};
     return content;
 }

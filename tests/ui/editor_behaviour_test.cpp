@@ -1,0 +1,250 @@
+// What the window does when something happens, and what its keys mean: with real keys and clicks.
+#include <wx/textctrl.h>
+
+#include <fstream>
+
+#include "editor_full_window.h"
+#include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/frame_chooser.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/welcome_pane.h"
+
+using namespace korvant;
+using korvant::test::FullWindow;
+using korvant::test::kTour;
+
+namespace {
+
+constexpr int kMeasureMargin = 3, kCallerMark = 1 << 15, kFailedMark = 1 << 17,
+              kUnverified = 1 << 13, kStopBand = 1 << 20;
+
+const char kCalls[] =
+    "int twice(int x) {\n"
+    "    int y = x * 2;\n"
+    "    return y;\n"
+    "}\n"
+    "// nothing here\n"
+    "int main() {\n"
+    "    int sum = 0;\n"
+    "    for (int i = 0; i < 3; i++) {\n"
+    "        sum += twice(i);\n"
+    "    }\n"
+    "    if (sum < 0)\n"
+    "        sum = 0;\n"
+    "    return 0;\n"
+    "}\n";
+
+class EditorBehaviour : public FullWindow {
+  protected:
+    EditorBehaviour() { use(ThemeChoice::light); }
+    void untilStopped(int line, const std::string& function) {
+        untilStatus("Stopped at line " + std::to_string(line) + " in " + function);
+    }
+    std::string remark() const { return part<ui::StatusLine>()->content().remark.utf8_string(); }
+};
+
+TEST_F(EditorBehaviour, KeysThatGoOn) {
+    ready();
+    breakAt({9});
+    driver.key(WXK_F5);
+    untilStopped(9, "main");
+    driver.key(WXK_F12);
+    untilStopped(2, "twice");
+    driver.key(WXK_F10);
+    untilStopped(3, "twice");
+    driver.key(WXK_F11, wxMOD_SHIFT);
+    untilStopped(9, "main");
+    driver.key(WXK_F9);
+    driver.when("no breakpoint", [this] { return markedLines().size() <= 1; });
+    driver.key(WXK_F10);
+    untilStopped(8, "main");
+    gotoLine(13);
+    driver.key(WXK_F10, wxMOD_CONTROL);
+    untilStopped(13, "main");
+    driver.key(WXK_F5, wxMOD_CONTROL | wxMOD_SHIFT);
+    untilStatus("Ready");
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, RestartBeginsAnew) {
+    ready();
+    breakAt({7, 13});
+    driver.key(WXK_F5);
+    untilStopped(7, "main");
+    driver.key(WXK_F5);
+    untilStopped(13, "main");
+    driver.key(WXK_F5, wxMOD_CONTROL | wxMOD_SHIFT);
+    untilStopped(7, "main");
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, TextThatChangesUnderAStopIsTold) {
+    ready();
+    breakAt({9});
+    driver.key(WXK_F5);
+    untilStopped(9, "main");
+    check([this] { EXPECT_NE(editor()->MarkerGet(8) & kStopBand, 0); });
+    gotoLine(5);
+    driver.key(WXK_END).type("x");
+    driver.when("the remark", [this] {
+        return remark() == "The text has changed since the run began" &&
+               (editor()->MarkerGet(8) & kStopBand) == 0;
+    });
+    picture("look-edited");
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, BreakpointWithoutCodeIsTold) {
+    ready();
+    gotoLine(5);
+    driver.key(WXK_F9);
+    untilOutput("Line 5 has no code: the script does not stop there.\n");
+    check([this] { EXPECT_NE(editor()->MarkerGet(4) & kUnverified, 0); });
+    gotoLine(9);
+    driver.key(WXK_F9);
+    driver.when("both", [this] { return markedLines().size() == 2; });
+    driver.key(WXK_F5);
+    untilStopped(9, "main");
+    check([this] {
+        EXPECT_EQ(rows(list(ui::DebugPanel::kBreakpoints)),
+                  "line 5 (no code on this line)\nline 9\n");
+    });
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, ExceptionTellsWhatItsLineTells) {
+    ready();
+    driver.key(WXK_F5);
+    driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    check([this] {
+        EXPECT_EQ(part<ui::ExceptionBox>()->detail(),
+                  "samples has 14 elements, numbered 0 to 13; the number here was 14.");
+        EXPECT_NE(editor()->MarkerGet(24) & kFailedMark, 0);
+        EXPECT_NE(editor()->MarkerGet(30) & kCallerMark, 0);
+    });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
+}
+
+TEST_F(EditorBehaviour, LineCountsStandInTheMargin) {
+    ready();
+    check([this] { EXPECT_EQ(editor()->GetMarginWidth(kMeasureMargin), 0); });
+    choose(command_id::kLineCounts);
+    driver.when("the check mark", [this] { return isChecked(command_id::kLineCounts); });
+    driver.key(WXK_F5);
+    driver.when("the margin", [this] { return editor()->GetMarginWidth(kMeasureMargin) > 0; });
+    check([this] {
+        EXPECT_EQ(editor()->MarginGetText(1), "3");
+        EXPECT_EQ(editor()->MarginGetText(6), "1");
+        EXPECT_EQ(editor()->MarginGetText(11), "0");
+        EXPECT_EQ(editor()->MarginGetText(4), "");
+    });
+    picture("look-counts");
+    choose(command_id::kLineCounts);
+    driver.when("no margin", [this] { return editor()->GetMarginWidth(kMeasureMargin) == 0; });
+    closeBox();
+    edit(kCalls);
+    EXPECT_FALSE(ui::loadEditorSettings().lineCounts);
+}
+
+TEST_F(EditorBehaviour, FileIsFoundAsItWasLeft) {
+    ownFile = (folder.path() / "calls.as").string();
+    std::ofstream(ownFile) << kCalls;
+    ready();
+    breakAt({2, 9});
+    gotoLine(9);
+    driver.key(WXK_F9, wxMOD_CONTROL);
+    driver.run([this] {
+        part<ui::StatusLine>();
+        editor()->ToggleFold(0);
+        editor()->GotoLine(12);
+    });
+    driver.key(WXK_F9, wxMOD_SHIFT);
+    closeBox();
+    edit(kCalls);
+    // Somebody has put a line on top meanwhile.
+    const std::string changed = std::string("// new\n") + kCalls;
+    std::ofstream(ownFile) << changed;
+    ready();
+    driver.key(WXK_F5);
+    untilStopped(3, "twice");
+    check([this] {
+        EXPECT_EQ(rows(list(ui::DebugPanel::kBreakpoints)), "line 3\nline 10 (switched off)\n");
+    });
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    closeBox();
+    edit(changed);
+}
+
+TEST_F(EditorBehaviour, CleanCheckSaysSo) {
+    ready();
+    driver.key(WXK_F7);
+    untilStatus("No problems found");
+    untilOutput("Builded, no error.");
+    type("x");
+    driver.when("not any more", [this] { return statusText() != "No problems found"; });
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, KeysThatMoveText) {
+    ready();
+    gotoLine(2);
+    driver.key(WXK_DOWN, wxMOD_ALT);
+    driver.when("the line below",
+                [this] { return editor()->GetLine(2) == "    int y = x * 2;\n"; });
+    driver.key(WXK_UP, wxMOD_ALT);
+    driver.when("the line above", [this] { return editor()->GetText() == kCalls; });
+    driver.key('D', wxMOD_CONTROL);
+    driver.when("two of it", [this] { return editor()->GetLine(2) == "    int y = x * 2;\n"; });
+    driver.key('O', wxMOD_CONTROL | wxMOD_SHIFT);
+    driver.when("the outline", [this] {
+        return part<ui::OutlinePane>() && part<ui::OutlinePane>()->list()->HasFocus();
+    });
+    closeBox();
+    edit(kCalls);
+}
+
+TEST_F(EditorBehaviour, FramesAreChosenAboveTheVariablesOfASmallWindow) {
+    use(ThemeChoice::light, 1100, 724);
+    ready();
+    breakAt({3});
+    driver.key(WXK_F5);
+    untilStopped(3, "twice");
+    driver.run([this] { part<ui::FrameChooser>()->SetFocus(); });
+    driver.key(WXK_DOWN);
+    driver.when("the caller", [this] {
+        return rows(list(ui::DebugPanel::kVariables)).find("sum=0\n") == 0 && caretLine() == 9;
+    });
+    driver.key(WXK_UP);
+    driver.when("the function itself",
+                [this] { return rows(list(ui::DebugPanel::kVariables)).find("x=0\n") == 0; });
+    closeBox();
+    edit(kCalls);
+}
+
+/// The host gets the tour only if somebody has made something of it.
+TEST_F(EditorBehaviour, TourIsShownOnceAndIsNotTheHosts) {
+    ready();
+    driver.when("the tour", [this] { return text().find("A tour") != std::string::npos; });
+    closeBox();
+    EXPECT_EQ(edit(""), "");
+    ready();
+    check([this] {
+        EXPECT_EQ(text(), "");
+        EXPECT_NE(part<ui::WelcomePane>(), nullptr);
+    });
+    closeBox();
+    EXPECT_EQ(edit(""), "");
+}
+
+}  // namespace
