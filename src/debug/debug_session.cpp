@@ -169,6 +169,10 @@ bool DebugSession::Impl::decide(Action wanted, StepBy by) {
     return true;
 }
 
+void DebugSession::setHostLines(std::vector<std::int32_t> lines) {
+    impl_->hostLines = std::move(lines);
+}
+
 bool DebugSession::goOn() {
     return impl_->decide(Impl::Action::goOn);
 }

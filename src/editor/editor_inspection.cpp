@@ -113,6 +113,7 @@ void ScriptEditor::resume(const std::function<void()>& goOn) {
     runBegan_ = session_.services().clock->monotonic();
     const auto clock = breathe();
     debugger_.resume([this, &goOn] {
+        inspection_.session().setHostLines(debugger_.runningLines());
         goOn();
         RunOutcome outcome;
         if (inspection_.session().state() == DebugState::suspended) {

@@ -53,9 +53,10 @@ TEST_F(EditorBehaviour, KeysThatGoOn) {
     driver.key(WXK_F10);
     untilStopped(3, "twice");
     driver.key(WXK_F11, wxMOD_SHIFT);
+    untilStopped(8, "main");
+    driver.key(WXK_F10);
     untilStopped(9, "main");
-    driver.key(WXK_F9);
-    driver.when("no breakpoint", [this] { return markedLines().size() <= 1; });
+    choose(command_id::kDeleteBreakpoints);
     driver.key(WXK_F10);
     untilStopped(8, "main");
     gotoLine(13);
@@ -104,7 +105,7 @@ TEST_F(EditorBehaviour, BreakpointWithoutCodeIsTold) {
     gotoLine(5);
     driver.key(WXK_F9);
     untilOutput("Line 5 has no code: the script does not stop there.\n");
-    check([this] { EXPECT_NE(editor()->MarkerGet(4) & kUnverified, 0); });
+    driver.when("its mark", [this] { return (editor()->MarkerGet(4) & kUnverified) != 0; });
     gotoLine(9);
     driver.key(WXK_F9);
     driver.when("both", [this] { return markedLines().size() == 2; });
@@ -162,12 +163,18 @@ TEST_F(EditorBehaviour, FileIsFoundAsItWasLeft) {
     breakAt({2, 9});
     gotoLine(9);
     driver.key(WXK_F9, wxMOD_CONTROL);
-    driver.run([this] {
-        part<ui::StatusLine>();
-        editor()->ToggleFold(0);
-        editor()->GotoLine(12);
-    });
+    driver.when("it is off", [this] { return markedLines().size() == 1; });
+    driver.run([this] { editor()->SetSelection(14, 15); });
     driver.key(WXK_F9, wxMOD_SHIFT);
+    gotoLine(13);
+    driver.run([this] { editor()->ToggleFold(5); });
+    closeBox();
+    edit(kCalls);
+    ready();
+    check([this] {
+        EXPECT_EQ(caretLine(), 13);
+        EXPECT_FALSE(editor()->GetFoldExpanded(5));
+    });
     closeBox();
     edit(kCalls);
     // Somebody has put a line on top meanwhile.
@@ -178,6 +185,7 @@ TEST_F(EditorBehaviour, FileIsFoundAsItWasLeft) {
     untilStopped(3, "twice");
     check([this] {
         EXPECT_EQ(rows(list(ui::DebugPanel::kBreakpoints)), "line 3\nline 10 (switched off)\n");
+        EXPECT_EQ(rows(list(ui::DebugPanel::kWatches)).substr(0, 4), "x=0\n");
     });
     driver.key(WXK_F5, wxMOD_SHIFT);
     untilStatus("Ready");

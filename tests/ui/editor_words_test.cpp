@@ -44,7 +44,7 @@ TEST(EditorWords, AreInOrderAndTakeTheSameValues) {
 TEST(EditorWords, FollowTheLanguageOfTheModule) {
     const auto said = [](int language) {
         const InLanguage scope(language);
-        return toUtf8(ui::words("Step over")) + " " + toUtf8(ui::words("no such words"));
+        return ui::toUtf8(ui::words("Step over")) + " " + ui::toUtf8(ui::words("no such words"));
     };
     EXPECT_EQ(said(0), "Step over no such words");
     EXPECT_EQ(said(1), "Pas suivant no such words");

@@ -167,11 +167,15 @@ void Debugger::beginDebugging(ScriptLine line) {
         continueRun(StepMode::run);
 }
 
+std::vector<std::int32_t> Debugger::runningLines() const {
+    return lines_.runningLines(breakpoints_.kept());
+}
+
 void Debugger::continueRun(StepMode mode) {
     breakpoints_.prepareRun();
     usedTime_ = 0;
     for (;;) {
-        const std::vector<std::int32_t> lines = lines_.runningLines(breakpoints_.kept());
+        const std::vector<std::int32_t> lines = runningLines();
         const std::uint32_t startTick = session_.services().clock->tick();
         const RunOutcome outcome = session_.continueApplication(engine_, context_, &lines, mode);
         if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());

@@ -65,6 +65,9 @@ class Debugger {
     /// empty when there is no such variable.
     std::string variableText(std::string_view name) const;
 
+    /// The breakpoints as the text that runs has them, ascending.
+    std::vector<std::int32_t> runningLines() const;
+
     void follow(const LineShift& shift);
 
   private:

@@ -24,6 +24,7 @@ void RunMeasures::want(bool hits, bool shares) {
 }
 
 void RunMeasures::begin() {
+    ++runs_;
     if (hits_) coverage_.clear();
     if (shares_) profiler_.clear();
 }

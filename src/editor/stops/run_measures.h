@@ -23,6 +23,8 @@ class RunMeasures {
     bool wantsShares() const noexcept { return shares_; }
     /// A run begins; what was measured before is gone.
     void begin();
+    /// Another number for each run.
+    std::uint64_t runs() const noexcept { return runs_; }
 
     struct Line {
         std::int32_t line = 0;  ///< 1-based, in the text that ran
@@ -36,6 +38,7 @@ class RunMeasures {
     DebugSession& session_;
     Coverage coverage_{"script"};
     Profiler profiler_;
+    std::uint64_t runs_ = 0;
     bool hits_ = false, shares_ = false;
 };
 

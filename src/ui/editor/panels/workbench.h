@@ -179,6 +179,7 @@ class Workbench {
     std::uint64_t timedText_ = ~std::uint64_t{0};  ///< for which the pause was begun
     std::uint64_t shownProblems_ = ~std::uint64_t{0};
     std::uint64_t shownBuild_ = 0;
+    std::uint64_t shownRun_ = 0;
     std::uint64_t shownStop_ = ~std::uint64_t{0};
     int exceptionLine_ = 0;
     int callerLine_ = 0;         ///< where the caret was put last

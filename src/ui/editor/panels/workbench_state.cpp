@@ -103,7 +103,11 @@ void Workbench::followRun(const EditorStatus& status) {
     }
     if (status.run == Run::idle && shown_.run != Run::idle && std::exchange(sideByStop_, false))
         showSide(false);
-    if (status.run != shown_.run && status.run != Run::running) showMeasures();
+    const bool isOther = status.run != shown_.run || editor_.measures().runs() != shownRun_;
+    if (isOther && status.run != Run::running) {
+        shownRun_ = editor_.measures().runs();
+        showMeasures();
+    }
     followStop(status);
 }
 
