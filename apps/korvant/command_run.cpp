@@ -56,8 +56,13 @@ int report(const Source& source, const korvant::BuildMessages& messages,
 }
 
 int runWithWindows(const Run& run, const Source& source) {
+    // Errors are reported at the end.
+    const auto tell = [&](const korvant::BuildMessages& messages) {
+        const bool isWarning = messages.all().front().kind == korvant::BuildMessage::Kind::warning;
+        if (isWarning && !run.quiet) reportBuild(source, messages);
+    };
     const auto outcome =
-        runInWindows({source.text, run.file, run.limits, run.host.arguments, run.debugPort});
+        runInWindows({source.text, run.file, run.limits, run.host.arguments, run.debugPort, tell});
     return outcome ? report(source, outcome->messages, outcome->failure) : kRunFailed;
 }
 

@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <cstdint>
+#include <cstdio>
 
 #include "debug_port.h"
 #include "exit_code.h"
@@ -25,6 +26,43 @@ class InterruptScope {
     void (*previous_)(int);
 };
 
+korvant::BuildMessage::Kind kindOf(const KorvantBuildMessage& message) {
+    return static_cast<korvant::BuildMessage::Kind>(message.kind);
+}
+
+/// While it lives, the module tells of what is printed and of the build.
+class TellScope {
+  public:
+    explicit TellScope(const GuiRun& run) {
+        KorvantCallbacks callbacks{};
+        callbacks.size = sizeof callbacks;
+        callbacks.user = const_cast<GuiRun*>(&run);
+        callbacks.print = print;
+        callbacks.message = message;
+        loaded->setCallbacks(&callbacks);
+    }
+    ~TellScope() {
+        loaded->setCallbacks(nullptr);
+        std::fflush(stdout);
+    }
+    TellScope(const TellScope&) = delete;
+    TellScope& operator=(const TellScope&) = delete;
+
+  private:
+    /// The console shows it as well.
+    static std::int32_t KORVANTIDE_CALL print(void*, const char* bytes, std::uint64_t count) {
+        std::fwrite(bytes, 1, static_cast<std::size_t>(count), stdout);
+        return 0;
+    }
+    static void KORVANTIDE_CALL message(void* user, const KorvantBuildMessage* message) {
+        const GuiRun& run = *static_cast<const GuiRun*>(user);
+        if (!run.onMessage) return;
+        korvant::BuildMessages messages;
+        messages.add(message->text, message->row, message->column, kindOf(*message));
+        run.onMessage(messages);
+    }
+};
+
 /// The program's own functions translate; the module is another copy of them.
 void handOverLimits(const korvant::Limits& limits) {
     korvant::moduleSession().setLimits(limits);
@@ -40,8 +78,7 @@ korvant::BuildMessages takeMessages() {
         KorvantBuildMessage message{};
         message.size = sizeof message;
         if (!loaded->message(i, &message)) break;
-        messages.add(message.text, message.row, message.column,
-                     static_cast<korvant::BuildMessage::Kind>(message.kind));
+        messages.add(message.text, message.row, message.column, kindOf(message));
     }
     return messages;
 }
@@ -71,6 +108,7 @@ std::optional<GuiOutcome> runInWindows(const GuiRun& run) {
         return std::nullopt;
     }
     handOverLimits(run.limits);
+    const TellScope told(run);
     for (const std::string& line : run.arguments) loaded->feedInput(line.c_str());
     if (run.debugPort && !openDebugPort(*run.debugPort, run.file, loaded->startDebugServer))
         return std::nullopt;

@@ -22,6 +22,7 @@ bool findAll(void* library, ModuleFunctions& functions) {
            find(library, "GetEditedFile", functions.editedFile) &&
            find(library, "ReleaseScriptEngine", functions.release) &&
            find(library, "SetScriptLimits", functions.setLimits) &&
+           find(library, "SetScriptCallbacks", functions.setCallbacks) &&
            find(library, "FeedScriptInput", functions.feedInput) &&
            find(library, "GetLastRunResult", functions.lastRunResult) &&
            find(library, "GetUnwrittenFile", functions.unwrittenFile) &&

@@ -18,6 +18,7 @@ struct ModuleFunctions {
     decltype(&GetEditedFile) editedFile = nullptr;
     decltype(&ReleaseScriptEngine) release = nullptr;
     decltype(&SetScriptLimits) setLimits = nullptr;
+    decltype(&SetScriptCallbacks) setCallbacks = nullptr;
     decltype(&FeedScriptInput) feedInput = nullptr;
     decltype(&GetLastRunResult) lastRunResult = nullptr;
     decltype(&GetUnwrittenFile) unwrittenFile = nullptr;

@@ -230,6 +230,8 @@ void ConsoleCanvas::paintRun(wxDC& dc, int row, int column, std::span<const Cons
 }
 
 void ConsoleCanvas::paintCursor(wxDC& dc) {
+    // Where the line that is typed is marked, the cursor stands there and nowhere else.
+    if (colours_.inputLine.IsOk() && !typing_) return;
     const ConsolePlace cursor = grid_.cursor();
     const auto row = static_cast<int>(cursor.line - first_);
     if (row < 0 || row > shownRows()) return;

@@ -82,6 +82,7 @@ void Workbench::refresh() {
         foundText_ = editor_.textVersion();
         findBar_->textChanged();
     }
+    bottom_->setOutputRemark(editor_.outputEmpty());
     if (status == shown_) return;
     const bool relaid = status.run != shown_.run;
     shown_ = status;
@@ -89,7 +90,6 @@ void Workbench::refresh() {
     refreshToolbar(status);
     refreshStatus(status);
     outline_->setCaret(editor_.caretPosition());
-    bottom_->setOutputRemark(editor_.outputEmpty());
 }
 
 /// The panel opens at a stop, unless it was closed by hand in this run, and goes with the run.
