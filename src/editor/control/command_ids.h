@@ -36,12 +36,11 @@ inline constexpr int kGoToFunction = 33140, kGoToDeclaration = 33141, kFindRefer
                      kRename = 33143, kGoBack = 33144, kGoForward = 33145, kParameters = 33146,
                      kDocumentation = 33147, kMend = 33148, kReindent = 33149;
 /// Places among the panes.
-inline constexpr int kConsolePane = 2, kOutlinePane = 6;
+inline constexpr int kConsolePane = 2;
 inline constexpr int kThemeSystem = 33120, kThemeLight = 33121, kThemeDark = 33122,
                      kThemeClassic = 33123;
 inline constexpr int kLineCounts = 33160, kTimeShares = 33161, kFont = 33162, kLastOutput = 33163,
-                     kStepNext = 33165, kMoveLinesUp = 33166,
-                     kMoveLinesDown = 33167;
+                     kStepNext = 33165, kMoveLinesUp = 33166, kMoveLinesDown = 33167;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;
 
 }  // namespace korvant::command_id
