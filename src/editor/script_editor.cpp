@@ -38,8 +38,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       breakpoints_(editor_),
       debugger_({session_, window_, editor_, output_, breakpoints_},
                 [this] { return document_.scriptBytes(); }),
-      inspection_(session_,
-                  [this](const std::function<bool()>& goesOn) { window_.waitWhileHeld(goesOn); }),
+      inspection_(session_, [this](const std::function<bool()>& goesOn) { waitWhileHeld(goesOn); }),
       plan_(editor_, breakpoints_),
       view_(editor_, outputControl_, window_),
       search_(std::make_shared<Search>(editor_, window_)),
@@ -58,6 +57,13 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
 }
 
 ScriptEditor::~ScriptEditor() = default;
+
+/// What the user looks at takes no time of the run's.
+void ScriptEditor::waitWhileHeld(const std::function<bool()>& goesOn) {
+    const std::uint64_t began = session_.services().clock->monotonic();
+    window_.waitWhileHeld(goesOn);
+    runBegan_ += session_.services().clock->monotonic() - began;
+}
 
 void ScriptEditor::setHost(asIScriptEngine* engine, asIScriptContext* context) {
     engine_ = engine;

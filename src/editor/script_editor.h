@@ -230,6 +230,7 @@ class ScriptEditor {
     void run(const std::function<void()>& action);
     void drive(void (Debugger::*action)());
     void guarded(const std::function<void()>& action);
+    void waitWhileHeld(const std::function<bool()>& goesOn);
     void notify(const ControlNotification& notification);
     void setUpControls();
     void openRecent(int index);

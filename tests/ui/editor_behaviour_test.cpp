@@ -165,7 +165,11 @@ TEST_F(EditorBehaviour, FileIsFoundAsItWasLeft) {
     driver.key(WXK_F9, wxMOD_CONTROL);
     driver.when("it is off", [this] { return markedLines().size() == 1; });
     driver.run([this] { editor()->SetSelection(14, 15); });
+    driver.key('D', wxMOD_CONTROL | wxMOD_SHIFT);
+    driver.when("the panel", [this] { return part<ui::DebugPanel>() != nullptr; });
     driver.key(WXK_F9, wxMOD_SHIFT);
+    driver.when("the watch",
+                [this] { return rows(list(ui::DebugPanel::kWatches)).rfind("x\n", 0) == 0; });
     gotoLine(13);
     driver.run([this] { editor()->ToggleFold(5); });
     closeBox();
@@ -214,10 +218,6 @@ TEST_F(EditorBehaviour, KeysThatMoveText) {
     driver.when("the line above", [this] { return editor()->GetText() == kCalls; });
     driver.key('D', wxMOD_CONTROL);
     driver.when("two of it", [this] { return editor()->GetLine(2) == "    int y = x * 2;\n"; });
-    driver.key('O', wxMOD_CONTROL | wxMOD_SHIFT);
-    driver.when("the outline", [this] {
-        return part<ui::OutlinePane>() && part<ui::OutlinePane>()->list()->HasFocus();
-    });
     closeBox();
     edit(kCalls);
 }
