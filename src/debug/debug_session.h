@@ -116,8 +116,8 @@ class DebugSession {
     DebugState state() const noexcept;
     const StopInfo& stop() const noexcept;  ///< the last one
 
-    /// While suspended: the breakpoints of whoever started the run, ascending, where they are others
-    /// by now than those that it was started with.
+    /// While suspended: the breakpoints of whoever started the run, ascending, where they are
+    /// others by now than those that it was started with.
     void setHostLines(std::vector<std::int32_t> lines);
 
     // How it goes on. While held these are remembered until onStopped() returns. While suspended
