@@ -86,14 +86,17 @@ void keepArrayRecords(asIScriptEngine& engine) {
     engine.SetTypeInfoUserDataCleanupCallback(dropRecord, kRecord);
 }
 
+/// A type without an engine has been taken apart by one that is not ours, under code that lives.
 ArrayType* ArrayType::known(const asITypeInfo* type) {
-    return type != nullptr ? static_cast<ArrayType*>(type->GetUserData(kRecord)) : nullptr;
+    if (type == nullptr || type->GetEngine() == nullptr) return nullptr;
+    return static_cast<ArrayType*>(type->GetUserData(kRecord));
 }
 
 ArrayType* ArrayType::of(asITypeInfo* type) {
     ArrayType* const record = known(type);
     if (record != nullptr) return record;
-    return type != nullptr && isOurs(*type) ? makeRecord(*type) : nullptr;
+    const bool whole = type != nullptr && type->GetEngine() != nullptr;
+    return whole && isOurs(*type) ? makeRecord(*type) : nullptr;
 }
 
 void* ArrayType::makeObject() const noexcept {
