@@ -102,7 +102,7 @@ class Worker {
             forget();
             asIScriptEngine* const engine = mirror();
             if (engine == nullptr) return;
-            oracle_ = std::make_unique<OracleEngine>(engine);
+            oracle_ = std::make_unique<OracleEngine>(engine, [this] { return mirror(); });
         }
         if (meanings_ == nullptr || meanings_->index().document().text() != asked->text) {
             meanings_ = nullptr;

@@ -110,7 +110,7 @@ TEST_F(Asking, EveryKindIsAnsweredByTheCompiler) {
 
     const AssistAnswer call = askAt("first.weighed(", Kind::signatures);
     ASSERT_EQ(call.signatures.all.size(), 1u);
-    EXPECT_EQ(call.signatures.all[0].label, "double Sample::weighed(double by)");
+    EXPECT_EQ(call.signatures.all[0].label, "double Sample::weighed(double by) const");
     EXPECT_EQ(call.signatures.all[0].parameters.size(), 1u);
     const AssistAnswer help = askAt("    Samp", Kind::hover);
     ASSERT_TRUE(help.hover);
