@@ -47,6 +47,16 @@ void OracleEngine::replace() {
     prepare();
 }
 
+bool OracleEngine::renew() {
+    if (!another_ || engine_ == nullptr) return false;
+    rest();
+    engine_->ClearMessageCallback();
+    engine_->ShutDownAndRelease();
+    engine_ = another_();
+    prepare();
+    return engine_ != nullptr;
+}
+
 bool OracleEngine::guarded(std::string_view text, std::uint64_t ms,
                            const std::function<bool()>& compiles) {
     constexpr std::size_t kBytes = scaledMebibytes(512);
@@ -151,6 +161,19 @@ void OracleEngine::rest() {
     awake_ = nullptr;
 }
 
+namespace {
+
+/// In classes: an engine keeps them, with the classes that they stood in before.
+bool holdsFunctionTypes(const ScopeIndex& index) {
+    return std::any_of(index.declarations().begin(), index.declarations().end(),
+                       [&](const Declaration& one) {
+                           return one.kind == DeclarationKind::functionType &&
+                                  index.scopes()[at(one.scope)].kind == Scope::Kind::type;
+                       });
+}
+
+}  // namespace
+
 /// Without bodies where that builds, for speed; else the whole text, else without the bodies that
 /// are faulty; else without whatever is.
 void Oracle::build() {
@@ -161,6 +184,10 @@ void Oracle::build() {
         return module_ != nullptr;
     };
     if (attempt(withoutBodies(open, index_, {})) || attempt(open)) return;
+    if (holdsFunctionTypes(index_) && !hopeless_ && engine_.renew()) {
+        engine_.awake_ = this;
+        if (attempt(withoutBodies(open, index_, {})) || attempt(open)) return;
+    }
     std::vector<int> rows;
     for (const CompilerPlace& error : engine_.errors()) rows.push_back(error.row);
     if (!rows.empty() && attempt(withoutBodies(open, index_, rows))) return;

@@ -40,6 +40,9 @@ class OracleEngine {
     /// Discards the module of the oracle that is awake; it builds it again when it is asked. The
     /// engine shares types between modules, so that two of one text disturb each other.
     void rest();
+    /// Another engine in the place of this one; false where none can be made. What was read off the
+    /// engine is gone.
+    bool renew();
 
   private:
     friend class Oracle;

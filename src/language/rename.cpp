@@ -142,7 +142,9 @@ RenameResult renameAt(OracleEngine& engine, Meanings& meanings, std::size_t offs
     const std::vector<std::size_t> places = placesOf(meanings, oldName, newName);
     const std::vector<int> meant = meaningsOf(meanings, places);
     const auto before = codeOfText(engine, text, oldName, newName);
-    const auto after = codeOfText(engine, renamed, oldName, newName);
+    auto after = codeOfText(engine, renamed, oldName, newName);
+    // What an engine keeps of the text before may be in the way.
+    if (before && !after && engine.renew()) after = codeOfText(engine, renamed, oldName, newName);
     if (before && !after) {
         result.refusal = "\"" + newName + "\" does not fit here: " + engine.firstError();
     } else if (before && *before != *after) {

@@ -5,6 +5,8 @@
 #   wrap sign     with the millisecond tick just before it wraps to 0, and at 2^31, where a signed
 #                 one would change its sign
 #   typing        200,000 states of a text while it is typed, through the compile worker
+#   names         every name of every script renamed and back, and every request about each script
+#                 with each of its lines cut, doubled and emptied
 #   repeat        what hosts do ten thousand times in a day
 #   storm         twenty thousand faulty scripts of each generator for five seeds, all systematic
 #                 ones, and the messages of both engines
@@ -18,7 +20,7 @@ while [ $# -gt 0 ] && [ "$1" != -- ]; do
 done
 [ $# -eq 0 ] || shift
 arguments=("$@")
-[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign typing repeat storm)
+[ ${#parts[@]} -gt 0 ] || parts=(C fr es tr wrap sign typing names repeat storm)
 jobs=${KORVANT_JOBS:-$(nproc)}
 locales=$build/locales
 logs=$(mktemp -d)
@@ -74,6 +76,8 @@ for part in "${parts[@]}"; do
         sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
         typing) suites=(language) choice=(--gtest_filter=*NoStateOfTyping*) &&
             run typing KORVANT_TYPING_STATES=200000 ;;
+        names) suites=(language protocol) choice=(--gtest_filter=Renaming.*:*BrokenTexts*) &&
+            run names KORVANT_EVERY_NAME=1 KORVANT_BROKEN_TEXTS=1 ;;
         repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
         storm)
             suites=(robustness) choice=(--gtest_filter=ScriptStorm.*)
