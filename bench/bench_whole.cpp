@@ -26,6 +26,7 @@ extern "C" {
 
 RATIO_ROW("Whole programs", "append 100,000 numbers / Lua's table", 3, "whole_append",
           "lua_append");
+RATIO_ROW("Whole programs", "1,000,000 calls in a loop / Lua", 2.5, "whole_loops", "lua_loops");
 RATIO_ROW("Whole programs", "sort 1,000,000 ints / std::sort", 3, "whole_sort", "std_sort");
 RATIO_ROW("Whole programs", "sort by a function of the script's / as many bare calls of it", 1.2,
           "whole_less", "bare_less");
@@ -45,14 +46,15 @@ using korvant::moduleSession;
 constexpr int kReads = 1'000'000;
 
 constexpr char kProgram[] = R"(
-int[] numbers, work;
+int[] numbers, few, work;
 string[] texts;
 double sum;
 int hits;
 int calls;
 void append() { int[] all; for (int i = 0; i < 100000; i++) all.insertLast(i); }
 void fill() { numbers.resize(1000000); int x = 1;
-    for (uint i = 0; i < numbers.length(); i++) { x = x * 1103515245 + 12345; numbers[i] = x; } }
+    for (uint i = 0; i < numbers.length(); i++) { x = x * 1103515245 + 12345; numbers[i] = x; }
+    few = numbers; few.resize(200000); }
 void sort() { work = numbers; work.sortAsc(); }
 bool less(const int &in a, const int &in b) { return a < b; }
 bool counting(const int &in a, const int &in b) { calls++; return a < b; }
@@ -64,6 +66,9 @@ void readFile() { OpenInputFile("@FILE"); read(); CloseInputFile(); }
 void text() { string[] all; hits = 0;
     for (int i = 0; i < 300000; i++) all.insertLast("hole " + i);
     for (uint i = 0; i < all.length(); i++) if (StrFind(all[i], "99") >= 0) hits++; }
+int step(int a, int b) { return (a * 3 + b) % 1000003; }
+void loops() { int n = 0; for (int i = 1; i <= 1000000; i++) n = step(n, i); }
+void sortFew() { work = few; work.sortAsc(); }
 int main() { return 0; }
 )";
 
@@ -192,6 +197,11 @@ void luaRun(benchmark::State& state, const std::string& text) {
 void luaAppend(benchmark::State& state) {
     luaRun(state, "local t = {} for i = 1, 100000 do t[#t + 1] = i end");
 }
+void luaLoops(benchmark::State& state) {
+    luaRun(state,
+           "local function step(a, b) return (a * 3 + b) % 1000003 end\n"
+           "local n = 0 for i = 1, 1000000 do n = step(n, i) end");
+}
 void luaRead(benchmark::State& state) {
     luaRun(state, "local f = io.open('" + numbersFile() +
                       "') local s = 0 for i = 1, 1000000 do s = s + f:read('n') end f:close()");
@@ -234,10 +244,13 @@ void compile(benchmark::State& state) {
     engine->ShutDownAndRelease();
 }
 
+/// Lua and Python are measured as scripts are: from the call of a function that is compiled already
+/// to its end, without the start of anything.
+
 /// A Python that runs one function again and again, as it is told, and says how long it took.
 class Python {
   public:
-    explicit Python(const std::string& body) {
+    Python(const std::string& body, const std::string& ahead) {
         int down[2], up[2];
         if (::pipe(down) != 0 || ::pipe(up) != 0) std::abort();
         child_ = ::fork();
@@ -245,7 +258,7 @@ class Python {
             ::dup2(down[0], STDIN_FILENO);
             ::dup2(up[1], STDOUT_FILENO);
             for (const int end : {down[0], down[1], up[0], up[1]}) ::close(end);
-            const std::string text = "import sys, time\ndef work():\n" + body +
+            const std::string text = "import sys, time\n" + ahead + "def work():\n" + body +
                                      "\nfor line in sys.stdin:\n"
                                      " b = time.process_time(); work(); e = time.process_time()\n"
                                      " print(e - b, flush=True)\n";
@@ -278,13 +291,22 @@ class Python {
     std::FILE* answer_ = nullptr;
 };
 
-void pythonRun(benchmark::State& state, const char* body) {
-    Python python(body);
+void pythonRun(benchmark::State& state, const char* body, const char* ahead = "") {
+    Python python(body, ahead);
     for (auto _ : state) state.SetIterationTime(python.seconds());
 }
 
 void pythonAppend(benchmark::State& state) {
     pythonRun(state, " a = []\n for i in range(100000): a.append(i)\n");
+}
+void pythonLoops(benchmark::State& state) {
+    pythonRun(state, " n = 0\n for i in range(1, 1000001): n = step(n, i)\n",
+              "def step(a, b): return (a * 3 + b) % 1000003\n");
+}
+void pythonSort(benchmark::State& state) {
+    pythonRun(state, " work = list(numbers)\n work.sort()\n",
+              "numbers = []\nx = 1\nfor i in range(200000):\n"
+              " x = (x * 1103515245 + 12345) & 0xffffffff\n numbers.append(x)\n");
 }
 void pythonText(benchmark::State& state) {
     pythonRun(state,
@@ -301,15 +323,26 @@ void pythonText(benchmark::State& state) {
     korvant_bench::addRow(korvant_bench::RatioRow{
         "Whole programs", "build and search 300,000 texts / Python", 0.8, "whole_text",
         "python_text", "copies of text arguments in the engine"});
+    korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs", "sort 200,000 ints / Python",
+                                                  0.5, "whole_sort_few", "python_sort"});
+    korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs",
+                                                  "1,000,000 calls in a loop / Python", 0.25,
+                                                  "whole_loops", "python_loops"});
+    benchmark::RegisterBenchmark("python_loops", pythonLoops)->UseManualTime();
+    benchmark::RegisterBenchmark("python_sort", pythonSort)->UseManualTime();
     benchmark::RegisterBenchmark("python_append", pythonAppend)->UseManualTime();
     benchmark::RegisterBenchmark("python_text", pythonText)->UseManualTime();
     return true;
 }();
 
+constexpr char kLoops[] = "void loops()", kSortFew[] = "void sortFew()";
 constexpr char kAppend[] = "void append()", kSort[] = "void sort()", kFile[] = "void readFile()",
                kText[] = "void text()";
 BENCHMARK(whole<kAppend>)->Name("whole_append");
 BENCHMARK(luaAppend)->Name("lua_append");
+BENCHMARK(whole<kLoops>)->Name("whole_loops");
+BENCHMARK(luaLoops)->Name("lua_loops");
+BENCHMARK(whole<kSortFew>)->Name("whole_sort_few");
 BENCHMARK(whole<kSort>)->Name("whole_sort");
 BENCHMARK(stdSort)->Name("std_sort");
 BENCHMARK(wholeLess)->Name("whole_less");

@@ -35,16 +35,17 @@ const char* nameOf(korvant::Diagnostic::Kind kind) {
 
 /// One object a line for each message, on standard output.
 void reportJson(const std::string& file, const std::vector<korvant::Diagnostic>& diagnostics) {
-    using Json = nlohmann::ordered_json;
     for (const korvant::Diagnostic& diagnostic : diagnostics) {
-        const Json object{{"file", file},
-                          {"line", diagnostic.line},
-                          {"column", diagnostic.column},
-                          {"end", diagnostic.endColumn},
-                          {"kind", nameOf(diagnostic.kind)},
-                          {"text", korvant::decodeForDisplay(diagnostic.text)},
-                          {"context", korvant::decodeForDisplay(diagnostic.context)}};
-        const std::string line = object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+        const nlohmann::ordered_json object{
+            {"file", file},
+            {"line", diagnostic.line},
+            {"column", diagnostic.column},
+            {"end", diagnostic.endColumn},
+            {"kind", nameOf(diagnostic.kind)},
+            {"text", korvant::decodeForDisplay(diagnostic.text)},
+            {"context", korvant::decodeForDisplay(diagnostic.context)}};
+        const std::string line =
+            object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
         writeOutput(line);
     }
 }

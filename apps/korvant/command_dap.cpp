@@ -20,10 +20,8 @@ namespace korvant_app {
 
 namespace {
 
-using korvant::dap::Json;
-
 /// {"ceiling": 500, "strict": true} as switches.
-std::vector<std::string> limitSwitches(const Json& limits) {
+std::vector<std::string> limitSwitches(const korvant::dap::Json& limits) {
     std::vector<std::string> switches;
     for (const auto& [name, value] : limits.items()) {
         if (value.is_boolean()) {
@@ -37,7 +35,7 @@ std::vector<std::string> limitSwitches(const Json& limits) {
 }
 
 /// Empty, or what is wrong.
-std::string readLimits(const Json& asked, korvant::Limits& limits) {
+std::string readLimits(const korvant::dap::Json& asked, korvant::Limits& limits) {
     CLI::App app;
     app.set_help_flag();
     addBuildLimitOptions(app, limits);
@@ -81,7 +79,7 @@ asIScriptEngine* engineOf(Served& served, asIScriptContext*& context) {
 }
 
 /// The command line of a run in another process.
-std::vector<std::string> runCommand(const Json& launch, std::uint16_t port) {
+std::vector<std::string> runCommand(const korvant::dap::Json& launch, std::uint16_t port) {
     using korvant::rpc::memberOf;
     using korvant::rpc::textOf;
     std::vector<std::string> command = {korvant::programPath(), "run",
@@ -98,7 +96,7 @@ std::vector<std::string> runCommand(const Json& launch, std::uint16_t port) {
     command.push_back("--");
     for (const char* name : {"answers", "args"})
         if (memberOf(launch, name).is_array())
-            for (const Json& line : memberOf(launch, name))
+            for (const korvant::dap::Json& line : memberOf(launch, name))
                 command.push_back(line.is_string() ? line.get<std::string>() : line.dump());
     return command;
 }
@@ -110,7 +108,7 @@ int serveDebugAdapter() {
     services.readScript = [&](const std::string& path, std::string& text, std::string& error) {
         return readScriptText(path, served.limits.scriptBytes, text, error);
     };
-    services.setLimits = [&](const Json& limits) {
+    services.setLimits = [&](const korvant::dap::Json& limits) {
         std::string wrong = readLimits(limits, served.limits);
         if (wrong.empty()) korvant::moduleSession().setLimits(served.limits);
         return wrong;

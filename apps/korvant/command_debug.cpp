@@ -6,6 +6,7 @@
 #include "base/system/os_file.h"
 #include "commands.h"
 #include "debug/debug_console.h"
+#include "exit_code.h"
 #include "host/library/script_console.h"
 #include "limit_options.h"
 #include "script_file.h"
@@ -71,13 +72,6 @@ class Commands {
   private:
     std::deque<std::string> lines_;
 };
-
-int exitCodeOf(const korvant::RunFailure& failure) {
-    using Kind = korvant::RunFailure::Kind;
-    if (failure.kind == Kind::none) return failure.unwritten.empty() ? kFinished : kRunFailed;
-    if (failure.kind == Kind::build) return kBuildFailed;
-    return failure.kind == Kind::noMain || failure.kind == Kind::prepare ? kNoMain : kRunFailed;
-}
 
 int debugScript(const Debug& debug) {
     const std::optional<Source> source = readScript(debug.file, debug.limits.scriptBytes);

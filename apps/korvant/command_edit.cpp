@@ -12,7 +12,7 @@
 namespace korvant_app {
 namespace {
 
-const ModuleFunctions* loaded = nullptr;
+const ModuleFunctions* theModule = nullptr;
 
 /// What came back, and the file that it was saved to; none while it has not been saved.
 struct Editing {
@@ -25,19 +25,19 @@ struct Editing {
 /// text with it.
 std::optional<Editing> edit(const std::string& text, const std::string& path) {
     asIScriptEngine* engine = asCreateScriptEngine();
-    asIScriptContext* context = engine ? loaded->configure(engine) : nullptr;
+    asIScriptContext* context = engine ? theModule->configure(engine) : nullptr;
     if (!context) {
         complain("the script engine could not be set up");
         return std::nullopt;
     }
-    const auto previous = std::signal(SIGINT, [](int) { loaded->requestStop(); });
+    const auto previous = std::signal(SIGINT, [](int) { theModule->requestStop(); });
     Editing editing{text, {}};
-    if (!path.empty()) loaded->setEditedFile(path.c_str());
-    loaded->runEditor(engine, context, editing.text, path);
-    const char* file = loaded->editedFile();
+    if (!path.empty()) theModule->setEditedFile(path.c_str());
+    theModule->runEditor(engine, context, editing.text, path);
+    const char* file = theModule->editedFile();
     if (file) editing.document = file;
     std::signal(SIGINT, previous);
-    loaded->release(engine);
+    theModule->release(engine);
     return file ? std::optional(editing) : std::nullopt;
 }
 
@@ -50,8 +50,8 @@ int editFile(const std::string& path) {
     }
     std::optional<EditedFile> file = EditedFile::open(path);
     if (!file) return kCannotRead;
-    loaded = loadModule();
-    if (!loaded) return kRunFailed;
+    theModule = loadModule();
+    if (!theModule) return kRunFailed;
     const std::optional<Editing> edited = edit(file->text(), path);
     if (!edited) return kRunFailed;
     // A text that has a file has been written there by the editor.

@@ -6,6 +6,7 @@
 
 #include "answer_file.h"
 #include "commands.h"
+#include "exit_code.h"
 #include "form_report.h"
 #include "host/terminal/terminal_frontend.h"
 #include "korvantide/korvantide.h"
@@ -66,14 +67,6 @@ void print(const nlohmann::ordered_json& forms, bool json) {
     writeOutput(text);
 }
 
-int exitCodeOf(const korvant::RunFailure& failure, const AnswerBook* book) {
-    using Kind = korvant::RunFailure::Kind;
-    if (failure.kind == Kind::build) return kBuildFailed;
-    if (failure.kind == Kind::noMain || failure.kind == Kind::prepare) return kNoMain;
-    const bool failed = failure.kind != Kind::none || !failure.unwritten.empty();
-    return failed || (book != nullptr && book->failed()) ? kRunFailed : kFinished;
-}
-
 /// What the script prints goes nowhere, so that the forms stand alone on standard output.
 int showObjects(const ObjectRun& run) {
     const std::optional<Source> source = readScript(run.file, run.limits.scriptBytes);
@@ -99,7 +92,8 @@ int showObjects(const ObjectRun& run) {
     else
         reportRun(*source, session.lastFailure());
     print(recorder.forms(), run.json);
-    return exitCodeOf(session.lastFailure(), book ? &*book : nullptr);
+    const int code = exitCodeOf(session.lastFailure());
+    return code == kFinished && book && book->failed() ? kRunFailed : code;
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using korvant::systemFiles;
 namespace korvant_app {
 namespace {
 
-constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+constexpr std::size_t kLargestEdited = std::size_t{256} << 20;
 constexpr int kMostNames = 1000;
 
 std::string backupFolder() {
@@ -37,7 +37,7 @@ bool read(const std::string& path, FileStatus& status, std::string& text) {
     if (status.kind == FileStatus::Kind::none)
         return isNew(path) || refuse(path, korvant::systemErrorText(ENOENT));
     if (status.kind != FileStatus::Kind::regular) return refuse(path, "not a file");
-    const int error = korvant::readFile(systemFiles(), path, kLargestFile, text);
+    const int error = korvant::readFile(systemFiles(), path, kLargestEdited, text);
     return error == 0 || refuse(path, korvant::systemErrorText(error));
 }
 

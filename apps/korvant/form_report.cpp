@@ -64,24 +64,24 @@ Json messagesOf(const EditSession& session, std::int32_t row, bool errors) {
 
 Json rowAsJson(const EditSession& session, std::int32_t row) {
     const korvant::EditRow& shown = session.row(row);
-    Json json;
-    json["name"] = decodeForDisplay(shown.name);
-    json["label"] = decodeForDisplay(shown.label);
-    json["category"] = decodeForDisplay(session.categoryCaption(shown.category));
-    json["type"] = typeOf(shown.letter);
-    json["value"] = valueOf(session, row);
-    if (!shown.unit.empty()) json["unit"] = decodeForDisplay(shown.unit);
+    Json object;
+    object["name"] = decodeForDisplay(shown.name);
+    object["label"] = decodeForDisplay(shown.label);
+    object["category"] = decodeForDisplay(session.categoryCaption(shown.category));
+    object["type"] = typeOf(shown.letter);
+    object["value"] = valueOf(session, row);
+    if (!shown.unit.empty()) object["unit"] = decodeForDisplay(shown.unit);
     if (shown.letter == 'o') {
-        json["choice"] = decodeForDisplay(session.state(row).text);
-        json["options"] = Json::array();
+        object["choice"] = decodeForDisplay(session.state(row).text);
+        object["options"] = Json::array();
         for (const std::string& option : shown.options)
-            json["options"].push_back(decodeForDisplay(option));
+            object["options"].push_back(decodeForDisplay(option));
     }
-    if (shown.radioGroup >= 0) json["radioGroup"] = shown.radioGroup;
-    json["editable"] = session.state(row).editable;
-    json["errors"] = messagesOf(session, row, true);
-    json["warnings"] = messagesOf(session, row, false);
-    return json;
+    if (shown.radioGroup >= 0) object["radioGroup"] = shown.radioGroup;
+    object["editable"] = session.state(row).editable;
+    object["errors"] = messagesOf(session, row, true);
+    object["warnings"] = messagesOf(session, row, false);
+    return object;
 }
 
 /// The values of each element, with what fails in it.
@@ -106,16 +106,16 @@ Json elementsAsJson(EditSession& session, int page) {
 
 Json pageAsJson(EditSession& session, int number) {
     const korvant::EditPage& page = session.page(number);
-    Json json;
-    json["caption"] = decodeForDisplay(page.caption);
-    json["editable"] = page.editable;
-    json["properties"] = Json::array();
+    Json object;
+    object["caption"] = decodeForDisplay(page.caption);
+    object["editable"] = page.editable;
+    object["properties"] = Json::array();
     for (std::int32_t row = page.first; row <= page.last; ++row)
-        json["properties"].push_back(rowAsJson(session, row));
-    if (!page.isGroup) return json;
-    json["current"] = session.groupBar(number).current;
-    json["elements"] = elementsAsJson(session, number);
-    return json;
+        object["properties"].push_back(rowAsJson(session, row));
+    if (!page.isGroup) return object;
+    object["current"] = session.groupBar(number).current;
+    object["elements"] = elementsAsJson(session, number);
+    return object;
 }
 
 std::string shownValue(const Json& property) {

@@ -9,7 +9,6 @@ namespace korvant {
 namespace {
 
 constexpr char kUntitled[] = "Untitled";
-constexpr char kNoMemory[] = "Memory allocation error";
 constexpr char kScrambled[] =
     "The text was scrambled or restored with the key. This is no encryption. No recovery copies "
     "are kept of it unless they are turned on again in the context menu.";

@@ -23,7 +23,6 @@ constexpr char kNoBrowser[] =
     "Documentation files not found.\n\nNo program could be started that shows the manual. To read "
     "it, "
     "open this file in a web browser:\n";
-constexpr char kNoMemory[] = "Memory allocation error";
 
 }  // namespace
 

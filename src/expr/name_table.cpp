@@ -5,7 +5,7 @@
 namespace korvant::expr {
 namespace {
 
-constexpr std::size_t kSmallestIndex = 32;
+constexpr std::size_t kFewestPlaces = 32;
 
 bool looksLikeCall(std::string_view name) {
     return name.find('(') != std::string_view::npos;
@@ -13,7 +13,7 @@ bool looksLikeCall(std::string_view name) {
 
 }  // namespace
 
-NameTable::NameTable() : cells_(kScratchCells), index_(kSmallestIndex) {}
+NameTable::NameTable() : cells_(kScratchCells), index_(kFewestPlaces) {}
 
 std::size_t NameTable::placeOf(std::string_view name) const noexcept {
     char first[8] = {};
@@ -112,7 +112,7 @@ void NameTable::eraseFromIndex(std::size_t place) {
 void NameTable::clear() {
     entries_.clear();
     cells_.resize(kScratchCells);
-    index_.assign(kSmallestIndex, {});
+    index_.assign(kFewestPlaces, {});
     free_.clear();
     callLikeSizes_.clear();
     count_ = 0;

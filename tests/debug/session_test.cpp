@@ -1,6 +1,5 @@
 // Runs under a debugger whose answers are code.
 #include <chrono>
-#include <thread>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
@@ -14,7 +13,8 @@ namespace {
 class Session : public DebugFixture {};
 
 constexpr char kCounting[] =
-    "int main() {\n    int n = 0;\n    while (n < 1000000000)\n        n++;\n    return n;\n}\n";
+    "int main() {\n    int n = 0; begun();\n    while (n < 1000000000)\n        n++;\n    return "
+    "n;\n}\n";
 
 TEST_F(Session, LimitsStandStillWhileTheScriptDoes) {
     useClock(&fakeClock);
@@ -33,30 +33,26 @@ TEST_F(Session, PausesAnEndlessLoopWithinATenthOfASecond) {
         stopped = Clock::now();
         debug.stopRun();
     };
-    std::thread user([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(60));
-        asked = Clock::now();
-        debug.requestPause();
-    });
-    EXPECT_TRUE(start(kCounting).failed());
-    user.join();
+    {
+        const Meanwhile user(*engine(), [&] {
+            asked = Clock::now();
+            debug.requestPause();
+        });
+        EXPECT_TRUE(start(kCounting).failed());
+    }
     ASSERT_EQ(stops.size(), 1u);
     EXPECT_EQ(stops[0].reason, StopReason::pause);
     EXPECT_LT(stopped - asked, std::chrono::milliseconds(1000)) << "100 ms on a free machine";
 }
 
 TEST_F(Session, BreakpointsMayChangeWhileTheScriptRuns) {
-    std::thread user([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(60));
-        debug.requestAttention();
-    });
+    const Meanwhile user(*engine(), [&] { debug.requestAttention(); });
     atStop = [&](const StopInfo&) { debug.stopRun(); };
     attentionAct = [&] {
         breakAt(4);
         debug.apply();
     };
     EXPECT_TRUE(start(kCounting).failed());
-    user.join();
     ASSERT_EQ(stops.size(), 1u);
     EXPECT_EQ(stops[0].place.line, 4);
 }

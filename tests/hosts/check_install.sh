@@ -17,6 +17,9 @@ trap 'rm -rf "$folder"' EXIT
     exit 1
 }
 "$folder/host/installed_host"
+# Hosts get every header that docs/embedding.md lists, and nothing else.
+headers() { (cd "$1" && find . -name '*.h' | sort); }
+diff <(headers "$source/../../../include") <(headers "$folder/tree/include")
 # The engine that came along is the one that it and the program use.
 if engine=$(find "$folder/tree" -name libangelscript.so) && [ -n "$engine" ]; then
     for program in "$folder/host/installed_host" "$folder/tree/bin/korvant"; do

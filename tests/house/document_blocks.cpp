@@ -4,15 +4,13 @@
 #include <fstream>
 #include <regex>
 
+#include "house/source_tree.h"
+
 namespace fs = std::filesystem;
 
 namespace korvant::test {
 
-namespace {
-
-const fs::path kRoot = KORVANT_SOURCE_DIR;
-
-}  // namespace
+namespace {}  // namespace
 
 std::vector<std::string> documents() {
     std::vector<std::string> found = {"README.md", "CONTRIBUTING.md"};

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "document_blocks.h"
+#include "house/source_tree.h"
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
 
@@ -16,7 +17,6 @@ namespace korvant::test {
 
 namespace {
 
-const fs::path kRoot = KORVANT_SOURCE_DIR;
 const std::string kBin = KORVANT_BIN_DIR;
 
 /// A folder like the one a reader sits in: examples/, and a `dev` that runs what is built already.

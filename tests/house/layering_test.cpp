@@ -8,11 +8,11 @@
 #include <set>
 #include <string>
 
+#include "house/source_tree.h"
+
 namespace fs = std::filesystem;
 
 namespace {
-
-const fs::path kRoot = KORVANT_SOURCE_DIR;
 
 using Rooms = std::set<std::string>;
 

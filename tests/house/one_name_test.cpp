@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "house/source_tree.h"
+
 namespace fs = std::filesystem;
 
 namespace {
-
-const fs::path kRoot = KORVANT_SOURCE_DIR;
 
 /// The text without comments, literals and lines of the preprocessor.
 std::string bareCode(const std::string& text) {

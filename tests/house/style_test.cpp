@@ -5,11 +5,11 @@
 #include <fstream>
 #include <string>
 
+#include "house/source_tree.h"
+
 namespace fs = std::filesystem;
 
 namespace {
-
-const fs::path kRoot = KORVANT_SOURCE_DIR;
 
 int lineCount(const fs::path& path) {
     std::ifstream file(path);

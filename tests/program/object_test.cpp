@@ -10,7 +10,7 @@
 namespace korvant::test {
 namespace {
 
-const std::string kExamples = KORVANT_SOURCE_DIR "/examples/";
+const std::string kExampleFolder = KORVANT_SOURCE_DIR "/examples/";
 
 std::string written(const TemporaryFolder& folder, const std::string& name,
                     const std::string& text) {
@@ -21,7 +21,7 @@ std::string written(const TemporaryFolder& folder, const std::string& name,
 
 nlohmann::json formOf(const std::string& script, const std::string& locale) {
     const ProcessResult result =
-        runKorvant({"object", "--json", "--locale", locale, kExamples + script});
+        runKorvant({"object", "--json", "--locale", locale, kExampleFolder + script});
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     const nlohmann::json forms = nlohmann::json::parse(result.output, nullptr, false);
     EXPECT_TRUE(forms.is_array() && forms.size() == 1) << result.output;
@@ -44,7 +44,7 @@ TEST(ObjectCommand, ShowsTheExampleFormsInThreeLanguages) {
 }
 
 TEST(ObjectCommand, SpeaksToPeopleToo) {
-    const ProcessResult result = runKorvant({"object", kExamples + "pump_form.as"});
+    const ProcessResult result = runKorvant({"object", kExampleFolder + "pump_form.as"});
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_NE(result.output.find("Flow (flow, real): 36"), std::string::npos) << result.output;
     EXPECT_EQ(result.output.find("properties."), std::string::npos) << result.output;

@@ -8,6 +8,9 @@ namespace korvant::test {
 
 /// How a memory runs out: once, or for good until the scenario is over.
 enum class Shortage { once, lasting };
+inline const char* shortageName(Shortage shortage) {
+    return shortage == Shortage::once ? "once" : "lasting";
+}
 
 /// The calling thread's allocations by operator new from construction to destruction: the
 /// `which`-th of them (from 1) fails, with Shortage::lasting all behind it too.

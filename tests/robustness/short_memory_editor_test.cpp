@@ -130,12 +130,9 @@ TEST_P(ShortMemoryInEditor, ASaveWritesTheWholeTextOrNothing) {
     EXPECT_LE(kept("backups").size(), 4u);
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Shortage>& info) {
-    return info.param == Shortage::once ? "once" : "lasting";
-}
-
 INSTANTIATE_TEST_SUITE_P(All, ShortMemoryInEditor,
-                         ::testing::Values(Shortage::once, Shortage::lasting), nameOf);
+                         ::testing::Values(Shortage::once, Shortage::lasting),
+                         [](const auto& one) { return shortageName(one.param); });
 
 }  // namespace
 

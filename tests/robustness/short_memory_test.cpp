@@ -209,14 +209,11 @@ TEST(ShortMemoryFromTheStart, AnObjectWithoutASessionThrowsNothing) {
     EXPECT_EXIT(filled(), ::testing::ExitedWithCode(0), "");
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Shortage>& info) {
-    return info.param == Shortage::once ? "once" : "lasting";
-}
-
 INSTANTIATE_TEST_SUITE_P(All, ShortMemory, ::testing::Values(Shortage::once, Shortage::lasting),
-                         nameOf);
+                         [](const auto& one) { return shortageName(one.param); });
 INSTANTIATE_TEST_SUITE_P(All, ShortMemoryInRuns,
-                         ::testing::Values(Shortage::once, Shortage::lasting), nameOf);
+                         ::testing::Values(Shortage::once, Shortage::lasting),
+                         [](const auto& one) { return shortageName(one.param); });
 
 }  // namespace
 

@@ -55,6 +55,8 @@ std::string PageProgram::opened() const {
 }
 
 OtherProcess::OtherProcess(const std::string& name) {
+    // This process may be one part of a suite; the other runs the test that it was started for.
+    const Variable parts("GTEST_TOTAL_SHARDS", "1"), part("GTEST_SHARD_INDEX", "0");
     std::string program = "/proc/self/exe", also = "--gtest_also_run_disabled_tests",
                 filter = "--gtest_filter=" + name;
     char* arguments[] = {program.data(), also.data(), filter.data(), nullptr};

@@ -5,7 +5,7 @@ namespace korvant::test {
 
 namespace {
 
-constexpr const char* kTypes = R"(
+constexpr const char* kEdgeTypes = R"(
 int made = 0;
 class Item {
     int v; int[] own; Item@ other;
@@ -57,7 +57,7 @@ class Edges {
 
     std::string program() {
         std::string all =
-            std::string(kTypes) +
+            std::string(kEdgeTypes) +
             "int main() {\nint n = 3; double x = 1.5; bool b = false; string s = "
             "\"abc\"; string@ h = s; int[] a = {3, 1, 2}; int8[] e = {1, 2}; double[] d "
             "= {2.5, 0.5}; string[] t = {\"b\", \"a\"}; int[][] aa = {{1}, {}}; bool[] "

@@ -17,11 +17,11 @@ namespace korvant::test {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Steady = std::chrono::steady_clock;
 
-int millisecondsSince(Clock::time_point start) {
+int millisecondsSince(Steady::time_point start) {
     return static_cast<int>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count());
+        std::chrono::duration_cast<std::chrono::milliseconds>(Steady::now() - start).count());
 }
 
 /// A child begins with the signals as a shell would leave them.
@@ -81,7 +81,7 @@ class Exchange {
     }
 
     void run() {
-        const auto start = Clock::now();
+        const auto start = Steady::now();
         while (output_.ends[0] >= 0 || errors_.ends[0] >= 0) {
             pollfd entries[] = {{output_.ends[0], POLLIN, 0},
                                 {errors_.ends[0], POLLIN, 0},
@@ -130,7 +130,7 @@ void take(int status, ProcessResult& result) {
 ProcessResult runProcess(const std::vector<std::string>& arguments, const ProcessOptions& options) {
     ::signal(SIGPIPE, SIG_IGN);
     Pipe input, output, errors, unread;
-    const auto start = Clock::now();
+    const auto start = Steady::now();
     const pid_t process = ::fork();
     if (process == 0) {
         enterChild(options, input, options.outputIgnored ? unread : output, errors);
@@ -215,7 +215,7 @@ bool TerminalProcess::readSome(int milliseconds) {
 }
 
 bool TerminalProcess::await(const std::string& text) {
-    const auto start = Clock::now();
+    const auto start = Steady::now();
     while (millisecondsSince(start) < 10'000) {
         const auto found = screen_.find(text, awaited_);
         if (found != std::string::npos) {
@@ -237,7 +237,7 @@ void TerminalProcess::send(int signal) {
 }
 
 int TerminalProcess::finish() {
-    const auto start = Clock::now();
+    const auto start = Steady::now();
     int status = 0;
     while (::waitpid(shell_, &status, WNOHANG) == 0) {
         readSome(10);

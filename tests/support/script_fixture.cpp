@@ -1,11 +1,50 @@
 #include "support/script_fixture.h"
 
+#include <condition_variable>
 #include <cstdlib>
+#include <mutex>
 
 #include "host/library/script_console.h"
 #include "module/families.h"
 
 namespace korvant::test {
+
+namespace {
+
+struct Beginning {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool came = false;
+};
+
+Beginning& beginning() {
+    static Beginning one;
+    return one;
+}
+
+void tellBegun() {
+    const std::lock_guard lock(beginning().mutex);
+    beginning().came = true;
+    beginning().changed.notify_all();
+}
+
+/// A script that never says so fails the test by what follows, and not by hanging.
+void awaitBegun() {
+    std::unique_lock lock(beginning().mutex);
+    beginning().changed.wait_for(lock, std::chrono::seconds(20), [] { return beginning().came; });
+}
+
+}  // namespace
+
+Meanwhile::Meanwhile(asIScriptEngine& engine, std::function<void()> act) {
+    beginning().came = false;
+    if (engine.GetGlobalFunctionByDecl("void begun()") == nullptr)
+        engine.RegisterGlobalFunction("void begun()", asFUNCTION(tellBegun), asCALL_CDECL);
+    thread_ = std::thread([act = std::move(act)] {
+        awaitBegun();
+        act();
+    });
+}
 
 ScriptFixture::ScriptFixture() {
     useClock(nullptr);

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "host/run/script_session.h"
@@ -30,6 +32,19 @@ class FakeClock final : public Clock {
   private:
     std::atomic<std::uint64_t> now_;
     std::atomic<std::uint32_t> shift_{0};
+};
+
+/// A second thread that acts once a script has called `begun()`, which the engine has from then on.
+/// Its end waits for the thread.
+class Meanwhile {
+  public:
+    Meanwhile(asIScriptEngine& engine, std::function<void()> act);
+    ~Meanwhile() { thread_.join(); }
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+
+  private:
+    std::thread thread_;
 };
 
 /// One engine configured with everything that scripts can call, on a fake console and front end.

@@ -30,6 +30,6 @@ std::size_t systematicScripts();
 std::string systematicScript(std::size_t index);
 
 /// The parts of a script that a compiler tells apart, blanks and comments as parts of their own.
-std::vector<std::string> scriptTokens(std::string_view script);
+std::vector<std::string> tokenTexts(std::string_view script);
 
 }  // namespace korvant::test

@@ -151,7 +151,7 @@ std::string joined(const std::vector<std::string>& tokens) {
 
 }  // namespace
 
-std::vector<std::string> scriptTokens(std::string_view script) {
+std::vector<std::string> tokenTexts(std::string_view script) {
     std::vector<std::string> tokens;
     for (std::size_t at = 0; at < script.size();) {
         const std::size_t end = endOfToken(script, at);
@@ -162,7 +162,7 @@ std::vector<std::string> scriptTokens(std::string_view script) {
 }
 
 std::string editedScript(std::string_view script, Choices& choices) {
-    std::vector<std::string> tokens = scriptTokens(script);
+    std::vector<std::string> tokens = tokenTexts(script);
     std::vector<std::size_t> solid;
     for (std::size_t i = 0; i < tokens.size(); ++i)
         if (!isBlank(tokens[i])) solid.push_back(i);

@@ -13,7 +13,7 @@ struct TypeCase {
     const char* value;  ///< an expression that gives one
 };
 
-constexpr TypeCase kTypes[] = {
+constexpr TypeCase kSystematicTypes[] = {
     {"int", "int", "3"},
     {"uint8", "uint8", "3"},
     {"int64", "int64", "3"},
@@ -119,7 +119,7 @@ constexpr const char* kUses[] = {"p;",
                                  "T l(p); P k(p);",
                                  "const T l = p; const P@ k = p;"};
 
-constexpr const char* kPrelude = R"(
+constexpr const char* kSystematicPrelude = R"(
 enum E { one, two }
 funcdef int Fn(int);
 funcdef void Done();
@@ -216,7 +216,7 @@ std::string replaced(std::string text, const std::string& what, const std::strin
 std::string renamed(std::string_view use, const char* name) {
     if (name == nullptr) return std::string(use);
     std::string text;
-    for (const std::string& token : scriptTokens(use)) text += token == "p" ? name : token;
+    for (const std::string& token : tokenTexts(use)) text += token == "p" ? name : token;
     return text;
 }
 
@@ -226,7 +226,7 @@ std::string script(const TypeCase& type, const Place& place, const char* passing
     if (passing != nullptr) code = replaced(code, "(A)", "(" + std::string(passing) + ")");
     code = filled(code, type);
     const std::string call = filled(replaced(place.call, "U ", used + " "), type);
-    std::string text = kPrelude;
+    std::string text = kSystematicPrelude;
     for (const Helper& helper : kHelpers)
         if ((code + call).find(helper.name) != std::string::npos)
             text += filled(helper.text, type) + "\n";
@@ -235,7 +235,7 @@ std::string script(const TypeCase& type, const Place& place, const char* passing
     return text;
 }
 
-constexpr std::size_t kTypeCount = std::size(kTypes);
+constexpr std::size_t kTypeCount = std::size(kSystematicTypes);
 constexpr std::size_t kUseCount = std::size(kUses);
 constexpr std::size_t kPassedCount = std::size(kPassed) * std::size(kPassings);
 
@@ -246,7 +246,7 @@ std::size_t systematicScripts() {
 }
 
 std::string systematicScript(std::size_t index) {
-    const TypeCase& type = kTypes[index % kTypeCount];
+    const TypeCase& type = kSystematicTypes[index % kTypeCount];
     index /= kTypeCount;
     const char* const use = kUses[index % kUseCount];
     const std::size_t form = index / kUseCount % (kPassedCount + std::size(kElsewhere));

@@ -18,7 +18,7 @@ using korvant::test::writeFile;
 
 namespace {
 
-constexpr char kScript[] =
+constexpr char kMenuScript[] =
     "int main() {\n"
     "    int a = 1;\n"
     "    int b = 2;\n"
@@ -53,7 +53,7 @@ TEST_F(EditorMenu, BreakpointsAreVisitedAndDeleted) {
     choose(command_id::kDeleteBreakpoints);
     driver.when("no breakpoints", [this] { return markedLines().empty(); });
     closeBox();
-    edit(kScript);
+    edit(kMenuScript);
 }
 
 TEST_F(EditorMenu, ProgramIsBuiltRunAndStepped) {
@@ -77,7 +77,7 @@ TEST_F(EditorMenu, ProgramIsBuiltRunAndStepped) {
     choose(command_id::kStop);
     driver.when("the end", [this] { return !isEnabled(command_id::kStop); });
     closeBox();
-    edit(kScript);
+    edit(kMenuScript);
 }
 
 TEST_F(EditorMenu, SaveAsWritesTheChosenFile) {
@@ -92,8 +92,8 @@ TEST_F(EditorMenu, SaveAsWritesTheChosenFile) {
     choose(command_id::kSaveAs);
     untilTitle("Script Editor - chosen.as");
     closeBox();
-    edit(kScript);
-    EXPECT_EQ(readFile(path), kScript);
+    edit(kMenuScript);
+    EXPECT_EQ(readFile(path), kMenuScript);
 }
 
 TEST_F(EditorMenu, BookmarkMarginComesAndGoes) {
@@ -137,7 +137,7 @@ TEST_F(EditorMenu, ContextMenuOpensByMouseAndByKey) {
     type("12");
     driver.click([this] { return editor(); }, wxMOUSE_BTN_RIGHT);
     takeFromMenu('U');
-    driver.when("an undone text", [this] { return text() == kScript; });
+    driver.when("an undone text", [this] { return text() == kMenuScript; });
     ready();
     driver.key(WXK_F10, wxMOD_SHIFT);
     takeFromMenu('A');
@@ -146,7 +146,7 @@ TEST_F(EditorMenu, ContextMenuOpensByMouseAndByKey) {
                editor()->GetSelectionStart() == 0;
     });
     closeBox();
-    edit(kScript);
+    edit(kMenuScript);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 
 #include "base/system/child_process.h"
 #include "base/system/clock.h"
+#include "base/system/spawn_posix.h"
 
 extern char** environ;
 
@@ -53,13 +54,6 @@ std::vector<std::string> variables(const std::string& libraryFolder) {
     }
     if (!libraryFolder.empty()) result.push_back(std::move(path));
     return result;
-}
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
 }
 
 /// Own group, usual signals, the channel as standard streams, nothing else of the parent's files.

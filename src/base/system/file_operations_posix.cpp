@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 
+#include "base/system/file_io.h"
 #include "base/system/file_operations.h"
 #include "base/system/quiet_write_posix.h"
 
@@ -29,12 +30,6 @@ int errorOf(int result) {
 FileStatus::Kind kindOf(mode_t mode) {
     if (S_ISREG(mode)) return FileStatus::Kind::regular;
     return S_ISDIR(mode) ? FileStatus::Kind::folder : FileStatus::Kind::other;
-}
-
-std::string folderOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
 }
 
 /// `link` as seen from the folder of `path`.

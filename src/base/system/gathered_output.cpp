@@ -103,15 +103,15 @@ int GatheredOutput::flush(StopQuery shouldStop) {
 }
 
 int GatheredOutput::flushWithin(unsigned patience) {
-    using Clock = std::chrono::steady_clock;
-    auto touched = Clock::now();
+    using Steady = std::chrono::steady_clock;
+    auto touched = Steady::now();
     std::size_t before = 0;
     while (!handOver()) {
         awaitRoom(handle_);
         const std::lock_guard lock(mutex_);
-        if (sent_ + restSent_ != before) touched = Clock::now();
+        if (sent_ + restSent_ != before) touched = Steady::now();
         before = sent_ + restSent_;
-        if (Clock::now() - touched > std::chrono::milliseconds(patience)) fail(ECANCELED);
+        if (Steady::now() - touched > std::chrono::milliseconds(patience)) fail(ECANCELED);
     }
     return failure_.load();
 }

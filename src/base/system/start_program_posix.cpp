@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "base/system/os_file.h"
+#include "base/system/spawn_posix.h"
 #include "base/system/start_program.h"
 
 extern char** environ;
@@ -15,13 +16,6 @@ extern char** environ;
 namespace korvant {
 
 namespace {
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 /// Later entries win, so that they must come first.
 std::vector<std::string> environmentWith(

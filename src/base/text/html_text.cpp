@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/text/characters.h"
 #include "base/text/text_encoding.h"
 
 namespace korvant {
@@ -47,21 +48,8 @@ constexpr std::string_view kAttributes[] = {
 constexpr std::size_t kLongestTag = 1024;
 constexpr std::size_t kLongestValue = 64;
 
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-std::string lower(std::string_view text) {
-    std::string result(text);
-    for (char& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    return result;
 }
 
 Tag kindOf(std::string_view name) {
@@ -118,7 +106,7 @@ class AttributeReader {
     bool next(std::string& name, std::string& value) {
         skip([](char c) { return isBlank(c) || c == '/'; });
         if (at_ >= text_.size()) return false;
-        name = lower(take([](char c) { return !isBlank(c) && c != '=' && c != '/'; }));
+        name = lowerCase(take([](char c) { return !isBlank(c) && c != '=' && c != '/'; }));
         value.clear();
         skip(isBlank);
         if (at_ < text_.size() && text_[at_] == '=') value = readValue();
@@ -236,7 +224,7 @@ class Bounder {
         std::size_t nameEnd = nameAt;
         while (nameEnd < text_.size() && (isLetter(text_[nameEnd]) || isDigit(text_[nameEnd])))
             ++nameEnd;
-        read.name = lower(std::string_view(text_).substr(nameAt, nameEnd - nameAt));
+        read.name = lowerCase(std::string_view(text_).substr(nameAt, nameEnd - nameAt));
         const Tag kind = kindOf(read.name);
         if (kind == Tag::none) return false;
         const std::size_t end = tagEnd();
@@ -271,7 +259,7 @@ class Bounder {
         const std::string end = "</" + name;
         for (std::size_t i = text_.find("</", at_); i != std::string::npos;
              i = text_.find("</", i + 2)) {
-            if (lower(std::string_view(text_).substr(i, end.size())) != end) continue;
+            if (lowerCase(std::string_view(text_).substr(i, end.size())) != end) continue;
             const std::size_t close = text_.find('>', i);
             at_ = close == std::string::npos ? text_.size() : close + 1;
             return;
@@ -332,7 +320,7 @@ class Bounder {
         i += i + 1 < text_.size() && text_[i + 1] == '/' ? 2 : 1;
         std::size_t end = i;
         while (end < text_.size() && (isLetter(text_[end]) || isDigit(text_[end]))) ++end;
-        return kindOf(lower(std::string_view(text_).substr(i, end - i))) == Tag::block;
+        return kindOf(lowerCase(std::string_view(text_).substr(i, end - i))) == Tag::block;
     }
 
     /// A reference that a renderer can resolve stays one, any other "&" is a sign.

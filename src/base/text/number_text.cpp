@@ -5,6 +5,8 @@
 #include <cmath>
 #include <system_error>
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
@@ -35,13 +37,6 @@ template <class Real>
 std::string shortest(Real value) {
     char buffer[kNumberBytes];
     return std::string(buffer, std::to_chars(buffer, buffer + kNumberBytes, value).ptr);
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\n\v\f\r";
-    const auto first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 /// "+5" is a number, "+-5" is not.
@@ -102,7 +97,7 @@ std::string formatShortest(float value) {
 }
 
 std::optional<double> parseNumber(std::string_view text) {
-    std::string number(withoutPlus(withoutBlanks(text)));
+    std::string number(withoutPlus(trimmed(text, kAllBlanks)));
     std::replace(number.begin(), number.end(), ',', '.');
     const bool digits = number.find_first_of("0123456789") != std::string::npos;
     if (!digits || number.find_first_of("nNiI") != std::string::npos) return std::nullopt;
@@ -115,7 +110,7 @@ std::optional<double> parseNumber(std::string_view text) {
 }
 
 std::optional<std::int32_t> parseInt(std::string_view text) {
-    const std::string_view number = withoutPlus(withoutBlanks(text));
+    const std::string_view number = withoutPlus(trimmed(text, kAllBlanks));
     std::int32_t value = 0;
     const char* const end = number.data() + number.size();
     const auto read = std::from_chars(number.data(), end, value);

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
@@ -18,13 +20,6 @@ struct Look {
     bool hidden = false;    ///< inside a table of fonts and the like
     int fallbackBytes = 1;  ///< characters that stand for a code in older readers
 };
-
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 /// Groups whose content is no text.
 bool isHiddenDestination(std::string_view word) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text/characters.h"
 #include "language/tokens.h"
 
 namespace korvant {

@@ -5,16 +5,13 @@
 #include <tuple>
 #include <utility>
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
 
 constexpr std::string_view kContext = "Compiling ";
-
-bool isWordByte(char byte) {
-    return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
-           (byte >= 'A' && byte <= 'Z') || byte == '_' || (byte & 0x80) != 0;
-}
 
 std::vector<std::string_view> linesOf(std::string_view text) {
     std::vector<std::string_view> lines;
@@ -30,7 +27,7 @@ std::int32_t endOfWord(std::string_view line, std::int32_t column) {
     auto end = static_cast<std::size_t>(std::max(column - 1, 0));
     if (end >= line.size()) return column;
     const std::size_t begin = end;
-    while (end < line.size() && isWordByte(line[end])) ++end;
+    while (end < line.size() && (isWordByte(line[end]) || isBeyondAscii(line[end]))) ++end;
     return static_cast<std::int32_t>(end == begin ? end + 1 : end) + 1;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "base/text/characters.h"
 #include "language/tokens.h"
 
 namespace korvant {
@@ -21,12 +22,6 @@ bool sameLetters(std::string_view left, std::string_view right) {
 bool before(std::string_view left, std::string_view right) {
     return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
                                         [](char a, char b) { return lower(a) < lower(b); });
-}
-
-std::string trimmed(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return std::string(text);
 }
 
 /// The place of a whole word; npos for none.
@@ -62,7 +57,8 @@ DeclarationParts partsOf(std::string_view declaration, std::string_view label) {
         type.remove_suffix(2);
         while (!type.empty() && isWordByte(type.back())) type.remove_suffix(1);
     }
-    return {trimmed(type), std::string(label), std::string(declaration.substr(at + label.size()))};
+    return {std::string(trimmed(type, " ")), std::string(label),
+            std::string(declaration.substr(at + label.size()))};
 }
 
 NameMatch matchName(std::string_view name, std::string_view wanted) {

@@ -10,14 +10,14 @@ struct KeyName {
     std::string_view name;
     int code;
 };
-constexpr KeyName kNames[] = {{"Space", ' '},
-                              {"Enter", KeyPress::kEnter},
-                              {"Tab", KeyPress::kTab},
-                              {"Up", KeyPress::kUp},
-                              {"Down", KeyPress::kDown},
-                              {"Esc", KeyPress::kEscape},
-                              {"Left", KeyPress::kLeft},
-                              {"Right", KeyPress::kRight}};
+constexpr KeyName kKeyNames[] = {{"Space", ' '},
+                                 {"Enter", KeyPress::kEnter},
+                                 {"Tab", KeyPress::kTab},
+                                 {"Up", KeyPress::kUp},
+                                 {"Down", KeyPress::kDown},
+                                 {"Esc", KeyPress::kEscape},
+                                 {"Left", KeyPress::kLeft},
+                                 {"Right", KeyPress::kRight}};
 
 bool take(std::string_view& name, std::string_view prefix) {
     if (name.size() <= prefix.size() || !name.starts_with(prefix)) return false;
@@ -27,7 +27,7 @@ bool take(std::string_view& name, std::string_view prefix) {
 
 int codeOf(std::string_view name) {
     if (name.size() == 1) return static_cast<unsigned char>(name[0]);
-    for (const KeyName& known : kNames)
+    for (const KeyName& known : kKeyNames)
         if (known.name == name) return known.code;
     int number = 0;
     if (name.empty() || name[0] != 'F') return 0;

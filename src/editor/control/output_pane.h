@@ -10,6 +10,9 @@
 
 namespace korvant {
 
+/// What the pane says where there is none.
+inline constexpr char kNoMemory[] = "Memory allocation error";
+
 /// Where a line of the pane points into the script.
 struct ReportedPlace {
     ScriptLine line;

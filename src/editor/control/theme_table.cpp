@@ -7,7 +7,7 @@ namespace korvant {
 
 namespace {
 
-constexpr ThemeTable kLight = {
+constexpr ThemeTable kLightTheme = {
     .dark = false,
     .chrome = 0xF6F5F4,
     .panel = 0xFFFFFF,
@@ -60,7 +60,7 @@ constexpr ThemeTable kLight = {
              .guide = 0xE3E3E3},
 };
 
-constexpr ThemeTable kDark = {
+constexpr ThemeTable kDarkTheme = {
     .dark = true,
     .chrome = 0x2B2D31,
     .panel = 0x212327,
@@ -114,25 +114,25 @@ constexpr ThemeTable kDark = {
 };
 
 /// In the order of ThemeChoice.
-constexpr const char* kNames[] = {"system", "light", "dark", "classic"};
+constexpr const char* kThemeNames[] = {"system", "light", "dark", "classic"};
 
 }  // namespace
 
 const ThemeTable& lightTheme() {
-    return kLight;
+    return kLightTheme;
 }
 
 const ThemeTable& darkTheme() {
-    return kDark;
+    return kDarkTheme;
 }
 
 const char* themeName(ThemeChoice choice) {
-    return kNames[static_cast<int>(choice)];
+    return kThemeNames[static_cast<int>(choice)];
 }
 
 ThemeChoice themeOfName(const char* name) {
-    for (std::size_t i = 0; i < std::size(kNames); ++i)
-        if (std::strcmp(kNames[i], name) == 0) return static_cast<ThemeChoice>(i);
+    for (std::size_t i = 0; i < std::size(kThemeNames); ++i)
+        if (std::strcmp(kThemeNames[i], name) == 0) return static_cast<ThemeChoice>(i);
     return ThemeChoice::system;
 }
 

@@ -16,7 +16,6 @@ constexpr char kTitle[] = "Script Editor";
 constexpr char kNoFile[] = "File does not exist";
 constexpr char kCannotOpen[] = "Error opening file";
 constexpr char kEmptyFile[] = "File of zero length";
-constexpr char kNoMemory[] = "Memory allocation error";
 constexpr char kReadError[] = "Error while reading file";
 constexpr char kCannotCreate[] = "Error creating file";
 constexpr char kWriteError[] = "Error while writing file";

@@ -6,12 +6,12 @@
 #include "base/system/file_io.h"
 #include "base/text/text_encoding.h"
 #include "editor/control/output_pane.h"
+#include "editor/document/safe_save.h"
 
 namespace korvant {
 
 namespace {
 
-constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
 constexpr std::size_t kLongestBeginning = 60;
 /// Of the texts that their hosts received and have not lost so far, this many are kept.
 constexpr int kMostDelivered = 5;

@@ -8,9 +8,6 @@ namespace korvant {
 
 namespace {
 
-/// Contents above this are never compared by reading them.
-constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
-
 bool folderRefuses(int error) {
     return error == EACCES || error == EPERM || error == EROFS;
 }

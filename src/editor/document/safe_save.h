@@ -10,6 +10,9 @@
 
 namespace korvant {
 
+/// Contents above this are never compared by reading them.
+inline constexpr std::size_t kLargestCompared = std::size_t{256} << 20;
+
 /// What the editor knows of a file's content: as it was read, or as the editor wrote it.
 struct FileMark {
     std::string path;

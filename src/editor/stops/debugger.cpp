@@ -73,7 +73,7 @@ void Debugger::setRunMenu() {
 std::optional<std::string> Debugger::beginRun() {
     output_.clear();
     std::optional<std::string> text = scriptText_();
-    if (!text) output_.show("Memory allocation error");
+    if (!text) output_.show(kNoMemory);
     if (!text || text->empty()) return std::nullopt;
     breakpoints_.prepareRun();
     lines_.begin(editor_.lineCount());

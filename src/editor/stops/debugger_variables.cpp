@@ -1,6 +1,7 @@
 // The part of the debugger that looks into a stopped script.
 #include <algorithm>
 
+#include "base/text/characters.h"
 #include "editor/stops/debugger.h"
 #include "editor/stops/value_format.h"
 #include "host/run/inspect.h"
@@ -10,13 +11,6 @@ namespace korvant {
 namespace {
 
 constexpr std::size_t kLongestName = std::size_t{64} << 10;
-constexpr char kBlanks[] = " \t\n\v\f\r";
-
-std::string trimmed(const std::string& text) {
-    const auto begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string::npos) return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
 
 /// Of several variables of one name the innermost that is in scope, else the first.
 const VariableInfo* findVariable(const std::vector<VariableInfo>& variables,
@@ -42,7 +36,8 @@ std::string Debugger::variableText(std::string_view name) const {
 }
 
 void Debugger::displayVariable() {
-    const std::string text = variableText(trimmed(editor_.selectedText(kLongestName)));
+    const std::string text =
+        variableText(std::string(trimmed(editor_.selectedText(kLongestName), kAllBlanks)));
     if (text.empty()) return;
     editor_.showTip(editor_.selectionStart(), text);
     output_.showAbove(text);

@@ -58,7 +58,7 @@ asUINT length(ScriptArray* self) {
 bool isEmpty(ScriptArray* self) {
     return self->IsEmpty();
 }
-void reserve(ScriptArray* self, asUINT elements) {
+void reserveElements(ScriptArray* self, asUINT elements) {
     self->Reserve(elements);
 }
 void resize(ScriptArray* self, asUINT elements) {
@@ -206,9 +206,9 @@ const FunctionRow kMethods[] = {
     firstRow<length>("uint length() const", "The number of elements.",
                      "int[] holes = {1, 2};\nfor (uint i = 0; i < holes.length(); i++) "
                      "Print(\"\" + holes[i] + \"\\n\");"),
-    firstRow<reserve>("void reserve(uint length)",
-                      "Makes room for that many elements, so that adding them is faster.",
-                      "int[] holes;\nholes.reserve(1000);", kMemory),
+    firstRow<reserveElements>("void reserve(uint length)",
+                              "Makes room for that many elements, so that adding them is faster.",
+                              "int[] holes;\nholes.reserve(1000);", kMemory),
     firstRow<resize>("void resize(uint length)",
                      "Cuts the array, or adds elements that are 0, empty or null.",
                      "double[] grades;\ngrades.resize(100);", kMemory),

@@ -13,7 +13,6 @@ namespace {
 
 /// Tells our user data from that of others. Any number that nobody else chooses.
 constexpr asPWORD kRecord = 0x4B4F5241;
-constexpr int kHandleBits = asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST;
 
 bool isOurs(asITypeInfo& type) {
     return (type.GetFlags() & asOBJ_TEMPLATE) != 0 && type.GetSubTypeCount() == 1 &&

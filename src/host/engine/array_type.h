@@ -7,6 +7,9 @@
 
 namespace korvant {
 
+/// What a type number says of a handle beside the type.
+constexpr int kHandleBits = asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST;
+
 /// One for each instance of the type `array<T>` that has had an array, kept with the instance.
 struct ArrayType {
     enum class Kind : std::uint8_t {

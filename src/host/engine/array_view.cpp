@@ -9,8 +9,6 @@ namespace korvant {
 
 namespace {
 
-constexpr int kHandleBits = asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST;
-
 bool isNative(const asIScriptFunction& method, const char* name, asUINT parameters) {
     return method.GetFuncType() == asFUNC_SYSTEM && method.GetParamCount() == parameters &&
            method.IsReadOnly() && std::strcmp(method.GetName(), name) == 0;

@@ -12,6 +12,11 @@ namespace korvant {
 
 /// Sets a script exception on the context that runs; nothing outside a script.
 void raiseInScript(const char* description) noexcept;
+/// The same, for functions that then answer that they failed.
+inline bool failInScript(const char* description) noexcept {
+    raiseInScript(description);
+    return false;
+}
 /// How it does that from now on; without a hook it is the context that the engine calls active.
 /// `hook` may throw.
 void setRaiseHook(void (*hook)(const char* description)) noexcept;

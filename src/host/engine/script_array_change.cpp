@@ -14,6 +14,7 @@
 
 using korvant::ArrayType;
 using korvant::ArrayUse;
+using korvant::failInScript;
 using korvant::raiseInScript;
 using korvant::ScriptString;
 using korvant::StopEvery;
@@ -24,11 +25,6 @@ namespace {
 constexpr unsigned kLook = 256;
 /// An array that becomes much smaller gives a buffer back that is larger than that.
 constexpr std::size_t kKeptBuffer = std::size_t{64} << 10;
-
-bool fail(const char* description) {
-    raiseInScript(description);
-    return false;
-}
 
 void* pointerIn(const void* place) {
     void* pointer;
@@ -66,7 +62,7 @@ void moveToFront(unsigned char* first, unsigned char* middle, unsigned char* las
 
 bool ScriptArray::addDefaults(asUINT count) noexcept {
     const asQWORD end = asQWORD{size_} + count;
-    if (tooManyObjects(type_, end)) return fail("Out of memory");
+    if (tooManyObjects(type_, end)) return failInScript("Out of memory");
     if (!makeRoom(end)) return false;
     if (!type_.ownsObjects()) {
         if (count != 0) std::memset(place(size_), 0, std::size_t{count} * type_.width);
@@ -101,11 +97,11 @@ void* ScriptArray::copyObject(const void* value) noexcept {
 }
 
 bool ScriptArray::assignElement(void* object, const void* value) noexcept {
-    if (object == nullptr || value == nullptr) return fail("Null pointer access");
+    if (object == nullptr || value == nullptr) return failInScript("Null pointer access");
     if (type_.kind == ArrayType::Kind::text)
         return static_cast<ScriptString*>(object)->assign(
                    static_cast<const ScriptString*>(value)->text) ||
-               fail("Out of memory");
+               failInScript("Out of memory");
     type_.engine->AssignScriptObject(object, const_cast<void*>(value), type_.element);
     return korvant::runningScriptIsWell();
 }
@@ -120,7 +116,7 @@ bool ScriptArray::addCopy(const void* value) noexcept {
         std::memcpy(place(size_), number, type_.width);
         return true;
     }
-    if (tooManyObjects(type_, end)) return fail("Out of memory");
+    if (tooManyObjects(type_, end)) return failInScript("Out of memory");
     void* const pointer = type_.ownsObjects() ? copyObject(value) : pointerIn(value);
     if (type_.ownsObjects() && pointer == nullptr) return false;
     if (!type_.ownsObjects()) type_.addReference(pointer);
@@ -136,7 +132,7 @@ bool ScriptArray::addCopy(const void* value) noexcept {
 bool ScriptArray::addCopies(const ScriptArray& other) noexcept {
     const asUINT count = other.size_;
     const asQWORD end = asQWORD{size_} + count;
-    if (tooManyObjects(type_, end)) return fail("Out of memory");
+    if (tooManyObjects(type_, end)) return failInScript("Out of memory");
     if (!makeRoom(end)) return false;
     if (count == 0) return true;
     if (!type_.ownsObjects()) {
@@ -202,7 +198,7 @@ void ScriptArray::shrinkTo(asUINT elements) noexcept {
 
 bool ScriptArray::Reserve(asUINT maxElements) noexcept {
     if (!mayChange()) return false;
-    return maxElements <= capacity_ || setCapacity(maxElements) || fail("Out of memory");
+    return maxElements <= capacity_ || setCapacity(maxElements) || failInScript("Out of memory");
 }
 
 bool ScriptArray::Resize(asUINT numElements) noexcept {
@@ -224,7 +220,7 @@ bool ScriptArray::InsertLast(const void* value) noexcept {
 
 bool ScriptArray::InsertAt(asUINT index, const void* value) noexcept {
     if (!mayChange()) return false;
-    if (index > size_) return fail("Index out of bounds");
+    if (index > size_) return failInScript("Index out of bounds");
     if (!addCopy(value)) return false;
     show(index, 1);
     return true;
@@ -232,8 +228,8 @@ bool ScriptArray::InsertAt(asUINT index, const void* value) noexcept {
 
 bool ScriptArray::InsertAt(asUINT index, const ScriptArray& other) noexcept {
     if (!mayChange()) return false;
-    if (index > size_) return fail("Index out of bounds");
-    if (&type_ != &other.type_) return fail("Mismatching array types");
+    if (index > size_) return failInScript("Index out of bounds");
+    if (&type_ != &other.type_) return failInScript("Mismatching array types");
     const asUINT count = other.size_;
     if (!addCopies(other)) return false;
     show(index, count);
@@ -242,12 +238,12 @@ bool ScriptArray::InsertAt(asUINT index, const ScriptArray& other) noexcept {
 
 bool ScriptArray::RemoveAt(asUINT index) noexcept {
     if (!mayChange()) return false;
-    return index < size_ ? RemoveRange(index, 1) : fail("Index out of bounds");
+    return index < size_ ? RemoveRange(index, 1) : failInScript("Index out of bounds");
 }
 
 bool ScriptArray::RemoveLast() noexcept {
     if (!mayChange()) return false;
-    if (size_ == 0) return fail("Index out of bounds");
+    if (size_ == 0) return failInScript("Index out of bounds");
     shrinkTo(size_ - 1);
     return true;
 }
@@ -255,7 +251,7 @@ bool ScriptArray::RemoveLast() noexcept {
 bool ScriptArray::RemoveRange(asUINT start, asUINT count) noexcept {
     if (!mayChange()) return false;
     if (count == 0) return true;
-    if (start > size_) return fail("Index out of bounds");
+    if (start > size_) return failInScript("Index out of bounds");
     const asUINT removed = std::min(count, size_ - start);
     if (removed != 0) moveToFront(place(start), place(asQWORD{start} + removed), place(size_));
     shrinkTo(size_ - removed);
@@ -276,7 +272,7 @@ bool ScriptArray::Reverse() noexcept {
 }
 
 bool ScriptArray::SetValue(asUINT index, const void* value) noexcept {
-    if (index >= size_) return fail("Index out of bounds");
+    if (index >= size_) return failInScript("Index out of bounds");
     if (type_.ownsObjects()) {
         const ArrayUse use(*this);
         return assignElement(elementAt(index), value);

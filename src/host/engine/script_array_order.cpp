@@ -15,6 +15,7 @@
 using korvant::ArrayType;
 using korvant::ArrayUse;
 using korvant::ElementOrder;
+using korvant::failInScript;
 using korvant::raiseInScript;
 using korvant::StopEvery;
 
@@ -23,11 +24,6 @@ namespace {
 /// Comparisons of numbers, and of objects, between two looks at the clock.
 constexpr std::size_t kNumbers = 16384;
 constexpr unsigned kObjects = 64;
-
-bool fail(const char* description) {
-    raiseInScript(description);
-    return false;
-}
 
 /// What the order of elements that are no numbers is asked about.
 void* objectIn(const void* place) {
@@ -92,7 +88,7 @@ template <class Number>
 bool sortNumbers(Number* numbers, std::size_t count, bool asc) {
     constexpr std::size_t kInserted = 24;
     const Scratch spare(asQWORD{count} / 2 * sizeof(Number));
-    if (spare.get() == nullptr) return fail("Out of memory");
+    if (spare.get() == nullptr) return failInScript("Out of memory");
     StopEvery every(64);
     const auto stop = [&every] { return every(); };
     auto* const half = static_cast<Number*>(spare.get());
@@ -190,7 +186,7 @@ int ScriptArray::FindByRef(asUINT startAt, const void* ref) const noexcept {
 bool ScriptArray::Sort(asUINT startAt, asUINT count, bool asc) noexcept {
     if (!mayChange() || !canBeSorted(type_)) return false;
     if (count < 2) return true;
-    if (asQWORD{startAt} + count > size_) return fail("Index out of bounds");
+    if (asQWORD{startAt} + count > size_) return failInScript("Index out of bounds");
     if (type_.holdsPointers()) return sortElements(nullptr, startAt, count, asc);
     return korvant::withNumber(type_.elementId, [&](auto number) {
         return sortNumbers(reinterpret_cast<decltype(number)*>(place(startAt)), count, asc);
@@ -199,9 +195,9 @@ bool ScriptArray::Sort(asUINT startAt, asUINT count, bool asc) noexcept {
 
 bool ScriptArray::Sort(asIScriptFunction* less, asUINT startAt, asUINT count) noexcept {
     if (!mayChange()) return false;
-    if (less == nullptr) return fail("Null pointer access");
+    if (less == nullptr) return failInScript("Null pointer access");
     if (count < 2 || size_ < 2) return true;
-    if (startAt >= size_) return fail("Index out of bounds");
+    if (startAt >= size_) return failInScript("Index out of bounds");
     return sortElements(less, startAt, std::min(count, size_ - startAt), true);
 }
 
@@ -210,7 +206,7 @@ bool ScriptArray::Sort(asIScriptFunction* less, asUINT startAt, asUINT count) no
 bool ScriptArray::sortElements(asIScriptFunction* less, asUINT startAt, asUINT count,
                                bool asc) noexcept {
     const Scratch scratch((asQWORD{count} + count / 2) * sizeof(Slot));
-    if (scratch.get() == nullptr) return fail("Out of memory");
+    if (scratch.get() == nullptr) return failInScript("Out of memory");
     const ArrayUse use(*this);
     auto* const slots = static_cast<Slot*>(scratch.get());
     const bool handles = type_.kind == ArrayType::Kind::handle;

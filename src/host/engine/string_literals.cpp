@@ -55,10 +55,10 @@ class LiteralTable final : public asIStringFactory {
         }
         ScriptString* const string = ScriptString::createConstant(text);
         if (string == nullptr) return nullptr;
-        std::unique_ptr<ScriptString, void (*)(const ScriptString*)> held(
+        std::unique_ptr<ScriptString, void (*)(const ScriptString*)> made(
             string, [](const ScriptString* lost) { ScriptString::destroyConstant(lost); });
         uses_.emplace(string->text, Use{string, 1});
-        return held.release();
+        return made.release();
     }
 
     std::unordered_map<std::string_view, Use> uses_;

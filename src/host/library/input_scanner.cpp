@@ -4,15 +4,14 @@
 #include <limits>
 #include <string_view>
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
 
 bool isBlank(int byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
-}
-bool isDigit(int byte) {
-    return byte >= '0' && byte <= '9';
 }
 int lower(int byte) {
     return byte >= 'A' && byte <= 'Z' ? byte + 32 : byte;

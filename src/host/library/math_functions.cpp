@@ -89,7 +89,7 @@ double scriptYn(std::int32_t order, double x) {
     return besselYn(order, x, runShouldStop);
 }
 
-const FunctionRow kRows[] = {
+const FunctionRow kMathRows[] = {
     functionRow<arcCosine>("double acos(double)", "Arc cosine, in radians.",
                            "double x = acos(1.0);  // 0"),
     functionRow<arcSine>("double asin(double)", "Arc sine, in radians.",
@@ -151,11 +151,11 @@ const FunctionRow kRows[] = {
 }  // namespace
 
 int registerMathFunctions(asIScriptEngine* engine) {
-    return registerGlobalFunctions(engine, kRows);
+    return registerGlobalFunctions(engine, kMathRows);
 }
 
 std::span<const FunctionRow> mathFunctionRows() {
-    return kRows;
+    return kMathRows;
 }
 
 }  // namespace korvant

@@ -96,7 +96,7 @@ ScriptString* converted(const ScriptString& text) {
 
 constexpr char kRange[] = "\"Out of range\" when the position lies beyond the length.";
 
-const FunctionRow kRows[] = {
+const FunctionRow kStringRows[] = {
     functionRow<strSize>("int StrSize( string &in )", "The number of bytes.",
                          "int n = StrSize(\"depth\");  // 5"),
     functionRow<strFindFrom>("int StrFind( string &in, string &in, int start )",
@@ -156,11 +156,11 @@ std::int32_t findBackward(std::string_view text, std::string_view wanted, std::s
 }
 
 int registerStringFunctions(asIScriptEngine* engine) {
-    return registerGlobalFunctions(engine, kRows);
+    return registerGlobalFunctions(engine, kStringRows);
 }
 
 std::span<const FunctionRow> stringFunctionRows() {
-    return kRows;
+    return kStringRows;
 }
 
 }  // namespace korvant

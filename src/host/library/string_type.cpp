@@ -143,7 +143,7 @@ ScriptString* addToNumber(Number value, const ScriptString* self) {
 }
 
 constexpr char kFull[] = "\"Out of memory\" when the text would become too long.";
-constexpr char kRange[] = "\"Out of range\" at or beyond the length.";
+constexpr char kNoSuchByte[] = "\"Out of range\" at or beyond the length.";
 
 const FunctionRow kLife[] = {
     factoryRow<makeEmpty>("string @f()", "A new, empty text.", "string s;"),
@@ -168,9 +168,9 @@ const FunctionRow kMethods[] = {
     firstRow<opAdd>("string@ opAdd(const string &in) const", "Both texts, one after the other.",
                     "s = first + last;", kFull),
     lastRow<opIndex>(kIndexDeclaration, "The byte at a position, to read or to change.",
-                     "s[0] = 65;", kRange),
+                     "s[0] = 65;", kNoSuchByte),
     lastRow<opIndex>(kConstIndexDeclaration, "The byte at a position of a constant text.",
-                     "uint8 first = s[0];", kRange),
+                     "uint8 first = s[0];", kNoSuchByte),
     selfRow<&StringMethods::length>("uint length() const", "The number of bytes.",
                                     "if (s.length() > 0) Print(s);"),
     selfRow<&StringMethods::resizeTo>("void resize(uint)", "Cuts the text, or adds zero bytes.",

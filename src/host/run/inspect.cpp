@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "base/text/characters.h"
 #include "host/engine/array_view.h"
 #include "host/engine/script_string.h"
 
@@ -49,10 +50,6 @@ Number read(const ValueView& value) {
     Number number{};
     std::memcpy(&number, value.address, sizeof number);
     return number;
-}
-
-const char* orEmpty(const char* text) {
-    return text != nullptr ? text : "";
 }
 
 asIScriptObject* scriptObject(const ValueView& value) {

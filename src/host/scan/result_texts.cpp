@@ -9,7 +9,7 @@ namespace korvant {
 
 namespace {
 
-constexpr std::size_t kMostTokens = std::size_t{1} << 22;
+constexpr std::size_t kMostInText = std::size_t{1} << 22;
 constexpr std::size_t kMostPlaces = 100;
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
@@ -251,7 +251,7 @@ bool mayMeet(std::string_view text) {
 std::vector<ScanRefusal> findOverwrittenResults(std::string_view text) {
     std::vector<ScanRefusal> places;
     if (!mayMeet(text)) return places;
-    const auto tokens = TokenList::of(text, kMostTokens);
+    const auto tokens = TokenList::of(text, kMostInText);
     if (!tokens) return places;
     std::size_t at = 0, lineBegin = 0;
     std::int32_t row = 1;

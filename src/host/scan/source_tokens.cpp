@@ -1,18 +1,14 @@
 #include "host/scan/source_tokens.h"
 
+#include "base/text/characters.h"
 #include "host/engine/script_lexemes.h"
 
 namespace korvant {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool startsName(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return isLetter(c) || c == '_' || isBeyondAscii(c);
 }
 
 Token::Kind kindOf(const Lexeme& lexeme, std::string_view text) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/system/clock.h"
+#include "base/text/characters.h"
 #include "base/text/html_text.h"
 #include "base/text/number_text.h"
 #include "base/text/plain_text.h"
@@ -45,19 +46,6 @@ std::string fullText(const MessageBoxRequest& request) {
     return headline(request) + "\n" + shownText(request, request.details);
 }
 
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    return first == std::string::npos
-               ? std::string()
-               : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-std::string lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    return text;
-}
-
 std::string offered(std::int32_t value) {
     return formatInt(value);
 }
@@ -82,7 +70,7 @@ int buttonNamed(const std::string& answer, const MessageBoxRequest& request,
                 const BoxButtons& buttons) {
     int found = 0, matches = 0;
     for (const int id : buttons.ids) {
-        const std::string caption = lower(buttonCaption(request, id));
+        const std::string caption = lowerCase(buttonCaption(request, id));
         if (caption == answer) return id;
         if (caption.compare(0, answer.size(), answer) != 0) continue;
         found = id;
@@ -162,7 +150,7 @@ int TerminalFrontend::askForButton(const MessageBoxRequest& request, const BoxBu
     const Countdown countdown(request.countdownSeconds, options_.shouldStop);
     std::string answer;
     while (ask(questionFor(request, buttons), answer, countdown.query())) {
-        answer = lower(trimmed(answer));
+        answer = lowerCase(trimmed(answer, kLineBlanks));
         const int chosen =
             answer.empty() ? buttons.defaultId : buttonNamed(answer, request, buttons);
         if (chosen != 0) return chosen;
@@ -179,7 +167,7 @@ Value TerminalFrontend::promptNumber(const std::string& label, Value initial, co
     }
     const std::string question = label + " [" + offered(initial) + "]: ";
     for (std::string answer; ask(question, answer, options_.shouldStop);) {
-        answer = trimmed(answer);
+        answer = trimmed(answer, kLineBlanks);
         if (answer.empty()) return initial;
         if (const auto value = parse(answer)) return static_cast<Value>(*value);
         options_.terminal->write(wanted);

@@ -1,17 +1,14 @@
 #include "object/form/typed_formula.h"
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kComparing = "<>=!~&|\\";
 constexpr std::string_view kArithmetic = "+-*/^%";
 constexpr std::string_view kEndsOperand = "<>=!~&|\\+-*/^%(); \t\r\n";
-
-bool isDigit(char c) noexcept {
-    return c >= '0' && c <= '9';
-}
 
 bool isNumberPart(char c) noexcept {
     return isDigit(c) || c == '.';
@@ -29,7 +26,7 @@ class FormulaWalk {
 
   private:
     bool skipBlanks() {
-        at_ = text_.find_first_not_of(kBlanks, at_);
+        at_ = text_.find_first_not_of(kTextBlanks, at_);
         return at_ != std::string_view::npos;
     }
 
@@ -75,7 +72,7 @@ class FormulaWalk {
         int points = 0;
         while (at_ < text_.size()) {
             const char c = text_[at_];
-            const bool blank = kBlanks.find(c) != std::string_view::npos;
+            const bool blank = kTextBlanks.find(c) != std::string_view::npos;
             if (blank && numbers) return;
             if (!blank && kEndsOperand.find(c) != std::string_view::npos) return;
             points += c == '.' ? 1 : 0;

@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 
+#include "base/text/characters.h"
 #include "base/text/number_text.h"
 #include "object/form/expression_words.h"
 #include "object/form/form_texts.h"
@@ -15,14 +16,6 @@
 namespace korvant {
 
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 template <class Value>
 FormValue<Value> accepted(Value value) {
@@ -34,12 +27,8 @@ FormValue<Value> refused(FormText why, std::int32_t locale) {
     return {false, Value{}, formText(why, locale)};
 }
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool sameWord(std::string_view a, std::string_view b) {
-    const auto same = [](char x, char y) { return lower(x) == lower(y); };
+    const auto same = [](char x, char y) { return lowerCase(x) == lowerCase(y); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
 }
 
@@ -58,7 +47,7 @@ std::optional<std::int32_t> listedColour(std::string_view text) {
     for (int shift = 0; shift <= 16; shift += 8) {
         const std::size_t comma = shift < 16 ? text.find(',') : text.size();
         if (comma == std::string_view::npos) return {};
-        const auto part = parseInt(trimmed(text.substr(0, comma)));
+        const auto part = parseInt(trimmed(text.substr(0, comma), kTextBlanks));
         if (!part || *part < 0 || *part > 255) return {};
         colour |= *part << shift;
         text.remove_prefix(std::min(comma + 1, text.size()));
@@ -97,7 +86,7 @@ std::string colourText(std::int32_t colour) {
 }
 
 FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std::int32_t locale) {
-    const std::string text = withDecimalPoints(trimmed(typed));
+    const std::string text = withDecimalPoints(trimmed(typed, kTextBlanks));
     double value = 0.0;
     if (const auto plain = parseNumber(text)) {
         value = *plain;
@@ -112,7 +101,7 @@ FormValue<double> readReal(std::string_view typed, const Evaluate& evaluate, std
 
 FormValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& evaluate,
                                     std::int32_t locale) {
-    if (const auto plain = parseInt(trimmed(typed))) return accepted(*plain);
+    if (const auto plain = parseInt(trimmed(typed, kTextBlanks))) return accepted(*plain);
     FormValue<double> real = readReal(typed, evaluate, locale);
     if (!real.accepted) return {false, 0, std::move(real.message)};
     using Range = std::numeric_limits<std::int32_t>;
@@ -124,7 +113,7 @@ FormValue<std::int32_t> readInteger(std::string_view typed, const Evaluate& eval
 }
 
 FormValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale) {
-    const std::string_view text = trimmed(typed);
+    const std::string_view text = trimmed(typed, kTextBlanks);
     const bool hex = !text.empty() && text.front() == '#';
     std::optional<std::int32_t> colour = hex ? hexColour(text) : listedColour(text);
     if (!colour && !hex) colour = parseInt(text);
@@ -132,7 +121,7 @@ FormValue<std::int32_t> readColour(std::string_view typed, std::int32_t locale) 
 }
 
 FormValue<bool> readBoolean(std::string_view typed, std::int32_t locale) {
-    const std::string_view text = trimmed(typed);
+    const std::string_view text = trimmed(typed, kTextBlanks);
     const std::string yes = formText(FormText::yes, locale);
     const std::string no = formText(FormText::no, locale);
     for (const std::string_view word : {std::string_view(yes), std::string_view("yes"),

@@ -10,15 +10,12 @@
 
 #include "base/system/gathered_output.h"
 #include "base/system/os_file.h"
+#include "host/library/file_probe.h"
 #include "host/terminal/status_line.h"
 #include "support/temporary_folder.h"
 
 namespace korvant {
 namespace {
-
-bool stopAtOnce() {
-    return true;
-}
 
 /// A pipe whose reading end the test holds.
 class Pipe {
@@ -96,7 +93,7 @@ TEST(GatheredOutput, AStopEndsTheWaitForASlowReaderAndKeepsTheText) {
     Pipe pipe;
     GatheredOutput output(pipe.writer());
     const std::string all = text(300'000);
-    EXPECT_EQ(0, output.write(all, stopAtOnce));
+    EXPECT_EQ(0, output.write(all, test::stopAtOnce));
     std::string received;
     std::thread reader([&] {
         while (received.size() < all.size()) received += pipe.read();
@@ -110,14 +107,14 @@ TEST(GatheredOutput, WhatIsKeptForASlowReaderHasALimit) {
     Pipe pipe;
     GatheredOutput output(pipe.writer());
     const std::size_t most = GatheredOutput::kBufferBytes * 2 + GatheredOutput::kRestBytes;
-    EXPECT_EQ(0, output.write(text(most - 1000), stopAtOnce));
-    EXPECT_EQ(ECANCELED, output.write(text(200'000), stopAtOnce));
+    EXPECT_EQ(0, output.write(text(most - 1000), test::stopAtOnce));
+    EXPECT_EQ(ECANCELED, output.write(text(200'000), test::stopAtOnce));
 }
 
 TEST(GatheredOutput, AReaderThatTakesNothingIsGivenUpAfterAWhile) {
     Pipe pipe;
     GatheredOutput output(pipe.writer());
-    output.write(text(200'000), stopAtOnce);
+    output.write(text(200'000), test::stopAtOnce);
     EXPECT_EQ(ECANCELED, output.flushWithin(100));
     EXPECT_EQ(ECANCELED, output.write("more", nullptr));
     output.begin();

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "host/library/file_probe.h"
 #include "host/library/script_files.h"
 #include "support/temporary_folder.h"
 
@@ -22,18 +23,6 @@ using Mode = OutputFile::Mode;
 using test::readFile;
 using test::TemporaryFolder;
 using test::writeFile;
-
-const FileRules kAll;
-
-bool stopAtOnce() {
-    return true;
-}
-
-std::string readAll(InputFile& file) {
-    std::string bytes;
-    for (int byte; (byte = file.readChar(nullptr)) >= 0;) bytes.push_back(static_cast<char>(byte));
-    return bytes;
-}
 
 TEST(Files, NoWayLeadsOutOfTheOneFolder) {
     const TemporaryFolder folder, other;
@@ -58,7 +47,7 @@ TEST(Files, NoWayLeadsOutOfTheOneFolder) {
 }
 
 TEST(Files, AFullDiskIsToldOnceAndStopsNothing) {
-    const auto file = OutputFile::open("/dev/full", Mode::truncate, kAll, nullptr);
+    const auto file = OutputFile::open("/dev/full", Mode::truncate, test::kAllFiles, nullptr);
     ASSERT_TRUE(file);
     for (int i = 0; i < 4; ++i) file->write(std::string(50'000, 'x'), nullptr);
     EXPECT_EQ(ENOSPC, file->failure());
@@ -70,7 +59,8 @@ TEST(Files, AClosedPipeEndsTheWriteAndNotTheProcess) {
     const TemporaryFolder folder;
     ASSERT_EQ(0, ::mkfifo(folder.file("pipe").c_str(), 0600));
     const int reader = ::open(folder.file("pipe").c_str(), O_RDONLY | O_NONBLOCK);
-    const auto file = OutputFile::open(folder.file("pipe"), Mode::truncate, kAll, nullptr);
+    const auto file =
+        OutputFile::open(folder.file("pipe"), Mode::truncate, test::kAllFiles, nullptr);
     ASSERT_TRUE(file);
     ::close(reader);
     file->write("text", nullptr);
@@ -85,12 +75,12 @@ TEST(Files, APipeIsWaitedForUntilTheStop) {
     const TemporaryFolder folder;
     const std::string name = folder.file("pipe");
     ASSERT_EQ(0, ::mkfifo(name.c_str(), 0600));
-    EXPECT_FALSE(OutputFile::open(name, Mode::truncate, kAll, stopAtOnce));
-    const auto input = InputFile::open(name, kAll);
+    EXPECT_FALSE(OutputFile::open(name, Mode::truncate, test::kAllFiles, test::stopAtOnce));
+    const auto input = InputFile::open(name, test::kAllFiles);
     ASSERT_TRUE(input);
-    EXPECT_EQ(ByteSource::kStopped, input->readChar(stopAtOnce));
+    EXPECT_EQ(ByteSource::kStopped, input->readChar(test::stopAtOnce));
     std::thread writer([&] { writeFile(name, "late"); });
-    EXPECT_EQ("late", readAll(*input));
+    EXPECT_EQ("late", test::readAll(*input));
     writer.join();
 }
 
@@ -99,10 +89,10 @@ TEST(Files, AReaderThatDoesNotReadIsWaitedForUntilTheStop) {
     const std::string name = folder.file("pipe");
     ASSERT_EQ(0, ::mkfifo(name.c_str(), 0600));
     const int reader = ::open(name.c_str(), O_RDONLY | O_NONBLOCK);
-    const auto file = OutputFile::open(name, Mode::truncate, kAll, nullptr);
+    const auto file = OutputFile::open(name, Mode::truncate, test::kAllFiles, nullptr);
     ASSERT_TRUE(file);
-    for (int i = 0; i < 4; ++i) file->write(std::string(60'000, 'x'), stopAtOnce);
-    file->close(stopAtOnce);
+    for (int i = 0; i < 4; ++i) file->write(std::string(60'000, 'x'), test::stopAtOnce);
+    file->close(test::stopAtOnce);
     EXPECT_EQ(ECANCELED, file->failure());
     ::close(reader);
 }
@@ -119,9 +109,9 @@ TEST(Files, SignalsAndShortWritesCutNothing) {
     ::setitimer(ITIMER_REAL, &often, nullptr);
     const std::string text(1'000'000, 'x');
     std::string received;
-    std::thread reader([&] { received = readAll(*InputFile::open(name, kAll)); });
+    std::thread reader([&] { received = test::readAll(*InputFile::open(name, test::kAllFiles)); });
     {
-        const auto file = OutputFile::open(name, Mode::truncate, kAll, nullptr);
+        const auto file = OutputFile::open(name, Mode::truncate, test::kAllFiles, nullptr);
         for (int i = 0; i < 10; ++i) file->write(text, nullptr);
         file->close(nullptr);
         EXPECT_EQ(0, file->failure());
@@ -139,11 +129,12 @@ TEST(Files, NoOpenFileIsInheritedOrLeftOver) {
     };
     const auto before = handles();
     for (int i = 0; i < 2000; ++i) {
-        ASSERT_TRUE(OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr));
-        ASSERT_TRUE(InputFile::open(folder.file("out"), kAll));
+        ASSERT_TRUE(OutputFile::open(folder.file("out"), Mode::truncate, test::kAllFiles, nullptr));
+        ASSERT_TRUE(InputFile::open(folder.file("out"), test::kAllFiles));
     }
     EXPECT_EQ(before, handles());
-    const auto file = OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr);
+    const auto file =
+        OutputFile::open(folder.file("out"), Mode::truncate, test::kAllFiles, nullptr);
     for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
         std::error_code gone;
         if (fs::read_symlink(entry.path(), gone) != folder.file("out")) continue;

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "host/library/file_probe.h"
 #include "host/library/script_files.h"
 #include "support/temporary_folder.h"
 
@@ -17,16 +18,8 @@ using test::readText;
 using test::TemporaryFolder;
 using test::writeFile;
 
-const FileRules kAll;
-
-std::string readAll(InputFile& file) {
-    std::string bytes;
-    for (int byte; (byte = file.readChar(nullptr)) >= 0;) bytes.push_back(static_cast<char>(byte));
-    return bytes;
-}
-
 void put(const std::string& name, Mode mode, std::string_view text) {
-    const auto file = OutputFile::open(name, mode, kAll, nullptr);
+    const auto file = OutputFile::open(name, mode, test::kAllFiles, nullptr);
     ASSERT_TRUE(file);
     file->write(text, nullptr);
     file->close(nullptr);
@@ -40,9 +33,9 @@ TEST(Files, EveryByteIsWrittenAndReadBack) {
     std::erase(bytes, '\x1A');  // the end of a text where files are opened as texts
     put(folder.file("data"), Mode::truncate, bytes);
     EXPECT_TRUE(bytes == readText(folder.file("data")));
-    const auto file = InputFile::open(folder.file("data"), kAll);
+    const auto file = InputFile::open(folder.file("data"), test::kAllFiles);
     ASSERT_TRUE(file);
-    EXPECT_TRUE(bytes == readAll(*file));
+    EXPECT_TRUE(bytes == test::readAll(*file));
 }
 
 TEST(Files, TruncatingAndAppendingAreDifferentThings) {
@@ -59,7 +52,8 @@ TEST(Files, TheBufferHoldsItsSizeAndLosesNothingAroundIt) {
     const TemporaryFolder folder;
     for (const std::size_t first : {std::size_t{0}, OutputFile::kBufferBytes - 1,
                                     OutputFile::kBufferBytes, OutputFile::kBufferBytes + 1}) {
-        const auto file = OutputFile::open(folder.file("out"), Mode::truncate, kAll, nullptr);
+        const auto file =
+            OutputFile::open(folder.file("out"), Mode::truncate, test::kAllFiles, nullptr);
         const std::string a(first, 'a'), b(OutputFile::kBufferBytes * 2, 'b');
         for (const std::string& text : {a, "x"s, b, "y"s}) file->write(text, nullptr);
         file->close(nullptr);
@@ -70,11 +64,11 @@ TEST(Files, TheBufferHoldsItsSizeAndLosesNothingAroundIt) {
 TEST(Files, AByteGoesBackEvenAtTheEdgeOfTheBuffer) {
     const TemporaryFolder folder;
     writeFile(folder.file("in"), std::string((64 << 10) - 1, 'a') + "bc");
-    const auto file = InputFile::open(folder.file("in"), kAll);
+    const auto file = InputFile::open(folder.file("in"), test::kAllFiles);
     for (int i = 0; i < (64 << 10) - 1; ++i) ASSERT_EQ('a', file->readChar(nullptr));
     ASSERT_EQ('b', file->readChar(nullptr));
     file->unreadChar('b');
-    EXPECT_EQ("bc", readAll(*file));
+    EXPECT_EQ("bc", test::readAll(*file));
     EXPECT_EQ(ByteSource::kEndOfInput, file->readChar(nullptr));
     file->unreadChar(ByteSource::kEndOfInput);
     EXPECT_EQ(ByteSource::kEndOfInput, file->readChar(nullptr));
@@ -85,10 +79,10 @@ TEST(Files, WhatCannotBeOpenedIsNotOpened) {
     writeFile(folder.file("data.txt"), "x");
     for (const std::string& name : {""s, folder.file("missing"), folder.path().string(),
                                     folder.file("data.txt") + "\0.txt"s, "/no/such/folder/file"s})
-        EXPECT_FALSE(InputFile::open(name, kAll)) << name;
+        EXPECT_FALSE(InputFile::open(name, test::kAllFiles)) << name;
     for (const std::string& name : {""s, folder.path().string(), folder.file("x") + "\0y"s,
                                     "/no/such/folder/file"s, folder.file("data.txt") + "/x"})
-        EXPECT_FALSE(OutputFile::open(name, Mode::truncate, kAll, nullptr)) << name;
+        EXPECT_FALSE(OutputFile::open(name, Mode::truncate, test::kAllFiles, nullptr)) << name;
     EXPECT_FALSE(fs::exists(folder.file("x")));
 }
 

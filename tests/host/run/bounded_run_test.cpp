@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <thread>
 
 #include "host/engine/engine_build.h"
 #include "support/script_fixture.h"
@@ -168,13 +167,11 @@ TEST_F(HostsContext, IsBoundedAndStoppedByRunApplication) {
     EXPECT_TRUE(outcome.failed());
     EXPECT_EQ(kind(), RunFailure::Kind::timeOut);
     EXPECT_LT(spent, milliseconds(200) + kSoon);
-    std::thread later([&] {
-        std::this_thread::sleep_for(milliseconds(50));
-        session().requestStop();
-    });
-    const std::string endless = "int main() { while (true) {} return 0; }";
-    EXPECT_TRUE(session().runApplication(engine(), own_, endless, nullptr).failed());
-    later.join();
+    {
+        const Meanwhile later(*engine(), [&] { session().requestStop(); });
+        const std::string endless = "int main() { begun(); while (true) {} return 0; }";
+        EXPECT_TRUE(session().runApplication(engine(), own_, endless, nullptr).failed());
+    }
     EXPECT_EQ(kind(), RunFailure::Kind::stopped);
     EXPECT_FALSE(
         session().runApplication(engine(), own_, "int main() { return 0; }", nullptr).failed());

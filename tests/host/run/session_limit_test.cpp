@@ -82,13 +82,10 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Limit, AGlobalThatNeverEndsIsABuildFailure) {
     useClock(&fakeClock);
-    std::thread later([&] {
-        std::this_thread::sleep_for(milliseconds(50));
-        fakeClock.advance(10001);
-    });
+    const Meanwhile later(*engine(), [&] { fakeClock.advance(10001); });
     EXPECT_FALSE(
-        run("int f() { while (true) {} return 1; } int g = f();\nint main() { return 0; }"));
-    later.join();
+        run("int f() { begun(); while (true) {} return 1; } int g = f();\n"
+            "int main() { return 0; }"));
     EXPECT_EQ(kind(), RunFailure::Kind::build);
     EXPECT_EQ(session().buildMessages().all().back().plain,
               "The script was aborted before it could finish. Probably it timed out.");
@@ -103,14 +100,12 @@ TEST_F(Limit, AnExceptionInAGlobalIsABuildFailure) {
 
 TEST_F(Limit, TheUsualLimitIsTenSecondsFromTheStart) {
     useClock(&fakeClock);
-    std::thread later([&] {
-        std::this_thread::sleep_for(milliseconds(50));
+    const Meanwhile later(*engine(), [&] {
         fakeClock.advance(9999);
-        std::this_thread::sleep_for(milliseconds(50));
+        std::this_thread::sleep_for(milliseconds(50));  // nothing is to happen here
         fakeClock.advance(2);
     });
-    EXPECT_FALSE(run("int main() { while (true) {} return 0; }"));
-    later.join();
+    EXPECT_FALSE(run("int main() { begun(); while (true) {} return 0; }"));
     EXPECT_EQ(kind(), RunFailure::Kind::timeOut);
     EXPECT_EQ(fakeClock.monotonic(), 1000u + 10001u);
 }
@@ -119,13 +114,9 @@ TEST_F(Limit, ALimitOfNothingEndsOnceTheTickMovesOn) {
     useClock(&fakeClock);
     const char* script =
         "int main() { SetMaxRunTime(0); int i = 0; while (i < 100) i++; "
-        "Print(\"same tick\"); while (true) {} return 0; }";
-    std::thread later([&] {
-        std::this_thread::sleep_for(milliseconds(100));
-        fakeClock.advance(1);
-    });
+        "Print(\"same tick\"); begun(); while (true) {} return 0; }";
+    const Meanwhile later(*engine(), [&] { fakeClock.advance(1); });
     EXPECT_FALSE(run(script));
-    later.join();
     EXPECT_EQ(console.output, "same tick");
 }
 
@@ -219,28 +210,22 @@ TEST_F(Limit, TheTickWrapsBelowARun) {
 TEST_F(Limit, ADeadlineThatTheWrappedTickNeverReachesEndsAllTheSame) {
     useClock(&fakeClock);
     fakeClock.setTick(0x7FFFFFFFu - 10005);
-    std::thread later([&] {
-        std::this_thread::sleep_for(milliseconds(50));
-        fakeClock.advance(
-            10007);  // the tick is negative now, and stays below the deadline for weeks
-    });
-    EXPECT_FALSE(run("int main() { while (true) {} return 0; }"));
-    later.join();
+    // The tick is negative then, and stays below the deadline for weeks.
+    const Meanwhile later(*engine(), [&] { fakeClock.advance(10007); });
+    EXPECT_FALSE(run("int main() { begun(); while (true) {} return 0; }"));
     EXPECT_EQ(kind(), RunFailure::Kind::timeOut);
 }
 
 TEST_F(Limit, AStopRequestEndsEveryLoop) {
     for (const char* script :
-         {"int main() { while (true) {} return 0; }",
-          "class A { ~A() { while (true) {} } } int main() { A a; return 0; }",
-          "int f() { while (true) {} return 1; } int g = f(); int main() { return 0; }"}) {
+         {"int main() { begun(); while (true) {} return 0; }",
+          "class A { ~A() { begun(); while (true) {} } } int main() { A a; return 0; }",
+          "int f() { begun(); while (true) {} return 1; } int g = f(); int main() { return 0; }"}) {
         frontend.boxes.clear();
-        std::thread later([&] {
-            std::this_thread::sleep_for(milliseconds(50));
-            session().requestStop();
-        });
-        EXPECT_FALSE(run(script)) << script;
-        later.join();
+        {
+            const Meanwhile later(*engine(), [&] { session().requestStop(); });
+            EXPECT_FALSE(run(script)) << script;
+        }
         ASSERT_FALSE(frontend.boxes.empty()) << script;
         EXPECT_EQ(frontend.boxes[0].text, "The Script is stopped.");
         EXPECT_EQ(frontend.boxes[0].style, box_style::kIconWarning);
