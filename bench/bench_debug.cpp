@@ -14,8 +14,7 @@ RATIO_ROW("Debugging", "run under a debugger without stops / without one", 1.02,
           "debug_alone");
 RATIO_ROW("Debugging", "condition that never holds / leaving and coming back", 0.35,
           "debug_condition", "debug_leaving");
-RATIO_ROW("Debugging", "counting lines / an empty callback", 1.5, "debug_coverage", "debug_empty",
-          "the engine's answers which function and line run");
+RATIO_ROW("Debugging", "counting lines / an empty callback", 1.5, "debug_coverage", "debug_empty");
 RATIO_ROW("Debugging", "looking every millisecond / no callback", 1.05, "debug_profile",
           "debug_alone");
 COUNTER_ROW("Debugging", "milliseconds from a stop to its stack of 500 and a first page of values",
