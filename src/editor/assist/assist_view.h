@@ -35,8 +35,9 @@ class AssistView {
     virtual void say(const std::string& sentence, int position) = 0;
     virtual void hideTips() = 0;
 
-    /// The user chooses one, or none; see CodeAssist::placeChosen.
-    virtual void choosePlace(const std::string& heading,
+    /// Uses of a name, or its declarations. The user chooses one, or none; see
+    /// CodeAssist::placeChosen.
+    virtual void choosePlace(bool uses, const std::string& name,
                              const std::vector<ListedPlace>& places) = 0;
     /// See CodeAssist::repairChosen.
     virtual void chooseRepair(const std::vector<Repair>& repairs, int position) = 0;

@@ -400,8 +400,7 @@ void CodeAssist::showPlaces(const AssistAnswer& answer, Kind kind) {
         places.push_back(std::move(place));
     }
     const std::string name = text()->substr(answer.word.begin, answer.word.end - answer.word.begin);
-    view_.choosePlace(kind == Kind::references ? "Uses of " + name : "Declarations of " + name,
-                      places);
+    view_.choosePlace(kind == Kind::references, name, places);
 }
 
 void CodeAssist::placeChosen(const ListedPlace& place) {

@@ -50,8 +50,9 @@ class View : public AssistView {
     }
     void say(const std::string& sentence, int) override { tip = sentence; }
     void hideTips() override { tip.clear(); }
-    void choosePlace(const std::string& heading, const std::vector<ListedPlace>& found) override {
-        tip = heading;
+    void choosePlace(bool uses, const std::string& name,
+                     const std::vector<ListedPlace>& found) override {
+        tip = (uses ? "Uses of " : "Declarations of ") + name;
         places = found;
     }
     void chooseRepair(const std::vector<Repair>& found, int) override { repairs = found; }

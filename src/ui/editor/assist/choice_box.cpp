@@ -8,6 +8,7 @@
 #include "editor/assist/suggestion_list.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -52,7 +53,7 @@ void ChoiceBox::open(Content content, const wxPoint& place) {
     field_->SetFont(look().code);
     field_->SetBackgroundColour(colourOf(look()->editor));
     field_->SetForegroundColour(colourOf(look()->text));
-    field_->SetHint("Type to find");
+    field_->SetHint(words("Type to find"));
     native::setAccessibleName(*field_, content_.heading);
     setAccessibleName(content_.heading);
     field_->ChangeValue({});

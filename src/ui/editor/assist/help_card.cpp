@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::size_t kMostLines = 14, kMostHeadLines = 4;
 void HelpCard::setContent(HelpContent content) {
     content_ = std::move(content);
     laidOutFor_ = -1;
-    setAccessibleName("Documentation: " +
+    setAccessibleName(words("Documentation") + ": " +
                       fromUtf8(content_.head.type + " " + content_.head.name + content_.head.rest) +
                       (content_.help.paragraphs.empty()
                            ? wxString()
@@ -100,7 +101,7 @@ int HelpCard::paintHead(wxGraphicsContext& context) {
         y += dip(kHeadLine);
     }
     if (!hasGives()) return headHeight();
-    const wxString word = isCall() ? "gives" : "";
+    const wxString word = isCall() ? words("gives") : wxString();
     text(context, word, look().small, look()->secondText, x, y, dip(kHeadLine));
     const int typeX = x + (isCall() ? textWidth(*this, word, look().small) + dip(7) : 0);
     text(context,

@@ -8,6 +8,7 @@
 #include "ui/editor/assist/pop_up.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -23,7 +24,7 @@ RenameBox::RenameBox(wxStyledTextCtrl& control, const Look& look,
     Hide();
     SetCursor(wxCursor(wxCURSOR_ARROW));
     field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
-    native::setAccessibleName(*field_, "New name");
+    native::setAccessibleName(*field_, words("New name"));
     Bind(wxEVT_CHAR_HOOK, &RenameBox::onKey, this);
     Bind(
         wxEVT_TEXT,
@@ -39,7 +40,7 @@ void RenameBox::open(const wxString& name, const wxPoint& place) {
     field_->SetBackgroundColour(colourOf(look()->editor));
     field_->SetForegroundColour(colourOf(look()->text));
     field_->ChangeValue(name);
-    setAccessibleName("Rename " + name);
+    setAccessibleName(words("New name") + ": " + name);
     refuse({});
     Show();
     Raise();
@@ -59,7 +60,7 @@ void RenameBox::refuse(const wxString& reason) {
 void RenameBox::layOut() {
     const int width = std::min(dip(kWidth), std::max(control_.GetClientSize().x, dip(100)));
     const wxFont& font = reason_.empty() ? look().small : look().plain;
-    lines_ = wrappedLines(*this, reason_.empty() ? wxString(kHelp) : reason_, font,
+    lines_ = wrappedLines(*this, reason_.empty() ? words(kHelp) : reason_, font,
                           width - dip(2 * kPad), 4);
     const int height =
         dip(kFieldHeight + 2 * kPad) + static_cast<int>(lines_.size()) * dip(kLine) + dip(2);

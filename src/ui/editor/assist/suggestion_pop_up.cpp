@@ -4,6 +4,7 @@
 
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -128,7 +129,7 @@ class SuggestionRows : public PaintedWindow {
         }
         const int footer = wantedHeight() - dip(kFooter) - 1;
         fill(context, {1, footer, size.x - 2, 1}, look()->hair);
-        text(context, "Enter or Tab takes it", look().small, look()->secondText, dip(kIconX),
+        text(context, words("Enter or Tab takes it"), look().small, look()->secondText, dip(kIconX),
              footer, dip(kFooter));
         text(context, "Esc", look().small, look()->secondText,
              size.x - dip(14) - textWidth(*this, "Esc", look().small), footer, dip(kFooter));
@@ -166,9 +167,10 @@ void SuggestionPopUp::show(const SuggestionList& list, const wxRect& line) {
         content.head = row->parts;
         content.help = helpTextOf(row->suggestion.documentation);
         if (row->forms > 1)
-            content.help.paragraphs.push_back("There are " + std::to_string(row->forms) +
-                                              " functions of this name.");
-        if (!content.help.code.empty()) content.footer = "F1 opens the manual at this function";
+            content.help.paragraphs.push_back(toUtf8(
+                wxString::Format(words("There are %zu functions of this name."), row->forms)));
+        if (!content.help.code.empty())
+            content.footer = words("F1 opens the manual at this function");
     }
     described_ = fromUtf8(content.head.name);
     const bool described = !content.head.rest.empty() || !content.help.empty();

@@ -12,6 +12,7 @@
 #include "ui/editor/assist/tip_pop_up.h"
 #include "ui/editor/assist/value_pop_up.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -257,7 +258,7 @@ bool TextAssist::showValue(const std::string& expression, ByteRange word) {
 
 void TextAssist::say(const std::string& sentence, int position) {
     hovered_ = {};
-    tipPopUp().say(sentence, onScreen(static_cast<std::size_t>(position)));
+    tipPopUp().say(toUtf8(words(sentence.c_str())), onScreen(static_cast<std::size_t>(position)));
 }
 
 void TextAssist::hideTips() {
@@ -272,16 +273,19 @@ ChoiceBox& TextAssist::choices() {
     return *choices_;
 }
 
-void TextAssist::choosePlace(const std::string& heading, const std::vector<ListedPlace>& places) {
+void TextAssist::choosePlace(bool uses, const std::string& name,
+                             const std::vector<ListedPlace>& places) {
     ChoiceBox::Content content;
-    content.heading = fromUtf8(heading) + wxString::Format(" (%zu)", places.size());
+    content.heading =
+        wxString::Format(words(uses ? "Uses of %s" : "Declarations of %s"), fromUtf8(name)) +
+        wxString::Format(" (%zu)", places.size());
     const int line = control_.GetCurrentLine() + 1;
     for (std::size_t i = 0; i < places.size(); ++i) {
         ChoiceBox::Choice choice;
         choice.name = places[i].text;
         choice.row.name = fromUtf8(places[i].text);
         choice.row.nameCode = true;
-        choice.row.right = wxString::Format("line %d", places[i].line);
+        choice.row.right = wxString::Format(words("line %d"), places[i].line);
         if (places[i].line == line && content.selected == 0) content.selected = static_cast<int>(i);
         content.choices.push_back(std::move(choice));
     }
@@ -292,7 +296,7 @@ void TextAssist::choosePlace(const std::string& heading, const std::vector<Liste
 void TextAssist::chooseFunction() {
     assist_.hideAll();
     ChoiceBox::Content content;
-    content.heading = "Function or class";
+    content.heading = words("Function or class");
     const std::vector<OutlineEntry> entries = outline_;
     const int here = entryAt(entries, static_cast<std::size_t>(control_.GetCurrentPos()));
     for (const OutlineEntry& entry : entries) {
@@ -303,7 +307,7 @@ void TextAssist::chooseFunction() {
         choice.row.name = fromUtf8(entry.name);
         choice.row.remark = fromUtf8(entry.type);
         choice.row.right = wxString::Format(
-            "line %d", control_.LineFromPosition(static_cast<int>(entry.nameBegin)) + 1);
+            words("line %d"), control_.LineFromPosition(static_cast<int>(entry.nameBegin)) + 1);
         content.choices.push_back(std::move(choice));
     }
     content.selected = std::max(here, 0);
@@ -316,7 +320,7 @@ void TextAssist::chooseFunction() {
 
 void TextAssist::chooseRepair(const std::vector<Repair>& repairs, int position) {
     ChoiceBox::Content content;
-    content.heading = "What mends this problem";
+    content.heading = words("What mends this problem");
     for (const Repair& repair : repairs) {
         ChoiceBox::Choice choice;
         choice.name = repair.title;

@@ -64,7 +64,8 @@ class TextAssist : private AssistView {
     bool showValue(const std::string& expression, ByteRange word) override;
     void say(const std::string& sentence, int position) override;
     void hideTips() override;
-    void choosePlace(const std::string& heading, const std::vector<ListedPlace>& places) override;
+    void choosePlace(bool uses, const std::string& name,
+                     const std::vector<ListedPlace>& places) override;
     void chooseRepair(const std::vector<Repair>& repairs, int position) override;
     void askName(const std::string& name, ByteRange word) override;
     void refuseName(const std::string& reason) override;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -24,7 +25,7 @@ class SignatureCard : public PaintedWindow {
         first_ = content_.active >= kMostRows ? content_.active - kMostRows + 1 : 0;
         const HelpText help = helpTextOf(active().documentation);
         help_ = help.paragraphs.empty() ? wxString() : fromUtf8(help.paragraphs[0]);
-        setAccessibleName("Parameters: " + fromUtf8(active().label));
+        setAccessibleName(words("Parameters") + ": " + fromUtf8(active().label));
         Refresh();
     }
     wxSize wantedSize() {
@@ -74,8 +75,8 @@ class SignatureCard : public PaintedWindow {
         for (std::size_t i = first_; i < first_ + shownRows(); ++i, y += dip(kRow))
             paintCall(context, content_.all[i], i == content_.active, y);
         if (hidden() > 0) {
-            text(context, wxString::Format("%zu more", hidden()), look().small, look()->secondText,
-                 dip(kMargin), y, dip(kRow));
+            text(context, wxString::Format(words("%zu more"), hidden()), look().small,
+                 look()->secondText, dip(kMargin), y, dip(kRow));
             y += dip(kRow);
         }
         y += dip(kTop);

@@ -4,6 +4,7 @@
 
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
@@ -89,11 +90,12 @@ ValuePopUp::ValuePopUp(wxWindow* parent, const Look& look, Inspection& inspectio
         if (rows_.rows()[static_cast<std::size_t>(index) + 1].more > 0) list_->onFold(index);
     };
     using Kind = PaintedButton::Kind;
-    watch_ = new PaintedButton(card_, look, Kind::link, {Icon::eye, "Watch", {}, {}}, [this] {
-        inspection_.addWatch(expression_);
-        Hide();
-    });
-    copy_ = new PaintedButton(card_, look, Kind::link, {Icon::copy, "Copy", {}, {}}, [this] {
+    watch_ =
+        new PaintedButton(card_, look, Kind::link, {Icon::eye, words("Watch"), {}, {}}, [this] {
+            inspection_.addWatch(expression_);
+            Hide();
+        });
+    copy_ = new PaintedButton(card_, look, Kind::link, {Icon::copy, words("Copy"), {}, {}}, [this] {
         copyToClipboard(fromUtf8(rows_.copyText(0)));
         Hide();
     });
@@ -109,7 +111,8 @@ ListRow ValuePopUp::rowOf(int index) const {
     ListRow row;
     row.depth = value.depth - 1;
     if (value.more > 0) {
-        row.name = wxString::Format("%llu more", static_cast<unsigned long long>(value.more));
+        row.name =
+            wxString::Format(words("%llu more"), static_cast<unsigned long long>(value.more));
         return row;
     }
     if (value.hasChildren()) row.fold = value.open ? ListRow::Fold::open : ListRow::Fold::closed;
