@@ -94,62 +94,63 @@ struct CountedScript {
     std::vector<std::uint64_t> hits;  ///< of its lines with code, in their order
 };
 
+const CountedScript kCountedScripts[] = {
+    {"int main() {\n return 0;\n}\n", {1}},
+    {"void f() {\n}\nint main() {\n f(); f();\n f();\n return 0;\n}\n", {3, 2, 1, 1}},
+    {"int main() {\n int n = 0;\n while (n < 5)\n  n++;\n return n;\n}\n", {1, 6, 5, 1}},
+    {"int main() {\n int n = 0;\n do {\n  n++;\n } while (n < 5);\n return n;\n}\n",
+     {1, 1, 5, 5, 1}},
+    {"int n = 0;\nint main() {\n if (n > 0) {\n  Print(\"\");\n } else {\n  Print(\"\");\n }\n "
+     "return "
+     "0;\n}\n",
+     {1, 1, 0, 1, 1}},
+    {"int main() {\n for (int i = 0;\n   i < 3;\n   i++)\n  if (i == 9)\n   Print(\"\");\n"
+     " return 0;\n}\n",
+     {1, 4, 3, 3, 0, 1}},
+    {"int main() {\n int n = 0;\n if (n > 0)\n  n = 7;\n while (n < 3)\n  n++;\n"
+     " return n;\n}\n",
+     {1, 1, 0, 4, 3, 1}},
+    {"int main() {\n int n = 0;\n if (n > 0)\n  n = 7;\n for (;;) {\n  n++;\n"
+     "  if (n > 3)\n   break;\n }\n return n;\n}\n",
+     {1, 1, 0, 1, 4, 4, 1, 1}},
+    {"int f(int n) {\n switch (n) {\n case 1:\n  return 1;\n case 2:\n  return 2;\n }\n"
+     " return 3;\n}\nint main() {\n f(1); f(2); f(2); f(5);\n return 0;\n}\n",
+     {4, 1, 2, 1, 4, 1}},
+    {"int f(int n) {\n return n < 2 ? n : f(n - 1) + f(n - 2);\n}\nint main() {\n f(6);\n"
+     " return 0;\n}\n",
+     {25, 1, 1}},
+    {"class S {\n int w = 1;\n S() {\n  w = 2;\n }\n ~S() {\n  w = 0;\n }\n}\n"
+     "int main() {\n for (int i = 0; i < 4; i++)\n  S();\n return 0;\n}\n",
+     {4, 4, 4, 4, 4, 10, 4, 1}},
+    {"int zero = 0;\nint main() {\n for (int i = 0; i < 3; i++)\n  try {\n   zero = 1 / zero;\n"
+     "   zero = 5;\n  } catch {\n   zero = 0;\n  }\n return 0;\n}\n",
+     {1, 8, 3, 3, 0, 3, 1}},
+    {"int f() {\n return 2;\n}\nint a = f();\nint b = f() + a;\nint main() {\n return 0;\n}\n",
+     {2, 1, 1, 1}},
+    {"namespace n {\nint f(int x) {\n return x;\n}\n}\nint main() {\n n::f(n::f(n::f(1)));\n"
+     " return 0;\n}\n",
+     {3, 1, 1}},
+    {"funcdef int F(int);\nint main() {\n F@ f = function(x) {\n  return x;\n };\n"
+     " for (int i = 0; i < 5; i++)\n  f(i);\n return 0;\n}\n",
+     {1, 5, 12, 5, 1}},
+    {"class P {\n int get_v() const property {\n  return 1;\n }\n}\nint main() {\n P p;\n"
+     " int s = p.v + p.v;\n return s;\n}\n",
+     {2, 1, 1, 1}},
+    {"class A {\n void m() {\n  int x = 1;\n }\n}\nclass B : A {\n void m() {\n  A::m();\n"
+     "  A::m();\n }\n}\nint main() {\n A@ a = B();\n a.m();\n return 0;\n}\n",
+     {2, 2, 1, 1, 1, 1, 1, 1}},
+    {"int main() {\n int n = 0;\n for (int i = 0; i < 3; i++) {\n  for (int k = 0; k < 2; k++) "
+     "{\n"
+     "   if (k == 1)\n    continue;\n   n++;\n  }\n }\n return n;\n}\n",
+     {1, 8, 18, 6, 3, 3, 1}},
+    {"int main() {\n for (int i = 0; i < 2; i++) while (i < 0) i++;\n return 0;\n}\n", {8, 1}},
+    {"int f(int d) {\n if (d == 0)\n  return 0;\n return f(d - 1);\n}\nint main() {\n return "
+     "f(9);\n}\n",
+     {10, 1, 9, 1}},
+};
+
 TEST_F(Observer, CountsAreExactWhateverTheScriptIsMadeOf) {
-    const std::vector<CountedScript> scripts = {
-        {"int main() {\n return 0;\n}\n", {1}},
-        {"void f() {\n}\nint main() {\n f(); f();\n f();\n return 0;\n}\n", {3, 2, 1, 1}},
-        {"int main() {\n int n = 0;\n while (n < 5)\n  n++;\n return n;\n}\n", {1, 6, 5, 1}},
-        {"int main() {\n int n = 0;\n do {\n  n++;\n } while (n < 5);\n return n;\n}\n",
-         {1, 1, 5, 5, 1}},
-        {"int n = 0;\nint main() {\n if (n > 0) {\n  Print(\"\");\n } else {\n  Print(\"\");\n }\n "
-         "return "
-         "0;\n}\n",
-         {1, 1, 0, 1, 1}},
-        {"int main() {\n for (int i = 0;\n   i < 3;\n   i++)\n  if (i == 9)\n   Print(\"\");\n"
-         " return 0;\n}\n",
-         {1, 4, 3, 3, 0, 1}},
-        {"int main() {\n int n = 0;\n if (n > 0)\n  n = 7;\n while (n < 3)\n  n++;\n"
-         " return n;\n}\n",
-         {1, 1, 0, 4, 3, 1}},
-        {"int main() {\n int n = 0;\n if (n > 0)\n  n = 7;\n for (;;) {\n  n++;\n"
-         "  if (n > 3)\n   break;\n }\n return n;\n}\n",
-         {1, 1, 0, 1, 4, 4, 1, 1}},
-        {"int f(int n) {\n switch (n) {\n case 1:\n  return 1;\n case 2:\n  return 2;\n }\n"
-         " return 3;\n}\nint main() {\n f(1); f(2); f(2); f(5);\n return 0;\n}\n",
-         {4, 1, 2, 1, 4, 1}},
-        {"int f(int n) {\n return n < 2 ? n : f(n - 1) + f(n - 2);\n}\nint main() {\n f(6);\n"
-         " return 0;\n}\n",
-         {25, 1, 1}},
-        {"class S {\n int w = 1;\n S() {\n  w = 2;\n }\n ~S() {\n  w = 0;\n }\n}\n"
-         "int main() {\n for (int i = 0; i < 4; i++)\n  S();\n return 0;\n}\n",
-         {4, 4, 4, 4, 4, 10, 4, 1}},
-        {"int zero = 0;\nint main() {\n for (int i = 0; i < 3; i++)\n  try {\n   zero = 1 / zero;\n"
-         "   zero = 5;\n  } catch {\n   zero = 0;\n  }\n return 0;\n}\n",
-         {1, 8, 3, 3, 0, 3, 1}},
-        {"int f() {\n return 2;\n}\nint a = f();\nint b = f() + a;\nint main() {\n return 0;\n}\n",
-         {2, 1, 1, 1}},
-        {"namespace n {\nint f(int x) {\n return x;\n}\n}\nint main() {\n n::f(n::f(n::f(1)));\n"
-         " return 0;\n}\n",
-         {3, 1, 1}},
-        {"funcdef int F(int);\nint main() {\n F@ f = function(x) {\n  return x;\n };\n"
-         " for (int i = 0; i < 5; i++)\n  f(i);\n return 0;\n}\n",
-         {1, 5, 12, 5, 1}},
-        {"class P {\n int get_v() const property {\n  return 1;\n }\n}\nint main() {\n P p;\n"
-         " int s = p.v + p.v;\n return s;\n}\n",
-         {2, 1, 1, 1}},
-        {"class A {\n void m() {\n  int x = 1;\n }\n}\nclass B : A {\n void m() {\n  A::m();\n"
-         "  A::m();\n }\n}\nint main() {\n A@ a = B();\n a.m();\n return 0;\n}\n",
-         {2, 2, 1, 1, 1, 1, 1, 1}},
-        {"int main() {\n int n = 0;\n for (int i = 0; i < 3; i++) {\n  for (int k = 0; k < 2; k++) "
-         "{\n"
-         "   if (k == 1)\n    continue;\n   n++;\n  }\n }\n return n;\n}\n",
-         {1, 8, 18, 6, 3, 3, 1}},
-        {"int main() {\n for (int i = 0; i < 2; i++) while (i < 0) i++;\n return 0;\n}\n", {8, 1}},
-        {"int f(int d) {\n if (d == 0)\n  return 0;\n return f(d - 1);\n}\nint main() {\n return "
-         "f(9);\n}\n",
-         {10, 1, 9, 1}},
-    };
-    for (const CountedScript& script : scripts) {
+    for (const CountedScript& script : kCountedScripts) {
         SCOPED_TRACE(script.text);
         Coverage coverage(kMainSource);
         debug.setCoverage(&coverage);

@@ -35,19 +35,17 @@ Field needed(std::string name, Type type, Fields inside = {}) {
     return {std::move(name), type, true, std::move(inside), {}};
 }
 
-const std::map<std::string, Fields>& table() {
-    const Field thread = needed("threadId", Type::number);
+using Commands = std::map<std::string, Fields>;
+
+/// What sets a run up.
+Commands preparations() {
     const Field source = needed("source", Type::object, {needed("path", Type::text)});
     const Field frame = {"frameId", Type::number};
-    const Field format = {"format", Type::object, false, {{"hex", Type::truth}}};
     const Field condition = {"condition", Type::text};
     const Field hits = {"hitCondition", Type::text};
-    const Field granularity = {
-        "granularity", Type::text, false, {}, {"statement", "line", "instruction"}};
     const Field console = {
         "console", Type::text, false, {}, {"internalConsole", "integratedTerminal"}};
-    const Field filter = {"filter", Type::text, false, {}, {"indexed", "named"}};
-    static const std::map<std::string, Fields> commands = {
+    return {
         {"launch",
          {needed("program", Type::text),
           {"cwd", Type::text},
@@ -80,7 +78,18 @@ const std::map<std::string, Fields>& table() {
         {"setExceptionBreakpoints",
          {needed("filters", Type::texts),
           {"filterOptions", Type::objects, false, {needed("filterId", Type::text), condition}}}},
-        {"breakpointLocations", {source, needed("line", Type::number), {"endLine", Type::number}}},
+        {"breakpointLocations", {source, needed("line", Type::number), {"endLine", Type::number}}}};
+}
+
+/// What moves a run, and looks into it.
+Commands questions() {
+    const Field thread = needed("threadId", Type::number);
+    const Field frame = {"frameId", Type::number};
+    const Field format = {"format", Type::object, false, {{"hex", Type::truth}}};
+    const Field granularity = {
+        "granularity", Type::text, false, {}, {"statement", "line", "instruction"}};
+    const Field filter = {"filter", Type::text, false, {}, {"indexed", "named"}};
+    return {
         {"continue", {thread}},
         {"next", {thread, granularity}},
         {"stepIn", {thread, granularity}},
@@ -102,6 +111,14 @@ const std::map<std::string, Fields>& table() {
          {needed("expression", Type::text), needed("value", Type::text), frame, format}},
         {"evaluate", {needed("expression", Type::text), frame, {"context", Type::text}, format}},
         {"completions", {needed("text", Type::text), needed("column", Type::number), frame}}};
+}
+
+const Commands& table() {
+    static const Commands commands = [] {
+        Commands all = preparations();
+        all.merge(questions());
+        return all;
+    }();
     return commands;
 }
 

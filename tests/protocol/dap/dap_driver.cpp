@@ -6,7 +6,7 @@
 
 namespace korvant::test {
 
-bool MemoryChannel::read(std::string& bytes) {
+bool DriverChannel::read(std::string& bytes) {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return closed_ || !toServer_.empty(); });
     if (toServer_.empty()) return false;
@@ -15,26 +15,26 @@ bool MemoryChannel::read(std::string& bytes) {
     return true;
 }
 
-bool MemoryChannel::write(std::string_view bytes) {
+bool DriverChannel::write(std::string_view bytes) {
     const std::lock_guard lock(mutex_);
     toClient_ += bytes;
     changed_.notify_all();
     return !closed_;
 }
 
-void MemoryChannel::close() {
+void DriverChannel::close() {
     const std::lock_guard lock(mutex_);
     closed_ = true;
     changed_.notify_all();
 }
 
-void MemoryChannel::put(std::string_view bytes) {
+void DriverChannel::put(std::string_view bytes) {
     const std::lock_guard lock(mutex_);
     toServer_ += bytes;
     changed_.notify_all();
 }
 
-bool MemoryChannel::take(std::string& bytes, int seconds) {
+bool DriverChannel::take(std::string& bytes, int seconds) {
     std::unique_lock lock(mutex_);
     changed_.wait_for(lock, std::chrono::seconds(seconds),
                       [this] { return closed_ || !toClient_.empty(); });

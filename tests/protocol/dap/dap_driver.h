@@ -18,7 +18,7 @@ namespace korvant::test {
 using rpc::Json;
 
 /// A channel whose other end is a test.
-class MemoryChannel final : public rpc::Channel {
+class DriverChannel final : public rpc::Channel {
   public:
     bool read(std::string& bytes) override;
     bool write(std::string_view bytes) override;
@@ -40,7 +40,7 @@ class MemoryChannel final : public rpc::Channel {
 class DapDriver {
   public:
     explicit DapDriver(std::shared_ptr<rpc::Channel> channel) : remote_(std::move(channel)) {}
-    explicit DapDriver(std::shared_ptr<MemoryChannel> memory) : memory_(std::move(memory)) {}
+    explicit DapDriver(std::shared_ptr<DriverChannel> memory) : memory_(std::move(memory)) {}
 
     int send(const std::string& command, Json arguments = nullptr);
     Json answerTo(int request);
@@ -69,7 +69,7 @@ class DapDriver {
     bool receive();
 
     std::shared_ptr<rpc::Channel> remote_;
-    std::shared_ptr<MemoryChannel> memory_;
+    std::shared_ptr<DriverChannel> memory_;
     rpc::FrameReader frames_;
     std::vector<Json> messages_;
     std::size_t seen_ = 0;  ///< events before this have been awaited

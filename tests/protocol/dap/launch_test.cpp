@@ -90,7 +90,7 @@ class Launch : public ScriptFixture {
     std::string text;
     bool readable = true;
     int exitCode = -1;
-    std::shared_ptr<MemoryChannel> channel = std::make_shared<MemoryChannel>();
+    std::shared_ptr<DriverChannel> channel = std::make_shared<DriverChannel>();
     DapDriver client{channel};
 
   private:
