@@ -1,5 +1,6 @@
 // A host that lets a client look, and what happens when the client does not behave.
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include "protocol/dap/dap_driver.h"
@@ -51,6 +52,16 @@ class Server : public ScriptFixture {
         auto client = std::make_unique<DapDriver>(channel);
         client->good("initialize", {{"adapterID", "test"}});
         return client;
+    }
+    /// Attaches; the place of the one before is free when the server has seen that it is gone.
+    std::unique_ptr<DapDriver> connectWhenFree() {
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(8);
+        while (std::chrono::steady_clock::now() < until) {
+            auto client = connect();
+            if (client->ask("attach", {{"port", 1}, {"token", "open"}})["success"] == true)
+                return client;
+        }
+        return nullptr;
     }
     /// Attaches, and lets the script run.
     std::unique_ptr<DapDriver> attach(const std::vector<int>& lines, const char* filter) {
@@ -105,15 +116,8 @@ TEST_F(Server, OnlyOneClientWithTheTokenIsLetIn) {
             EXPECT_EQ(wrong->ask("evaluate", {{"expression", "1"}})["success"], false);
             last->close();
         }
-        std::unique_ptr<DapDriver> client;
-        // The place of the first one is free when the server has seen that it is gone.
-        for (int i = 0; i < 200 && !done; ++i) {
-            auto tried = connect();
-            if (tried->ask("attach", {{"port", 1}, {"token", "open"}})["success"] == true) {
-                client = std::move(tried);
-                done = true;
-            }
-        }
+        const auto client = connectWhenFree();
+        done = client != nullptr;
         ASSERT_TRUE(client);
         EXPECT_EQ(client->event("capabilities")["capabilities"]["supportsRestartRequest"], false);
         const auto kept = last;
@@ -139,14 +143,10 @@ TEST_F(Server, NoiseIsTurnedAwayAndTheNextClientServed) {
             channel->write(noise);
             channel->close();
         }
-        for (int i = 0; i < 200; ++i) {
-            const auto client = connect();
-            if (client->ask("attach", {{"port", 1}, {"token", "open"}})["success"] != true)
-                continue;
-            client->good("configurationDone");
-            client->event("output");
-            break;
-        }
+        const auto client = connectWhenFree();
+        ASSERT_TRUE(client);
+        client->good("configurationDone");
+        client->event("output");
         last->close();
     });
     EXPECT_EQ(console.output, "293");
