@@ -8,6 +8,7 @@
 
 #include "host/run/script_session.h"
 #include "module/guarded.h"
+#include "module/message_record.h"
 
 using namespace korvant;
 
@@ -134,16 +135,6 @@ KorvantRunFrame toRecord(const RunFrame& frame) {
     record.line = frame.line;
     record.function = frame.function.c_str();
     record.source = frame.source.c_str();
-    return record;
-}
-
-KorvantBuildMessage toRecord(const BuildMessage& message) {
-    KorvantBuildMessage record{};
-    record.size = sizeof record;
-    record.kind = static_cast<std::int32_t>(message.kind);
-    record.row = message.row;
-    record.column = message.column;
-    record.text = message.plain.c_str();
     return record;
 }
 

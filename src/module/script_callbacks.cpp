@@ -13,6 +13,7 @@
 #include "host/services/box_buttons.h"
 #include "korvantide/host_interface.h"
 #include "module/guarded.h"
+#include "module/message_record.h"
 
 using namespace korvant;
 
@@ -153,12 +154,7 @@ class HostCallbacks final : public Frontend, public RunParticipant, public Print
     void built(const BuildMessages& messages) override {
         if (callbacks_.message == nullptr) return;
         for (const BuildMessage& message : messages.all()) {
-            KorvantBuildMessage record{};
-            record.size = sizeof record;
-            record.kind = static_cast<std::int32_t>(message.kind);
-            record.row = message.row;
-            record.column = message.column;
-            record.text = message.plain.c_str();
+            const KorvantBuildMessage record = toRecord(message);
             quietly(0, [&] {
                 callbacks_.message(callbacks_.user, &record);
                 return 0;
