@@ -4,6 +4,7 @@
 
 #include "debug/debug_fixture.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -14,7 +15,7 @@ std::vector<fs::path> scripts() {
     std::vector<fs::path> found;
     for (const char* folder : {"examples", "tests/scripts", "tests/debug/transcripts"})
         for (const auto& entry :
-             fs::recursive_directory_iterator(fs::path(KORVANT_SOURCE_DIR) / folder))
+             fs::recursive_directory_iterator(fs::path(korvant::test::sourceFolder()) / folder))
             if (entry.path().extension() == ".as") found.push_back(entry.path());
     std::sort(found.begin(), found.end());
     return found;

@@ -2,6 +2,7 @@
 #include "debug/console_fixture.h"
 #include "support/temporary_folder.h"
 #include "support/transcript_runner.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -15,10 +16,10 @@ TEST_P(DebugTranscripts, AreAsWritten) {
                      play(readFile(folder / "script.as"), readFile(folder / "commands.txt")));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, DebugTranscripts,
-    ::testing::ValuesIn(transcriptFolders(std::filesystem::path(KORVANT_TEST_DATA "/transcripts"))),
-    [](const auto& one) { return one.param.filename().string(); });
+INSTANTIATE_TEST_SUITE_P(All, DebugTranscripts,
+                         ::testing::ValuesIn(transcriptFolders(std::filesystem::path(
+                             korvant::test::sourceFolder() + "/tests/debug/transcripts"))),
+                         [](const auto& one) { return one.param.filename().string(); });
 
 }  // namespace
 }  // namespace korvant::test

@@ -9,12 +9,13 @@
 #include <string_view>
 
 #include "expr/evaluator.h"
+#include "support/tree.h"
 
 namespace {
 
 /// The page with every line end a blank.
 std::string page() {
-    std::ifstream file(KORVANT_SOURCE_DIR "/docs/expressions.md");
+    std::ifstream file(korvant::test::sourceFolder() + "/docs/expressions.md");
     std::string text{std::istreambuf_iterator<char>(file), {}};
     for (char& byte : text)
         if (byte == '\n') byte = ' ';

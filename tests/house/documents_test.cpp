@@ -10,6 +10,7 @@
 #include "house/source_tree.h"
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace fs = std::filesystem;
 
@@ -17,7 +18,7 @@ namespace korvant::test {
 
 namespace {
 
-const std::string kBin = KORVANT_BIN_DIR;
+const std::string kBin = korvant::test::binFolder();
 
 /// A folder like the one a reader sits in: examples/, and a `dev` that runs what is built already.
 class ReadersFolder : public TemporaryFolder {

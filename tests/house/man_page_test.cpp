@@ -8,6 +8,7 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 
@@ -39,7 +40,7 @@ Switches helpOfProgram() {
 
 /// The page as text: no font changes, dashes as they are typed.
 std::string plainPage() {
-    std::string page = readFile(std::string(KORVANT_SOURCE_DIR) + "/packaging/korvant.1");
+    std::string page = readFile(korvant::test::sourceFolder() + "/packaging/korvant.1");
     page = std::regex_replace(page, std::regex("\\\\f[BRI]"), "");
     return std::regex_replace(page, std::regex("\\\\-"), "-");
 }

@@ -3,4 +3,6 @@
 
 #include <filesystem>
 
-inline const std::filesystem::path kRoot = KORVANT_SOURCE_DIR;
+#include "support/tree.h"
+
+inline const std::filesystem::path kRoot = korvant::test::sourceFolder();

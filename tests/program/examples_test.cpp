@@ -8,12 +8,13 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
 
 namespace fs = std::filesystem;
-const fs::path kExamples = fs::path(KORVANT_SOURCE_DIR) / "examples";
+const fs::path kExamples = fs::path(korvant::test::sourceFolder()) / "examples";
 
 std::vector<std::string> exampleNames() {
     std::vector<std::string> names;
@@ -50,8 +51,9 @@ TEST_P(Example, PrintsWhatIsExpected) {
 }
 
 TEST(Examples, TheHostsFormsNeedNoWindow) {
-    const ProcessResult result = runProcess(
-        {"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", KORVANT_BIN_DIR "/host_form"});
+    const ProcessResult result =
+        runProcess({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY",
+                    korvant::test::binFolder() + "/host_form"});
     EXPECT_EQ(readFile(kExamples / "expected" / "host_form.out"), result.output);
     EXPECT_EQ(0, result.exitCode) << result.errors;
 }

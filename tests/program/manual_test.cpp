@@ -7,13 +7,14 @@
 #include "module/families.h"
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace fs = std::filesystem;
 
 namespace korvant::test {
 namespace {
 
-const fs::path kManual = fs::path(KORVANT_BIN_DIR) / "scripting_manual";
+const fs::path kManual = fs::path(korvant::test::binFolder()) / "scripting_manual";
 
 /// What the examples talk about without declaring it.
 constexpr char kSurroundings[] =

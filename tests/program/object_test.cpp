@@ -6,11 +6,12 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
 
-const std::string kExampleFolder = KORVANT_SOURCE_DIR "/examples/";
+const std::string kExampleFolder = korvant::test::sourceFolder() + "/examples/";
 
 std::string written(const TemporaryFolder& folder, const std::string& name,
                     const std::string& text) {

@@ -15,12 +15,13 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
 
 namespace fs = std::filesystem;
-const fs::path kScripts = fs::path(KORVANT_SOURCE_DIR) / "tests" / "scripts";
+const fs::path kScripts = fs::path(korvant::test::sourceFolder()) / "tests" / "scripts";
 
 struct Expectations {
     std::string output;

@@ -3,6 +3,7 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 
@@ -16,7 +17,7 @@ ProcessResult compile(const std::string& source, const char* standard = "-std=c+
     options.seconds = 60;
     return runProcess(
         {"/usr/bin/env", "c++", standard, "-Wall", "-Wextra", "-Werror", "-fsyntax-only", "-I",
-         KORVANT_SOURCE_DIR "/include", folder.file("host.cpp")},
+         korvant::test::sourceFolder() + "/include", folder.file("host.cpp")},
         options);
 }
 
@@ -55,10 +56,10 @@ TEST(HostsCompiler, TakesThePublicHeadersAsOlderCppAndAsC) {
         "int limits(KorvantLimits* l) { return SetScriptLimits(l) + SetScriptCallbacks(0); }\n");
     ProcessOptions options;
     options.seconds = 60;
-    const ProcessResult plain =
-        runProcess({"/usr/bin/env", "cc", "-std=c99", "-Wall", "-Wextra", "-Wpedantic", "-Werror",
-                    "-fsyntax-only", "-I", KORVANT_SOURCE_DIR "/include", folder.file("host.c")},
-                   options);
+    const ProcessResult plain = runProcess(
+        {"/usr/bin/env", "cc", "-std=c99", "-Wall", "-Wextra", "-Wpedantic", "-Werror",
+         "-fsyntax-only", "-I", korvant::test::sourceFolder() + "/include", folder.file("host.c")},
+        options);
     EXPECT_EQ(plain.exitCode, 0) << plain.errors;
 }
 

@@ -12,6 +12,7 @@
 
 #include "support/needs_engine.h"
 #include "support/script_generators.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -69,7 +70,8 @@ std::vector<std::string> realScripts() {
     namespace fs = std::filesystem;
     std::vector<std::string> all;
     for (const char* folder : {"examples", "tests/scripts"})
-        for (const auto& entry : fs::directory_iterator(fs::path(KORVANT_SOURCE_DIR) / folder)) {
+        for (const auto& entry :
+             fs::directory_iterator(fs::path(korvant::test::sourceFolder()) / folder)) {
             if (entry.path().extension() != ".as") continue;
             std::ostringstream text;
             text << std::ifstream(entry.path(), std::ios::binary).rdbuf();

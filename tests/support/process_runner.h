@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "support/tree.h"
+
 namespace korvant::test {
 
 struct ProcessResult {
@@ -32,11 +34,10 @@ struct ProcessOptions {
 ProcessResult runProcess(const std::vector<std::string>& arguments,
                          const ProcessOptions& options = {});
 
-#ifdef KORVANT_BIN_DIR
 /// The program that the build made; KORVANT_PROGRAM in the environment names another.
 inline std::string korvantProgram() {
     const char* const given = std::getenv("KORVANT_PROGRAM");
-    return given ? given : KORVANT_BIN_DIR "/korvant";
+    return given ? given : korvant::test::binFolder() + "/korvant";
 }
 
 /// `korvant` with these arguments.
@@ -45,7 +46,6 @@ inline ProcessResult runKorvant(std::vector<std::string> arguments,
     arguments.insert(arguments.begin(), korvantProgram());
     return runProcess(arguments, options);
 }
-#endif
 
 /// A program on a pseudo terminal of 80 by 25. Standard input, output and errors lead there unless
 /// `pipeOutput`; then output is read by nobody's eyes.

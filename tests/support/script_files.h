@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "support/tree.h"
+
 namespace korvant::test {
 
 struct ScriptFile {
@@ -21,7 +23,7 @@ inline std::vector<ScriptFile> allScriptFiles() {
     std::vector<ScriptFile> files;
     for (const char* folder : {"/tests", "/examples", "/fuzz"})
         for (const auto& entry :
-             fs::recursive_directory_iterator(std::string(KORVANT_SOURCE_DIR) + folder)) {
+             fs::recursive_directory_iterator(korvant::test::sourceFolder() + folder)) {
             if (entry.path().extension() != ".as") continue;
             std::ifstream file(entry.path(), std::ios::binary);
             std::ostringstream text;

@@ -11,6 +11,7 @@
 #include "editor/control/command_ids.h"
 #include "editor_window_fixture.h"
 #include "module/families.h"
+#include "support/tree.h"
 #include "support/ui_x_keys.h"
 #include "ui/editor/editor_icon.h"
 #include "ui/editor/editor_run.h"
@@ -207,7 +208,7 @@ TEST_F(EditorFrame, StaysOpenWhenTheHostEndsItsLoop) {
 }
 
 TEST(EditorIcon, IsThePackagesPicture) {
-    std::ifstream file(KORVANT_SOURCE_DIR "/packaging/korvant.png", std::ios::binary);
+    std::ifstream file(korvant::test::sourceFolder() + "/packaging/korvant.png", std::ios::binary);
     std::ostringstream bytes;
     bytes << file.rdbuf();
     EXPECT_EQ(bytes.str(), std::string(reinterpret_cast<const char*>(ui::kEditorIconPng),

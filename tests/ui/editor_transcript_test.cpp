@@ -4,6 +4,7 @@
 
 #include "support/editor_fixture.h"
 #include "support/transcript_runner.h"
+#include "support/tree.h"
 #include "support/ui_driver.h"
 #include "ui/editor/editor_control.h"
 #include "ui/kit/ui_runtime.h"
@@ -12,7 +13,7 @@ namespace korvant::test {
 namespace {
 
 const std::filesystem::path kRoot =
-    std::filesystem::path(KORVANT_SOURCE_DIR) / "tests/editor/stops/transcripts";
+    korvant::test::sourceFolder() + "/tests/editor/stops/transcripts";
 
 /// The recording window, with the toolkit's controls in place of those without a screen.
 class RealControls : public FakeEditorWindow {

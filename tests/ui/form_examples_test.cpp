@@ -8,6 +8,7 @@
 
 #include "support/process_runner.h"
 #include "support/temporary_folder.h"
+#include "support/tree.h"
 #include "support/ui_x_keys.h"
 
 namespace korvant::test {
@@ -16,7 +17,7 @@ namespace {
 using Keys = std::vector<std::string>;
 
 std::string exampleText(const std::string& name) {
-    return readFile(std::string(KORVANT_SOURCE_DIR) + "/examples/" + name);
+    return readFile(korvant::test::sourceFolder() + "/examples/" + name);
 }
 
 /// The example with its output in a file instead of a window.
@@ -71,7 +72,7 @@ TEST(FormExamples, AHostWithoutAnEngineShowsItsForms) {
     });
     ProcessOptions options;
     options.seconds = 60;
-    const ProcessResult result = runProcess({KORVANT_BIN_DIR "/host_form"}, options);
+    const ProcessResult result = runProcess({korvant::test::binFolder() + "/host_form"}, options);
     user.join();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
 }

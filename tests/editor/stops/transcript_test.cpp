@@ -1,12 +1,13 @@
 // Debugging sessions, played on a control without a screen.
 #include "support/editor_fixture.h"
 #include "support/transcript_runner.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
 
 const std::filesystem::path kRoot =
-    std::filesystem::path(KORVANT_TEST_DATA) / "stops" / "transcripts";
+    korvant::test::sourceFolder() + "/tests/editor/stops/transcripts";
 
 class Transcript : public EditorFixture,
                    public ::testing::WithParamInterface<std::filesystem::path> {};

@@ -10,6 +10,7 @@
 #include "host/scan/source_scan.h"
 #include "support/needs_engine.h"
 #include "support/script_fixture.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -315,7 +316,8 @@ TEST_F(Scan, IsLinear) {
 
 TEST_F(Scan, TakesAllExamples) {
     namespace fs = std::filesystem;
-    for (const auto& entry : fs::directory_iterator(fs::path(KORVANT_SOURCE_DIR) / "examples")) {
+    for (const auto& entry :
+         fs::directory_iterator(fs::path(korvant::test::sourceFolder()) / "examples")) {
         if (entry.path().extension() != ".as") continue;
         std::ostringstream text;
         text << std::ifstream(entry.path()).rdbuf();

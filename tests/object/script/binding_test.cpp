@@ -7,6 +7,7 @@
 #include "korvantide/script_object.h"
 #include "object/script/object_editor.h"
 #include "support/script_fixture.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -98,7 +99,8 @@ class ObjectInScripts : public ScriptInBothConventions {
 INSTANTIATE_TEST_SUITE_P(Conventions, ObjectInScripts, ::testing::Bool(), conventionName);
 
 std::string fileText(const std::string& name) {
-    std::ifstream file(std::string(KORVANT_TEST_DATA) + "/script/" + name, std::ios::binary);
+    std::ifstream file(korvant::test::sourceFolder() + "/tests/object/script/" + name,
+                       std::ios::binary);
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "protocol/lsp/language_client.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -186,7 +187,8 @@ TEST_P(Places, MeanWhatAReaderExpects) {
 
 std::vector<fs::path> scripts() {
     std::vector<fs::path> found;
-    for (const auto& entry : fs::directory_iterator(KORVANT_TEST_DATA "/lsp/places"))
+    for (const auto& entry :
+         fs::directory_iterator(korvant::test::sourceFolder() + "/tests/protocol/lsp/places"))
         found.push_back(entry.path());
     std::sort(found.begin(), found.end());
     return found;
