@@ -17,57 +17,44 @@ EditCommit refused(FormValue<Value>& typed) {
 }  // namespace
 
 EditCommit EditState::store(std::int32_t row, const SlotValue& value) {
-    lastEdited = row;
-    transact({layout.pageOfRow[at(row)], row}, row, false, [&] { values.set(row, value); });
+    changeRow(row, [&] { core.values.set(row, value); });
     return {};
 }
 
-std::vector<std::int32_t> EditState::radioMembers(std::int32_t row) const {
-    const EditRow& chosen = layout.rows[at(row)];
-    if (chosen.radioGroup < 0) return {row};
-    std::vector<std::int32_t> members;
-    for (const EditRow& other : layout.rows)
-        if (other.letter == 'b' && other.radioGroup == chosen.radioGroup &&
-            desk.groupOfRow(other.property) == desk.groupOfRow(row))
-            members.push_back(other.property);
-    return members;
-}
-
 EditCommit EditState::storeBoolean(std::int32_t row, bool value) {
-    const bool radio = layout.rows[at(row)].radioGroup >= 0;
+    const bool radio = core.layout.rows[EditCore::at(row)].radioGroup >= 0;
     if (!radio) return store(row, value);
     // The chosen one of a radio group is cleared by choosing another.
     if (!value) return {};
-    lastEdited = row;
-    transact({layout.pageOfRow[at(row)], row}, row, false, [&] {
-        for (const std::int32_t member : radioMembers(row))
-            values.setBoolean(member, member == row);
+    changeRow(row, [&] {
+        for (const std::int32_t member : core.radioMembers(row))
+            core.values.setBoolean(member, member == row);
     });
     return {};
 }
 
 EditCommit EditState::storeTyped(std::int32_t row, const std::string& typed) {
-    const Evaluate evaluate = [this](std::string_view text) { return rules.evaluate(text); };
-    const EditRow& target = layout.rows[at(row)];
+    const Evaluate evaluate = [this](std::string_view text) { return core.rules.evaluate(text); };
+    const EditRow& target = core.layout.rows[EditCore::at(row)];
     switch (target.letter) {
         case 'l': {
-            auto whole = readInteger(typed, evaluate, layout.locale);
+            auto whole = readInteger(typed, evaluate, core.layout.locale);
             return whole.accepted ? store(row, whole.value) : refused(whole);
         }
         case 'd': {
-            auto real = readReal(typed, evaluate, layout.locale);
+            auto real = readReal(typed, evaluate, core.layout.locale);
             return real.accepted ? store(row, real.value) : refused(real);
         }
         case 'c': {
-            auto colour = readColour(typed, layout.locale);
+            auto colour = readColour(typed, core.layout.locale);
             return colour.accepted ? store(row, colour.value) : refused(colour);
         }
         case 'o': {
-            auto option = readOption(typed, target.options, layout.locale);
+            auto option = readOption(typed, target.options, core.layout.locale);
             return option.accepted ? store(row, option.value) : refused(option);
         }
         case 'b': {
-            auto boolean = readBoolean(typed, layout.locale);
+            auto boolean = readBoolean(typed, core.layout.locale);
             return boolean.accepted ? storeBoolean(row, boolean.value) : refused(boolean);
         }
         default:

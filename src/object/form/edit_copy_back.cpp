@@ -18,26 +18,26 @@ struct NewGroup {
 
 /// Every value, the rows of groups included, which hold the current element: what the object reads
 /// afterwards does not depend on whether the user typed something or only looked.
-std::vector<NewValue> newValues(const EditState& session, const ObjectModel& object) {
+std::vector<NewValue> newValues(const EditCore& core, const ObjectModel& object) {
     std::vector<NewValue> values;
-    const std::int32_t count = std::min(session.layout.count(), object.count());
+    const std::int32_t count = std::min(core.layout.count(), object.count());
     for (std::int32_t row = 0; row < count; ++row) {
         const PropertyRecord& property = object.properties[static_cast<std::size_t>(row)];
         // Somebody may have cleared the object meanwhile and given the index to another property.
-        if (property.name != session.layout.rows[static_cast<std::size_t>(row)].name) continue;
-        ValueSlots slots = session.values.slots(row);
+        if (property.name != core.layout.rows[static_cast<std::size_t>(row)].name) continue;
+        ValueSlots slots = core.values.slots(row);
         if (!sameSlots(slots, slotsOf(object, property))) values.push_back({row, std::move(slots)});
     }
     return values;
 }
 
-std::vector<NewGroup> newGroups(const EditState& session) {
+std::vector<NewGroup> newGroups(const EditCore& core) {
     std::vector<NewGroup> groups;
-    for (int number = 0; number < session.desk.count(); ++number) {
-        const EditGroup& group = session.desk.group(number);
+    for (int number = 0; number < core.desk.count(); ++number) {
+        const EditGroup& group = core.desk.group(number);
         NewGroup made{group.name, {}, group.content.current};
         for (const ElementPlace& place : *group.content.list)
-            made.elements.push_back(session.desk.toModel(number, *place.now));
+            made.elements.push_back(core.desk.toModel(number, *place.now));
         groups.push_back(std::move(made));
     }
     return groups;
@@ -55,12 +55,11 @@ std::size_t growth(const std::vector<NewValue>& values, const ObjectModel& objec
 
 }  // namespace
 
-std::vector<std::int32_t> copyBack(EditState& session, ObjectModel& object) {
-    for (int number = 0; number < session.desk.count(); ++number)
-        if (session.desk.group(number).outer == GroupDesk::kNoGroup)
-            session.desk.getGroupDlg(number);
-    std::vector<NewValue> values = newValues(session, object);
-    std::vector<NewGroup> groups = newGroups(session);
+std::vector<std::int32_t> copyBack(EditCore& core, ObjectModel& object) {
+    for (int number = 0; number < core.desk.count(); ++number)
+        if (core.desk.group(number).outer == GroupDesk::kNoGroup) core.desk.getGroupDlg(number);
+    std::vector<NewValue> values = newValues(core, object);
+    std::vector<NewGroup> groups = newGroups(core);
     std::vector<std::int32_t> changed;
     changed.reserve(values.size());
     for (const NewValue& one : values)

@@ -7,13 +7,13 @@ namespace korvant {
 
 EditGroupBar EditState::groupBar(int page, bool captions) const {
     EditGroupBar bar;
-    const int number = desk.groupOfPage(page);
+    const int number = core.desk.groupOfPage(page);
     if (number == GroupDesk::kNoGroup) return bar;
-    const EditGroup& group = desk.group(number);
+    const EditGroup& group = core.desk.group(number);
     const bool current = group.content.hasCurrent();
     // The elements of an inner group belong to an element of the outer one.
-    const bool owned = group.outer == GroupDesk::kNoGroup || desk.hasElement(group.outer);
-    const bool open = layout.pages[static_cast<std::size_t>(page)].editable && owned;
+    const bool owned = group.outer == GroupDesk::kNoGroup || core.desk.hasElement(group.outer);
+    const bool open = core.layout.pages[static_cast<std::size_t>(page)].editable && owned;
     bar.current = current ? group.content.current : -1;
     bar.showAdd = group.flags.add;
     bar.showCopy = group.flags.copy;
@@ -23,56 +23,56 @@ EditGroupBar EditState::groupBar(int page, bool captions) const {
     bar.canCopy = open && bar.showCopy && current;
     bar.canRemove = open && bar.showRemove && current;
     bar.canOrder = open && bar.showOrder && group.content.size() > 1;
-    const std::vector<Severity>& marked = marks.elements[static_cast<std::size_t>(number)];
     for (std::int32_t i = 0; captions && i < group.content.size(); ++i) {
-        bar.elements.push_back(desk.caption(number, i));
-        bar.severities.push_back(at(i) < marked.size() ? marked[at(i)] : Severity::none);
+        bar.elements.push_back(core.desk.caption(number, i));
+        bar.severities.push_back(marks.ofElement(number, i));
     }
     return bar;
 }
 
 int EditState::groupFor(int page, bool EditGroupBar::*what) const {
-    if (!layout.holdsPage(page) || !(groupBar(page, false).*what)) return GroupDesk::kNoGroup;
-    return desk.groupOfPage(page);
+    if (!core.layout.holdsPage(page) || !(groupBar(page, false).*what)) return GroupDesk::kNoGroup;
+    return core.desk.groupOfPage(page);
 }
 
 bool EditState::changeGroup(int group, bool browse, const std::function<void()>& change) {
-    const std::vector<std::int32_t>& members = desk.group(group).members;
-    const bool member = std::binary_search(members.begin(), members.end(), lastEdited);
-    if (!browse || member) lastEdited = RuleBook::kNoRow;
-    const EditPlace place{desk.group(group).page, -1};
-    transact(place, lastEdited, browse, change);
-    noteGroup(group);
-    for (const int inner : desk.group(group).inner) noteGroup(inner);
+    const std::vector<std::int32_t>& members = core.desk.group(group).members;
+    const bool member = std::binary_search(members.begin(), members.end(), core.lastEdited);
+    if (!browse || member) core.lastEdited = RuleBook::kNoRow;
+    const EditPlace place{core.desk.group(group).page, -1};
+    transact(place, core.lastEdited, browse, change);
+    core.noteGroup(group);
+    for (const int inner : core.desk.group(group).inner) core.noteGroup(inner);
     return true;
 }
 
 void EditState::choosePath(const ElementPath& path) {
     for (const ElementPath::Stop& stop : path.stops) {
-        if (desk.group(stop.group).content.current == stop.element) continue;
-        changeGroup(stop.group, true, [&] { desk.choose(stop.group, stop.element); });
+        if (core.desk.group(stop.group).content.current == stop.element) continue;
+        changeGroup(stop.group, true, [&] { core.desk.choose(stop.group, stop.element); });
     }
 }
 
 bool EditSession::chooseElement(int page, std::int32_t element) {
     EditState& state = *state_;
-    if (!state.layout.holdsPage(page)) return false;
-    const int group = state.desk.groupOfPage(page);
+    if (!state.core.layout.holdsPage(page)) return false;
+    const int group = state.core.desk.groupOfPage(page);
     if (group == GroupDesk::kNoGroup) return false;
-    const GroupContent& content = state.desk.group(group).content;
+    const GroupContent& content = state.core.desk.group(group).content;
     if (element < -1 || element >= content.size()) return false;
     if (element == content.current) return true;
-    return state.changeGroup(group, true, [&] { state.desk.choose(group, element); });
+    return state.changeGroup(group, true, [&] { state.core.desk.choose(group, element); });
 }
 
 bool EditSession::addElement(int page) {
     EditState& state = *state_;
     const int group = state.groupFor(page, &EditGroupBar::canAdd);
     if (group == GroupDesk::kNoGroup) return false;
-    const GroupContent& content = state.desk.group(group).content;
+    const GroupContent& content = state.core.desk.group(group).content;
     const std::int32_t at = content.hasCurrent() ? content.current + 1 : content.size();
-    return state.changeGroup(group, false,
-                             [&] { state.desk.insert(group, at, state.desk.fromLayout(group)); });
+    return state.changeGroup(group, false, [&] {
+        state.core.desk.insert(group, at, state.core.desk.fromLayout(group));
+    });
 }
 
 bool EditSession::copyElement(int page) {
@@ -80,10 +80,10 @@ bool EditSession::copyElement(int page) {
     const int group = state.groupFor(page, &EditGroupBar::canCopy);
     if (group == GroupDesk::kNoGroup) return false;
     return state.changeGroup(group, false, [&] {
-        state.desk.getGroupDlg(group);
-        const GroupContent content = state.desk.group(group).content;
+        state.core.desk.getGroupDlg(group);
+        const GroupContent content = state.core.desk.group(group).content;
         const SharedElement source = (*content.list)[static_cast<std::size_t>(content.current)].now;
-        state.desk.insert(group, content.current + 1, {source, source, false});
+        state.core.desk.insert(group, content.current + 1, {source, source, false});
     });
 }
 
@@ -91,8 +91,8 @@ bool EditSession::removeElement(int page) {
     EditState& state = *state_;
     const int group = state.groupFor(page, &EditGroupBar::canRemove);
     if (group == GroupDesk::kNoGroup) return false;
-    const std::int32_t current = state.desk.group(group).content.current;
-    return state.changeGroup(group, false, [&] { state.desk.remove(group, current); });
+    const std::int32_t current = state.core.desk.group(group).content.current;
+    return state.changeGroup(group, false, [&] { state.core.desk.remove(group, current); });
 }
 
 bool EditSession::orderElements(int page, const std::vector<std::int32_t>& order) {
@@ -101,12 +101,12 @@ bool EditSession::orderElements(int page, const std::vector<std::int32_t>& order
     if (group == GroupDesk::kNoGroup) return false;
     std::vector<std::int32_t> sorted = order;
     std::sort(sorted.begin(), sorted.end());
-    const auto size = static_cast<std::size_t>(state.desk.group(group).content.size());
+    const auto size = static_cast<std::size_t>(state.core.desk.group(group).content.size());
     if (sorted.size() != size) return false;
     for (std::size_t i = 0; i < size; ++i)
         if (sorted[i] != static_cast<std::int32_t>(i)) return false;
     if (order == sorted) return true;
-    return state.changeGroup(group, false, [&] { state.desk.reorder(group, order); });
+    return state.changeGroup(group, false, [&] { state.core.desk.reorder(group, order); });
 }
 
 }  // namespace korvant

@@ -44,7 +44,7 @@ bool ObjectAccess::runEditor(ScriptObject& object) {
     const bool confirmed = objectEditor().run(session);
     if (!objectEditor().attended()) moduleSession().noteUnattended();
     if (!confirmed) return false;
-    const std::vector<std::int32_t> changed = copyBack(*session.state_, model(object));
+    const std::vector<std::int32_t> changed = copyBack(session.state_->core, model(object));
     tellListeners(object, changed);
     return true;
 }

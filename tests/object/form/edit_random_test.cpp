@@ -195,7 +195,7 @@ TEST(RandomForms, WhatIsShownIsWhatTheRulesSayOfTheValues) {
             rules.check();
             for (std::int32_t row = 0; row < session.rowCount(); ++row) {
                 ASSERT_EQ(session.state(row).enabled, rules.enabled(row));
-                const bool member = state.desk.groupOfRow(row) != GroupDesk::kNoGroup;
+                const bool member = state.core.desk.groupOfRow(row) != GroupDesk::kNoGroup;
                 if (!member || !session.errorReport(row).empty()) {
                     ASSERT_EQ(session.errorReport(row), rules.errorReport(row));
                 }
@@ -240,7 +240,8 @@ TEST(RandomForms, CheckAndSummaryLeaveWhatIsShownAndOkKeepsIt) {
         ASSERT_TRUE(user.object.edit());
         const ObjectModel& after = ObjectAccess::model(user.object);
         for (std::size_t row = 0; row < shown.size(); ++row) {
-            if (layout.desk.groupOfRow(static_cast<std::int32_t>(row)) == GroupDesk::kNoGroup) {
+            if (layout.core.desk.groupOfRow(static_cast<std::int32_t>(row)) ==
+                GroupDesk::kNoGroup) {
                 ASSERT_TRUE(sameSlots(slotsOf(after, after.properties[row]), shown[row])) << row;
             }
         }
@@ -252,7 +253,7 @@ TEST(RandomForms, CheckAndSummaryLeaveWhatIsShownAndOkKeepsIt) {
         const ObjectModel& element = *outer->elements[static_cast<std::size_t>(bars[1].current)];
         for (const PropertyRecord& property : element.properties) {
             const std::int32_t row = after.find(property.name);
-            if (layout.desk.groupOfRow(row) != layout.desk.groupOfPage(1)) continue;
+            if (layout.core.desk.groupOfRow(row) != layout.core.desk.groupOfPage(1)) continue;
             ASSERT_TRUE(sameSlots(slotsOf(element, property), shown[static_cast<std::size_t>(row)]))
                 << property.name;
         }
