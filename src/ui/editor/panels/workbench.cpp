@@ -242,12 +242,6 @@ void Workbench::editBreakpoint(int line) {
     breakpointBox_->open(line, wishes);
 }
 
-bool Workbench::inMargins(const wxPoint& place) const {
-    return !settings_.classic && controls_.text && place.x >= 0 &&
-           place.x < controls_.text->GetMarginWidth(kNumberMargin) +
-                         controls_.text->GetMarginWidth(kBookmarkMargin);
-}
-
 bool Workbench::takesCommand(int id) {
     if (settings_.classic || !findBar_) return false;
     if (assist_ && assist_->command(id)) return true;

@@ -83,8 +83,6 @@ class Workbench {
     void closeFind();
     /// The box of a breakpoint's wishes, for the 1-based `line`.
     void editBreakpoint(int line);
-    /// The place is in the margins of the text.
-    bool inMargins(const wxPoint& place) const;
     /// The menu items of the window's commands, told through this.
     std::function<void(int id, bool checked)> showChecked;
 
