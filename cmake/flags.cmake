@@ -20,6 +20,10 @@ endif()
 if(KORVANT_SANITIZE)
   add_compile_options(-fsanitize=${KORVANT_SANITIZE} -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KORVANT_SANITIZE})
+  # The compiler warns of members that the standard library's regular expressions do initialise.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Wno-maybe-uninitialized)
+  endif()
 endif()
 
 find_program(KORVANT_CCACHE ccache)
