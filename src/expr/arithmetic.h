@@ -51,10 +51,6 @@ enum class Unary : std::uint8_t {
 };
 inline constexpr std::size_t kUnaryCount = 16;
 
-constexpr bool isComparison(Binary code) noexcept {
-    return code >= Binary::NotEqual && code <= Binary::Less;
-}
-
 /// Truncated toward zero; beyond the 32-bit range its nearest end, 0 for not-a-number.
 inline std::int32_t truncated(double value) noexcept {
     using Limits = std::numeric_limits<std::int32_t>;

@@ -33,9 +33,7 @@ class NameTable {
     void clear();
     std::size_t size() const noexcept { return count_; }
 
-    /// Whether any name holds a "(", so that what looks like a call may be a name.
-    bool hasCallLikeNames() const noexcept { return !callLikeSizes_.empty(); }
-    /// Whether a name of that many bytes holds a "(".
+    /// Whether a name of that many bytes holds a "(", so that what looks like a call may be a name.
     bool hasCallLikeName(std::size_t size) const noexcept {
         return callLikeSizes_.count(size) != 0;
     }

@@ -25,10 +25,6 @@ void observeEngine(asIScriptEngine* engine, EngineObserver& observer) {
     engine->SetContextUserDataCleanupCallback(contextGone, kOwner);
 }
 
-bool isObserved(const asIScriptEngine* engine) {
-    return engine->GetUserData(kOwner) != nullptr;
-}
-
 void observeContext(asIScriptContext* context, EngineObserver& observer) {
     context->GetEngine()->SetContextUserDataCleanupCallback(contextGone, kOwner);
     context->SetUserData(&observer, kOwner);

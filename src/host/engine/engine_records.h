@@ -28,8 +28,6 @@ class EngineObserver {
 
 /// Makes the engine tell `observer` of its own end and of the end of watched contexts.
 void observeEngine(asIScriptEngine* engine, EngineObserver& observer);
-/// True for an engine that somebody observes.
-bool isObserved(const asIScriptEngine* engine);
 void observeContext(asIScriptContext* context, EngineObserver& observer);
 /// Ends that; for an observer that goes first.
 void forgetObserver(asIScriptEngine* engine);

@@ -38,10 +38,6 @@ void useSystemFonts(Look& look) {
     look.codeStrong = look.code.Bold();
 }
 
-bool desktopIsDark() {
-    return wxSystemSettings::GetColour(wxSYS_COLOUR_FRAMEBK).GetLuminance() < 0.5;
-}
-
 const ThemeTable& tableOf(ThemeChoice choice) {
     const bool dark =
         choice == ThemeChoice::dark || (choice == ThemeChoice::system && native::prefersDark());

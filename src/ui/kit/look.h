@@ -30,8 +30,6 @@ struct Look {
 void useSystemFonts(Look& look);
 /// The face of that list; never empty.
 wxString codeFace();
-/// The desktop itself is dark.
-bool desktopIsDark();
 /// The table of a choice; the classic look has none of its own and is painted light.
 const ThemeTable& tableOf(ThemeChoice choice);
 
