@@ -28,7 +28,8 @@ CListCtrlEx::CListCtrlEx(wxWindow* parent, EditSession& session, int page, FormH
       session_(session),
       page_(page),
       host_(host),
-      painter_(new FormRowPainter(*this)) {
+      painter_(new FormRowPainter(*this)),
+      field_(*this, session) {
     if (session.pageHasUnits(page)) SetColumnCount(3);
     setLook();
     Bind(wxEVT_CHAR_HOOK, &CListCtrlEx::onKey, this);
@@ -51,7 +52,7 @@ bool CListCtrlEx::ProcessEvent(wxEvent& event) {
 
 /// The rows ask the painter's list until they are gone.
 CListCtrlEx::~CListCtrlEx() {
-    edited_ = nullptr;
+    field_.forget();
 }
 
 void CListCtrlEx::setLook() {
@@ -118,7 +119,7 @@ std::int32_t CListCtrlEx::selectedProperty() const {
 bool CListCtrlEx::select(std::int32_t property) {
     FormRow* row = rowOf(property);
     if (row && row->HasFlag(wxPG_PROP_HIDDEN)) row = nullptr;
-    if (edited_ && edited_ == row) return true;
+    if (row && field_.row() == row) return true;
     return DoSelectProperty(row, 0);
 }
 
@@ -165,11 +166,8 @@ wxRect CListCtrlEx::rowRect(std::int32_t property) const {
 }
 
 void CListCtrlEx::onSelected(wxPropertyGridEvent&) {
-    if (edited_ && edited_ != selectedRow()) {
-        edited_ = nullptr;
-        typed_.reset();
-    }
-    hideRefusal();
+    if (field_.row() != selectedRow()) field_.forget();
+    field_.hideRefusal();
     host_.rowSelected(*this, selectedProperty());
 }
 
@@ -180,12 +178,12 @@ void CListCtrlEx::apply(const EditChanges& changes) {
     const bool mine = first != changes.rows.end() && *first <= about.last;
     if (changes.filter) applyFilter();
     if (mine) Refresh();
-    if (edited_ && std::binary_search(first, changes.rows.end(), edited_->property()))
-        refreshField();
+    if (field_.isOpen() && std::binary_search(first, changes.rows.end(), field_.row()->property()))
+        field_.refresh();
 }
 
 void CListCtrlEx::applyFilter() {
-    if (edited_ && !commit()) return;
+    if (!commit()) return;
     if (const FormRow* row = selectedRow(); row && !session_.state(row->property()).visible)
         DoSelectProperty(nullptr, 0);
     Freeze();

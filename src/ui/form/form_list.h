@@ -10,17 +10,14 @@
 #include <vector>
 
 #include "object/form/edit_session.h"
+#include "ui/form/form_field.h"
 #include "ui/form/form_host.h"
 #include "ui/form/form_row.h"
-#include "ui/form/form_typed_text.h"
 #include "ui/kit/guarded_window.h"
-
-class wxOwnerDrawnComboBox;
 
 namespace korvant::ui {
 
 class FormRowPainter;
-class FormRefusal;
 
 /// Rows with a label, a value and, on a page that has any, a unit; under captions of categories.
 /// A row is idle until it is edited: by Return, F2, typing or a click on its value. What was typed
@@ -43,12 +40,12 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     /// Takes what is being typed and closes the field. False: refused, the field stays.
     bool commit();
     /// Drops what is being typed.
-    void revert();
-    bool editing() const { return edited_ != nullptr; }
+    void revert() { field_.close(); }
+    bool editing() const { return field_.isOpen(); }
     /// Something was typed that is not taken yet.
-    bool typing() const { return edited_ != nullptr && fieldModified(); }
+    bool typing() const { return field_.modified(); }
     /// Why the open field was refused; empty when it was not.
-    wxString refusal() const;
+    wxString refusal() const { return field_.refusal(); }
 
     std::int32_t selectedProperty() const;
     /// False when what is being typed was refused. -1 selects nothing.
@@ -69,13 +66,13 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     int page() const { return page_; }
     const FormRowPainter& painter() const { return *painter_; }
     RowEditor editorOf(std::int32_t property) const;
-    bool isEdited(const FormRow& row) const { return edited_ == &row; }
-    wxString fieldText() const;
+    bool isEdited(const FormRow& row) const { return field_.row() == &row; }
+    wxString fieldText() const { return field_.original(); }
     bool isFocused() const { return HasInternalFlag(wxPG_FL_FOCUSED); }
     int columnWidth(int column) const { return m_pState->GetColumnWidth(column); }
     /// Where a row stands in the window; empty when it is not shown.
     wxRect rowRect(std::int32_t property) const;
-    void fieldChanged();
+    void fieldChanged() { field_.hideRefusal(); }
     /// The button beside the field, F4.
     void openChooser();
     /// The list of options was closed, with a choice or without one.
@@ -99,15 +96,8 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     void toggle(FormRow& row);
     std::optional<std::string> chosenFile(const FormRow& row);
     std::optional<std::string> chosenColour(const FormRow& row);
-    void endEdit();
     void refuse(const FormRow& row, const std::string& message);
-    void hideRefusal();
     bool take(const FormRow& row, const EditCommit& commit);
-    wxTextCtrl* field() const;
-    wxOwnerDrawnComboBox* options() const;
-    bool fieldModified() const;
-    void setField(const wxString& text);
-    void refreshField();
 
     // Keys.
     void onKey(wxKeyEvent& event);
@@ -127,7 +117,6 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     // Mouse.
     void onClick(wxMouseEvent& event);
     void clickValue(FormRow& row, int x, bool twice);
-    void chooseByLetter(const wxString& typed);
     void onMove(wxMouseEvent& event);
     wxString tipAt(const wxPoint& place) const;
     wxString cutOffText(const FormRow& row, int column) const;
@@ -144,10 +133,8 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     const int page_;
     FormHost& host_;
     std::unique_ptr<FormRowPainter> painter_;
-    FormRefusal* refusal_ = nullptr;  ///< while it is shown
-    std::vector<FormRow*> rows_;      ///< by property, from the page's first; the toolkit's own
-    FormRow* edited_ = nullptr;       ///< its field or list is open
-    std::optional<TypedText> typed_;  ///< what the field began with
+    FormField field_;
+    std::vector<FormRow*> rows_;  ///< by property, from the page's first; the toolkit's own
     bool filled_ = false;
     bool fresh_ = true;  ///< the user has done nothing here yet
 };

@@ -31,19 +31,20 @@ void CListCtrlEx::onKey(wxKeyEvent& event) {
     const int code = event.GetKeyCode();
     bool handled = false;
     fresh_ = false;
-    if (options())
+    if (field_.options())
         handled = handleOptionsKey(code);
     else
-        handled = chooserKey(event) ||
-                  (edited_ ? handleFieldKey(event) : handleIdleKey(event) || handleMoveKey(event));
+        handled =
+            chooserKey(event) || (field_.isOpen() ? handleFieldKey(event)
+                                                  : handleIdleKey(event) || handleMoveKey(event));
     if (!handled) event.Skip();
 }
 
 /// The open list takes its keys itself; only what would reach the window behind it is kept here.
 bool CListCtrlEx::handleOptionsKey(int code) {
     if (code != WXK_ESCAPE && code != WXK_TAB) return false;
-    options()->Dismiss();
-    endEdit();
+    field_.options()->Dismiss();
+    field_.close();
     SetFocus();
     if (code == WXK_TAB) moveByTab(!wxGetKeyState(WXK_SHIFT));
     return true;
@@ -64,8 +65,8 @@ bool CListCtrlEx::handleFieldKey(const wxKeyEvent& key) {
         moveByTab(modifiers == wxMOD_NONE);
     else if (code == WXK_ESCAPE)
         revert();
-    else if (code == 'Z' && modifiers == wxMOD_CONTROL && fieldModified())
-        setField(fieldText());
+    else if (code == 'Z' && modifiers == wxMOD_CONTROL && field_.modified())
+        field_.set(field_.original());
     else if (modifiers != wxMOD_NONE)
         return false;
     else if (isReturn(code))
@@ -141,7 +142,8 @@ void CListCtrlEx::onCharacter(wxKeyEvent& event) {
     FormRow* row = selectedRow();
     const wxChar character = event.GetUnicodeKey();
     const bool command = event.ControlDown() != event.AltDown();  // both together: AltGr
-    if (!row || edited_ || command || character < ' ' || character == 0x7F) return event.Skip();
+    if (!row || field_.isOpen() || command || character < ' ' || character == 0x7F)
+        return event.Skip();
     typeOn(*row, wxString(character));
 }
 
@@ -161,16 +163,16 @@ void CListCtrlEx::typeOn(FormRow& row, const wxString& typed) {
         return;
     }
     beginEdit(row);
-    if (field()) {
-        setField(typed);
-        fieldChanged();
+    if (field_.text()) {
+        field_.set(typed);
+        field_.hideRefusal();
     }
-    chooseByLetter(typed);
+    field_.markOption(typed);
 }
 
 /// Leaves the list behind its last row and before its first.
 void CListCtrlEx::moveByTab(bool forward) {
-    const bool wasEditing = edited_ != nullptr;
+    const bool wasEditing = field_.isOpen();
     if (!commit()) return;
     std::int32_t from = selectedProperty();
     if (const wxPGProperty* caption = GetSelection(); caption && from < 0) {

@@ -95,8 +95,8 @@ wxString CListCtrlEx::findings(const FormRow& row) const {
 /// The row under the pointer becomes the selected one first; an open field has the menu of its own
 /// control. False: no menu of ours.
 bool CListCtrlEx::selectForMenu(const wxContextMenuEvent& event) {
-    if (event.GetPosition() == wxDefaultPosition) return !edited_;
-    const bool ownField = edited_ && event.GetEventObject() != this;
+    if (event.GetPosition() == wxDefaultPosition) return !field_.isOpen();
+    const bool ownField = field_.isOpen() && event.GetEventObject() != this;
     if (ownField || !commit()) return false;
     if (FormRow* row = asFormRow(HitTest(ScreenToClient(event.GetPosition())).GetProperty())) {
         if (!select(row->property())) return false;
