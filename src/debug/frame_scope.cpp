@@ -46,6 +46,35 @@ std::string FrameScope::nameSpace() const {
     return orEmpty(type != nullptr ? type->GetNamespace() : function_->GetNamespace());
 }
 
+std::string_view FrameScope::localName(asUINT index) const {
+    const char* const name = context_->GetVarName(index, level_);
+    return name != nullptr ? name : "";
+}
+
+/// Whether the statement at which the frame stands is being executed.
+bool FrameScope::begun() const {
+    return level_ > 0 || context_->GetState() == asEXECUTION_EXCEPTION;
+}
+
+bool FrameScope::isKnown(asUINT index) const {
+    const std::string_view name = localName(index);
+    if (name.empty()) return false;
+    const bool byCode = context_->IsVarInScope(index, level_);
+    if (text_ == nullptr) return byCode;
+    std::size_t nth = 0;
+    std::size_t count = 0;
+    const int all = context_->GetVarCount(level_);
+    for (asUINT i = 0; all > 0 && i < static_cast<asUINT>(all); ++i) {
+        if (localName(i) != name) continue;
+        if (i < index) ++nth;
+        ++count;
+    }
+    const auto seen = text_->variables().seenAt(line_, column_, name, nth, count);
+    if (!seen) return byCode;
+    if (*seen == DeclaredVariables::Seen::declaredThere) return begun() && byCode;
+    return *seen == DeclaredVariables::Seen::yes;
+}
+
 bool FrameScope::notYetSet(std::string_view name) const {
     return text_ != nullptr && line_ > 0 && text_->declares(line_, column_, name);
 }
@@ -55,8 +84,7 @@ bool FrameScope::neverSet(const NamedValue& variable) const {
     if (text_ == nullptr || line_ <= 0 || (variable.value.typeId & asTYPEID_MASK_OBJECT) != 0)
         return false;
     if (touched_ != nullptr && touched_->count(variable.value.address) > 0) return false;
-    const bool begun = level_ > 0 || context_->GetState() == asEXECUTION_EXCEPTION;
-    return text_->neverSet(line_, column_, variable.name, begun);
+    return text_->neverSet(line_, column_, variable.name, begun());
 }
 
 NamedValue FrameScope::local(asUINT index) const {
@@ -77,8 +105,8 @@ std::vector<NamedValue> FrameScope::locals() const {
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return found;
     const int count = context_->GetVarCount(level_);
     for (asUINT i = 0; count > 0 && i < static_cast<asUINT>(count); ++i) {
-        const char* const name = context_->GetVarName(i, level_);
-        if (name == nullptr || *name == '\0' || !context_->IsVarInScope(i, level_)) continue;
+        if (!isKnown(i)) continue;
+        const std::string_view name = localName(i);
         std::erase_if(found, [name](const NamedValue& outer) { return outer.name == name; });
         found.push_back(local(i));
     }
@@ -129,8 +157,7 @@ bool FrameScope::findLocal(std::string_view name, NamedValue& found) const {
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return false;
     for (int i = context_->GetVarCount(level_); i-- > 0;) {
         const auto index = static_cast<asUINT>(i);
-        const char* const known = context_->GetVarName(index, level_);
-        if (known == nullptr || name != known || !context_->IsVarInScope(index, level_)) continue;
+        if (localName(index) != name || !isKnown(index)) continue;
         found = local(index);
         return true;
     }

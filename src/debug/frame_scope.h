@@ -63,6 +63,9 @@ class FrameScope {
     bool findGlobal(std::string_view name, TypedValue& found) const;
 
   private:
+    std::string_view localName(asUINT index) const;
+    bool isKnown(asUINT index) const;
+    bool begun() const;
     NamedValue local(asUINT index) const;
     bool notYetSet(std::string_view name) const;
     bool neverSet(const NamedValue& variable) const;

@@ -32,6 +32,7 @@ struct StatementStarts::Impl {
     std::optional<TokenList> tokens;
     std::vector<std::size_t> lineBegins{0};
     std::vector<std::pair<std::size_t, std::size_t>> tries;  ///< offsets of their blocks
+    std::optional<DeclaredVariables> variables;
 };
 
 namespace {
@@ -73,6 +74,11 @@ std::int32_t StatementStarts::lineCount() const {
 
 const std::string& StatementStarts::text() const {
     return impl_->text;
+}
+
+DeclaredVariables& StatementStarts::variables() const {
+    if (!impl_->variables) impl_->variables.emplace(impl_->text);
+    return *impl_->variables;
 }
 
 std::int32_t StatementStarts::Impl::lineOf(std::size_t token) const {

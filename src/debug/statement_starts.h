@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "debug/declared_variables.h"
+
 namespace korvant {
 
 /// A script's text with what the debugger asks of it. Lines and columns count from 1, in bytes.
@@ -30,6 +32,8 @@ class StatementStarts {
     /// begins at a place: declared without a value, and not named since. `begun`: the statement is
     /// being executed. False where this cannot be told.
     bool neverSet(std::int32_t line, std::int32_t column, std::string_view name, bool begun) const;
+    /// Made when it is first asked for. Script's thread only.
+    DeclaredVariables& variables() const;
 
   private:
     struct Impl;

@@ -138,7 +138,7 @@ class Generator {
             case 0:
                 return "(" + expression(depth + 1) + ")";
             case 1:
-                return oneOf({"-", "!", "~", "@", "not "}) + expression(depth + 1);
+                return oneOf({"- ", "!", "~", "@", "not "}) + expression(depth + 1);
             case 2:
                 return name() + "[" + expression(depth + 1) + "]";
             case 3:
@@ -180,7 +180,7 @@ TEST_F(Expressions, AtRandomKillNothingAndChangeNothing) {
     const char* const wanted = std::getenv("KORVANT_RANDOM_EXPRESSIONS");
     // Some end other builds of the engine: there a child process compiles each first.
     if (!engineIsHardened()) session().setBuildGuard(&workerGuard());
-    const int count = wanted != nullptr ? std::atoi(wanted) : engineIsHardened() ? 3000 : 300;
+    const int count = wanted != nullptr ? std::atoi(wanted) : engineIsHardened() ? 5000 : 300;
     std::string script = std::string(kDeclarations) + "int main() {" + kLocals;
     const auto line = 1 + std::count(script.begin(), script.end(), '\n');
     script +=
