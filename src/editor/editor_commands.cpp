@@ -19,6 +19,7 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kSave,                 EditorMenu::file,     "Save",                          "Ctrl+S",                kNoMark,                                     kAlways,                 &Editor::save},
     {command_id::kSaveAs,               EditorMenu::file,     "Save &As...",                   "Ctrl+Shift+S",          kSeparatorAfter,                             kAlways,                 &Editor::saveAs},
     {command_id::kExit,                 EditorMenu::file,     "E&xit",                         "",                      kNoMark,                                     kAlways,                 &Editor::exit},
+    {command_id::kCloseTab,             EditorMenu::file,     "&Close",                        "Ctrl+W",                kSeparatorBefore,                            EnabledWhen::tabs,       &Editor::closeDocument},
 
     {command_id::kUndo,                 EditorMenu::edit,     "&Undo",                         "Ctrl+Z",                kContextToo | kTextKeys,                     EnabledWhen::canUndo,    &Editor::undo},
     {command_id::kRedo,                 EditorMenu::edit,     "&Redo",                         "Ctrl+Y Ctrl+Shift+Z",   kSeparatorAfter | kContextToo | kTextKeys,   EnabledWhen::canRedo,    &Editor::redo},
@@ -63,6 +64,8 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kTimeShares,           EditorMenu::view,     "Measure Time of Functions",     "",                      kToggle | kSeparatorAfter,                   kAlways,                 nullptr},
     {command_id::kNextPane,             EditorMenu::view,     "&Next Pane",                    "Ctrl+F6",               kNoMark,                                     kAlways,                 nullptr},
     {command_id::kPreviousPane,         EditorMenu::view,     "Pre&vious Pane",                "Ctrl+Shift+F6",         kNoMark,                                     kAlways,                 nullptr},
+    {command_id::kNextTab,              EditorMenu::view,     "Next Ta&b",                     "Ctrl+Tab",              kNoMark,                                     EnabledWhen::severalTabs, &Editor::nextTab},
+    {command_id::kPreviousTab,          EditorMenu::view,     "Previous Tab",                  "Ctrl+Shift+Tab",        kNoMark,                                     EnabledWhen::severalTabs, &Editor::previousTab},
     {command_id::kResetLayout,          EditorMenu::view,     "&Reset the Layout",             "",                      kNoMark,                                     kAlways,                 nullptr},
     {command_id::kThemeSystem,          EditorMenu::view,     "Theme: Like the System",        "",                      kToggle | kSeparatorBefore,                  kAlways,                 nullptr},
     {command_id::kThemeLight,           EditorMenu::view,     "Theme: Light",                  "",                      kToggle,                                     kAlways,                 nullptr},

@@ -20,7 +20,9 @@ enum class EnabledWhen {
     canUndo,
     canRedo,
     selection,  ///< something is selected
-    canPaste
+    canPaste,
+    tabs,        ///< where the window has tabs
+    severalTabs  ///< and there are several
 };
 
 /// Marks of a record.

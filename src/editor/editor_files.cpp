@@ -8,19 +8,18 @@ namespace korvant {
 
 namespace {
 
-constexpr char kUntitled[] = "Untitled";
 constexpr char kScrambled[] =
     "The text was scrambled or restored with the key. This is no encryption. No recovery copies "
     "are kept of it unless they are turned on again in the context menu.";
 /// The dialog's buffer of 1284 characters, less the terminator.
 constexpr std::size_t kLongestPath = 1283;
 
-FileDialogRequest fileRequest(bool saving) {
+FileDialogRequest fileRequest(bool saving, bool fileMustExist) {
     FileDialogRequest request;
     request.saving = saving;
-    request.title = "Open Source File";
+    request.title = fileMustExist ? "Open Source File" : "Save Source File";
     request.filters = {{"Source Files (*.as)", "*.as"}, {"All Files (*.*)", "*.*"}};
-    request.fileMustExist = true;
+    request.fileMustExist = fileMustExist;
     request.pathMustExist = true;
     request.longestPath = kLongestPath;
     return request;
@@ -29,55 +28,63 @@ FileDialogRequest fileRequest(bool saving) {
 }  // namespace
 
 void ScriptEditor::newDocument() {
-    debugger_.stop();
+    if (tabs_) return newTab();
+    endRun();
     const bool saveFirst =
-        document_.modified() && window_.ask(EditorDocument::kSaveChanges, false) == Answer::yes;
+        document().modified() && window_.ask(EditorDocument::kSaveChanges, false) == Answer::yes;
     if (saveFirst) save();
     rememberFile();
-    if (document_.modified()) recovery_.givenUp();
+    if (document().modified()) recovery().givenUp();
     emptyEditor();
-    document_.setModified(false);
-    recovery_.begin();
+    document().setModified(false);
+    recovery().begin();
     // Deliberate: a later Save writes a file of this name in the current folder.
-    document_.setPath(kUntitled);
+    document().setPath(EditorDocument::kUntitled);
     refreshTitle();
 }
 
 void ScriptEditor::emptyEditor() {
     const OwnText own(*this);
-    breakpoints_.reset();
-    plan_.reset();
-    problems_.clear();
-    document_.makeEmpty();
-    recovery_.begin();
-    window_.setMenuChecked(command_id::kRecoveryCopies, recovery_.enabled());
+    breakpoints().reset();
+    plan().reset();
+    current().problems.clear();
+    document().makeEmpty();
+    recovery().begin();
+    window_.setMenuChecked(command_id::kRecoveryCopies, recovery().enabled());
 }
 
 void ScriptEditor::openDocument() {
-    debugger_.stop();
+    if (!tabs_) endRun();
     if (const auto path = askPath(false)) openPath(*path);
 }
 
-/// The dialogs that come with some desktops do not enforce these limits themselves.
+/// The dialogs that come with some desktops do not enforce these limits themselves. Where a text
+/// begins without a file, saving makes one.
 std::optional<std::string> ScriptEditor::askPath(bool saving) {
+    const bool makesFiles = saving && tabs_;
     for (;;) {
-        auto path = window_.askFile(fileRequest(saving));
+        FileDialogRequest request = fileRequest(saving, !makesFiles);
+        if (makesFiles && document().path().empty())
+            request.suggestedName = document().name() + ".as";
+        auto path = window_.askFile(request);
         if (!path || path->empty() || path->size() > kLongestPath) return std::nullopt;
         FileStatus status;
-        if (!saving || files_.status(*path, status) != 0 || status.kind != FileStatus::Kind::none)
+        if (!saving || makesFiles || files_.status(*path, status) != 0 ||
+            status.kind != FileStatus::Kind::none)
             return path;
         window_.errorBox(*path + "\nFile not found.\nCheck the file name and try again.");
     }
 }
 
 void ScriptEditor::openPath(const std::string& path) {
+    if (tabs_) return openTab(path);
     rememberFile();
-    recovery_.dropping();
+    recovery().dropping();
     // Deliberate: the text goes before the file is tried. It can be undone, and is kept.
     emptyEditor();
     const OwnText own(*this);
-    if (document_.load(path)) {
-        recovery_.saved();
+    if (document().load(path)) {
+        recovery().saved();
         noteRecent(path);
         recallFile();
     }
@@ -86,7 +93,7 @@ void ScriptEditor::openPath(const std::string& path) {
 
 void ScriptEditor::openRecent(int index) {
     if (index >= static_cast<int>(recentFiles_.paths().size())) return;
-    debugger_.stop();
+    if (!tabs_) endRun();
     openPath(std::string(recentFiles_.paths()[static_cast<std::size_t>(index)]));
 }
 
@@ -100,17 +107,17 @@ void ScriptEditor::saveAs() {
 }
 
 void ScriptEditor::save() {
-    if (document_.path().empty())
+    if (document().path().empty())
         saveAs();
     else
-        saveTo(document_.path());
+        saveTo(document().path());
 }
 
 void ScriptEditor::saveTo(const std::string& path) {
     // A copy of its own: saving sets the document's path.
     const std::string target = path;
-    if (!document_.saveTo(target)) return;
-    recovery_.saved();
+    if (!document().saveTo(target)) return;
+    recovery().saved();
     noteRecent(target);
     refreshTitle();
 }
@@ -124,7 +131,7 @@ void ScriptEditor::crypt() {
     if (!text) return output_.show(kNoMemory);
     scramble(*text, key);
     // A text that somebody hides is not to lie readable in the user's folder.
-    recovery_.setEnabled(false);
+    recovery().setEnabled(false);
     window_.setMenuChecked(command_id::kRecoveryCopies, false);
     const OwnText own(*this);
     if (!putScrambled(*text)) return output_.show(kNoMemory);

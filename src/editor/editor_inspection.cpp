@@ -14,15 +14,66 @@ void ScriptEditor::setInspecting(bool inspecting) {
 
 /// The one book for all wishes; a run looks at it as it is when it begins or goes on.
 void ScriptEditor::planBreakpoints() {
-    if (!inspection_.enabled()) return;
-    inspection_.session().breakpoints().setLines({}, plan_.refined());
+    OpenDocument* const ran = documents_.find(runDocument_);
+    if (!inspection_.enabled() || !ran) return;
+    inspection_.session().breakpoints().setLines({}, ran->plan.refined());
     inspection_.session().apply();
+}
+
+bool ScriptEditor::changedSinceRun() const {
+    const OpenDocument* const ran = documents_.find(runDocument_);
+    return !ran || ran->version != runText_;
+}
+
+void ScriptEditor::showRun() {
+    if (OpenDocument* const ran = documents_.find(runDocument_)) show(*ran);
+}
+
+/// Where it stands still; the line is that of the text as it is now.
+ScriptPlace ScriptEditor::stopPlace() const {
+    if (inspection_.held()) return inspection_.stop().place;
+    if (inspection_.canLook() && !inspection_.stop().place.source.empty())
+        return inspection_.stop().place;
+    return {{}, debugger_.stoppedAt(), 0};
+}
+
+std::int32_t ScriptEditor::lineInView(const ScriptPlace& place) const {
+    const bool inView =
+        place.source.empty() ? runIsShown() : documents_.findSource(place.source) == &current();
+    return inView ? std::max(place.line, 0) : 0;
+}
+
+/// A stop in another text than that of the run, if there is a file of it.
+bool ScriptEditor::showStop() {
+    const ScriptPlace place = stopPlace();
+    if (place.source.empty() || !showSource(place.source)) return false;
+    gotoScriptLine(place.line);
+    return true;
+}
+
+bool ScriptEditor::showSource(const std::string& source) {
+    if (!tabs_) return false;
+    if (OpenDocument* const open = documents_.findSource(source)) return show(*open), true;
+    FileStatus status;
+    if (files_.status(source, status) != 0 || status.kind != FileStatus::Kind::regular)
+        return false;
+    openTab(source);
+    return documents_.findSource(source) == &current();
+}
+
+void ScriptEditor::showFrame(unsigned frame) {
+    guarded([&] {
+        const std::vector<DebugFrame> stack = inspection_.stack();
+        if (frame >= stack.size()) return;
+        const ScriptPlace& place = stack[frame].place;
+        place.source.empty() ? showRun() : static_cast<void>(showSource(place.source));
+    });
 }
 
 std::vector<PlannedBreakpoint> ScriptEditor::plannedBreakpoints() {
     const auto code = inspection_.session().code();
-    const bool known = code && inspection_.enabled() && !changedSinceRun();
-    std::vector<PlannedBreakpoint> planned = plan_.all(known ? code.get() : nullptr);
+    const bool known = code && inspection_.enabled() && runIsShown() && !changedSinceRun();
+    std::vector<PlannedBreakpoint> planned = plan().all(known ? code.get() : nullptr);
     // Of a text that is not built it is known where there is nothing at all.
     if (!known)
         for (PlannedBreakpoint& one : planned)
@@ -45,14 +96,14 @@ bool ScriptEditor::hasWords(ControlLine line) const {
 
 void ScriptEditor::changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes) {
     guarded([&] {
-        plan_.change(line, wishes);
+        plan().change(line, wishes);
         planBreakpoints();
     });
 }
 
 void ScriptEditor::editBreakpoints(const std::function<void(BreakpointPlan&)>& action) {
     guarded([&] {
-        action(plan_);
+        action(plan());
         planBreakpoints();
     });
 }
@@ -68,6 +119,10 @@ bool ScriptEditor::commandWhileHeld(int id) {
         case command_id::kRestart:
             restartWanted_ = true;
             return inspection_.end(), true;
+        case command_id::kNextTab:
+            return nextTab(), true;
+        case command_id::kPreviousTab:
+            return previousTab(), true;
         case command_id::kStepOver:
         case command_id::kStepNext:
         case command_id::kStepInto:
@@ -103,12 +158,14 @@ std::string ScriptEditor::lastOutput() const {
 
 void ScriptEditor::runToCaret() {
     const std::int32_t line = toScript(editor_.caretLine()).number;
-    resume([this, line] { inspection_.session().runTo({{}, line, 0}); });
+    const std::string source = runIsShown() ? std::string() : document().path();
+    resume([this, line, source] { inspection_.session().runTo({source, line, 0}); });
 }
 
 /// In its own way to go on, which says what became of the run through the session.
 void ScriptEditor::resume(const std::function<void()>& goOn) {
     if (!inspection_.canLook()) return;
+    showRun();
     planBreakpoints();
     runBegan_ = session_.services().clock->monotonic();
     const auto clock = breathe();
@@ -131,6 +188,7 @@ std::string ScriptEditor::explainException() {
     guarded([&] {
         const int line = inspection_.stop().place.line;
         if (!inspection_.isException() || line < 1 || changedSinceRun()) return;
+        if (!inspection_.stop().place.source.empty() || !runIsShown()) return;
         const ControlLine at = toControl(ScriptLine{line});
         detail = korvant::exceptionDetail(
             inspection_.stop().text, editor_.textOf({editor_.lineStart(at), editor_.lineEnd(at)}),
@@ -149,7 +207,7 @@ void ScriptEditor::pauseRun() {
 }
 
 void ScriptEditor::restartRun() {
-    debugger_.stop();
+    endRun();
     drive(&Debugger::execute);
 }
 
@@ -163,9 +221,11 @@ void ScriptEditor::toggleBreakpointAt(std::int32_t line) {
         plan.toggle(line);
         if (!plan.has(line) || !window_.explains()) return;
         for (const PlannedBreakpoint& one : plannedBreakpoints())
-            if (one.line == line && !one.verified)
+            if (one.line == line && !one.verified) {
+                outputDocument_ = current().id;
                 output_.showAbove("Line " + formatInt(line) +
                                   " has no code: the script does not stop there.");
+            }
     });
 }
 
@@ -185,13 +245,25 @@ void ScriptEditor::switchBreakpoint() {
     });
 }
 
+/// The suspended run that a build ends may be another text's.
 void ScriptEditor::build() {
+    if (debugger_.debugging() && !runIsShown()) {
+        OpenDocument& wanted = current();
+        stopDebugging();
+        show(wanted);
+    }
     drive(&Debugger::build);
+}
+
+/// What the end changes in the text is right only while that is shown.
+void ScriptEditor::endRun() {
+    if (debugger_.debugging()) showRun();
+    debugger_.stop();
 }
 
 void ScriptEditor::stopDebugging() {
     inspection_.endLooking();
-    debugger_.stop();
+    endRun();
 }
 
 /// What a host has registered is coloured like the functions and types of this module.
@@ -243,19 +315,21 @@ void ScriptEditor::gotoProblem(const Diagnostic& problem) {
 
 void ScriptEditor::nextProblem() {
     const EditorStatus at = status();
-    if (const Diagnostic* problem = problems_.next(at.line, at.column)) gotoProblem(*problem);
+    if (const Diagnostic* problem = current().problems.next(at.line, at.column))
+        gotoProblem(*problem);
 }
 
 void ScriptEditor::previousProblem() {
     const EditorStatus at = status();
-    if (const Diagnostic* problem = problems_.previous(at.line, at.column)) gotoProblem(*problem);
+    if (const Diagnostic* problem = current().problems.previous(at.line, at.column))
+        gotoProblem(*problem);
 }
 
 const Diagnostic* ScriptEditor::problemAtCaret() const {
     const std::int32_t line = toScript(editor_.caretLine()).number;
     const int column = editor_.caret() - editor_.lineStart(editor_.caretLine()) + 1;
     const Diagnostic* found = nullptr;
-    for (const Diagnostic& one : problems_.all()) {
+    for (const Diagnostic& one : current().problems.all()) {
         if (one.line != line || one.kind == Diagnostic::Kind::information) continue;
         if (one.column <= column && column <= one.endColumn) return &one;
         if (found == nullptr) found = &one;
@@ -265,19 +339,20 @@ const Diagnostic* ScriptEditor::problemAtCaret() const {
 
 std::optional<std::string> ScriptEditor::scriptBytes() {
     std::optional<std::string> bytes;
-    guarded([&] { bytes = document_.scriptBytes(); });
+    guarded([&] { bytes = document().scriptBytes(); });
     return bytes;
 }
 
 void ScriptEditor::setProblems(std::vector<Diagnostic> found) {
-    guarded([&] { problems_.set(std::move(found)); });
+    guarded([&] { current().problems.set(std::move(found)); });
 }
 
 /// After a build: what it said, of the text as it is.
 void ScriptEditor::noteBuild() {
     if (!inspection_.enabled()) return;
-    const std::optional<std::string> text = document_.scriptBytes();
-    problems_.setBuilt(diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
+    const std::optional<std::string> text = document().scriptBytes();
+    current().problems.setBuilt(
+        diagnosticsOf(session_.buildMessages().all(), text.value_or(std::string())));
 }
 
 }  // namespace korvant

@@ -22,59 +22,78 @@ std::vector<std::string> linesOf(const std::string& text) {
 
 /// Only of a file, and only where somebody looks into runs: the classic layout begins anew.
 void ScriptEditor::rememberFile() {
-    if (!inspection_.enabled() || !editor_.exists() || document_.path().empty()) return;
+    if (!inspection_.enabled() || !editor_.exists() || document().path().empty()) return;
     guarded([this] {
         RememberedFile file;
         const ControlLine caret = editor_.caretLine();
         file.caretLine = toScript(caret).number;
         file.caretByte = editor_.caret() - editor_.lineStart(caret);
-        file.firstLine =
-            1 + static_cast<std::int32_t>(editor_.send(
-                    sci::kDocLineFromVisible,
-                    static_cast<std::uintptr_t>(editor_.send(sci::kGetFirstVisibleLine))));
-        for (std::intptr_t line = 0; (line = editor_.send(sci::kContractedFoldNext,
-                                                          static_cast<std::uintptr_t>(line))) >= 0;
-             ++line)
-            file.folds.push_back(static_cast<std::int32_t>(line + 1));
-        for (const Watch& watch : inspection_.watches()) file.watches.push_back(watch.expression);
-        for (const PlannedBreakpoint& one : plan_.all(nullptr)) {
+        const TextView view = viewOf(editor_);
+        file.firstLine = view.firstLine + 1;
+        for (const int line : view.folds) file.folds.push_back(line + 1);
+        file.watches = watchesNow();
+        for (const PlannedBreakpoint& one : plan().all(nullptr)) {
             const ControlLine line = toControl(ScriptLine{one.line});
             file.breakpoints.push_back(
                 {one.line, editor_.textOf({editor_.lineStart(line), editor_.lineEnd(line)}),
                  one.wishes.enabled, one.wishes.passes, one.wishes.condition, one.wishes.prints,
                  one.classicCondition});
         }
-        memory_.remember(absolutePath(document_.path()), file);
+        memory_.remember(absolutePath(document().path()), file);
     });
 }
 
 void ScriptEditor::recallFile() {
-    if (!inspection_.enabled() || !editor_.exists() || document_.path().empty()) return;
+    if (!inspection_.enabled() || !editor_.exists() || document().path().empty()) return;
     guarded([this] {
-        RememberedFile file = memory_.recall(absolutePath(document_.path()));
+        RememberedFile file = memory_.recall(absolutePath(document().path()));
         findAgain(file.breakpoints, linesOf(editor_.text().value_or(std::string())));
         for (const RememberedBreakpoint& one : file.breakpoints) {
-            plan_.change(one.line, {one.enabled, one.condition, one.passes, one.prints});
-            if (one.enabled) breakpoints_.setCondition(ScriptLine{one.line}, one.classicCondition);
+            plan().change(one.line, {one.enabled, one.condition, one.passes, one.prints});
+            if (one.enabled) breakpoints().setCondition(ScriptLine{one.line}, one.classicCondition);
         }
-        inspection_.removeWatches();
-        for (const std::string& watch : file.watches) inspection_.addWatch(watch);
+        setWatches(file.watches);
         recallView(file);
     });
 }
 
 void ScriptEditor::recallView(const RememberedFile& file) {
-    if (!file.folds.empty()) editor_.send(sci::kColourise, 0, std::intptr_t{-1});
-    for (const std::int32_t line : file.folds)
-        if (line <= editor_.lineCount())
-            editor_.send(sci::kFoldLine, static_cast<std::uintptr_t>(line - 1), std::intptr_t{0});
+    TextView view;
+    for (const std::int32_t line : file.folds) view.folds.push_back(line - 1);
+    if (!view.folds.empty()) editor_.send(sci::kColourise, 0, std::intptr_t{-1});
     const ControlLine caret{std::min(file.caretLine, editor_.lineCount()) - 1};
     const int start = editor_.lineStart(caret);
-    const int at = std::min(start + file.caretByte, editor_.lineEnd(caret));
-    editor_.select(at, at);
-    editor_.send(sci::kSetFirstVisibleLine,
-                 static_cast<std::uintptr_t>(editor_.send(
-                     sci::kVisibleFromDocLine, static_cast<std::uintptr_t>(file.firstLine - 1))));
+    view.anchor = view.caret = std::min(start + file.caretByte, editor_.lineEnd(caret));
+    view.firstLine = file.firstLine - 1;
+    restoreView(editor_, view);
+}
+
+/// What is watched is of one text: of the one in view, but for a run that stands still.
+void ScriptEditor::useWatches() {
+    if (watchDocument_ == current().id || debugger_.debugging() || debugger_.busy()) return;
+    if (OpenDocument* const before = documents_.find(watchDocument_)) {
+        before->watches.clear();
+        for (const Watch& watch : inspection_.watches())
+            before->watches.push_back(watch.expression);
+    }
+    watchDocument_ = current().id;
+    setWatches(std::move(current().watches));
+}
+
+void ScriptEditor::setWatches(std::vector<std::string> watches) {
+    if (watchDocument_ != current().id) {
+        current().watches = std::move(watches);
+        return;
+    }
+    inspection_.removeWatches();
+    for (const std::string& watch : watches) inspection_.addWatch(watch);
+}
+
+std::vector<std::string> ScriptEditor::watchesNow() const {
+    if (watchDocument_ != current().id) return current().watches;
+    std::vector<std::string> watches;
+    for (const Watch& watch : inspection_.watches()) watches.push_back(watch.expression);
+    return watches;
 }
 
 }  // namespace korvant

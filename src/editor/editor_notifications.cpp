@@ -44,24 +44,30 @@ void ScriptEditor::notify(const ControlNotification& notification) {
 void ScriptEditor::outputNotified(const ControlNotification& notification) {
     if (left_ || notification.code != sci::kDoubleClick) return;
     guarded([&] {
-        if (const auto place = output_.placeAt(notification.position)) gotoPlace(*place);
+        const auto place = output_.placeAt(notification.position);
+        if (!place) return;
+        if (OpenDocument* const named = documents_.find(outputDocument_)) show(*named);
+        gotoPlace(*place);
     });
 }
 
 void ScriptEditor::textModified(const ControlNotification& notification) {
     if ((notification.modificationType & (sci::kModInsertText | sci::kModDeleteText)) == 0) return;
-    const bool wasModified = document_.modified();
-    document_.setModified(true);
-    ++textVersion_;
+    const bool wasModified = document().modified();
+    document().setModified(true);
+    documents_.touch(current());
     if (!wasModified) refreshTitle();
-    recovery_.changed();
+    recovery().changed();
     assistant_.textChanged();
     if (notification.linesAdded != 0) view_.linesChanged();
     if (!followLines_) return;
     if (const auto shift = lineShiftOf(editor_, notification)) {
-        debugger_.follow(*shift);
-        plan_.follow(*shift);
-        problems_.follow(*shift);
+        if (runIsShown())
+            debugger_.follow(*shift);
+        else
+            breakpoints().follow(*shift);
+        plan().follow(*shift);
+        current().problems.follow(*shift);
     }
 }
 
@@ -92,7 +98,7 @@ void ScriptEditor::gotoPlace(const ReportedPlace& place) {
     const int start = editor_.lineStart(line);
     const int offset = place.column - 1;
     int position = start + offset;
-    if (document_.western())
+    if (document().western())
         position = static_cast<int>(
             editor_.send(sci::kPositionRelative, static_cast<std::uintptr_t>(start), offset));
     window_.activate();

@@ -10,6 +10,12 @@ constexpr int kUsualSize = 10;  // points
 
 }  // namespace
 
+void ScriptEditor::noteStop(EditorStatus& status) const {
+    const ScriptPlace place = stopPlace();
+    status.stoppedLine = place.line;
+    status.stopInView = lineInView(place) > 0;
+}
+
 EditorStatus ScriptEditor::status() const {
     EditorStatus status;
     const int caret = editor_.caret();
@@ -18,16 +24,16 @@ EditorStatus ScriptEditor::status() const {
     status.column = 1 + static_cast<int>(editor_.send(
                             sci::kCountCharacters,
                             static_cast<std::uintptr_t>(editor_.lineStart(line)), caret));
-    status.path = document_.path();
-    status.encoding = document_.western() ? "Windows-1252" : "UTF-8";
-    status.modified = document_.modified();
+    status.path = document().path();
+    status.encoding = document().western() ? "Windows-1252" : "UTF-8";
+    status.modified = document().modified();
     status.canUndo = editor_.send(sci::kCanUndo) != 0;
     status.canRedo = editor_.send(sci::kCanRedo) != 0;
     status.zoom = (kUsualSize + zoom()) * 100 / kUsualSize;
     if (inspection_.held()) {
         const bool failed = inspection_.isException();
         status.run = failed ? EditorStatus::Run::exception : EditorStatus::Run::stopped;
-        status.stoppedLine = inspection_.stop().place.line;
+        noteStop(status);
     } else if (debugger_.busy()) {
         status.run = EditorStatus::Run::running;
         status.runMilliseconds =
@@ -35,7 +41,7 @@ EditorStatus ScriptEditor::status() const {
         status.limitMilliseconds = session_.maxRunTime();
     } else if (debugger_.debugging()) {
         status.run = EditorStatus::Run::stopped;
-        status.stoppedLine = debugger_.stoppedAt();
+        noteStop(status);
     }
     return status;
 }

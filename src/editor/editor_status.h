@@ -12,7 +12,8 @@ struct EditorStatus {
     Run run = Run::idle;
     std::int32_t line = 1, column = 1;  ///< of the caret; the column in characters
     std::int32_t stoppedLine = 0;
-    std::string path;  ///< of the document; empty for the host's text
+    bool stopInView = false;  ///< that line is one of the text in view
+    std::string path;         ///< of the text in view; empty for one without a file
     std::string encoding;
     bool modified = false;
     bool canUndo = false, canRedo = false;

@@ -33,23 +33,22 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       programFolder_(surroundings.programFolder),
       output_(outputControl_),
       backups_(files_, joinPathIn(surroundings.dataFolder, "backups")),
-      document_({editor_, output_, files_, backups_}),
-      breakpoints_(editor_),
-      debugger_({session_, window_, editor_, output_, breakpoints_},
-                [this] { return document_.scriptBytes(); }),
+      documents_({editor_, output_, window_, files_, backups_, *session_.services().clock,
+                  joinPathIn(surroundings.dataFolder, "recovery")}),
+      debugger_({session_, window_, editor_, output_, documents_.shown().breakpoints},
+                [this] { return document().scriptBytes(); }),
       inspection_(session_, [this](const std::function<bool()>& goesOn) { waitWhileHeld(goesOn); }),
-      plan_(editor_, breakpoints_),
       view_(editor_, outputControl_, window_),
       search_(std::make_shared<Search>(editor_, window_)),
       assistant_(editor_, debugger_, surroundings.families),
-      recovery_({document_, window_, files_, backups_, *session_.services().clock},
-                joinPathIn(surroundings.dataFolder, "recovery")),
       recentFiles_(files_, joinPathIn(surroundings.dataFolder, "recent_files")),
       memory_(files_, joinPathIn(surroundings.dataFolder, "remembered_files")),
       families_(surroundings.families) {
     inspection_.onPrinted = [this](const std::string& text) {
         output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
     };
+    hostDocument_ = watchDocument_ = documents_.shown().id;
+    debugger_.showsElsewhere = [this] { return showStop(); };
     inspection_.onBreath = [this] {
         if (window_.pumpEvents()) session_.requestStop();
     };
@@ -60,7 +59,9 @@ ScriptEditor::~ScriptEditor() = default;
 /// What the user looks at takes no time of the run's.
 void ScriptEditor::waitWhileHeld(const std::function<bool()>& goesOn) {
     const std::uint64_t began = session_.services().clock->monotonic();
+    showStop();
     window_.waitWhileHeld(goesOn);
+    showRun();
     runBegan_ += session_.services().clock->monotonic() - began;
 }
 
@@ -76,10 +77,10 @@ void ScriptEditor::initialise() {
         setUpControls();
         {
             const OwnText own(*this);
-            document_.begin(hostText_, hostFile_);
+            document().begin(hostText_, hostFile_);
         }
         view_.fontChanged();
-        recovery_.begin();
+        recovery().begin();
         window_.setRecentFiles(recentFiles_.paths());
         refreshTitle();
     });
@@ -103,11 +104,11 @@ void ScriptEditor::setUpControls() {
 }
 
 void ScriptEditor::showTour() {
-    if (editor_.length() > 0 || !document_.path().empty()) return;
+    if (editor_.length() > 0 || !document().path().empty()) return;
     guarded([this] {
         const OwnText own(*this);
-        document_.begin(kTourScript, {});
-        tourText_ = textVersion_;
+        document().begin(kTourScript, {});
+        current().tour = current().version;
         refreshTitle();
     });
 }
@@ -115,12 +116,20 @@ void ScriptEditor::showTour() {
 void ScriptEditor::shown() {
     const OwnText own(*this);
     run([this] {
-        if (recovery_.offer()) refreshTitle();
+        if (!tabs_) {
+            if (recovery().offer()) refreshTitle();
+            return;
+        }
+        recovery().offerAll([this](const RecoveryRecord& record) -> RecoveryKeeper& {
+            return placeFor(record).recovery;
+        });
+        refreshTitle();
     });
 }
 
 void ScriptEditor::closed() {
     search_.reset();
+    documents_.release();
     editor_ = {};
     outputControl_ = {};
 }
@@ -137,12 +146,12 @@ void ScriptEditor::guarded(const std::function<void()>& action) {
 void ScriptEditor::run(const std::function<void()>& action) {
     guarded([&] {
         action();
-        recovery_.keepIfDue();
+        recovery().keepIfDue();
     });
     if (!closeWanted_ || debugger_.busy() || left_) return;
     guarded([this] {
         takeTextForHost();
-        leave(document_.path().empty());
+        leave();
     });
     window_.endModal();
 }
@@ -151,11 +160,14 @@ void ScriptEditor::run(const std::function<void()>& action) {
 void ScriptEditor::drive(void (Debugger::*action)()) {
     do {
         restartWanted_ = false;
-        recovery_.keepIfChanged();
+        if (debugger_.debugging()) showRun();
+        recovery().keepIfChanged();
         inspection_.endLooking();
         onlyChecked_ = action == &Debugger::build;
         if (!debugger_.debugging()) {
-            runText_ = textVersion_;
+            runDocument_ = outputDocument_ = current().id;
+            runText_ = current().version;
+            debugger_.use(breakpoints());
             measures_.begin();
             if (action == &Debugger::execute) lastOutput_.clear();
         }
@@ -194,6 +206,10 @@ bool ScriptEditor::enabled(const EditorCommand& command) const {
     switch (command.enabledWhen) {
         case EnabledWhen::debugging:
             return debugger_.debugging();
+        case EnabledWhen::tabs:
+            return tabs_;
+        case EnabledWhen::severalTabs:
+            return tabs_ && documents_.count() > 1;
         case EnabledWhen::stoppable:
             return debugger_.debugging() || debugger_.busy();
         case EnabledWhen::canUndo:
@@ -220,7 +236,7 @@ void ScriptEditor::tick() {
 }
 
 void ScriptEditor::endingSoon() {
-    if (!left_) guarded([this] { recovery_.keepIfChanged(); });
+    if (!left_) guarded([this] { recovery().keepIfChanged(); });
 }
 
 bool ScriptEditor::closeBox() {
@@ -232,47 +248,89 @@ bool ScriptEditor::closeBox() {
         return false;
     }
     guarded([this] {
-        if (!mayLeave(document_.path() != hostFile_)) return;
+        if (!mayLeave(false)) return;
         if (takeTextForHost())
-            leave(document_.path().empty());
+            leave();
         else
             output_.show(kNoMemory);
     });
     return left_;
 }
 
-/// Whether an editor of a file may go. Changes are written, or the user says what becomes of them;
-/// what the user gives up is in the backups.
+/// The text is the host's own, and goes back to it.
+bool ScriptEditor::isHostsOwn(const OpenDocument& one) const {
+    return hostFile_.empty() && one.id == hostDocument_ && (!tabs_ || one.document.path().empty());
+}
+
+/// Whether the editor may go. Changes in files are written, or the user says what becomes of them;
+/// nothing is given up before the last answer, and what is given up is in the backups.
 bool ScriptEditor::mayLeave(bool asks) {
-    if (hostFile_.empty() || !document_.modified()) return true;
-    const Answer answer = asks ? window_.ask(EditorDocument::kSaveChanges, true) : Answer::yes;
-    if (answer == Answer::cancel) return false;
-    if (answer == Answer::yes) {
-        save();
-        return !document_.modified() || editor_.length() == 0;
+    std::vector<OpenDocument*> givenUp;
+    OpenDocument& before = current();
+    for (std::size_t i = 0; i < documents_.count(); ++i) {
+        OpenDocument& one = documents_.at(i);
+        if (!one.document.modified() || isHostsOwn(one)) continue;
+        show(one);
+        const bool isHosts = one.id == hostDocument_ && one.document.path() == hostFile_;
+        const Answer answer = asks || !isHosts ? askAboutChanges() : Answer::yes;
+        if (answer == Answer::cancel) return show(before), false;
+        if (answer == Answer::yes && !saveWhole()) return false;
+        if (answer == Answer::no) givenUp.push_back(&one);
     }
-    recovery_.givenUp();
-    document_.setModified(false);
+    for (OpenDocument* const one : givenUp) {
+        documents_.show(*one);
+        giveUp();
+    }
     return true;
 }
 
-/// Without the whole text the host keeps the one that it gave.
+Answer ScriptEditor::askAboutChanges() {
+    std::string question = EditorDocument::kSaveChanges;
+    if (documents_.count() > 1) question += "\n\n" + document().name();
+    return window_.ask(question, true);
+}
+
+/// False: there are changes still. An empty text has been written though it counts as changed.
+bool ScriptEditor::saveWhole() {
+    save();
+    return !document().modified() || editor_.length() == 0;
+}
+
+void ScriptEditor::giveUp() {
+    recovery().givenUp();
+    document().setModified(false);
+}
+
+const std::string& ScriptEditor::documentPath() const {
+    const OpenDocument* const found = documents_.find(hostDocument_);
+    return (found ? *found : current()).document.path();
+}
+
+/// Without the whole text, or when the user has closed it, the host keeps the one that it gave.
 bool ScriptEditor::takeTextForHost() {
-    if (!editor_.exists() || document_.incomplete() || tourText_ == textVersion_) return true;
-    std::optional<std::string> bytes = document_.bytes();
+    OpenDocument* const hosts = documents_.find(hostDocument_);
+    if (!hosts) return true;
+    documents_.show(*hosts);
+    if (!editor_.exists() || document().incomplete() || current().isTour()) return true;
+    std::optional<std::string> bytes = document().bytes();
     if (bytes) hostText_ = std::move(*bytes);
     return bytes.has_value();
 }
 
-void ScriptEditor::leave(bool delivered) {
-    rememberFile();
+/// The host has its own text; for every other one that is not saved there is a copy.
+void ScriptEditor::leave(bool delivers) {
     left_ = true;
-    recovery_.closing(delivered);
+    for (std::size_t i = 0; i < documents_.count(); ++i) {
+        OpenDocument& one = documents_.at(i);
+        documents_.show(one);
+        rememberFile();
+        one.recovery.closing(delivers && one.id == hostDocument_ && one.document.path().empty());
+    }
     debugger_.close();
 }
 
 void ScriptEditor::exit() {
-    debugger_.stop();
+    endRun();
     if (!mayLeave(true)) return;
     // Deliberate: the host gets back the text that it gave.
     leave(false);
@@ -284,7 +342,7 @@ void ScriptEditor::setTheme(const ThemeTable* theme, const CodeFont& font) {
 }
 
 void ScriptEditor::refreshTitle() {
-    window_.setTitle(document_.title());
+    window_.setTitle(document().title());
 }
 
 void ScriptEditor::openFind() {
@@ -341,8 +399,8 @@ void ScriptEditor::helpAt(const std::string& function) {
 }
 
 void ScriptEditor::toggleRecoveryCopies() {
-    recovery_.setEnabled(!recovery_.enabled());
-    window_.setMenuChecked(command_id::kRecoveryCopies, recovery_.enabled());
+    recovery().setEnabled(!recovery().enabled());
+    window_.setMenuChecked(command_id::kRecoveryCopies, recovery().enabled());
 }
 
 }  // namespace korvant

@@ -10,7 +10,6 @@
 #include "editor/assist/assistant.h"
 #include "editor/assist/line_editing.h"
 #include "editor/assist/outline.h"
-#include "editor/assist/problems.h"
 #include "editor/control/editor_window.h"
 #include "editor/control/output_pane.h"
 #include "editor/control/search.h"
@@ -18,15 +17,12 @@
 #include "editor/control/text_control.h"
 #include "editor/control/view_options.h"
 #include "editor/document/backup_store.h"
-#include "editor/document/editor_document.h"
 #include "editor/document/file_memory.h"
 #include "editor/document/recent_files.h"
-#include "editor/document/recovery_keeper.h"
 #include "editor/editor_commands.h"
 #include "editor/editor_status.h"
+#include "editor/open_documents.h"
 #include "editor/stops/attention_clock.h"
-#include "editor/stops/breakpoint_plan.h"
-#include "editor/stops/breakpoints.h"
 #include "editor/stops/debugger.h"
 #include "editor/stops/inspection.h"
 #include "editor/stops/last_output.h"
@@ -71,8 +67,8 @@ class ScriptEditor {
     /// Where there is no text yet: a script to look at, which the host does not get unless it is
     /// changed.
     void showTour();
-    /// Of the document; empty while the text is the host's own.
-    const std::string& documentPath() const noexcept { return document_.path(); }
+    /// Of the text that is the host's; empty while that is the host's own.
+    const std::string& documentPath() const;
 
     /// Creates and sets up the controls and puts the host's text into the editor. The window's
     /// menu exists by then.
@@ -114,9 +110,9 @@ class ScriptEditor {
     /// See ViewOptions::useTheme.
     void setTheme(const ThemeTable* theme, const CodeFont& font);
     /// Another number after each change of the text.
-    std::uint64_t textVersion() const noexcept { return textVersion_; }
+    std::uint64_t textVersion() const noexcept { return current().version; }
     /// The text is not the one that runs, or stands still, any more.
-    bool changedSinceRun() const noexcept { return textVersion_ != runText_; }
+    bool changedSinceRun() const;
     /// The last build was asked for alone, and not for a run.
     bool onlyChecked() const noexcept { return onlyChecked_; }
     /// The names that the script declares have settled: they are coloured, and listed.
@@ -125,6 +121,21 @@ class ScriptEditor {
     std::size_t caretPosition() const { return static_cast<std::size_t>(editor_.caret()); }
     void gotoBytes(std::size_t position);
     void gotoScriptLine(std::int32_t line);
+
+    // Several texts in one window, where that has tabs for them.
+    /// Off: New and Open put another text into the place of the one in view, as they always did. A
+    /// host's own text has the editor for itself.
+    void setTabs(bool tabs) { tabs_ = tabs && (!hostFile_.empty() || hostText_.empty()); }
+    std::vector<DocumentTab> tabs() const { return documents_.tabs(); }
+    std::uint64_t shownTab() const noexcept { return current().id; }
+    /// Not while a script runs.
+    void showTab(std::uint64_t id);
+    /// Asks about changes. Not while a script is driven.
+    void closeTab(std::uint64_t id);
+    /// 1-based; 0 for a place in another text than the one in view.
+    std::int32_t lineInView(const ScriptPlace& place) const;
+    /// Shows the text of a frame of the stack, if it can be had.
+    void showFrame(unsigned frame);
 
     // Around a script that stands still, where the window wants it.
     /// Only while nothing runs. Without it everything is as it always was.
@@ -144,7 +155,7 @@ class ScriptEditor {
     std::vector<PlannedBreakpoint> plannedBreakpoints();
     void changeBreakpoint(std::int32_t line, const BreakpointWishes& wishes);
     void editBreakpoints(const std::function<void(BreakpointPlan&)>& action);
-    const Problems& problems() const noexcept { return problems_; }
+    const Problems& problems() const noexcept { return current().problems; }
     void gotoProblem(const Diagnostic& problem);
     /// What the compiler would get; nothing where it cannot be had.
     std::optional<std::string> scriptBytes();
@@ -166,6 +177,9 @@ class ScriptEditor {
     void save();
     void saveAs();
     void exit();
+    void closeDocument() { closeTab(current().id); }
+    void nextTab() { showTab(documents_.neighbour(1).id); }
+    void previousTab() { showTab(documents_.neighbour(-1).id); }
     void openFind();
     void openReplace();
     void findNext() { repeatSearch(true); }
@@ -181,9 +195,9 @@ class ScriptEditor {
     void toggleBackground() { view_.toggleBackground(); }
     void toggleBreakpoint();
     void removeBreakpoint();
-    void addCondition() { debugger_.addCondition(editor_.caretLine()); }
-    void nextBreakpoint() { breakpoints_.gotoNext(); }
-    void previousBreakpoint() { breakpoints_.gotoPrevious(); }
+    void addCondition() { debugger_.addCondition(breakpoints(), editor_.caretLine()); }
+    void nextBreakpoint() { breakpoints().gotoNext(); }
+    void previousBreakpoint() { breakpoints().gotoPrevious(); }
     void deleteBreakpoints();
     void displayVariable() { debugger_.displayVariable(); }
     void execute() { drive(&Debugger::execute); }
@@ -227,6 +241,14 @@ class ScriptEditor {
         ScriptEditor& editor_;
     };
 
+    OpenDocument& current() noexcept { return documents_.shown(); }
+    const OpenDocument& current() const noexcept { return documents_.shown(); }
+    EditorDocument& document() noexcept { return current().document; }
+    const EditorDocument& document() const noexcept { return current().document; }
+    Breakpoints& breakpoints() noexcept { return current().breakpoints; }
+    BreakpointPlan& plan() noexcept { return current().plan; }
+    RecoveryKeeper& recovery() noexcept { return current().recovery; }
+
     void run(const std::function<void()>& action);
     void drive(void (Debugger::*action)());
     void guarded(const std::function<void()>& action);
@@ -257,8 +279,31 @@ class ScriptEditor {
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
     bool takeTextForHost();
-    void leave(bool delivered);
+    void leave(bool delivers = true);
     bool mayLeave(bool asks);
+    bool isHostsOwn(const OpenDocument& one) const;
+    Answer askAboutChanges();
+    bool saveWhole();
+    void giveUp();
+    void endRun();
+    void showRun();
+    bool runIsShown() const { return current().id == runDocument_; }
+    ScriptPlace stopPlace() const;
+    void noteStop(EditorStatus& status) const;
+    bool showStop();
+    bool showSource(const std::string& source);
+    void show(OpenDocument& wanted);
+    void leaveText();
+    void textExchanged();
+    void newTab();
+    void openTab(const std::string& path);
+    bool isUntouched() const;
+    void replace(OpenDocument& before);
+    void close(OpenDocument& closed);
+    void useWatches();
+    void setWatches(std::vector<std::string> watches);
+    std::vector<std::string> watchesNow() const;
+    OpenDocument& placeFor(const RecoveryRecord& record);
 
     EditorWindow& window_;
     FileOperations& files_;
@@ -272,24 +317,23 @@ class ScriptEditor {
     TextControl outputControl_;
     OutputPane output_;
     BackupStore backups_;
-    EditorDocument document_;
-    Breakpoints breakpoints_;
+    OpenDocuments documents_;
     Debugger debugger_;
     Inspection inspection_;
     RunMeasures measures_{inspection_.session()};
     LastOutput lastOutput_;
-    BreakpointPlan plan_;
-    Problems problems_;
     ViewOptions view_;
     std::shared_ptr<Search> search_;
     Assistant assistant_;
-    RecoveryKeeper recovery_;
     RecentFiles recentFiles_;
     FileMemory memory_;
-    std::uint64_t runBegan_ = 0;  ///< by the clock, while a script is driven
-    std::uint64_t textVersion_ = 0;
-    std::optional<std::uint64_t> tourText_;  ///< version of the text that is the untouched tour
-    std::uint64_t runText_ = 0;              ///< version of the text that was last built
+    std::uint64_t runBegan_ = 0;        ///< by the clock, while a script is driven
+    std::uint64_t runDocument_ = 0;     ///< the text that was last built; 0: none
+    std::uint64_t runText_ = 0;         ///< its version then
+    std::uint64_t hostDocument_ = 0;    ///< the text that the host gets
+    std::uint64_t outputDocument_ = 0;  ///< the text whose lines the output pane names
+    std::uint64_t watchDocument_ = 0;   ///< the text whose expressions are watched
+    bool tabs_ = false;
     bool onlyChecked_ = false;
     bool restartWanted_ = false;  ///< as soon as the held run has ended
     bool followLines_ = true;     ///< off while the editor itself puts a text in

@@ -6,7 +6,7 @@
 
 namespace korvant::test {
 
-void EditorFixture::open(const std::string& hostText) {
+void EditorFixture::open(const std::string& hostText, const std::string& hostFile) {
     editor_.reset();
     window = std::make_unique<FakeEditorWindow>();
     window->watch = watch;
@@ -18,6 +18,7 @@ void EditorFixture::open(const std::string& hostText) {
     window->output.notify = [editor](const ControlNotification& n) { editor->outputNotified(n); };
     editor->setHost(engine(), context());
     editor->setHostText(hostText);
+    editor->setHostFile(hostFile);
     editor->initialise();
 }
 

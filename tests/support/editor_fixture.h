@@ -13,8 +13,9 @@ namespace korvant::test {
 
 class EditorFixture : public ScriptFixture {
   protected:
-    /// Opens an editor with the host's text; one that is open is given up as in a crash.
-    void open(const std::string& hostText = {});
+    /// Opens an editor with the host's text, the content of `hostFile` where that is not empty; an
+    /// editor that is open is given up as in a crash.
+    void open(const std::string& hostText = {}, const std::string& hostFile = {});
     /// Lets the window go: the controls and then the editor.
     void close();
 

@@ -29,8 +29,8 @@ std::intptr_t MemoryControl::handle(unsigned message, std::uintptr_t word, std::
         queryLines(message, w, l, result))
         return result;
     record(message, w, l);
-    if (change(message, w, l, result) || searchOrReplace(message, w, l, result) ||
-        mark(message, w, l, result))
+    if (exchange(message, l, result) || change(message, w, l, result) ||
+        searchOrReplace(message, w, l, result) || mark(message, w, l, result))
         return result;
     if (!move(message, w, l) && !show(message, w, l) && !ignored(message)) unknown.insert(message);
     return 0;
@@ -187,6 +187,15 @@ bool MemoryControl::show(unsigned message, std::intptr_t w, std::intptr_t l) {
         case sci::kSetMarginWidthN:
             marginWidths[static_cast<int>(w)] = static_cast<int>(l);
             return true;
+        case sci::kFoldLine:
+            closedFolds.insert(static_cast<int>(w));
+            return true;
+        case sci::kSetFirstVisibleLine:
+            firstVisibleLine = static_cast<int>(w);
+            return true;
+        case sci::kSetXOffset:
+            columnOffset = static_cast<int>(w);
+            return true;
         case sci::kToggleFold:
             toggledFolds.push_back(static_cast<int>(w));
             return true;
@@ -210,6 +219,7 @@ bool MemoryControl::show(unsigned message, std::intptr_t w, std::intptr_t l) {
 /// What shows on a screen only.
 bool MemoryControl::ignored(unsigned message) {
     static const std::set<unsigned> messages = {sci::kConvertEols,
+                                                sci::kSetCodePage,
                                                 sci::kSetEolMode,
                                                 sci::kSetTabWidth,
                                                 sci::kStyleClearAll,

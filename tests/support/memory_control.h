@@ -54,6 +54,8 @@ class MemoryControl {
     std::map<int, int> markerSymbols;
     std::map<int, std::pair<int, int>> markerColours;  ///< fore and back
     std::vector<int> toggledFolds;
+    std::set<int> closedFolds;  ///< of the text that is shown; lines from 0
+    int columnOffset = 0;
     int zoom = 0;
     int textWidth = 7;  ///< of one character, in pixels
     /// 1-based lines that have the marker.
@@ -66,6 +68,8 @@ class MemoryControl {
     std::set<unsigned> unknown;     ///< messages that are not understood
     int insertsUntilFull = -1;      ///< that many inserts later there is no memory; negative: never
     mutable std::size_t longestRead = 0;  ///< most bytes that were asked for in one go
+    /// Texts that somebody holds, that in view included.
+    std::size_t heldTexts() const { return hidden_.size() + 1; }
 
   private:
     struct Change {
@@ -73,6 +77,16 @@ class MemoryControl {
         int position;
         std::string text;
         int group;
+    };
+    /// A text that is not in view, or its references alone while it is.
+    struct Hidden {
+        std::string text;
+        std::vector<int> lineStarts{0};
+        std::vector<std::vector<int>> lineMarkers{{}};
+        std::vector<Change> undo, redo;
+        int group = 0;
+        bool collecting = true;
+        int references = 0;
     };
     using Handler = std::intptr_t (MemoryControl::*)(std::intptr_t w, std::intptr_t l);
 
@@ -87,6 +101,9 @@ class MemoryControl {
     bool searchOrReplace(unsigned message, std::intptr_t w, std::intptr_t l, std::intptr_t& result);
     bool mark(unsigned message, std::intptr_t w, std::intptr_t l, std::intptr_t& result);
     bool show(unsigned message, std::intptr_t w, std::intptr_t l);
+    bool exchange(unsigned message, std::intptr_t l, std::intptr_t& result);
+    void swapWith(Hidden& hidden);
+    void drop(std::intptr_t document);
     static bool ignored(unsigned message);
 
     void insert(int position, std::string_view bytes, bool undoing = false);
@@ -129,6 +146,10 @@ class MemoryControl {
     bool listShown_ = false;
     bool changed_ = false;
     std::string clipboard_;
+    std::map<std::intptr_t, Hidden> hidden_;  ///< all texts but the one in view
+    std::intptr_t document_ = 1;              ///< in view
+    int references_ = 1;                      ///< to it
+    std::intptr_t documents_ = 1;             ///< made so far
 };
 
 }  // namespace korvant::test

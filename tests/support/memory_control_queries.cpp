@@ -120,6 +120,18 @@ bool MemoryControl::queryLines(unsigned message, std::intptr_t w, std::intptr_t 
         case sci::kGetFirstVisibleLine:
             result = firstVisibleLine;
             return true;
+        case sci::kVisibleFromDocLine:
+        case sci::kDocLineFromVisible:
+            result = argument;
+            return true;
+        case sci::kGetXOffset:
+            result = columnOffset;
+            return true;
+        case sci::kContractedFoldNext: {
+            const auto next = closedFolds.lower_bound(argument);
+            if (next != closedFolds.end()) result = *next;
+            return true;
+        }
         case sci::kGetMarginWidthN:
             result = marginWidths.count(argument) ? marginWidths.at(argument) : 0;
             return true;

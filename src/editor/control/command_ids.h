@@ -41,6 +41,8 @@ inline constexpr int kThemeSystem = 33120, kThemeLight = 33121, kThemeDark = 331
                      kThemeClassic = 33123;
 inline constexpr int kLineCounts = 33160, kTimeShares = 33161, kFont = 33162, kLastOutput = 33163,
                      kStepNext = 33165, kMoveLinesUp = 33166, kMoveLinesDown = 33167;
+/// Files that are open together.
+inline constexpr int kCloseTab = 33170, kNextTab = 33171, kPreviousTab = 33172;
 inline constexpr int kRecentFileFirst = 57616, kRecentFiles = 10;
 
 }  // namespace korvant::command_id

@@ -28,6 +28,7 @@ enum Message : unsigned {
     kConvertEols = 2029,
     kSetEolMode = 2031,
     kSetTabWidth = 2036,
+    kSetCodePage = 2037,
     kMarkerDefine = 2040,
     kMarkerSetFore = 2041,
     kMarkerSetBack = 2042,
@@ -117,12 +118,19 @@ enum Message : unsigned {
     kZoomOut = 2334,
     kBraceHighlight = 2351,
     kBraceMatch = 2353,
+    kGetDocPointer = 2357,
+    kSetDocPointer = 2358,
     kSetModEventMask = 2359,
     kUsePopUp = 2371,
     kSetZoom = 2373,
     kGetZoom = 2374,
+    kCreateDocument = 2375,
+    kAddRefDocument = 2376,
+    kReleaseDocument = 2377,
     kSetStatus = 2382,
     kGetStatus = 2383,
+    kSetXOffset = 2397,
+    kGetXOffset = 2398,
     kSetExtraAscent = 2525,
     kSetExtraDescent = 2527,
     kAutoCSetOrder = 2660,
@@ -156,6 +164,7 @@ inline constexpr int kMarkNumFolderEnd = 25, kMarkNumFolderOpenMid = 26, kMarkNu
                      kMarkNumFolderOpen = 31;
 inline constexpr int kStyleDefault = 32, kStyleLineNumber = 33, kStyleBraceLight = 34;
 inline constexpr int kEolLf = 2;
+inline constexpr int kCodePageUtf8 = 65001;
 inline constexpr int kWrapWords = 1;
 inline constexpr int kLexerCpp = 3;
 /// From here on a status is a warning (a regular expression that does not read).

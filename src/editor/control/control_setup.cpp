@@ -109,6 +109,11 @@ void colourOutput(const TextControl& output, const SchemeColours& colours) {
     colourSelection(output, colours);
 }
 
+void setFoldProperties(const TextControl& editor) {
+    for (const char* key : {"fold", "fold.comment"})
+        editor.send(sci::kSetProperty, reinterpret_cast<std::uintptr_t>(key), "1");
+}
+
 /// Beside the text and over it.
 struct Surroundings {
     std::intptr_t numbers, numberMargin, foldMargin, outputMargin;
@@ -137,11 +142,7 @@ void setUpEditorControl(const TextControl& editor) {
     editor.send(sci::kSetTabWidth, kTabWidth);
     editor.send(sci::kSetKeywords, 0, kKeywordList);
     editor.send(sci::kSetIndentationGuides, 1);
-    const auto property = [&](const char* key, const char* value) {
-        editor.send(sci::kSetProperty, reinterpret_cast<std::uintptr_t>(key), value);
-    };
-    property("fold", "1");
-    property("fold.comment", "1");
+    setFoldProperties(editor);
     editor.send(sci::kSetFoldFlags, kFoldLineAfterContracted);
     editor.send(sci::kSetMarginMaskN, kFoldMargin, static_cast<std::intptr_t>(kFolderMarkers));
     editor.send(sci::kSetMarginSensitiveN, kFoldMargin, 1);
@@ -149,6 +150,15 @@ void setUpEditorControl(const TextControl& editor) {
     for (const FolderMarker& row : kFolderSymbols)
         editor.send(sci::kMarkerDefine, static_cast<std::uintptr_t>(row.marker), row.symbol);
     editor.send(sci::kConvertEols, sci::kEolLf);
+    editor.send(sci::kSetEolMode, sci::kEolLf);
+}
+
+void setUpFurtherText(const TextControl& editor) {
+    editor.send(sci::kSetCodePage, sci::kCodePageUtf8);
+    editor.send(sci::kSetLexer, sci::kLexerCpp);
+    editor.send(sci::kSetTabWidth, kTabWidth);
+    editor.send(sci::kSetKeywords, 0, kKeywordList);
+    setFoldProperties(editor);
     editor.send(sci::kSetEolMode, sci::kEolLf);
 }
 

@@ -15,6 +15,8 @@ inline constexpr int kNumberMargin = 0, kBookmarkMargin = 1, kFoldMargin = 2;
 inline constexpr int kMarkMarginWidth = 16;  ///< pixels, of margins 1 and 2
 
 void setUpEditorControl(const TextControl& editor);
+/// What belongs to a text and not to the control: for each text beside the first.
+void setUpFurtherText(const TextControl& editor);
 void setUpOutputControl(const TextControl& output);
 /// What the editor offers beyond its first set-up: margin clicks, tips at rest, completion, and
 /// the fixed font on every style, which some platforms do not inherit.

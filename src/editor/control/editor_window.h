@@ -29,6 +29,8 @@ struct FileDialogRequest {
     bool fileMustExist = false;
     bool pathMustExist = false;
     std::size_t longestPath = 0;  ///< in bytes; a longer choice counts as Cancel
+    /// Of a text that has no file yet, when saving; UTF-8.
+    std::string suggestedName = {};
 };
 
 enum class Answer { yes, no, cancel };
@@ -80,6 +82,10 @@ class EditorWindow {
     /// Whether more may be said about a failure than the classic line in the output pane, and the
     /// caret goes to the first error and not to the message before it.
     virtual bool explains() const { return false; }
+    /// The editor's control is about to show another text than now.
+    virtual void textLeaves() {}
+    /// It shows another text, from its place on as it was left.
+    virtual void textShown() {}
     /// A run is held inside itself: lets the user work until `goesOn` answers true. At once where
     /// there is nobody.
     virtual void waitWhileHeld(const std::function<bool()>& goesOn) { (void)goesOn; }

@@ -113,12 +113,16 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
 void removeTheme(const TextControl& editor, const TextControl& output) {
     setSpacing(editor, 0, 0, 1, kGuidesClassic);
     editor.send(sci::kStyleClearAll);
-    editor.send(sci::kSetKeywords, 0, kKeywordList);
-    for (const std::uintptr_t set : {1, 3}) editor.send(sci::kSetKeywords, set, "");
+    uncolourNames(editor);
     editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sci::rgb(255, 255, 255)));
     setUpConveniences(editor);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, kMarkMarginWidth);
     output.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sci::rgb(0, 0, 0)));
+}
+
+void uncolourNames(const TextControl& editor) {
+    editor.send(sci::kSetKeywords, 0, kKeywordList);
+    for (const std::uintptr_t set : {1, 3}) editor.send(sci::kSetKeywords, set, "");
 }
 
 void colourNames(const TextControl& editor, const ColouredNames& names) {

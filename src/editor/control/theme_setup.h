@@ -31,6 +31,8 @@ void removeTheme(const TextControl& editor, const TextControl& output);
 /// Which words are coloured. The lexer asks the first set first, so with a theme that holds the
 /// language's words alone.
 void colourNames(const TextControl& editor, const ColouredNames& names);
+/// As the classic look has it.
+void uncolourNames(const TextControl& editor);
 /// The language's words of the classic list, and its functions.
 std::string languageWordList();
 std::string libraryWordList();

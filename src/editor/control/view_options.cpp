@@ -55,6 +55,11 @@ void ViewOptions::useNames(ColouredNames names) {
     if (themed_) colourNames(editor_, names_);
 }
 
+void ViewOptions::textShown() {
+    themed_ ? colourNames(editor_, names_) : uncolourNames(editor_);
+    fontChanged();
+}
+
 void ViewOptions::showLineNumbers(bool shown) {
     digits_ = decimalDigits(editor_.lineCount());
     setMarginWidth(editor_, kNumberMargin, shown ? lineNumberWidth(editor_) + kNumberPadding : 0);

@@ -27,6 +27,8 @@ class ViewOptions {
     /// What stands over the light scheme; null: the classic look alone. `theme` must outlive it.
     void useTheme(const ThemeTable* theme, CodeFont font);
     void useNames(ColouredNames names);
+    /// The control shows another text, whose colours may be older.
+    void textShown();
     bool black() const noexcept { return black_; }
 
   private:

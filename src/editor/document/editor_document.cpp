@@ -42,8 +42,13 @@ EditorDocument::EditorDocument(const DocumentParts& parts)
       saver_(parts.files, parts.backups) {}
 
 std::string EditorDocument::title() const {
-    if (path_.empty()) return kTitle;
-    return std::string(kTitle) + " - " + decodeForDisplay(nameOf(path_)) + (modified_ ? "*" : "");
+    if (path_.empty() && name_.empty()) return kTitle;
+    return std::string(kTitle) + " - " + name() + (modified_ ? "*" : "");
+}
+
+std::string EditorDocument::name() const {
+    if (!path_.empty()) return decodeForDisplay(nameOf(path_));
+    return name_.empty() ? kUntitled : name_;
 }
 
 bool EditorDocument::fail(const char* message) {

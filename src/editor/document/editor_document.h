@@ -33,6 +33,10 @@ class EditorDocument {
     /// Empty while the text was neither read from a file nor saved.
     const std::string& path() const noexcept { return path_; }
     void setPath(std::string path) { path_ = std::move(path); }
+    /// What a text is called that has no file; empty: the host's own.
+    void setName(std::string name) { name_ = std::move(name); }
+    /// Of the file, else the text's own or "Untitled". UTF-8.
+    std::string name() const;
     bool modified() const noexcept { return modified_; }
     void setModified(bool modified) noexcept { modified_ = modified; }
     bool western() const noexcept { return encoding_.western; }
@@ -41,6 +45,7 @@ class EditorDocument {
     /// What stands in the window's title bar, UTF-8.
     std::string title() const;
 
+    static constexpr char kUntitled[] = "Untitled";
     /// The question before changes go.
     static constexpr char kSaveChanges[] = "Do You Want to Save Your Changes?";
 
@@ -75,6 +80,7 @@ class EditorDocument {
     FileOperations& files_;
     SafeSave saver_;
     std::string path_;
+    std::string name_;
     DocumentEncoding encoding_;
     FileMark mark_;
     std::uint64_t hostHash_ = 0;

@@ -2,7 +2,6 @@
 
 #include <ctime>
 
-#include "base/system/crash_notice.h"
 #include "base/system/file_io.h"
 #include "base/text/text_encoding.h"
 #include "editor/control/output_pane.h"
@@ -78,12 +77,12 @@ void RecoveryKeeper::keepNow(bool delivered) {
     RecoveryRecord record = document_.snapshot();
     record.delivered = delivered;
     store_.keepCurrent(record);
-    setCrashNoticePath(store_.currentPath());
+    if (copyChanged) copyChanged();
 }
 
 void RecoveryKeeper::removeCopy() {
     store_.removeCurrent();
-    setCrashNoticePath(store_.currentPath());
+    if (copyChanged) copyChanged();
 }
 
 void RecoveryKeeper::saved() {
@@ -150,6 +149,19 @@ void RecoveryKeeper::giveUp(const FoundRecord& found) {
 }
 
 bool RecoveryKeeper::offer() {
+    return offer([this](const FoundRecord& found) { return restore(found); });
+}
+
+void RecoveryKeeper::offerAll(
+    const std::function<RecoveryKeeper&(const RecoveryRecord&)>& placeFor) {
+    offer([&placeFor](const FoundRecord& found) {
+        placeFor(found.record).restore(found);
+        return false;
+    });
+}
+
+/// True when a text was taken and no other one is wanted.
+bool RecoveryKeeper::offer(const Take& take) {
     const std::vector<FoundRecord> all = store_.find();
     if (all.empty()) return false;
     const RecoveryRecord now = document_.snapshot();
@@ -164,7 +176,10 @@ bool RecoveryKeeper::offer() {
             continue;
         }
         const Answer answer = window_.ask(questionFor(found.record), true);
-        if (answer == Answer::yes) return restore(found);
+        if (answer == Answer::yes) {
+            if (take(found)) return true;
+            continue;
+        }
         if (answer == Answer::cancel) return false;
         giveUp(found);
     }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "base/system/clock.h"
 #include "editor/control/editor_window.h"
@@ -46,10 +48,20 @@ class RecoveryKeeper {
     void setEnabled(bool enabled);
     bool enabled() const noexcept { return enabled_; }
 
+    /// Says where the copy on disk is; empty while there is none.
+    std::string copyPath() const { return store_.currentPath(); }
+    /// copyPath() may be another one.
+    std::function<void()> copyChanged;
+
     /// Asks about what earlier openings left. True when a text was taken into the document.
     bool offer();
+    /// The same for an editor of several texts: each that is wanted goes into the document whose
+    /// keeper `placeFor` gives, and that is shown by then.
+    void offerAll(const std::function<RecoveryKeeper&(const RecoveryRecord&)>& placeFor);
 
   private:
+    using Take = std::function<bool(const FoundRecord&)>;  ///< true: that was the last one
+    bool offer(const Take& take);
     void keepNow(bool delivered);
     void removeCopy();
     bool elsewhere(const RecoveryRecord& record, std::uint64_t hostHash);

@@ -6,19 +6,28 @@
 
 namespace korvant {
 
-struct Breakpoints::Look {
-    int symbol;
-    std::intptr_t fore;
-    std::intptr_t back;
-};
-
 namespace {
 
 constexpr int kMask = 1 << kBreakpointMarker;
 
+struct MarkerLook {
+    int symbol;
+    std::intptr_t fore, back;
+};
+/// In the order of Look.
+constexpr MarkerLook kLooks[] = {{sci::kMarkCircle, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)},
+                                 {sci::kMarkArrow, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)},
+                                 {sci::kMarkShortArrow, sci::rgb(80, 0, 0), sci::rgb(255, 0, 0)}};
+
 }  // namespace
 
-void Breakpoints::setLook(const Look& look) {
+void Breakpoints::setLook(Look look) {
+    look_ = look;
+    shown();
+}
+
+void Breakpoints::shown() const {
+    const MarkerLook& look = kLooks[static_cast<std::size_t>(look_)];
     editor_.send(sci::kMarkerDefine, kBreakpointMarker, look.symbol);
     editor_.send(sci::kMarkerSetFore, kBreakpointMarker, look.fore);
     editor_.send(sci::kMarkerSetBack, kBreakpointMarker, look.back);
@@ -60,7 +69,7 @@ void Breakpoints::keep() {
 }
 
 void Breakpoints::restore() {
-    setLook({sci::kMarkCircle, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)});
+    setLook(Look::breakpoint);
     if (kept_.empty() && !arrows_) return;
     editor_.deleteAllMarkers(kBreakpointMarker);
     for (const std::int32_t line : kept_) editor_.addMarker(toControl({line}), kBreakpointMarker);
@@ -78,12 +87,12 @@ void Breakpoints::prepareRun() {
 }
 
 void Breakpoints::becomeCurrentLine() {
-    setLook({sci::kMarkArrow, sci::rgb(0, 80, 0), sci::rgb(0, 255, 0)});
+    setLook(Look::currentLine);
     arrows_ = true;
 }
 
 void Breakpoints::becomeErrors() {
-    setLook({sci::kMarkShortArrow, sci::rgb(80, 0, 0), sci::rgb(255, 0, 0)});
+    setLook(Look::error);
     arrows_ = true;
 }
 

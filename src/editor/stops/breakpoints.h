@@ -34,6 +34,8 @@ class Breakpoints {
     void prepareRun();
     /// How breakpoints look that are shown beside marker 0.
     void setUp();
+    /// The control shows this text again, after another one: marker 0 looks as it did.
+    void shown() const;
     /// The marker becomes the arrow of the current line, or of errors.
     void becomeCurrentLine();
     void becomeErrors();
@@ -60,8 +62,8 @@ class Breakpoints {
     void follow(const LineShift& shift);
 
   private:
-    struct Look;
-    void setLook(const Look& look);
+    enum class Look { breakpoint, currentLine, error };
+    void setLook(Look look);
     void showBeside();
     bool isShown(ControlLine line) const;
     void gotoFound(std::optional<ControlLine> line);
@@ -70,6 +72,7 @@ class Breakpoints {
     std::vector<std::int32_t> kept_;
     std::map<std::int32_t, std::string> conditions_;
     bool arrows_ = false;
+    Look look_ = Look::breakpoint;
 };
 
 }  // namespace korvant

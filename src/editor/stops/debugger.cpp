@@ -48,7 +48,7 @@ Debugger::Debugger(const DebuggerParts& parts, ScriptText scriptText)
       window_(parts.window),
       editor_(parts.editor),
       output_(parts.output),
-      breakpoints_(parts.breakpoints),
+      breakpoints_(&parts.breakpoints),
       scriptText_(std::move(scriptText)) {}
 
 void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
@@ -59,7 +59,7 @@ void Debugger::setHost(asIScriptEngine* engine, asIScriptContext* context) {
 void Debugger::setUp() {
     debugging_ = false;
     session_.forgetContext();
-    breakpoints_.setUp();
+    breakpoints_->setUp();
     setRunMenu();
 }
 
@@ -75,7 +75,7 @@ std::optional<std::string> Debugger::beginRun() {
     std::optional<std::string> text = scriptText_();
     if (!text) output_.show(kNoMemory);
     if (!text || text->empty()) return std::nullopt;
-    breakpoints_.prepareRun();
+    breakpoints_->prepareRun();
     lines_.begin(editor_.lineCount());
     lastPump_ = session_.services().clock->monotonic();
     usedTime_ = 0;
@@ -92,7 +92,7 @@ void Debugger::build() {
     const bool built = session_.compile(engine_, *text) != 0;
     if (session_.buildMessages().count() == 0) {
         output_.show(kNoError);
-        breakpoints_.restore();
+        breakpoints_->restore();
     } else if (built) {
         output_.show(messageTexts());
     } else {
@@ -101,7 +101,7 @@ void Debugger::build() {
 }
 
 void Debugger::failedBuild(bool showFirst) {
-    breakpoints_.markErrors(messageLines());
+    breakpoints_->markErrors(messageLines());
     const std::optional<ScriptLine> first = firstError();
     if (showFirst && first) scrollTo(toControl(*first));
     output_.show(messageTexts());
@@ -131,7 +131,7 @@ void Debugger::stepInto() {
 void Debugger::resume(const std::function<RunOutcome()>& goOn) {
     if (busy_ || !debugging_) return;
     const BusyMark mark(*this);
-    breakpoints_.prepareRun();
+    breakpoints_->prepareRun();
     const RunOutcome outcome = goOn();
     if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());
     const ScriptLine line{outcome.line};
@@ -142,7 +142,7 @@ void Debugger::resume(const std::function<RunOutcome()>& goOn) {
 void Debugger::startRun() {
     const std::optional<std::string> text = beginRun();
     if (!text) return;
-    const std::vector<std::int32_t> lines = breakpoints_.kept();
+    const std::vector<std::int32_t> lines = breakpoints_->kept();
     ran_ = true;
     const RunOutcome outcome = session_.runApplication(engine_, context_, *text, &lines);
     if (outcome.stoppedAtLine()) return beginDebugging({outcome.line});
@@ -154,13 +154,13 @@ void Debugger::startRun() {
     }
     showEnd(failed);
     toStart();
-    breakpoints_.restore();
+    breakpoints_->restore();
 }
 
 void Debugger::beginDebugging(ScriptLine line) {
     debugging_ = true;
     setRunMenu();
-    breakpoints_.becomeCurrentLine();
+    breakpoints_->becomeCurrentLine();
     if (shouldStop(line))
         showAt(line);
     else
@@ -168,11 +168,11 @@ void Debugger::beginDebugging(ScriptLine line) {
 }
 
 std::vector<std::int32_t> Debugger::runningLines() const {
-    return lines_.runningLines(breakpoints_.kept());
+    return lines_.runningLines(breakpoints_->kept());
 }
 
 void Debugger::continueRun(StepMode mode) {
-    breakpoints_.prepareRun();
+    breakpoints_->prepareRun();
     usedTime_ = 0;
     for (;;) {
         const std::vector<std::int32_t> lines = runningLines();
@@ -216,7 +216,7 @@ void Debugger::finishRun(bool failed) {
 
 void Debugger::endDebugging() {
     toStart();
-    breakpoints_.restore();
+    breakpoints_->restore();
     session_.buildMessages().clear();
     session_.forgetLine();
     debugging_ = false;
@@ -242,10 +242,11 @@ void Debugger::toStart() {
 void Debugger::showAt(ScriptLine line) {
     const ControlLine shown = toControl(lines_.editorLine(line));
     stoppedAt_ = toScript(shown).number;
-    breakpoints_.becomeCurrentLine();
+    breakpoints_->becomeCurrentLine();
+    if (showsElsewhere && showsElsewhere()) return;
     window_.activate();
     window_.focusEditor();
-    breakpoints_.markCurrent(shown);
+    breakpoints_->markCurrent(shown);
     scrollTo(shown);
 }
 
@@ -259,7 +260,7 @@ void Debugger::scrollTo(ControlLine line) {
 
 bool Debugger::shouldStop(ScriptLine running) {
     const ScriptLine line = lines_.editorLine(running);
-    const std::string condition = breakpoints_.condition(line);
+    const std::string condition = breakpoints_->condition(line);
     const std::string place = "reakpoint reached at line " + formatInt(line.number);
     if (condition.empty()) {
         output_.show("B" + place + "\n");
@@ -279,17 +280,17 @@ bool Debugger::conditionHolds(const std::string& condition) {
 }
 
 void Debugger::follow(const LineShift& shift) {
-    breakpoints_.follow(shift);
+    breakpoints_->follow(shift);
     if (debugging_ || busy_) lines_.follow(shift);
 }
 
-void Debugger::addCondition(ControlLine line) {
-    breakpoints_.ensure(line);
+void Debugger::addCondition(Breakpoints& breakpoints, ControlLine line) {
+    breakpoints.ensure(line);
     const ScriptLine number = toScript(line);
     std::string condition =
-        session_.coveredFrontend().promptString("Condition:", breakpoints_.condition(number));
+        session_.coveredFrontend().promptString("Condition:", breakpoints.condition(number));
     const std::string problem = conditionProblem(condition);
-    breakpoints_.setCondition(number, std::move(condition));
+    breakpoints.setCondition(number, std::move(condition));
     if (!problem.empty()) window_.errorBox(problem);
 }
 

@@ -58,7 +58,14 @@ class Debugger {
     /// Lets go of a suspended run and its objects.
     void close();
 
-    void addCondition(ControlLine line);
+    /// The breakpoints of the text that the control shows now, which the next run is of. Not while
+    /// one is suspended, unless stop() comes next.
+    void use(Breakpoints& breakpoints) noexcept { breakpoints_ = &breakpoints; }
+    /// A run stands still at a line of another text than its own, which this has shown. Empty or
+    /// false: at one of its own.
+    std::function<bool()> showsElsewhere;
+
+    void addCondition(Breakpoints& breakpoints, ControlLine line);
     /// Shows the variable whose name is selected as a tip, and puts it on top of the output pane.
     void displayVariable();
     /// Declaration and value of a variable, the declaration alone when nothing is being debugged;
@@ -99,7 +106,7 @@ class Debugger {
     EditorWindow& window_;
     const TextControl& editor_;
     OutputPane& output_;
-    Breakpoints& breakpoints_;
+    Breakpoints* breakpoints_;  ///< of the text that runs
     ScriptText scriptText_;
     asIScriptEngine* engine_ = nullptr;
     asIScriptContext* context_ = nullptr;

@@ -42,10 +42,12 @@ std::string systemPath(const wxString& path) {
 
 std::optional<std::string> askDesktop(wxWindow* parent, const FileDialogRequest& request) {
     const bool mustExist = request.fileMustExist && !request.saving;
-    const long style =
-        (request.saving ? wxFD_SAVE : wxFD_OPEN) | (mustExist ? wxFD_FILE_MUST_EXIST : 0);
-    wxFileDialog dialog(parent, fromUtf8(request.title), wxEmptyString, wxEmptyString,
-                        dialogWildcard(request), style);
+    const bool asksOver = request.saving && !request.fileMustExist;
+    const long style = (request.saving ? wxFD_SAVE : wxFD_OPEN) |
+                       (mustExist ? wxFD_FILE_MUST_EXIST : 0) |
+                       (asksOver ? wxFD_OVERWRITE_PROMPT : 0);
+    wxFileDialog dialog(parent, fromUtf8(request.title), wxEmptyString,
+                        fromUtf8(request.suggestedName), dialogWildcard(request), style);
     if (dialog.ShowModal() != wxID_OK) return std::nullopt;
     return systemPath(dialog.GetPath());
 }

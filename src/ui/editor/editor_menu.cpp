@@ -89,7 +89,8 @@ void EditorMenus::setRecentFiles(const std::vector<std::string>& paths) {
     wxMenu& file = *bar_->GetMenu(0);
     for (wxMenuItem* item : recent_) file.Destroy(item);
     recent_.clear();
-    std::size_t place = file.GetMenuItemCount() - 1;
+    std::size_t place = 0;
+    file.FindChildItem(itemOf(command_id::kExit), &place);
     const wxClientDC measure(&frame_);
     for (std::size_t i = 0; i < paths.size() && i < command_id::kRecentFiles; ++i) {
         const wxString path = wxControl::Ellipsize(fromUtf8(paths[i]), measure, wxELLIPSIZE_MIDDLE,

@@ -18,22 +18,23 @@ ListMetrics problemMetrics() {
 
 }  // namespace
 
-ProblemList::ProblemList(wxWindow* parent, const Look& look, const Problems& problems)
-    : RowList(parent, look, problemMetrics(), words("Problems")), problems_(problems) {
+ProblemList::ProblemList(wxWindow* parent, const Look& look,
+                         std::function<const Problems&()> problems)
+    : RowList(parent, look, problemMetrics(), words("Problems")), problems_(std::move(problems)) {
     setEmptyText(words("No problems found."));
-    count = [this] { return static_cast<int>(problems_.all().size()); };
+    count = [this] { return static_cast<int>(problems_().all().size()); };
     row = [this](int index) { return rowOf(index); };
     onActivated = [this](int index) {
-        const Diagnostic chosen = problems_.all()[static_cast<std::size_t>(index)];
+        const Diagnostic chosen = problems_().all()[static_cast<std::size_t>(index)];
         onChosen(chosen);
     };
     onCopy = [this](int index) {
-        copyToClipboard(fromUtf8(problems_.all()[static_cast<std::size_t>(index)].text));
+        copyToClipboard(fromUtf8(problems_().all()[static_cast<std::size_t>(index)].text));
     };
 }
 
 ListRow ProblemList::rowOf(int index) const {
-    const Diagnostic& one = problems_.all()[static_cast<std::size_t>(index)];
+    const Diagnostic& one = problems_().all()[static_cast<std::size_t>(index)];
     ListRow shown;
     shown.name = fromUtf8(one.text);
     if (one.line > 0) shown.right = wxString::Format(words("line %d"), one.line);

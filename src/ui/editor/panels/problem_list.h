@@ -8,13 +8,14 @@ namespace korvant::ui {
 
 class ProblemList : public RowList {
   public:
-    ProblemList(wxWindow* parent, const Look& look, const Problems& problems);
+    /// `problems`: those of the text in view.
+    ProblemList(wxWindow* parent, const Look& look, std::function<const Problems&()> problems);
     std::function<void(const Diagnostic&)> onChosen;
 
   private:
     ListRow rowOf(int index) const;
 
-    const Problems& problems_;
+    std::function<const Problems&()> problems_;
 };
 
 }  // namespace korvant::ui

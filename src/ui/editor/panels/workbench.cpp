@@ -96,7 +96,8 @@ void Workbench::makeBottom() {
         settings_.bottomHeight = std::max(height - frame_.ToDIP(moved), 1);
         layOut();
     });
-    problemList_ = new ProblemList(&frame_, look_, editor_.problems());
+    problemList_ =
+        new ProblemList(&frame_, look_, [this]() -> const Problems& { return editor_.problems(); });
     problemList_->onChosen = [this](const Diagnostic& one) { editor_.gotoProblem(one); };
     bottom_->setContent(BottomPanes::Pane::problems, problemList_);
     makeConsole();
