@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "language/scope_chain.h"
+
 namespace korvant {
 
 namespace {
@@ -75,14 +77,14 @@ Meaning Meanings::of(const NameUse& use) {
 /// The parameter that an argument is given to by its name.
 Meaning Meanings::ofLabel(const NameUse& use) {
     Meaning meaning;
-    std::size_t open = oracle_.tokenAt(use.begin);
+    std::size_t open = index_->tokenAt(use.begin);
     for (int depth = 0; open > 0; --open) {
-        const ScriptToken& token = oracle_.tokens()[open];
+        const ScriptToken& token = index_->tokens()[open];
         if (token.is(")") || token.is("]") || token.is("}")) ++depth;
         if (token.is("(") || token.is("[") || token.is("{")) --depth;
         if (depth < 0 || token.is(";")) break;
     }
-    if (open == 0 || !oracle_.tokens()[open].is("(")) return meaning;
+    if (open == 0 || !index_->tokens()[open].is("(")) return meaning;
     for (const int function : functionsCalledAt(open))
         for (const int i : index_->declaredIn(index_->declarations()[at(function)].inner)) {
             const Declaration& parameter = index_->declarations()[at(i)];
@@ -99,12 +101,12 @@ std::vector<int> Meanings::functionsCalledAt(std::size_t bracket) {
     std::vector<int> functions;
     const auto& declarations = index_->declarations();
     if (bracket == 0) return functions;
-    const auto before = static_cast<std::size_t>(oracle_.tokens()[bracket - 1].position);
+    const auto before = static_cast<std::size_t>(index_->tokens()[bracket - 1].position);
     const auto constructorsOf = [&](int type) {
         for (const int i : index_->declaredIn(declarations[at(type)].inner))
             if (declarations[at(i)].kind == DeclarationKind::constructor) functions.push_back(i);
     };
-    if (oracle_.tokens()[bracket - 1].is("super")) {
+    if (index_->tokens()[bracket - 1].is("super")) {
         const int type = index_->classAt(before);
         if (type != kNoIndex)
             for (const int base : index_->basesOf(type)) constructorsOf(base);
@@ -149,11 +151,13 @@ std::vector<int> Meanings::accessorsFor(const NameUse& use) const {
                      use.role == NameUse::Role::writes);
 }
 
-std::string Meanings::ownerTypeOf(const NameUse& use) {
-    const std::size_t token = oracle_.tokenAt(use.begin);
-    if (token < 2 || !oracle_.tokens()[token - 1].is(".")) return {};
-    return oracle_.typeOf(
-        oracle_.chainBefore(static_cast<std::size_t>(oracle_.tokens()[token - 1].position)));
+Meanings::Owner Meanings::ownerBefore(std::size_t dot) {
+    const ByteRange chain = oracle_.chainBefore(dot);
+    Owner owner{classByScopes(*this, chain), {}};
+    if (owner.type != kNoIndex) return owner;
+    owner.name = oracle_.typeOf(chain);
+    if (!owner.name.empty()) owner.type = classWithPath(owner.name);
+    return owner;
 }
 
 int Meanings::classNamed(std::string_view type, std::size_t offset) const {
@@ -180,16 +184,16 @@ int Meanings::classWithPath(std::string_view type) const {
 
 Meaning Meanings::ofMember(const NameUse& use) {
     Meaning meaning;
-    const std::string owner = ownerTypeOf(use);
-    if (owner.empty()) return meaning;
-    const int type = classWithPath(owner);
-    if (type != kNoIndex) {
-        meaning.declarations = index_->membersOf(type, nameOf(use));
+    const std::size_t token = index_->tokenAt(use.begin);
+    if (token < 2 || !index_->tokens()[token - 1].is(".")) return meaning;
+    const Owner owner = ownerBefore(static_cast<std::size_t>(index_->tokens()[token - 1].position));
+    if (owner.type != kNoIndex) {
+        meaning.declarations = index_->membersOf(owner.type, nameOf(use));
         if (meaning.declarations.size() > 1) choose(use, meaning);
-        if (meaning.declarations.empty()) meaning.declarations = accessorsIn(type, use);
+        if (meaning.declarations.empty()) meaning.declarations = accessorsIn(owner.type, use);
         if (meaning.known()) return meaning;
     }
-    asITypeInfo* const info = oracle_.typeInfo(owner, use.begin);
+    asITypeInfo* const info = oracle_.typeInfo(owner.name, use.begin);
     return info != nullptr ? memberOfLibrary(*info, use) : meaning;
 }
 
@@ -234,8 +238,8 @@ Meaning Meanings::ofLibrary(const NameUse& use) {
 
 /// From the first word of its chain to the closing parenthesis.
 ByteRange Meanings::callAround(const NameUse& use) const {
-    const std::size_t name = oracle_.tokenAt(use.begin);
-    const auto& tokens = oracle_.tokens();
+    const std::size_t name = index_->tokenAt(use.begin);
+    const auto& tokens = index_->tokens();
     ByteRange range{use.begin, use.range().end};
     if (name > 1 && tokens[name - 1].is("."))
         range.begin =

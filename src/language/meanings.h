@@ -31,6 +31,8 @@ class Meanings {
 
     const ScopeIndex& index() const noexcept { return *index_; }
     Oracle& oracle() noexcept { return oracle_; }
+    /// With what the library offers; null where none could be made.
+    asIScriptEngine* engine() const noexcept { return engine_.engine(); }
 
     Meaning of(const NameUse& use);
     /// Everything that is the same as a declaration: overrides of a method in bases and derived
@@ -39,8 +41,12 @@ class Meanings {
     std::vector<int> familyOf(int declaration) const;
     /// All uses that mean one of a family, declarations included, in the order of the text.
     std::vector<const NameUse*> referencesTo(const std::vector<int>& family);
-    /// The type of what stands before the dot in front of a member; empty when it is none.
-    std::string ownerTypeOf(const NameUse& use);
+    /// What stands before a dot: the class of this text, else by what the compiler calls it.
+    struct Owner {
+        int type = kNoIndex;
+        std::string name;  ///< empty where scopes alone tell the class, or nobody the type
+    };
+    Owner ownerBefore(std::size_t dot);
     /// The declaration of a class or interface of this text by what is written at `offset`;
     /// kNoIndex for none.
     int classNamed(std::string_view type, std::size_t offset) const;

@@ -42,6 +42,8 @@ void OracleEngine::prepare() {
 void OracleEngine::replace() {
     if (awake_ != nullptr) awake_->giveUp();
     awake_ = nullptr;
+    module_ = nullptr;
+    declarations_.reset();
     engine_->ClearMessageCallback();
     engine_ = another_ ? another_() : nullptr;
     prepare();
@@ -126,10 +128,10 @@ std::string objectType(std::string_view type) {
 }
 
 Oracle::Oracle(OracleEngine& engine, const ScopeIndex& index)
-    : engine_(engine), index_(index), tokens_(scriptTokens(index.document().text())) {}
+    : engine_(engine), index_(index), tokens_(index.tokens()) {}
 
 Oracle::~Oracle() {
-    if (engine_.awake_ == this) engine_.rest();
+    if (engine_.awake_ == this) engine_.awake_ = nullptr;
 }
 
 void Oracle::allow(std::uint64_t ms) {
@@ -141,23 +143,20 @@ bool Oracle::spent() const {
 }
 
 asIScriptModule* Oracle::module() {
-    if (engine_.awake_ == this || hopeless_) return module_;
-    engine_.rest();
-    engine_.awake_ = this;
-    build();
-    return module_;
+    if (hopeless_) return nullptr;
+    if (engine_.awake_ != this) build();
+    return hopeless_ ? nullptr : engine_.module_;
 }
 
 /// This text keeps the compiler busy for too long; it is not given to it again.
 void Oracle::giveUp() {
-    module_ = nullptr;
     hopeless_ = true;
 }
 
 void OracleEngine::rest() {
-    if (awake_ == nullptr) return;
-    if (awake_->module_ != nullptr) awake_->module_->Discard();
-    awake_->module_ = nullptr;
+    if (module_ != nullptr) module_->Discard();
+    module_ = nullptr;
+    declarations_.reset();
     awake_ = nullptr;
 }
 
@@ -174,19 +173,30 @@ bool holdsFunctionTypes(const ScopeIndex& index) {
 
 }  // namespace
 
+void Oracle::build() {
+    const std::string open = withoutAccess(index_);
+    std::string bare = withoutBodies(open, index_, {}, Lines::drop);
+    if (engine_.declarations_ != bare) {
+        engine_.rest();
+        engine_.awake_ = this;
+        buildAny(bare, open);
+        if (!hopeless_) engine_.declarations_ = std::move(bare);
+    }
+    engine_.awake_ = hopeless_ ? nullptr : this;
+}
+
 /// Without bodies where that builds, for speed; else the whole text, else without the bodies that
 /// are faulty; else without whatever is.
-void Oracle::build() {
+void Oracle::buildAny(const std::string& bare, const std::string& open) {
     constexpr int kMostAttempts = 6;
-    const std::string open = withoutAccess(index_.document().text());
     const auto attempt = [&](const std::string& text) {
-        module_ = hopeless_ ? nullptr : engine_.build("meaning", text);
-        return module_ != nullptr;
+        engine_.module_ = hopeless_ ? nullptr : engine_.build("meaning", text);
+        return engine_.module_ != nullptr;
     };
-    if (attempt(withoutBodies(open, index_, {})) || attempt(open)) return;
+    if (attempt(bare) || attempt(open)) return;
     if (holdsFunctionTypes(index_) && !hopeless_ && engine_.renew()) {
         engine_.awake_ = this;
-        if (attempt(withoutBodies(open, index_, {})) || attempt(open)) return;
+        if (attempt(bare) || attempt(open)) return;
     }
     std::vector<int> rows;
     for (const CompilerPlace& error : engine_.errors()) rows.push_back(error.row);
@@ -197,13 +207,6 @@ void Oracle::build() {
         if (attempt(stripped) || engine_.errors().empty()) return;
         blankPlaces(kept, index_, engine_.errors(), TextDocument(stripped));
     }
-}
-
-std::size_t Oracle::tokenAt(std::size_t offset) const {
-    const auto found = std::lower_bound(
-        tokens_.begin(), tokens_.end(), static_cast<int>(offset),
-        [](const ScriptToken& token, int place) { return token.position < place; });
-    return static_cast<std::size_t>(found - tokens_.begin());
 }
 
 std::string Oracle::nameSpaceAt(std::size_t offset) const {
@@ -223,7 +226,7 @@ std::string Oracle::typeOfVariable(int declaration) {
     const std::string type = passedType(index_.oneLine(variable.type));
     if (type != "auto" && type != "auto@" && type != "auto @") return type;
     // "auto name = EXPRESSION" up to the end of its statement.
-    const std::size_t assign = tokenAt(variable.nameRange.end);
+    const std::size_t assign = index_.tokenAt(variable.nameRange.end);
     if (assign >= tokens_.size() || !tokens_[assign].is("=")) return {};
     std::size_t last = assign + 1;
     for (int open = 0; last < tokens_.size(); ++last) {
@@ -330,11 +333,12 @@ bool Oracle::prepare(std::string_view expression, std::size_t offset, Probe& pro
 }
 
 asIScriptFunction* Oracle::compile(const Probe& probe, const std::string& body) {
-    if (module() == nullptr) return nullptr;
-    module_->SetDefaultNamespace(probe.nameSpace.c_str());
+    asIScriptModule* const around = module();
+    if (around == nullptr) return nullptr;
+    around->SetDefaultNamespace(probe.nameSpace.c_str());
     const std::string source = "void probe_(" + probe.parameters + "){" + body + "}";
-    asIScriptFunction* const function = engine_.compile(*module_, source);
-    if (module_ != nullptr) module_->SetDefaultNamespace("");
+    asIScriptFunction* const function = engine_.compile(*around, source);
+    if (!hopeless_) around->SetDefaultNamespace("");
     return function;
 }
 
@@ -375,11 +379,12 @@ std::string Oracle::typeOf(std::string_view expression, std::size_t offset) {
 
 asITypeInfo* Oracle::typeInfo(std::string_view declaration, std::size_t offset) {
     const std::string type = objectType(declaration);
-    if (module() == nullptr || type.empty()) return nullptr;
+    asIScriptModule* const in = type.empty() ? nullptr : module();
+    if (in == nullptr) return nullptr;
     for (std::string around = nameSpaceAt(offset);;) {
-        module_->SetDefaultNamespace(around.c_str());
-        asITypeInfo* const found = module_->GetTypeInfoByDecl(type.c_str());
-        module_->SetDefaultNamespace("");
+        in->SetDefaultNamespace(around.c_str());
+        asITypeInfo* const found = in->GetTypeInfoByDecl(type.c_str());
+        in->SetDefaultNamespace("");
         if (found != nullptr || around.empty()) return found;
         const auto cut = around.rfind("::");
         around = cut == std::string::npos ? std::string() : around.substr(0, cut);
@@ -411,7 +416,7 @@ std::size_t Oracle::beforeArguments(std::size_t close) const {
 }
 
 ByteRange Oracle::chainBefore(std::size_t offset) const {
-    std::size_t i = tokenAt(offset);
+    std::size_t i = index_.tokenAt(offset);
     const ByteRange none{offset, offset};
     if (i == 0) return none;
     const std::size_t last = --i;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,8 +38,8 @@ class OracleEngine {
     const std::string& firstError() const noexcept { return firstError_; }
     /// Where its errors were.
     const std::vector<CompilerPlace>& errors() const noexcept { return errors_; }
-    /// Discards the module of the oracle that is awake; it builds it again when it is asked. The
-    /// engine shares types between modules, so that two of one text disturb each other.
+    /// Discards the module of the oracle that is awake, or was last; it builds it again when it is
+    /// asked. The engine shares types between modules, so that two of one text disturb each other.
     void rest();
     /// Another engine in the place of this one; false where none can be made. What was read off the
     /// engine is gone.
@@ -57,6 +58,10 @@ class OracleEngine {
     std::string firstError_;
     std::vector<CompilerPlace> errors_;
     Oracle* awake_ = nullptr;
+    /// What the declarations of the last text mean outlives its oracle: the next text is mostly the
+    /// same but for a body. Null where not even these build.
+    asIScriptModule* module_ = nullptr;
+    std::optional<std::string> declarations_;  ///< those that it stands for, bodies left out
 };
 
 /// Types of expressions of one text. Works while bodies of functions are broken, and while some
@@ -88,9 +93,6 @@ class Oracle {
     std::vector<asIScriptFunction*> callsIn(ByteRange expression, std::string_view name);
     /// The postfix chain that ends before `offset`, such as "a.b(1)[2]" before the dot behind it.
     ByteRange chainBefore(std::size_t offset) const;
-    const std::vector<ScriptToken>& tokens() const noexcept { return tokens_; }
-    /// The first token that begins at `offset` or behind it.
-    std::size_t tokenAt(std::size_t offset) const;
 
   private:
     friend class OracleEngine;
@@ -105,6 +107,7 @@ class Oracle {
     std::string memberInstead(const std::vector<ScriptToken>& tokens, std::size_t i,
                               int type) const;
     void build();
+    void buildAny(const std::string& bare, const std::string& open);
     asIScriptFunction* compile(const Probe& probe, const std::string& body);
     std::string nameSpaceAt(std::size_t offset) const;
     std::size_t opening(std::size_t close) const;
@@ -114,8 +117,7 @@ class Oracle {
 
     OracleEngine& engine_;
     const ScopeIndex& index_;
-    std::vector<ScriptToken> tokens_;
-    asIScriptModule* module_ = nullptr;
+    const std::vector<ScriptToken>& tokens_;
     std::map<std::pair<std::size_t, std::string>, std::string> types_;
     int depth_ = 0;
     bool hopeless_ = false;

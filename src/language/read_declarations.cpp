@@ -98,7 +98,8 @@ void SyntaxReader::readNamespace(const Head& head, std::size_t end) {
     }
     if (!names.empty() && is(at_, "{")) {
         const std::size_t close = std::min(closing(at_), end);
-        const ByteRange body = rangeOf(at_, std::min(close + 1, tokens_.size()));
+        const std::size_t behind = std::min(past(at_), end);
+        const ByteRange body = rangeOf(at_, behind);
         for (const int name : names) {
             made(name).body = body;
             made(name).whole.end = body.end;
@@ -106,7 +107,7 @@ void SyntaxReader::readNamespace(const Head& head, std::size_t end) {
         }
         ++at_;
         readDeclarations(close, kNoIndex);
-        at_ = std::min(close + 1, end);
+        at_ = behind;
     } else {
         for (const int name : names)
             syntax_.scopes[static_cast<std::size_t>(made(name).inner)].range.end = beginOf(at_);
@@ -117,8 +118,14 @@ void SyntaxReader::readNamespace(const Head& head, std::size_t end) {
 void SyntaxReader::readClass(const Head& head, std::size_t end, Kind kind) {
     if (!isName(++at_)) return;
     const int type = declare(kind, at_++, head.begin);
-    while (at_ < end && !is(at_, "{") && !is(at_, ";") &&
-           (token(at_).isWord() || is(at_, ":") || is(at_, ",") || is(at_, "::"))) {
+    const auto goesOn = [this] {
+        if (is(at_, ":") || is(at_, ",") || is(at_, "::")) return true;
+        // The next line is that of another declaration while the bases are being written.
+        const bool listed = is(at_ - 1, ":") || is(at_ - 1, ",") || is(at_ - 1, "::");
+        const bool anew = beginsLine(at_) && (!listed || nameOfHead(at_) > at_);
+        return isName(at_) && !anew;
+    };
+    while (at_ < end && goesOn()) {
         if (isName(at_)) {
             if (!is(at_ + 1, "::")) made(type).bases.push_back(token(at_).text);
             use(at_, is(at_ + 1, "::") ? Role::qualifies : Role::type);
@@ -126,14 +133,14 @@ void SyntaxReader::readClass(const Head& head, std::size_t end, Kind kind) {
         ++at_;
     }
     if (!is(at_, "{")) return;
-    const std::size_t close = std::min(closing(at_), end);
-    made(type).body = rangeOf(at_, std::min(close + 1, tokens_.size()));
+    const std::size_t close = std::min(closing(at_), end), behind = std::min(past(at_), end);
+    made(type).body = rangeOf(at_, behind);
     made(type).whole.end = made(type).body.end;
     openScope(Scope::Kind::type, made(type).body, type);
     ++at_;
     readDeclarations(close, type);
     closeScope();
-    at_ = std::min(close + 1, end);
+    at_ = behind;
 }
 
 void SyntaxReader::readEnum(const Head& head, std::size_t end) {
@@ -144,8 +151,8 @@ void SyntaxReader::readEnum(const Head& head, std::size_t end) {
         at_ += 2;
     }
     if (!is(at_, "{")) return;
-    const std::size_t close = std::min(closing(at_), end);
-    made(type).body = rangeOf(at_, std::min(close + 1, tokens_.size()));
+    const std::size_t close = std::min(closing(at_), end), whole = std::min(past(at_), end);
+    made(type).body = rangeOf(at_, whole);
     made(type).whole.end = made(type).body.end;
     openScope(Scope::Kind::type, made(type).body, type);
     for (++at_; at_ < close;) {
@@ -160,7 +167,7 @@ void SyntaxReader::readEnum(const Head& head, std::size_t end) {
         made(value).whole.end = endOf(behind - 1);
     }
     closeScope();
-    at_ = std::min(close + 1, end);
+    at_ = whole;
 }
 
 void SyntaxReader::readTypeAlias(const Head& head, std::size_t end) {
@@ -191,7 +198,8 @@ bool SyntaxReader::readTyped(const Head& head, std::size_t end, int owner) {
     std::size_t name = behindType(type);
     if (name == type) return false;
     if (is(name, "&")) ++name;
-    if (!isName(name)) {
+    const bool ofNextLine = isName(name) && beginsLine(name) && nameOfHead(name) > name;
+    if (!isName(name) || ofNextLine) {
         useTypes(type, name);  // a type that is just being written
         at_ = name;
         return true;
@@ -229,8 +237,7 @@ int SyntaxReader::readFunction(Kind kind, std::size_t name, const Head& head, By
     at_ = name + 1;
     if (!is(at_, "(")) return function;
     openScope(Scope::Kind::function, {beginOf(at_), endOfText()}, function);
-    const std::size_t close = std::min(closing(at_), end);
-    made(function).parameters = rangeOf(at_, std::min(close + 1, tokens_.size()));
+    made(function).parameters = rangeOf(at_, std::min(past(at_), end));
     readParameters(at_);
     readBodyOf(function, end);
     closeScope();
@@ -243,14 +250,13 @@ void SyntaxReader::readBodyOf(int function, std::size_t end) {
     // Such words may stand in a line of their own as well.
     while (at_ < end && token(at_).isWord() && is(at_ + 1, "{")) ++at_;
     if (is(at_, "{") && at_ < end) {
-        const std::size_t close = std::min(closing(at_), end);
-        made(function).body = rangeOf(at_, std::min(close + 1, tokens_.size()));
+        const std::size_t close = std::min(closing(at_), end), behind = std::min(past(at_), end);
+        made(function).body = rangeOf(at_, behind);
         ++at_;
         readStatements(close);
         // The end of a body is where a function without statements stops.
-        at_ = close;
-        statement(at_, std::min(at_ + 1, std::min(end, tokens_.size())));
-        at_ = std::min(close + 1, end);
+        statement(close, behind);
+        at_ = behind;
     }
     const std::size_t last = at_ > 0 ? endOf(at_ - 1) : 0;
     made(function).whole.end = last;
@@ -304,7 +310,7 @@ void SyntaxReader::readProperty(const Head& head, std::size_t name, ByteRange ty
     made(property).type = type;
     const std::size_t open = name + 1;
     const std::size_t close = std::min(closing(open), tokens_.size());
-    made(property).body = rangeOf(open, std::min(close + 1, tokens_.size()));
+    made(property).body = rangeOf(open, past(open));
     made(property).whole.end = made(property).body.end;
     for (at_ = open + 1; at_ < close;) {
         const bool accessor = (is(at_, "get") || is(at_, "set"));
@@ -320,7 +326,7 @@ void SyntaxReader::readProperty(const Head& head, std::size_t name, ByteRange ty
         readBodyOf(function, close);
         closeScope();
     }
-    at_ = std::min(close + 1, tokens_.size());
+    at_ = past(open);
 }
 
 /// "name = value, name(arguments), name;" behind their type.

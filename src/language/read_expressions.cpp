@@ -66,8 +66,7 @@ void SyntaxReader::readLambda(std::size_t end) {
     const std::size_t open = at_ + 1;
     made(function).nameRange = rangeOf(at_, at_ + 1);
     openScope(Scope::Kind::function, {beginOf(open), endOfText()}, function);
-    const std::size_t close = std::min(closing(open), tokens_.size());
-    made(function).parameters = rangeOf(open, std::min(close + 1, tokens_.size()));
+    made(function).parameters = rangeOf(open, past(open));
     ++depth_;
     readParameters(open);
     readBodyOf(function, end);

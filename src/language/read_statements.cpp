@@ -15,11 +15,11 @@ void SyntaxReader::readStatements(std::size_t end) {
 }
 
 void SyntaxReader::readBlock(std::size_t open, std::size_t end) {
-    const std::size_t close = std::min(closing(open), end);
-    openScope(Scope::Kind::block, rangeOf(open, std::min(close + 1, tokens_.size())), kNoIndex);
+    const std::size_t close = std::min(closing(open), end), behind = std::min(past(open), end);
+    openScope(Scope::Kind::block, rangeOf(open, behind), kNoIndex);
     at_ = open + 1;
     readStatements(close);
-    at_ = std::min(close + 1, end);
+    at_ = behind;
     closeScope();
 }
 
@@ -120,8 +120,8 @@ void SyntaxReader::readForHead(std::size_t open, std::size_t close) {
 void SyntaxReader::readSwitch(std::size_t end) {
     readBracketed(end);
     if (at_ >= end || !is(at_, "{")) return;
-    const std::size_t close = std::min(closing(at_), end);
-    openScope(Scope::Kind::block, rangeOf(at_, std::min(close + 1, tokens_.size())), kNoIndex);
+    const std::size_t close = std::min(closing(at_), end), behind = std::min(past(at_), end);
+    openScope(Scope::Kind::block, rangeOf(at_, behind), kNoIndex);
     for (++at_; at_ < close;) {
         const std::size_t before = at_;
         if (is(at_, "case")) {
@@ -138,7 +138,7 @@ void SyntaxReader::readSwitch(std::size_t end) {
         if (at_ == before) ++at_;
     }
     closeScope();
-    at_ = std::min(close + 1, end);
+    at_ = behind;
 }
 
 bool SyntaxReader::isLocalDeclaration(std::size_t i, std::size_t end) const {
@@ -181,6 +181,7 @@ bool SyntaxReader::beginsControl(std::size_t i) const {
 bool SyntaxReader::breaksStatement(std::size_t i) const {
     if (beginsControl(i)) return true;
     const ScriptToken& found = token(i);
+    if ((found.isWord() || found.is("~")) && beginsLine(i) && beginsHead(i)) return true;
     if (!found.isWord() || !found.reserved) return false;
     return isBuiltInType(found.text) && beginsLine(i) && behindType(i) > i && isName(behindType(i));
 }

@@ -16,7 +16,9 @@ std::size_t at(int index) {
 }  // namespace
 
 ScopeIndex::ScopeIndex(std::string text)
-    : document_(std::move(text)), syntax_(readSyntax(document_.text())) {
+    : document_(std::move(text)),
+      tokens_(codeAndRemarks(document_.text())),
+      syntax_(readSyntax(document_.text(), tokens_.code)) {
     declared_.resize(syntax_.scopes.size());
     for (std::size_t i = 0; i < syntax_.declarations.size(); ++i) {
         const Declaration& declaration = syntax_.declarations[i];
@@ -82,6 +84,11 @@ std::vector<const NameUse*> ScopeIndex::usesOf(std::string_view name) const {
     if (found == usesByName_.end()) return result;
     for (const int index : found->second) result.push_back(&syntax_.uses[at(index)]);
     return result;
+}
+
+std::size_t ScopeIndex::tokenAt(std::size_t offset) const {
+    const ScriptToken* const before = tokenBefore(tokens_.code, offset);
+    return before == nullptr ? 0 : static_cast<std::size_t>(before - tokens_.code.data()) + 1;
 }
 
 /// Locals are known behind their own name, everything else everywhere in its scope.

@@ -28,6 +28,9 @@ class ScopeIndex {
     const std::vector<Scope>& scopes() const noexcept { return syntax_.scopes; }
     const std::vector<NameUse>& uses() const noexcept { return syntax_.uses; }
     const std::vector<Statement>& statements() const noexcept { return syntax_.statements; }
+    /// Of the text, in its order; comments are the others.
+    const std::vector<ScriptToken>& tokens() const noexcept { return tokens_.code; }
+    const std::vector<ScriptToken>& remarks() const noexcept { return tokens_.remarks; }
 
     // By place.
     /// The innermost scope around `offset`; 0, the file's, if nothing else.
@@ -39,6 +42,9 @@ class ScopeIndex {
     int classAt(std::size_t offset) const;
     /// The name that `offset` touches, its end included.
     const NameUse* useAt(std::size_t offset) const;
+
+    /// The first token that begins at `offset` or behind it.
+    std::size_t tokenAt(std::size_t offset) const;
 
     // By name.
     /// All uses of `name`, in the order of the text.
@@ -96,6 +102,7 @@ class ScopeIndex {
     bool knownAt(const Declaration& declaration, std::size_t offset) const;
 
     TextDocument document_;
+    CodeAndRemarks tokens_;
     Syntax syntax_;
     std::vector<std::vector<int>> declared_;  ///< by scope
     std::unordered_map<std::string_view, std::vector<int>> usesByName_;

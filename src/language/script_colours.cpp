@@ -90,8 +90,8 @@ std::vector<std::string> parameterNames(Meanings& meanings, const Meaning& meani
 }
 
 void addArguments(Meanings& meanings, const NameUse& use, std::vector<InlayHint>& hints) {
-    const auto& tokens = meanings.oracle().tokens();
-    std::size_t i = meanings.oracle().tokenAt(use.range().end);
+    const auto& tokens = meanings.index().tokens();
+    std::size_t i = meanings.index().tokenAt(use.range().end);
     if (i >= tokens.size() || !tokens[i].is("(")) return;
     std::vector<std::string> names;
     bool asked = false;

@@ -154,7 +154,7 @@ OpenCall openCallAt(const std::vector<ScriptToken>& tokens, std::size_t behind) 
 
 /// The type that is constructed where a call has one in front of its bracket: "T name(", "T[](".
 std::string constructedAt(Meanings& meanings, std::size_t bracket) {
-    const auto& tokens = meanings.oracle().tokens();
+    const auto& tokens = meanings.index().tokens();
     const ScopeIndex& index = meanings.index();
     const auto end = static_cast<std::size_t>(tokens[bracket - 1].end());
     if (tokens[bracket - 1].isName()) {
@@ -179,14 +179,13 @@ std::string constructedAt(Meanings& meanings, std::size_t bracket) {
 
 void addMembers(Meanings& meanings, const Documentation& library, std::size_t bracket,
                 Signatures& signatures) {
-    const auto& tokens = meanings.oracle().tokens();
+    const auto& tokens = meanings.index().tokens();
     const std::string name(tokens[bracket - 1].text);
     const auto dot = static_cast<std::size_t>(tokens[bracket - 2].position);
-    const std::string owner = meanings.oracle().typeOf(meanings.oracle().chainBefore(dot));
-    const int type = meanings.classWithPath(owner);
-    if (type != kNoIndex)
-        return addDeclared(meanings, meanings.index().membersOf(type, name), signatures);
-    asITypeInfo* const info = meanings.oracle().typeInfo(owner, dot);
+    const Meanings::Owner owner = meanings.ownerBefore(dot);
+    if (owner.type != kNoIndex)
+        return addDeclared(meanings, meanings.index().membersOf(owner.type, name), signatures);
+    asITypeInfo* const info = meanings.oracle().typeInfo(owner.name, dot);
     if (info != nullptr) addMethods(*info, name, library, signatures);
 }
 
@@ -200,8 +199,7 @@ void addFunctions(Meanings& meanings, const Documentation& library, const Script
                                : meanings.index().meaningsOf(name.text, begin),
                 signatures);
     if (!signatures.all.empty()) return;
-    asIScriptModule* const module = meanings.oracle().module();
-    asIScriptEngine* const engine = module == nullptr ? nullptr : module->GetEngine();
+    asIScriptEngine* const engine = meanings.engine();
     if (engine == nullptr) return;
     for (asUINT i = 0; i < engine->GetGlobalFunctionCount(); ++i) {
         const asIScriptFunction* const function = engine->GetGlobalFunctionByIndex(i);
@@ -248,18 +246,16 @@ void chooseActive(const OpenCall& call, const std::vector<ScriptToken>& tokens,
 }  // namespace
 
 bool inRemarkOrText(const ScopeIndex& index, std::size_t offset) {
-    const std::vector<ScriptToken> tokens = scriptTokens(index.document().text(), Comments::keep);
-    const auto behind = std::upper_bound(
-        tokens.begin(), tokens.end(), static_cast<int>(offset),
-        [](int place, const ScriptToken& token) { return place <= token.position; });
-    if (behind == tokens.begin()) return false;
-    const ScriptToken& token = *(behind - 1);
-    const bool comment = token.kind == ScriptToken::Kind::comment;
-    if (!comment && token.kind != ScriptToken::Kind::text) return false;
+    const int place = static_cast<int>(offset);
+    const auto holds = [place](const ScriptToken* token, bool whole) {
+        return token != nullptr &&
+               (place < token->end() || (place == token->end() && !(whole && token->ended)));
+    };
     // At the end of a remark of one line one still writes the remark.
-    const bool open = !token.ended || (comment && token.text.starts_with("//"));
-    return static_cast<int>(offset) < token.end() ||
-           (open && static_cast<int>(offset) == token.end());
+    const ScriptToken* const remark = tokenBefore(index.remarks(), offset);
+    if (holds(remark, remark != nullptr && !remark->text.starts_with("//"))) return true;
+    const ScriptToken* const text = tokenBefore(index.tokens(), offset);
+    return text != nullptr && text->kind == ScriptToken::Kind::text && holds(text, true);
 }
 
 std::string constantValue(Meanings& meanings, int declaration) {
@@ -301,8 +297,8 @@ Signatures signaturesAt(Meanings& meanings, const Documentation& library, std::s
     Signatures signatures;
     const ScopeIndex& index = meanings.index();
     if (inRemarkOrText(index, offset)) return signatures;
-    const auto& tokens = meanings.oracle().tokens();
-    const OpenCall call = openCallAt(tokens, meanings.oracle().tokenAt(offset));
+    const auto& tokens = meanings.index().tokens();
+    const OpenCall call = openCallAt(tokens, meanings.index().tokenAt(offset));
     if (call.bracket == 0) return signatures;
     const ScriptToken& name = tokens[call.bracket - 1];
     const std::string constructed = constructedAt(meanings, call.bracket);

@@ -128,18 +128,20 @@ std::vector<FoldedLines> foldingOf(const ScopeIndex& index) {
     const TextDocument& text = index.document();
     std::map<std::uint32_t, FoldedLines> byLine;
     std::vector<std::uint32_t> open;
-    for (const ScriptToken& token : scriptTokens(text.text(), Comments::keep)) {
-        const auto line = text.lineOf(static_cast<std::size_t>(token.position));
-        if (token.is("{")) open.push_back(line);
-        if (token.is("}") && !open.empty()) {
-            if (line > open.back() + 1)
-                byLine.emplace(open.back(), FoldedLines{open.back(), line - 1, false});
-            open.pop_back();
-        }
-        if (token.kind != ScriptToken::Kind::comment) continue;
-        const auto last =
-            text.lineOf(static_cast<std::size_t>(token.end() > 0 ? token.end() - 1 : 0));
-        if (last > line) byLine.emplace(line, FoldedLines{line, last, true});
+    const auto lineAt = [&](int offset) {
+        return text.lineOf(static_cast<std::size_t>(std::max(0, offset)));
+    };
+    for (const ScriptToken& remark : index.remarks()) {
+        const std::uint32_t first = lineAt(remark.position), last = lineAt(remark.end() - 1);
+        if (last > first) byLine.emplace(first, FoldedLines{first, last, true});
+    }
+    for (const ScriptToken& token : index.tokens()) {
+        if (token.is("{")) open.push_back(lineAt(token.position));
+        if (!token.is("}") || open.empty()) continue;
+        const std::uint32_t line = lineAt(token.position);
+        if (line > open.back() + 1)
+            byLine.emplace(open.back(), FoldedLines{open.back(), line - 1, false});
+        open.pop_back();
     }
     std::vector<FoldedLines> folds;
     for (const auto& [line, fold] : byLine) folds.push_back(fold);

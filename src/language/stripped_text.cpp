@@ -38,9 +38,9 @@ std::string ownArguments(const Declaration& function, const ScopeIndex& index) {
 
 }  // namespace
 
-std::string withoutAccess(std::string_view text) {
-    std::string result(text);
-    for (const ScriptToken& token : scriptTokens(text))
+std::string withoutAccess(const ScopeIndex& index) {
+    std::string result(index.document().text());
+    for (const ScriptToken& token : index.tokens())
         if (token.is("private") || token.is("protected"))
             result.replace(static_cast<std::size_t>(token.position), token.text.size(),
                            token.text.size(), ' ');
@@ -111,9 +111,8 @@ ByteRange longValueOf(const Declaration& one, const ScopeIndex& index) {
 
 }  // namespace
 
-/// The lines keep their numbers.
 std::string withoutBodies(std::string_view text, const ScopeIndex& index,
-                          const std::vector<int>& rows) {
+                          const std::vector<int>& rows, Lines lines) {
     std::string result;
     result.reserve(text.size());
     std::size_t done = 0;
@@ -126,7 +125,9 @@ std::string withoutBodies(std::string_view text, const ScopeIndex& index,
         result += text.substr(done, range.begin - done);
         if (body) result += bodyInstead(function, index);
         const std::string_view gone = text.substr(range.begin, range.size());
-        result.append(static_cast<std::size_t>(std::count(gone.begin(), gone.end(), '\n')), '\n');
+        if (lines == Lines::keep)
+            result.append(static_cast<std::size_t>(std::count(gone.begin(), gone.end(), '\n')),
+                          '\n');
         done = range.end;
     }
     return result.append(text.substr(done));

@@ -16,13 +16,14 @@ struct CompilerPlace {
 };
 
 /// The text with "private" and "protected" blanked, so that everything can be asked about.
-std::string withoutAccess(std::string_view text);
+std::string withoutAccess(const ScopeIndex& index);
 
 /// The same text, or one of its length with parts blanked, with bodies of functions replaced by
 /// ones that build whatever stood there: those that hold one of `rows` (from 1), or all of them
-/// where there is none. Long values of variables go as well. The lines keep their numbers.
+/// where there is none. Long values of variables go as well.
+enum class Lines { keep, drop };  ///< whether lines keep their numbers
 std::string withoutBodies(std::string_view text, const ScopeIndex& index,
-                          const std::vector<int>& rows);
+                          const std::vector<int>& rows, Lines lines = Lines::keep);
 
 /// What belongs to no declaration is blanked, such as a line that is just being written; a variable
 /// gets its semicolon. The length stays.

@@ -46,17 +46,12 @@ Kind kindOf(const Declaration& one) {
 class Collector {
   public:
     Collector(Meanings& meanings, const Documentation& library, std::size_t offset)
-        : meanings_(meanings),
-          index_(meanings.index()),
-          library_(library),
-          offset_(offset),
-          module_(meanings.oracle().module()),
-          engine_(module_ == nullptr ? nullptr : module_->GetEngine()) {}
+        : meanings_(meanings), index_(meanings.index()), library_(library), offset_(offset) {}
 
     std::vector<Suggestion> collect() {
         if (inRemarkOrText(index_, offset_)) return {};
-        const auto& tokens = meanings_.oracle().tokens();
-        std::size_t before = meanings_.oracle().tokenAt(offset_);
+        const auto& tokens = index_.tokens();
+        std::size_t before = index_.tokenAt(offset_);
         if (before > 0 && static_cast<std::size_t>(tokens[before - 1].end()) >= offset_ &&
             tokens[before - 1].isWord())
             --before;
@@ -130,10 +125,9 @@ class Collector {
     }
 
     void members(std::size_t dot) {
-        const std::string owner = meanings_.oracle().typeOf(meanings_.oracle().chainBefore(dot));
-        const int type = meanings_.classWithPath(owner);
-        if (type != kNoIndex) return membersOfClass(type, index_.classAt(offset_));
-        const asITypeInfo* const info = meanings_.oracle().typeInfo(owner, offset_);
+        const Meanings::Owner owner = meanings_.ownerBefore(dot);
+        if (owner.type != kNoIndex) return membersOfClass(owner.type, index_.classAt(offset_));
+        const asITypeInfo* const info = meanings_.oracle().typeInfo(owner.name, offset_);
         if (info == nullptr) return;
         for (asUINT i = 0; i < info->GetMethodCount(); ++i)
             addFunction(*info->GetMethodByIndex(i), Kind::method);
@@ -154,8 +148,9 @@ class Collector {
             if (!holds || one.name != name || one.inner == kNoIndex) continue;
             for (const int inner : index_.declaredIn(one.inner)) addDeclared(inner);
         }
-        const asITypeInfo* const type =
-            engine_ == nullptr ? nullptr : engine_->GetTypeInfoByName(name.c_str());
+        const asITypeInfo* const type = meanings_.engine() == nullptr
+                                            ? nullptr
+                                            : meanings_.engine()->GetTypeInfoByName(name.c_str());
         if (type != nullptr) addEnumValues(*type);
     }
 
@@ -185,25 +180,25 @@ class Collector {
         addSnippets();
         for (const Symbol& word : languageWords())
             add({Kind::keyword, word.name, {}, {}, {}, false});
-        if (engine_ != nullptr) library();
+        if (meanings_.engine() != nullptr) addLibrary(*meanings_.engine());
     }
 
-    void library() {
-        for (asUINT i = 0; i < engine_->GetGlobalFunctionCount(); ++i)
-            addFunction(*engine_->GetGlobalFunctionByIndex(i), Kind::function);
-        for (asUINT i = 0; i < engine_->GetObjectTypeCount(); ++i) {
-            const asITypeInfo& type = *engine_->GetObjectTypeByIndex(i);
+    void addLibrary(const asIScriptEngine& engine) {
+        for (asUINT i = 0; i < engine.GetGlobalFunctionCount(); ++i)
+            addFunction(*engine.GetGlobalFunctionByIndex(i), Kind::function);
+        for (asUINT i = 0; i < engine.GetObjectTypeCount(); ++i) {
+            const asITypeInfo& type = *engine.GetObjectTypeByIndex(i);
             add({Kind::classType, type.GetName(), "type", {}, {}, false});
         }
-        for (asUINT i = 0; i < engine_->GetEnumCount(); ++i) {
-            add({Kind::enumType, engine_->GetEnumByIndex(i)->GetName(), "enum", {}, {}, false});
-            addEnumValues(*engine_->GetEnumByIndex(i));
+        for (asUINT i = 0; i < engine.GetEnumCount(); ++i) {
+            add({Kind::enumType, engine.GetEnumByIndex(i)->GetName(), "enum", {}, {}, false});
+            addEnumValues(*engine.GetEnumByIndex(i));
         }
-        for (asUINT i = 0; i < engine_->GetGlobalPropertyCount(); ++i) {
+        for (asUINT i = 0; i < engine.GetGlobalPropertyCount(); ++i) {
             const char* name = nullptr;
             int typeId = 0;
-            engine_->GetGlobalPropertyByIndex(i, &name, nullptr, &typeId);
-            const char* const text = engine_->GetTypeDeclaration(typeId);
+            engine.GetGlobalPropertyByIndex(i, &name, nullptr, &typeId);
+            const char* const text = engine.GetTypeDeclaration(typeId);
             add({Kind::variable, name, text == nullptr ? "" : text, {}, {}, false});
         }
     }
@@ -237,8 +232,6 @@ class Collector {
     const ScopeIndex& index_;
     const Documentation& library_;
     std::size_t offset_;
-    asIScriptModule* module_;
-    asIScriptEngine* engine_;
     std::vector<Suggestion> found_;
     std::set<std::pair<std::string, std::string>> seen_;
 };

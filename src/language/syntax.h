@@ -101,7 +101,8 @@ struct Syntax {
 };
 
 /// Reads any text, however broken, in time linear to its length for all texts that the compiler
-/// takes. What is nested deeper than 200 levels is read as names only. Names point into `text`.
-Syntax readSyntax(std::string_view text);
+/// takes. What is nested deeper than 200 levels is read as names only. `tokens` are those of the
+/// text, comments left out. Names point into `text`.
+Syntax readSyntax(std::string_view text, const std::vector<ScriptToken>& tokens);
 
 }  // namespace korvant

@@ -1,7 +1,6 @@
 #include "language/syntax_reader.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace korvant {
 
@@ -23,11 +22,12 @@ bool isType(DeclarationKind kind) noexcept {
            kind == Kind::enumType || kind == Kind::functionType || kind == Kind::typeAlias;
 }
 
-Syntax readSyntax(std::string_view text) {
-    return SyntaxReader(text).read();
+Syntax readSyntax(std::string_view text, const std::vector<ScriptToken>& tokens) {
+    return SyntaxReader(text, tokens).read();
 }
 
-SyntaxReader::SyntaxReader(std::string_view text) : text_(text), tokens_(scriptTokens(text)) {
+SyntaxReader::SyntaxReader(std::string_view text, const std::vector<ScriptToken>& tokens)
+    : text_(text), tokens_(tokens) {
     pairBrackets();
     findStops();
 }
@@ -37,53 +37,6 @@ Syntax SyntaxReader::read() {
     syntax_.uses.reserve(tokens_.size() / 3);
     readDeclarations(tokens_.size(), kNoIndex);
     return std::move(syntax_);
-}
-
-const ScriptToken& SyntaxReader::token(std::size_t i) const {
-    static const ScriptToken none;
-    return i < tokens_.size() ? tokens_[i] : none;
-}
-
-namespace {
-
-bool opens(const ScriptToken& token) {
-    return token.is("(") || token.is("[") || token.is("{");
-}
-
-std::string_view openerOf(const ScriptToken& token) {
-    if (token.is(")")) return "(";
-    return token.is("]") ? "[" : std::string_view();
-}
-
-}  // namespace
-
-/// What is left open ends with its statement (round and square ones) or with the text.
-void SyntaxReader::pairBrackets() {
-    closing_.resize(tokens_.size());
-    std::iota(closing_.begin(), closing_.end(), std::size_t{0});
-    std::vector<std::size_t> open;
-    for (std::size_t i = 0; i < tokens_.size(); ++i) meetBracket(i, open);
-    for (const std::size_t i : open) closing_[i] = tokens_.size();
-}
-
-void SyntaxReader::meetBracket(std::size_t i, std::vector<std::size_t>& open) {
-    const auto close = [&] {
-        closing_[open.back()] = i;
-        open.pop_back();
-    };
-    const auto outerIsBlock = [&] { return open.empty() || tokens_[open.back()].is("{"); };
-    if (opens(tokens_[i])) {
-        open.push_back(i);
-    } else if (beginsControl(i)) {
-        while (!outerIsBlock()) close();
-    } else if (tokens_[i].is(";")) {
-        while (!outerIsBlock() && !(open.back() > 0 && is(open.back() - 1, "for"))) close();
-    } else if (tokens_[i].is("}")) {
-        while (!outerIsBlock()) close();
-        if (!open.empty()) close();
-    } else if (const auto opener = openerOf(tokens_[i]); !opener.empty()) {
-        if (!open.empty() && tokens_[open.back()].is(opener)) close();
-    }
 }
 
 /// The token behind `i`; of an opening bracket the one behind all that it holds.
@@ -172,7 +125,9 @@ std::size_t SyntaxReader::behindType(std::size_t i) const {
     if (is(i, "const")) ++i;
     if (is(i, "::")) ++i;
     if (!mayNameType(i)) return begin;
-    for (++i; is(i, "::") && isName(i + 1);) i += 2;
+    constexpr int kLongestPath = 64;
+    ++i;
+    for (int parts = 0; parts < kLongestPath && is(i, "::") && isName(i + 1); ++parts) i += 2;
     if (is(i, "<")) {
         const std::size_t behind = behindArguments(i);
         if (behind == i) return begin;

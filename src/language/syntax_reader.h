@@ -14,7 +14,7 @@ namespace korvant {
 /// `at_` forward or the caller does.
 class SyntaxReader {
   public:
-    explicit SyntaxReader(std::string_view text);
+    SyntaxReader(std::string_view text, const std::vector<ScriptToken>& tokens);
     Syntax read();
 
   private:
@@ -32,13 +32,27 @@ class SyntaxReader {
     };
 
     // Tokens.
-    const ScriptToken& token(std::size_t i) const;
+    const ScriptToken& token(std::size_t i) const {
+        return i < tokens_.size() ? tokens_[i] : none_;
+    }
     bool is(std::size_t i, std::string_view what) const { return token(i).is(what); }
     bool isName(std::size_t i) const { return token(i).isName(); }
     std::size_t closing(std::size_t i) const { return closing_[i]; }
     std::size_t past(std::size_t i) const;
+
+    // Brackets.
+    struct OpenBracket {
+        std::size_t token = 0;
+        std::size_t indent = 0;             ///< of the line on which it stands, in bytes
+        std::optional<std::size_t> inside;  ///< of the first line behind it
+    };
+    class Brackets;
     void pairBrackets();
-    void meetBracket(std::size_t i, std::vector<std::size_t>& open);
+    bool beginsHead(std::size_t i) const;
+    bool beginsFunction(std::size_t i) const;
+    std::size_t nameOfHead(std::size_t i) const;
+    bool holdsDeclarations(std::size_t brace) const;
+    bool isNamespace(std::size_t brace) const;
     std::size_t endOfText() const { return text_.size(); }
     std::size_t beginOf(std::size_t i) const;
     std::size_t endOf(std::size_t i) const;
@@ -106,7 +120,8 @@ class SyntaxReader {
     Role roleAt(std::size_t i) const;
 
     std::string_view text_;
-    std::vector<ScriptToken> tokens_;
+    const std::vector<ScriptToken>& tokens_;
+    const ScriptToken none_;
     /// Of an opening bracket its partner, or the token where it loses its meaning; else itself.
     std::vector<std::size_t> closing_;
     std::vector<std::size_t> stops_;  ///< see findStops()

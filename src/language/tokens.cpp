@@ -95,22 +95,50 @@ bool isBuiltInType(std::string_view word) noexcept {
     return contains(kBuiltInTypes, word);
 }
 
-std::vector<ScriptToken> scriptTokens(std::string_view text, Comments comments) {
-    std::vector<ScriptToken> tokens;
-    tokens.reserve(text.size() / 4);
+namespace {
+
+/// Gives all tokens, comments too, to `take`.
+template <class Take>
+void readTokens(std::string_view text, const Take& take) {
     for (std::size_t at = 0; at < text.size();) {
         const Lexeme lexeme = nextLexeme(text, at);
-        const bool comment = lexeme.kind == Lexeme::Kind::comment;
         at += lexeme.size;
         const bool control = lexeme.kind == Lexeme::Kind::unknown &&
                              static_cast<unsigned char>(text[lexeme.begin]) <= ' ';
         if (lexeme.kind == Lexeme::Kind::blank || control) continue;
-        if (comment && comments == Comments::leaveOut) continue;
         ScriptToken token = tokenOf(lexeme.kind, text.substr(lexeme.begin, lexeme.size));
         token.position = static_cast<int>(lexeme.begin);
-        tokens.push_back(token);
+        take(token);
     }
+}
+
+}  // namespace
+
+std::vector<ScriptToken> scriptTokens(std::string_view text, Comments comments) {
+    std::vector<ScriptToken> tokens;
+    tokens.reserve(text.size() / 4);
+    readTokens(text, [&](const ScriptToken& token) {
+        if (token.kind != ScriptToken::Kind::comment || comments == Comments::keep)
+            tokens.push_back(token);
+    });
     return tokens;
+}
+
+CodeAndRemarks codeAndRemarks(std::string_view text) {
+    CodeAndRemarks all;
+    all.code.reserve(text.size() / 4);
+    readTokens(text, [&](const ScriptToken& token) {
+        (token.kind == ScriptToken::Kind::comment ? all.remarks : all.code).push_back(token);
+    });
+    return all;
+}
+
+const ScriptToken* tokenBefore(const std::vector<ScriptToken>& tokens, std::size_t offset) {
+    const auto behind = std::lower_bound(
+        tokens.begin(), tokens.end(), offset, [](const ScriptToken& token, std::size_t place) {
+            return static_cast<std::size_t>(token.position) < place;
+        });
+    return behind == tokens.begin() ? nullptr : &*(behind - 1);
 }
 
 }  // namespace korvant

@@ -1,6 +1,7 @@
 // A script's text as words and signs: the one tokenizer of everything that reads scripts.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,10 @@ struct ScriptToken {
     int position = 0;  ///< in bytes from the beginning of what was read
 
     int end() const { return position + static_cast<int>(text.size()); }
+    /// Most of them differ in their length or their first byte already.
     bool is(std::string_view what) const {
-        return text == what && (kind == Kind::word || kind == Kind::mark);
+        return text.size() == what.size() && !text.empty() && text[0] == what[0] &&
+               (kind == Kind::word || kind == Kind::mark) && text == what;
     }
     bool isWord() const { return kind == Kind::word; }
     bool isName() const { return kind == Kind::word && !reserved; }
@@ -37,6 +40,15 @@ enum class Comments : std::uint8_t { leaveOut, keep };
 /// which may have up to 2 GiB.
 std::vector<ScriptToken> scriptTokens(std::string_view text,
                                       Comments comments = Comments::leaveOut);
+
+/// The same with the comments apart.
+struct CodeAndRemarks {
+    std::vector<ScriptToken> code, remarks;
+};
+CodeAndRemarks codeAndRemarks(std::string_view text);
+
+/// The last one that begins before `offset`; null for none.
+const ScriptToken* tokenBefore(const std::vector<ScriptToken>& tokens, std::size_t offset);
 
 bool isWordByte(char byte) noexcept;
 

@@ -81,6 +81,50 @@ TEST_F(Types, SurviveDeclarationsThatAreBeingWritten) {
         EXPECT_EQ(typeOf("c.r", before + middle + global + "\n" + after), "double") << global;
 }
 
+TEST_F(Types, OfATextWhoseBodiesAloneHaveChangedNeedNoOtherBuild) {
+    const auto moduleOf = [&](const std::string& text, const std::string& type) {
+        Meanings meanings(oracle_, std::make_shared<ScopeIndex>(text));
+        asIScriptModule* const module = meanings.oracle().module();
+        EXPECT_EQ(meanings.oracle().typeOf("f(1)", text.find("return")), type) << text;
+        return module;
+    };
+    const std::string heads = "class A { private int n; A() {} }\n";
+    asIScriptModule* const built = moduleOf(heads + "int f(int a) { return a; }", "int");
+    EXPECT_EQ(moduleOf(heads + "int f(int a) {\n int b = a +;\n return b; }", "int"), built);
+    moduleOf(heads + "string f(int a) { return \"\" + a; }", "string@");
+    // Neither does one whose declarations are just being written.
+    const std::string broken = "class A { int }\nint g(\nint f(int a) { ";
+    asIScriptModule* const partly = moduleOf(broken + "return a; }", "int");
+    EXPECT_NE(partly, nullptr);
+    EXPECT_EQ(moduleOf(broken + "a++; return a; }", "int"), partly);
+}
+
+TEST_F(Types, ThatScopesTellNeedNoCompiler) {
+    OracleEngine none(nullptr);
+    const auto offered = [&](std::string text) {
+        const std::size_t offset = text.find('$');
+        text.erase(offset, 1);
+        Meanings meanings(none, std::make_shared<ScopeIndex>(text));
+        std::string labels;
+        for (const Suggestion& one : suggestionsAt(meanings, Documentation(), offset))
+            labels += one.label + " ";
+        return labels;
+    };
+    const std::string script =
+        "namespace geo { class Point { double x; } class Base { Point top; } }\n"
+        "class Hole : geo::Base { Hole@ next; Hole@ skip(int n = 2) { return this; }\n"
+        "  Hole@ pick(int n) { return this; } Hole@ pick(string s) { return this; }\n"
+        "  geo::Point at { get { return top; } }\n"
+        "  void walk(const Hole@ &in from, Hole@[] list, int top) { ";
+    for (const char* place : {"from.top.$", "this.top.$", "next.skip(3).top.$", "skip().next.top.$",
+                              "this.skip((1)).skip().top.$"})
+        EXPECT_EQ(offered(script + place + " } }"), "x ") << place;
+    // The compiler alone knows overloads, elements, and what a property gives; a local hides a
+    // member.
+    for (const char* place : {"from.pick(1).top.$", "list[0].top.$", "at.$", "top.$", "skip.top.$"})
+        EXPECT_EQ(offered(script + place + " } }"), "") << place;
+}
+
 TEST_F(Types, OfTextsThatNoCompilerShouldSeeAreUnknown) {
     std::string deep = "int x = ";
     for (int i = 0; i < 50'000; ++i) deep += "(";

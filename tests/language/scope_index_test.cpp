@@ -162,6 +162,47 @@ int after(int p) { return p; }
                 ElementsAre(1));
 }
 
+/// Letter by letter, and without the braces that an editor may add.
+TEST(ScopeIndex, AHeadThatIsBeingWrittenSwallowsNothing) {
+    const std::string before = "namespace geo {\nclass Well {\n    Well() {}\n";
+    const std::string behind =
+        "    int depth = 1;\n    Well@ next;\n    Well(int d) {\n        depth = d;\n    }\n"
+        "    Well@ deeper(int by,\n                 int more) const {\n"
+        "        return Well(depth + by);\n    }\n    ~Well() {}\n}\n}\n"
+        "enum Kind { flat }\nclass Next : geo::Well {\n    int last;\n}\n"
+        "string[] words(const string &in text) {\n    return split(text,\n        \" \");\n}\n"
+        "int main() {\n    for (\n        int i = 0; i < 2; i++) {}\n    return 0;\n}\n";
+    const std::vector<std::string> wanted = {"geo::Well",
+                                             "geo::Well::depth",
+                                             "geo::Well::next",
+                                             "geo::Well::deeper",
+                                             "Kind",
+                                             "Kind::flat",
+                                             "Next",
+                                             "Next::last",
+                                             "words",
+                                             "main"};
+    for (const std::string head :
+         {"    private double grow(int n, const Well@ &in other = make(1), int[] list = {1}) "
+          "const {\n        if (n > 2 && list[",
+          "    Well@ grow(Well@[] all, array<Well@>@ more) {\n        all.sort(function(a, b) {\n"
+          "            return a",
+          "    int level { get const { return 1; } set { x(", "    Well(int", "    ~Well() {",
+          "    class Inner : Well { int f("}) {
+        for (std::size_t size = 1; size <= head.size(); ++size) {
+            const Indexed script(before + head.substr(0, size) + "\n" + behind);
+            std::vector<std::string> paths;
+            for (std::size_t i = 0; i < script->declarations().size(); ++i)
+                paths.push_back(script->pathOf(static_cast<int>(i)));
+            for (const std::string& path : wanted)
+                EXPECT_EQ(std::count(paths.begin(), paths.end(), path), 1)
+                    << path << " behind " << head.substr(0, size);
+            EXPECT_EQ(script.declared(script->functionAt(script.at("return 0"))).substr(0, 9),
+                      "int main:");
+        }
+    }
+}
+
 TEST(ScopeIndex, HostileTextsTakeLinearTime) {
     const auto repeated = [](const std::string& text, int times) {
         std::string all;
@@ -196,8 +237,10 @@ TEST(ScopeIndex, HostileTextsTakeLinearTime) {
                               "x y",
                               "@",
                               "\xff"})
-        for (const char* around : {"", "void f() { ", "class C { "})
-            readSyntax(around + repeated(piece, 100000));
+        for (const char* around : {"", "void f() { ", "class C { "}) {
+            const std::string text = around + repeated(piece, 100000);
+            readSyntax(text, scriptTokens(text));
+        }
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
 }
 
