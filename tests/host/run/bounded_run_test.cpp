@@ -14,9 +14,13 @@ namespace {
 using std::chrono::milliseconds;
 using Steady = std::chrono::steady_clock;
 
-/// How long after its limit, or after a stop, a run may take to end; a busy machine takes longer.
-/// 250 ms, and half a second for a machine that does other things as well.
+/// How long after its limit, or after a stop, a run may take to end: 250 ms, and half a second for
+/// a machine that does other things as well; a sanitizer looks at every byte.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr milliseconds kSoon{250 + 3000};
+#else
 constexpr milliseconds kSoon{250 + 500};
+#endif
 
 class Bounded : public ScriptFixture {
   protected:

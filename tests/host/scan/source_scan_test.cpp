@@ -175,8 +175,8 @@ void* compileThere(void* given) {
 
 class DeepScanOf : public ScanOf {};
 
-/// What hosts' threads have; the thread sanitizer's calls take more of it.
-#ifdef __SANITIZE_THREAD__
+/// What hosts' threads have; the calls of an engine with a sanitizer take more of it.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
 constexpr std::size_t kStack = std::size_t{8} << 20;
 #else
 constexpr std::size_t kStack = std::size_t{1} << 20;

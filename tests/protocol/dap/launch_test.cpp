@@ -54,6 +54,7 @@ class Launch : public ScriptFixture {
         serving_ = std::thread([this, services] {
             dap::LaunchServer server(channel, services);
             exitCode = server.serve();
+            asThreadCleanup();
         });
         client.good("initialize", {{"adapterID", "test"}});
     }

@@ -78,7 +78,10 @@ class MemoryChannel final : public rpc::Channel {
 class LanguageClient {
   public:
     explicit LanguageClient(const Json& capabilities = Json::object(), bool initialize = true)
-        : server_([this] { serve(); }) {
+        : server_([this] {
+              serve();
+              asThreadCleanup();
+          }) {
         if (!initialize) return;
         initialized_ = ask("initialize", {{"capabilities", capabilities}})["result"];
         tell("initialized", Json::object());
