@@ -48,7 +48,8 @@ configure() { # TARGET FOLDER
         -DKORVANT_ANGELSCRIPT_SOURCE="$cache/sources/angelscript" \
         -DKORVANT_HEADER_FOLDER="$cache/headers" \
         -DKORVANT_GTEST_SOURCE=/usr/src/googletest \
-        -DKORVANT_WERROR=ON -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE=-O2
+        -DKORVANT_WERROR=ON -DKORVANT_UNITY=ON -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_CXX_FLAGS_RELEASE=-O2
 }
 
 for target in "$@"; do
@@ -64,8 +65,9 @@ for target in "$@"; do
     targets=(korvant korvantide)
     # Nothing can run the 32-bit tests here.
     [ "$target" != x86_64 ] ||
-        targets+=(expr_tests host_tests module_tests object_tests editor_tests ui_dialog_tests
-                  ui_form_tests ui_editor_tests win32_host)
+        targets+=(expr_tests host_tests module_tests object_tests editor_tests language_tests
+                  debug_tests protocol_tests ui_dialog_tests ui_form_tests ui_editor_tests
+                  win32_host)
     ninja -C "$folder" -j "$jobs" --quiet "${targets[@]}"
     "$here/check_binaries.sh" "$target" "$folder/bin"
 done

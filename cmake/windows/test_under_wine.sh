@@ -65,7 +65,7 @@ left_out=(
 )
 filter=-$(IFS=:; echo "${left_out[*]}")
 cd "$root"
-for suite in expr host module object editor; do
+for suite in expr host module object editor language debug protocol; do
     under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
         --gtest_filter="$filter"
 done
