@@ -8,7 +8,20 @@ function program() {
     return vscode.workspace.getConfiguration('korvant').get('path') || 'korvant';
 }
 
+// Without a launch.json the script that is shown is run.
+function completed(folder, config) {
+    const editor = vscode.window.activeTextEditor;
+    if (!config.type && !config.request && !config.name) {
+        if (!editor || editor.document.languageId !== 'angelscript') return config;
+        return { type: 'korvant', request: 'launch', name: 'Run this script', program: '${file}' };
+    }
+    return config;
+}
+
 function activate(context) {
+    context.subscriptions.push(vscode.debug.registerDebugConfigurationProvider('korvant', {
+        resolveDebugConfiguration: completed
+    }));
     context.subscriptions.push(vscode.debug.registerDebugAdapterDescriptorFactory('korvant', {
         createDebugAdapterDescriptor: () => new vscode.DebugAdapterExecutable(program(), ['dap'])
     }));

@@ -23,9 +23,15 @@ void put(std::string& bytes, const Suggestion& one) {
     putNumber(bytes, one.snippet);
 }
 
+void put(std::string& bytes, const Sentence& one) {
+    putText(bytes, one.pattern);
+    putNumber(bytes, static_cast<std::uint32_t>(one.parts.size()));
+    for (const std::string& part : one.parts) putText(bytes, part);
+}
+
 void put(std::string& bytes, const SignatureText& one);
 void put(std::string& bytes, const Repair& one) {
-    putText(bytes, one.title);
+    put(bytes, one.title);
     put(bytes, one.range);
     putText(bytes, one.with);
 }
@@ -72,9 +78,16 @@ void take(FrameReader& reader, Suggestion& one) {
     one.snippet = reader.take<char>() != 0;
 }
 
+void take(FrameReader& reader, Sentence& one) {
+    one.pattern = takeString(reader);
+    const auto count = reader.take<std::uint32_t>();
+    for (std::uint32_t i = 0; i < count && reader.whole(); ++i)
+        one.parts.push_back(takeString(reader));
+}
+
 void take(FrameReader& reader, SignatureText& one);
 void take(FrameReader& reader, Repair& one) {
-    one.title = takeString(reader);
+    take(reader, one.title);
     take(reader, one.range);
     one.with = takeString(reader);
 }
@@ -115,9 +128,7 @@ void findPlaces(Meanings& meanings, const AssistQuestion& question, AssistAnswer
     answer.word = use->range();
     const Meaning meaning = meanings.of(*use);
     if (meaning.declarations.empty()) {
-        const std::string name(meanings.nameOf(*use));
-        answer.refusal = meaning.known() ? "\"" + name + "\" belongs to the library"
-                                         : "\"" + name + "\" is not declared in this script";
+        answer.refusal = undeclared(meaning, std::string(meanings.nameOf(*use)));
         return;
     }
     if (question.kind == Kind::definition) {
@@ -179,7 +190,7 @@ std::string answerBytes(const AssistAnswer& answer) {
     }
     put(bytes, answer.places);
     put(bytes, answer.word);
-    putText(bytes, answer.refusal);
+    put(bytes, answer.refusal);
     put(bytes, answer.repairs);
     put(bytes, answer.colours);
     return bytes;
@@ -200,7 +211,7 @@ std::optional<AssistAnswer> readAnswer(std::string_view bytes) {
     }
     take(reader, answer.places);
     take(reader, answer.word);
-    answer.refusal = takeString(reader);
+    take(reader, answer.refusal);
     take(reader, answer.repairs);
     take(reader, answer.colours);
     if (!reader.whole()) return std::nullopt;

@@ -44,7 +44,7 @@ struct AssistAnswer {
     std::optional<HoverText> hover;
     std::vector<ByteRange> places;  ///< in the order of the text
     ByteRange word;                 ///< the name that was asked about; empty for none
-    std::string refusal;            ///< why it cannot be done
+    Sentence refusal;               ///< why it cannot be done
     std::vector<Repair> repairs;
     std::vector<ColouredName> colours;
 };

@@ -1,47 +1,30 @@
 // The service behind diagnostics.h: a thread that feeds the compile worker.
-#include <condition_variable>
-#include <mutex>
-#include <optional>
 #include <thread>
 
 #include "language/checker.h"
 #include "language/diagnostics.h"
 #include "language/safe_compiler.h"
+#include "language/window_work.h"
 
 namespace korvant {
 
 namespace {
 
-/// Lives on while a result is on its way, so that one that comes too late finds nobody.
-struct Listener {
-    CheckService::Callback callback;
-    bool gone = false;  ///< on the window's thread only
-};
-
 class WorkerService final : public CheckService {
   public:
     WorkerService(asIScriptEngine& engine, Poster poster)
-        : poster_(std::move(poster)), compiler_(setupFor(engine)), thread_([this] { work(); }) {}
+        : work_(std::move(poster)), compiler_(setupFor(engine)), thread_([this] { work(); }) {}
 
     ~WorkerService() override {
-        listener_->gone = true;
-        {
-            const std::lock_guard lock(mutex_);
-            quit_ = true;
-        }
-        wake_.notify_one();
+        work_.leave();
         compiler_.worker().leave();
         thread_.join();
     }
 
-    void onResult(Callback callback) override { listener_->callback = std::move(callback); }
+    void onResult(Callback callback) override { callback_ = std::move(callback); }
 
     void check(std::uint64_t version, std::string text) override {
-        {
-            const std::lock_guard lock(mutex_);
-            waiting_ = {version, std::move(text)};
-        }
-        wake_.notify_one();
+        work_.put(0, {version, std::move(text)});
         compiler_.worker().interrupt();
     }
 
@@ -53,36 +36,17 @@ class WorkerService final : public CheckService {
 
     CompileWorker::Setup setupFor(asIScriptEngine& engine) {
         CompileWorker::Setup setup = workerSetup(engine);
-        setup.newer = [this] {
-            const std::lock_guard lock(mutex_);
-            return quit_ || waiting_.has_value();
-        };
+        setup.newer = [this] { return work_.waits(); };
         return setup;
     }
 
     void work() {
-        while (const auto request = next()) answer(*request);
-    }
-
-    /// The newest text; nothing at the end.
-    std::optional<Request> next() {
-        for (;;) {
-            {
-                const std::lock_guard lock(mutex_);
-                if (quit_) return std::nullopt;
-                if (waiting_) {
-                    auto request = std::move(waiting_);
-                    waiting_.reset();
-                    return request;
-                }
-            }
-            if (compiler_.worker().canIdle()) {
-                compiler_.worker().idle();
-                continue;
-            }
-            std::unique_lock lock(mutex_);
-            wake_.wait(lock, [this] { return quit_ || waiting_; });
-        }
+        const auto idle = [this] {
+            if (!compiler_.worker().canIdle()) return false;
+            compiler_.worker().idle();
+            return true;
+        };
+        while (const auto request = work_.next(idle)) answer(*request);
     }
 
     void answer(const Request& request) {
@@ -96,17 +60,13 @@ class WorkerService final : public CheckService {
         else if (!compiler_.worker().problem().empty() && !said_)
             result.note = compiler_.worker().problem();
         said_ = said_ || !result.note.empty();
-        poster_([listener = listener_, result = std::move(result)] {
-            if (!listener->gone && listener->callback) listener->callback(result);
+        work_.post([this, result = std::move(result)] {
+            if (callback_) callback_(result);
         });
     }
 
-    Poster poster_;
-    std::shared_ptr<Listener> listener_ = std::make_shared<Listener>();
-    std::mutex mutex_;
-    std::condition_variable wake_;
-    std::optional<Request> waiting_;
-    bool quit_ = false;
+    Callback callback_;  ///< on the window's thread only
+    WindowWork<Request, 1> work_;
     bool said_ = false;
     SafeCompiler compiler_;
     std::thread thread_;

@@ -97,10 +97,10 @@ std::string wordsBehind(const ScopeIndex& index, const Declaration& function) {
 
 std::string headline(const ScopeIndex& index, int declaration) {
     const Declaration& one = index.declarations()[at(declaration)];
-    const std::string path =
-        one.kind == DeclarationKind::local || one.kind == DeclarationKind::parameter
-            ? std::string(one.name)
-            : index.pathOf(declaration);
+    std::string path = one.kind == DeclarationKind::local || one.kind == DeclarationKind::parameter
+                           ? std::string(one.name)
+                           : index.pathOf(declaration);
+    if (one.kind == DeclarationKind::destructor) path.insert(path.size() - one.name.size(), "~");
     const std::string type = index.oneLine(one.type);
     switch (one.kind) {
         case DeclarationKind::nameSpace:

@@ -226,6 +226,9 @@ bool SyntaxReader::looksLikeFunction(std::size_t open, std::size_t type, std::si
     if (is(type, "void") || is(behind - 2, "(")) return true;
     if (owner != kNoIndex) return true;
     const std::size_t first = behindType(open + 1);
+    // "f(double)" or "f(const T)"; a value would be "f(double(x))".
+    const bool typed = isBuiltInType(token(open + 1).text) || is(open + 1, "const");
+    if (typed && (is(first, ")") || is(first, ","))) return true;
     return first > open + 1 && (isName(first) || is(first, "&"));
 }
 

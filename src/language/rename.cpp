@@ -91,29 +91,31 @@ std::string withEdits(const std::string& text, const std::vector<ByteRange>& edi
     return result.append(text, done);
 }
 
+Sentence undeclared(const Meaning& meaning, const std::string& name) {
+    return {meaning.known() ? sentences::kOfLibrary : sentences::kNotDeclared, {name}};
+}
+
 RenamePlace renamePlace(Meanings& meanings, std::size_t offset) {
     RenamePlace place;
     const NameUse* const use = meanings.index().useAt(offset);
     if (use == nullptr || inRemarkOrText(meanings.index(), offset)) {
-        place.refusal = "There is no name here that could be changed";
+        place.refusal = {sentences::kNoName};
         return place;
     }
     place.range = use->range();
     const std::string name(meanings.nameOf(*use));
     const Meaning meaning = meanings.of(*use);
     if (meaning.declarations.empty()) {
-        place.refusal = meaning.known() ? "\"" + name + "\" belongs to the library"
-                                        : "\"" + name + "\" is not declared in this script";
+        place.refusal = undeclared(meaning, name);
     } else if (isOperatorName(name)) {
-        place.refusal = "\"" + name + "\" is a name that the language calls by itself";
+        place.refusal = {sentences::kOfLanguage, {name}};
     } else {
         place.family = meanings.familyOf(meaning.declaration());
         const std::string declared = nameOfFamily(meanings, place.family);
         if (declared.empty() || (declared != name && isAccessorName(declared)))
-            place.refusal = "\"" + name + "\" is made of accessors; change the names of those";
+            place.refusal = {sentences::kOfAccessors, {name}};
         const auto kind = meanings.index().declarations()[at(place.family.front())].kind;
-        if (kind == DeclarationKind::accessor)
-            place.refusal = "accessors have no names of their own";
+        if (kind == DeclarationKind::accessor) place.refusal = {sentences::kAccessor};
     }
     return place;
 }
@@ -126,11 +128,11 @@ RenameResult renameAt(OracleEngine& engine, Meanings& meanings, std::size_t offs
     if (!result.refusal.empty()) return result;
     const std::string oldName = nameOfFamily(meanings, place.family);
     if (!isGoodName(newName)) {
-        result.refusal = "\"" + newName + "\" cannot be a name";
+        result.refusal = {sentences::kBadName, {newName}};
         return result;
     }
     if (isOperatorName(newName) || (isAccessorName(newName) != isAccessorName(oldName))) {
-        result.refusal = "\"" + newName + "\" is a name that the language calls by itself";
+        result.refusal = {sentences::kOfLanguage, {newName}};
         return result;
     }
     if (oldName == newName) return result;
@@ -146,15 +148,15 @@ RenameResult renameAt(OracleEngine& engine, Meanings& meanings, std::size_t offs
     // What an engine keeps of the text before may be in the way.
     if (before && !after && engine.renew()) after = codeOfText(engine, renamed, oldName, newName);
     if (before && !after) {
-        result.refusal = "\"" + newName + "\" does not fit here: " + engine.firstError();
+        result.refusal = {sentences::kDoesNotFit, {newName, engine.firstError()}};
     } else if (before && *before != *after) {
-        result.refusal = "\"" + newName + "\" is taken: other code would mean something else";
+        result.refusal = {sentences::kOtherCode, {newName}};
     } else {
         Meanings then(engine, std::make_shared<ScopeIndex>(renamed));
         const bool same = then.index().uses().size() == meanings.index().uses().size() &&
                           meaningsOf(then, places) == meant;
         if (!same || (!before && declaredTwice(then.index(), newName)))
-            result.refusal = "\"" + newName + "\" is taken where \"" + oldName + "\" is used";
+            result.refusal = {sentences::kTaken, {newName, oldName}};
     }
     if (!result.refusal.empty()) result.edits.clear();
     return result;

@@ -5,17 +5,21 @@
 #include <vector>
 
 #include "language/meanings.h"
+#include "language/sentence.h"
 
 namespace korvant {
 
 struct RenameResult {
-    std::string refusal;           ///< why not; empty when it can be done
+    Sentence refusal;              ///< why not; empty when it can be done
     std::vector<ByteRange> edits;  ///< every place of the old name, in the order of the text
 };
 
+/// Why there is no declaration of a name to lead to.
+Sentence undeclared(const Meaning& meaning, const std::string& name);
+
 /// What can be renamed at a place: the name's range, or why it cannot.
 struct RenamePlace {
-    std::string refusal;
+    Sentence refusal;
     ByteRange range;
     std::vector<int> family;
 };

@@ -26,13 +26,26 @@ std::size_t distance(std::string_view left, std::string_view right) {
     return row.back();
 }
 
-/// The text between the first two simple quotes.
-std::string quotedIn(std::string_view text) {
-    const auto begin = text.find('\'');
-    if (begin == std::string_view::npos) return {};
-    const auto end = text.find('\'', begin + 1);
-    if (end == std::string_view::npos) return {};
-    return std::string(text.substr(begin + 1, end - begin - 1));
+/// What stands in simple quotes.
+std::vector<std::string> quotedIn(std::string_view text) {
+    std::vector<std::string> found;
+    for (auto begin = text.find('\''); begin != std::string_view::npos;) {
+        const auto end = text.find('\'', begin + 1);
+        if (end == std::string_view::npos) break;
+        found.emplace_back(text.substr(begin + 1, end - begin - 1));
+        begin = text.find('\'', end + 1);
+    }
+    return found;
+}
+
+/// "Expected ',' or ';'": the end of the statement first.
+std::vector<std::string> missingSigns(std::string_view text) {
+    std::vector<std::string> signs;
+    if (!text.starts_with("Expected ")) return signs;
+    const std::vector<std::string> quoted = quotedIn(text);
+    for (const char* const sign : {";", ")", "]", "}", ","})
+        if (std::find(quoted.begin(), quoted.end(), sign) != quoted.end()) signs.push_back(sign);
+    return signs;
 }
 
 void addMissingSign(const ScopeIndex& index, std::size_t offset, const std::string& sign,
@@ -41,7 +54,7 @@ void addMissingSign(const ScopeIndex& index, std::size_t offset, const std::stri
     const std::string_view text = index.document().text();
     std::size_t end = std::min(offset, text.size());
     while (end > 0 && static_cast<unsigned char>(text[end - 1]) <= ' ') --end;
-    repairs.push_back({"Write '" + sign + "' here", {end, end}, sign});
+    repairs.push_back({{sentences::kWriteHere, {sign}}, {end, end}, sign});
 }
 
 void addSimilarNames(Meanings& meanings, std::size_t offset, const std::string& wrong,
@@ -64,7 +77,7 @@ void addSimilarNames(Meanings& meanings, std::size_t offset, const std::string& 
     std::sort(near.begin(), near.end());
     near.erase(std::unique(near.begin(), near.end()), near.end());
     for (std::size_t i = 0; i < std::min<std::size_t>(3, near.size()); ++i)
-        repairs.push_back({"Change to \"" + near[i].second + "\"", use->range(), near[i].second});
+        repairs.push_back({{sentences::kChangeTo, {near[i].second}}, use->range(), near[i].second});
 }
 
 }  // namespace
@@ -75,18 +88,17 @@ std::vector<Repair> repairsFor(Meanings& meanings, const Diagnostic& diagnostic)
     const std::size_t offset = meanings.index().document().offsetOf(
         {static_cast<std::uint32_t>(diagnostic.line - 1),
          static_cast<std::uint32_t>(std::max(0, diagnostic.column - 1))});
-    const std::string quoted = quotedIn(diagnostic.text);
     const std::string_view text = diagnostic.text;
-    if (text.starts_with("Expected ") &&
-        (quoted == ";" || quoted == ")" || quoted == "]" || quoted == "}" || quoted == ","))
-        addMissingSign(meanings.index(), offset, quoted, repairs);
+    for (const std::string& sign : missingSigns(text))
+        addMissingSign(meanings.index(), offset, sign, repairs);
     const bool unknown = text.starts_with("No matching symbol") ||
                          text.find("is not declared") != std::string_view::npos ||
                          text.find("is not a member of") != std::string_view::npos ||
                          text.find("is not a data type") != std::string_view::npos ||
                          text.starts_with("No matching signatures to");
-    if (unknown) {
-        std::string name = quoted;
+    const std::vector<std::string> quoted = quotedIn(text);
+    if (unknown && !quoted.empty()) {
+        std::string name = quoted.front();
         if (const auto call = name.find('('); call != std::string::npos) name.resize(call);
         if (const auto path = name.rfind("::"); path != std::string::npos) name.erase(0, path + 2);
         addSimilarNames(meanings, offset, name, repairs);

@@ -6,12 +6,13 @@
 
 #include "language/diagnostics.h"
 #include "language/meanings.h"
+#include "language/sentence.h"
 
 namespace korvant {
 
 struct Repair {
-    std::string title;  ///< "Write ';' here", "Change to \"total\""
-    ByteRange range;    ///< what is replaced; empty: inserted
+    Sentence title;   ///< "Write ';' here", "Change to \"total\""
+    ByteRange range;  ///< what is replaced; empty: inserted
     std::string with;
 };
 

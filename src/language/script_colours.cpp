@@ -67,8 +67,18 @@ bool colour(Meanings& meanings, const NameUse& use, ColouredName& name) {
     return meaning.known();
 }
 
-/// The names of a function's parameters; empty ones where it has none.
-std::vector<std::string> parameterNames(Meanings& meanings, const Meaning& meaning) {
+/// Of a class the constructor that takes so many arguments; functions are themselves.
+int calledWith(Meanings& meanings, int declaration, std::size_t bracket, std::size_t arguments) {
+    const auto& declarations = meanings.index().declarations();
+    if (!isType(declarations[at(declaration)].kind)) return declaration;
+    for (const int i : meanings.functionsCalledAt(bracket))
+        if (parameterTypes(meanings.index(), i).size() >= arguments) return i;
+    return declaration;
+}
+
+/// The names of the parameters of what is called; empty ones where it has none.
+std::vector<std::string> parameterNames(Meanings& meanings, const Meaning& meaning,
+                                        std::size_t bracket, std::size_t arguments) {
     std::vector<std::string> names;
     const ScopeIndex& index = meanings.index();
     if (meaning.function != nullptr) {
@@ -81,7 +91,8 @@ std::vector<std::string> parameterNames(Meanings& meanings, const Meaning& meani
         return names;
     }
     if (meaning.declarations.empty()) return names;
-    const Declaration& one = index.declarations()[at(meaning.declaration())];
+    const Declaration& one =
+        index.declarations()[at(calledWith(meanings, meaning.declaration(), bracket, arguments))];
     if (!isCallable(one.kind) || one.inner == kNoIndex) return names;
     for (const int i : index.declaredIn(one.inner))
         if (index.declarations()[at(i)].kind == DeclarationKind::parameter)
@@ -89,11 +100,25 @@ std::vector<std::string> parameterNames(Meanings& meanings, const Meaning& meani
     return names;
 }
 
+/// How many there are behind an opening bracket.
+std::size_t argumentsAt(const std::vector<ScriptToken>& tokens, std::size_t bracket) {
+    std::size_t count = 1;
+    int depth = 0;
+    for (std::size_t i = bracket; i < tokens.size() && !tokens[i].is(";"); ++i) {
+        if (tokens[i].is("(") || tokens[i].is("[") || tokens[i].is("{")) ++depth;
+        if (tokens[i].is(")") || tokens[i].is("]") || tokens[i].is("}")) --depth;
+        if (depth == 0) break;
+        if (depth == 1 && tokens[i].is(",")) ++count;
+    }
+    return count;
+}
+
 void addArguments(Meanings& meanings, const NameUse& use, std::vector<InlayHint>& hints) {
     const auto& tokens = meanings.index().tokens();
     std::size_t i = meanings.index().tokenAt(use.range().end);
     if (i >= tokens.size() || !tokens[i].is("(")) return;
     std::vector<std::string> names;
+    const std::size_t bracket = i;
     bool asked = false;
     int depth = 0;
     std::size_t argument = 0;
@@ -108,7 +133,9 @@ void addArguments(Meanings& meanings, const NameUse& use, std::vector<InlayHint>
                              next.kind == ScriptToken::Kind::text || next.is("true") ||
                              next.is("false") || next.is("null");
         if (!begins || !literal) continue;
-        if (!asked) names = parameterNames(meanings, meanings.of(use));
+        if (!asked)
+            names =
+                parameterNames(meanings, meanings.of(use), bracket, argumentsAt(tokens, bracket));
         asked = true;
         if (argument < names.size() && !names[argument].empty())
             hints.push_back(

@@ -22,8 +22,8 @@ void addOutline(const ScopeIndex& index, int scope, std::vector<OutlineItem>& it
         if (!inOutline(one.kind) || one.name.empty()) continue;
         OutlineItem item;
         item.declaration = i;
-        item.name = one.name;
-        item.detail = index.oneLine(isCallable(one.kind) ? one.parameters : one.type);
+        item.name = (one.kind == DeclarationKind::destructor ? "~" : "") + std::string(one.name);
+        item.detail = index.oneLine(one.parameters.empty() ? one.type : one.parameters);
         item.whole = one.whole;
         item.nameRange = one.nameRange;
         item.whole.begin = std::min(item.whole.begin, item.nameRange.begin);
@@ -62,12 +62,12 @@ class Indenter {
     int enter(std::uint32_t line) {
         const auto begin = static_cast<int>(text_.lineStart(line));
         const auto end = static_cast<int>(text_.lineRange(line).end);
-        if (next_ > 0 && tokens_[next_ - 1].end() > begin) return -1;
+        const bool within = next_ > 0 && tokens_[next_ - 1].end() > begin;
         const ScriptToken* const first = peek();
-        if (first == nullptr || first->position > end) return 0;
-        const int depth = depthOf(*first);
+        if (first == nullptr || first->position > end) return within ? -1 : 0;
+        const int depth = within ? inside() : depthOf(*first);
         while (peek() != nullptr && peek()->position <= end) take(*peek(), depth);
-        return depth;
+        return within ? -1 : depth;
     }
 
     int depthOf(const ScriptToken& first) {

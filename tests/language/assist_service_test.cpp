@@ -119,10 +119,11 @@ TEST_F(Asking, EveryKindIsAnsweredByTheCompiler) {
     ASSERT_EQ(place.places.size(), 1u);
     EXPECT_EQ(place.places[0].begin, std::string(kScript).find("weighed"));
     EXPECT_EQ(askAt("return gra", Kind::references).places.size(), 2u);
-    EXPECT_EQ(askAt("    Prin", Kind::definition).refusal, "\"Print\" belongs to the library");
+    EXPECT_EQ(askAt("    Prin", Kind::definition).refusal.text(),
+              "\"Print\" belongs to the library");
     EXPECT_EQ(askAt("double met", Kind::rename, "ore").places.size(), 2u);
-    EXPECT_NE(askAt("double met", Kind::rename, "first").refusal, "");
-    EXPECT_NE(askAt("    Prin", Kind::renamePlace).refusal, "");
+    EXPECT_NE(askAt("double met", Kind::rename, "first").refusal.text(), "");
+    EXPECT_NE(askAt("    Prin", Kind::renamePlace).refusal.text(), "");
     AssistQuestion colours;
     colours.kind = Kind::colours;
     colours.end = 1'000'000;

@@ -44,7 +44,7 @@ TEST_F(Renaming, ThereAndBackLeavesEveryScriptAsItWas) {
             if (!there.refusal.empty()) {
                 const bool fixed = name.starts_with("op") || name == "get" || name == "set" ||
                                    name.starts_with("get_") || name.starts_with("set_");
-                EXPECT_TRUE(fixed) << file.name << ": " << name << ": " << there.refusal;
+                EXPECT_TRUE(fixed) << file.name << ": " << name << ": " << there.refusal.text();
                 ++refused;
                 continue;
             }
@@ -52,7 +52,7 @@ TEST_F(Renaming, ThereAndBackLeavesEveryScriptAsItWas) {
             EXPECT_EQ(code(text, name), code(file.text, name)) << file.name << ": " << name;
             const auto first = there.edits.front();
             const RenameResult back = rename(text, first.begin, name);
-            EXPECT_EQ(back.refusal, "") << file.name << ": " << name;
+            EXPECT_EQ(back.refusal.text(), "") << file.name << ": " << name;
             EXPECT_EQ(withEdits(text, back.edits, name), file.text) << file.name << ": " << name;
             ++renamed;
         }
@@ -140,7 +140,7 @@ TEST_F(Renaming, WhatWouldCaptureOrShadowIsRefused) {
         const std::size_t offset = text.find('$');
         text.erase(offset, 1);
         const RenameResult result = rename(text, offset, one.name);
-        EXPECT_NE(result.refusal, "") << one.text << " -> " << one.name;
+        EXPECT_NE(result.refusal.text(), "") << one.text << " -> " << one.name;
         EXPECT_THAT(result.edits, IsEmpty());
     }
 }
@@ -149,7 +149,7 @@ TEST_F(Renaming, ShadowsThatWereThereStay) {
     const std::string text =
         "int v = 1;\nint f(int v) { return v; }\nint main() { { int v = 3; v++; } return f(v); }\n";
     const RenameResult result = rename(text, text.find("v = 1"), "w");
-    EXPECT_EQ(result.refusal, "");
+    EXPECT_EQ(result.refusal.text(), "");
     EXPECT_EQ(withEdits(text, result.edits, "w"),
               "int w = 1;\nint f(int v) { return v; }\nint main() { { int v = 3; v++; } return "
               "f(w); }\n");

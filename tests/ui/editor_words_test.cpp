@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "korvantide/script_object.h"
+#include "language/sentence.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/window_words.h"
 
@@ -39,6 +40,18 @@ TEST(EditorWords, AreInOrderAndTakeTheSameValues) {
         EXPECT_EQ(placeholders(row.english), placeholders(row.french)) << row.english;
         EXPECT_EQ(placeholders(row.english), placeholders(row.spanish)) << row.english;
     }
+}
+
+TEST(EditorWords, SayWhyANameCannotBeChanged) {
+    for (const char* const pattern : sentences::kAll)
+        for (const int language : {1, 2}) {
+            const InLanguage scope(language);
+            EXPECT_NE(ui::toUtf8(ui::words(pattern)), pattern) << language;
+        }
+    const InLanguage scope(1);
+    const Sentence taken{sentences::kTaken, {"100 %s", "b"}};
+    EXPECT_EQ(taken.filled(ui::toUtf8(ui::words(taken.pattern.c_str()))),
+              "« 100 %s » est déjà pris là où « b » est utilisé");
 }
 
 TEST(EditorWords, FollowTheLanguageOfTheModule) {

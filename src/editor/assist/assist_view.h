@@ -32,7 +32,7 @@ class AssistView {
     /// The value of an expression of the stopped script; false when there is none to be shown.
     virtual bool showValue(const std::string& expression, ByteRange word) = 0;
     /// One sentence at a place, such as why something cannot be done.
-    virtual void say(const std::string& sentence, int position) = 0;
+    virtual void say(const Sentence& sentence, int position) = 0;
     virtual void hideTips() = 0;
 
     /// Uses of a name, or its declarations. The user chooses one, or none; see
@@ -44,7 +44,7 @@ class AssistView {
     /// See CodeAssist::renameTo.
     virtual void askName(const std::string& name, ByteRange word) = 0;
     /// The box stays open and says why the name cannot be taken.
-    virtual void refuseName(const std::string& reason) = 0;
+    virtual void refuseName(const Sentence& reason) = 0;
     virtual void closeName() = 0;
 
     virtual void markOccurrences(const std::vector<ByteRange>& places) = 0;

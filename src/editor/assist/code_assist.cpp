@@ -471,7 +471,7 @@ void CodeAssist::mend(const Diagnostic& problem) {
     ask(std::move(question), [this, at = editor_.caret()](const AssistAnswer& answer) {
         if (answer.repairs.empty()) {
             openTip();
-            return view_.say("Nothing is known that would mend this.", at);
+            return view_.say({"Nothing is known that would mend this."}, at);
         }
         view_.chooseRepair(answer.repairs, at);
     });

@@ -211,7 +211,7 @@ LanguageServer::Reply LanguageServer::codeActions(const Json& params) {
         if (line < first || line > last) continue;
         for (const Repair& repair : repairsFor(meaningsOf(*text), one)) {
             const Json edit = {{"range", rangeJson(*text, repair.range)}, {"newText", repair.with}};
-            list.push_back({{"title", repair.title},
+            list.push_back({{"title", repair.title.text()},
                             {"kind", "quickfix"},
                             {"edit", {{"changes", {{text->uri, Json::array({edit})}}}}}});
         }

@@ -193,7 +193,7 @@ LanguageServer::Reply LanguageServer::prepareRename(const Json& params) {
     if (!place(params, text, offset)) return {};
     Meanings& meanings = meaningsOf(*text);
     const RenamePlace found = renamePlace(meanings, offset);
-    if (!found.refusal.empty()) return Reply::failed(kRequestFailed, found.refusal);
+    if (!found.refusal.empty()) return Reply::failed(kRequestFailed, found.refusal.text());
     const std::string name = text->document.text().substr(found.range.begin, found.range.size());
     return {{{"range", rangeJson(*text, found.range)}, {"placeholder", name}}, 0, {}};
 }
@@ -206,7 +206,7 @@ LanguageServer::Reply LanguageServer::rename(const Json& params) {
     Meanings& meanings = meaningsOf(*text);
     meanings.oracle().allow(kRenameMs);
     const RenameResult result = renameAt(engine_, meanings, offset, name);
-    if (!result.refusal.empty()) return Reply::failed(kRequestFailed, result.refusal);
+    if (!result.refusal.empty()) return Reply::failed(kRequestFailed, result.refusal.text());
     Json edits = Json::array();
     for (const ByteRange& edit : result.edits)
         edits.push_back({{"range", rangeJson(*text, edit)}, {"newText", name}});

@@ -48,7 +48,7 @@ class View : public AssistView {
         value = expression;
         return hasValue;
     }
-    void say(const std::string& sentence, int) override { tip = sentence; }
+    void say(const Sentence& sentence, int) override { tip = sentence.text(); }
     void hideTips() override { tip.clear(); }
     void choosePlace(bool uses, const std::string& name,
                      const std::vector<ListedPlace>& found) override {
@@ -57,7 +57,7 @@ class View : public AssistView {
     }
     void chooseRepair(const std::vector<Repair>& found, int) override { repairs = found; }
     void askName(const std::string& name, ByteRange) override { asked = name; }
-    void refuseName(const std::string& reason) override { tip = reason; }
+    void refuseName(const Sentence& reason) override { tip = reason.text(); }
     void closeName() override { asked.clear(); }
     void markOccurrences(const std::vector<ByteRange>& found) override { marked = found.size(); }
     void selectAll(const std::vector<ByteRange>& ranges) override { selected = ranges; }
@@ -280,7 +280,7 @@ TEST_F(Assisting, RenameWritesEverywhereOrSaysWhyNot) {
     EXPECT_EQ(view.asked, "a");
     assist.renameTo("b");
     AssistAnswer refused;
-    refused.refusal = "\"b\" is taken";
+    refused.refusal = {"\"b\" is taken"};
     answer(refused, AssistQuestion::Kind::rename);
     EXPECT_EQ(view.tip, "\"b\" is taken");
     EXPECT_EQ(view.asked, "a") << "the box stays open";

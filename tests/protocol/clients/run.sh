@@ -23,6 +23,9 @@ with_node() {
     export KORVANT_TRAFFIC=$work/traffic.jsonl
     rm -f "$KORVANT_TRAFFIC"
     timeout 300 npx mocha --exit dap.test.js lsp.test.js
+    KORVANT_EXTENSION=$root/editors/vscode timeout 60 npx mocha --exit extension.test.js
+    timeout 60 npx vscode-tmgrammar-test \
+        -g "$root/editors/vscode/syntaxes/angelscript.tmLanguage.json" grammar/words.test.as
     node check_traffic.js "$KORVANT_TRAFFIC" traffic.ts
     npx tsc --strict --noEmit --skipLibCheck --moduleResolution node --target es2020 traffic.ts
 }

@@ -185,7 +185,7 @@ bool TextAssist::command(int id) {
 /// is no UTF-8.
 void TextAssist::mend() {
     const Diagnostic* const found = editor_.problemAtCaret();
-    if (!found) return say("There is no problem on this line.", control_.GetCurrentPos());
+    if (!found) return say({"There is no problem on this line."}, control_.GetCurrentPos());
     Diagnostic problem = *found;
     if (editor_.status().encoding != "UTF-8") {
         const int begin = control_.PositionFromLine(problem.line - 1);
@@ -256,9 +256,17 @@ bool TextAssist::showValue(const std::string& expression, ByteRange word) {
     return true;
 }
 
-void TextAssist::say(const std::string& sentence, int position) {
+namespace {
+
+wxString inLanguage(const Sentence& sentence) {
+    return fromUtf8(sentence.filled(toUtf8(words(sentence.pattern.c_str()))));
+}
+
+}  // namespace
+
+void TextAssist::say(const Sentence& sentence, int position) {
     hovered_ = {};
-    tipPopUp().say(toUtf8(words(sentence.c_str())), onScreen(static_cast<std::size_t>(position)));
+    tipPopUp().say(toUtf8(inLanguage(sentence)), onScreen(static_cast<std::size_t>(position)));
 }
 
 void TextAssist::hideTips() {
@@ -323,8 +331,8 @@ void TextAssist::chooseRepair(const std::vector<Repair>& repairs, int position) 
     content.heading = words("What mends this problem");
     for (const Repair& repair : repairs) {
         ChoiceBox::Choice choice;
-        choice.name = repair.title;
-        choice.row.name = fromUtf8(repair.title);
+        choice.row.name = inLanguage(repair.title);
+        choice.name = toUtf8(choice.row.name);
         choice.row.icon = Icon::check;
         content.choices.push_back(std::move(choice));
     }
@@ -339,8 +347,8 @@ void TextAssist::askName(const std::string& name, ByteRange word) {
     rename_->open(fromUtf8(name), below(word.begin));
 }
 
-void TextAssist::refuseName(const std::string& reason) {
-    if (rename_) rename_->refuse(fromUtf8(reason));
+void TextAssist::refuseName(const Sentence& reason) {
+    if (rename_) rename_->refuse(inLanguage(reason));
 }
 
 void TextAssist::closeName() {

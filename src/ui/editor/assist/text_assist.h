@@ -62,13 +62,13 @@ class TextAssist : private AssistView {
     void showSignatures(const Signatures& signatures, int position) override;
     void showDocumentation(const HoverText& help) override;
     bool showValue(const std::string& expression, ByteRange word) override;
-    void say(const std::string& sentence, int position) override;
+    void say(const Sentence& sentence, int position) override;
     void hideTips() override;
     void choosePlace(bool uses, const std::string& name,
                      const std::vector<ListedPlace>& places) override;
     void chooseRepair(const std::vector<Repair>& repairs, int position) override;
     void askName(const std::string& name, ByteRange word) override;
-    void refuseName(const std::string& reason) override;
+    void refuseName(const Sentence& reason) override;
     void closeName() override;
     void markOccurrences(const std::vector<ByteRange>& places) override;
     void selectAll(const std::vector<ByteRange>& ranges) override;
