@@ -1,4 +1,5 @@
-// What names mean: the answer after an edit inside of a body, index and all, and the very first one.
+// What names mean: the answer after an edit inside of a body, index and all, and the very first
+// one.
 #include <chrono>
 
 #include "host/run/script_session.h"
