@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "debug/frames.h"
+
 namespace korvant {
 
 Coverage::Coverage(std::string mainSource) : mainSource_(std::move(mainSource)) {
@@ -23,7 +25,9 @@ void Coverage::enter(asIScriptContext& context, const asDWORD* position) noexcep
     // Where execution leaves the context it may stand anywhere.
     if (code == nullptr || position < code || position >= code + length) return;
     try {
-        statements_ = countedOf(*function, length)->statements.data();
+        Counted& counted = *countedOf(*function, length);
+        statements_ = counted.statements.data();
+        calls_ = &counted.calls;
     } catch (...) {
         return;
     }
@@ -40,6 +44,7 @@ Coverage::Counted* Coverage::countedOf(asIScriptFunction& function, std::size_t 
     auto counted = std::make_unique<Counted>();
     counted->source = section != nullptr ? section : "";
     if (counted->source == mainSource_) counted->source.clear();
+    counted->declaration = declarationOf(function);
     counted->statements.resize(length);
     counted_.push_back(std::move(counted));
     return known = counted_.back().get();
@@ -50,6 +55,7 @@ void Coverage::forgetFunctions() noexcept {
     code_ = before_ = nullptr;
     length_ = 0;
     statements_ = nullptr;
+    calls_ = nullptr;
     second_ = false;
 }
 
@@ -70,8 +76,13 @@ Coverage::Hits Coverage::hitsOf(const std::string& source) const {
 std::vector<Coverage::Line> Coverage::lines(const CodeLines& code,
                                             const std::string& source) const {
     const Hits hits = hitsOf(source);
+    std::vector<std::int32_t> known = code.lines(source);
+    for (std::size_t line = 1; line < hits.size(); ++line)
+        if (hits[line] > 0) known.push_back(static_cast<std::int32_t>(line));
+    std::sort(known.begin(), known.end());
+    known.erase(std::unique(known.begin(), known.end()), known.end());
     std::vector<Line> lines;
-    for (const std::int32_t line : code.lines(source)) {
+    for (const std::int32_t line : known) {
         const auto index = static_cast<std::size_t>(line);
         lines.push_back({line, index < hits.size() ? hits[index] : 0});
     }
@@ -97,37 +108,41 @@ std::string Coverage::lcov(const CodeLines& code, const std::string& mainPath) c
     return text;
 }
 
-/// A function ran when its first line did.
+/// Several functions without a name may have one declaration: their lines tell them apart.
+std::uint64_t Coverage::callsOf(const CodeLines::Function& function) const {
+    std::uint64_t calls = 0;
+    for (const auto& counted : counted_) {
+        if (counted->source != function.source || counted->declaration != function.declaration)
+            continue;
+        const auto ran =
+            std::find_if(counted->statements.begin(), counted->statements.end(),
+                         [](const Statement& statement) { return statement.line > 0; });
+        const bool here = ran == counted->statements.end() ||
+                          (ran->line >= function.begin && ran->line <= function.lines.back());
+        if (here) calls += counted->calls;
+    }
+    return calls;
+}
+
+/// The tools take functions of one name for one.
 std::string Coverage::functionRecords(const CodeLines& code, const std::string& source) const {
+    std::map<std::string, int> names;
+    for (const CodeLines::Function& function : code.functions())
+        if (function.source == source) ++names[function.name];
     std::string text;
     std::size_t found = 0;
     std::size_t hit = 0;
-    const std::vector<Line> all = lines(code, source);
     for (const CodeLines::Function& function : code.functions()) {
         if (function.source != source) continue;
-        const auto line = std::find_if(all.begin(), all.end(), [&](const Line& l) {
-            return l.line == function.lines.front();
-        });
-        const std::uint64_t hits = line == all.end() ? 0 : line->hits;
-        text += "FN:" + std::to_string(function.begin) + "," + function.name +
-                "\nFNDA:" + std::to_string(hits) + "," + function.name + "\n";
+        const std::string line = std::to_string(function.begin);
+        const std::string name =
+            names[function.name] == 1 ? function.name : function.declaration + ":" + line;
+        const std::uint64_t calls = callsOf(function);
+        text += "FN:" + line + "," + name + "\nFNDA:" + std::to_string(calls) + "," + name + "\n";
         ++found;
-        hit += hits > 0 ? 1 : 0;
+        hit += calls > 0 ? 1 : 0;
     }
     return text + "FNF:" + std::to_string(found) + "\nFNH:" + std::to_string(hit) + "\n";
-}
-
-std::string Coverage::unknownLines(const CodeLines& code) const {
-    std::set<std::string> sources;
-    for (const auto& counted : counted_) sources.insert(counted->source);
-    std::string text;
-    for (const std::string& source : sources) {
-        const Hits hits = hitsOf(source);
-        for (std::size_t line = 1; line < hits.size(); ++line)
-            if (hits[line] > 0 && !code.hasCode(source, static_cast<std::int32_t>(line)))
-                text += source + ":" + std::to_string(line) + " ";
-    }
-    return text;
 }
 
 std::string Coverage::summary(const CodeLines& code) const {

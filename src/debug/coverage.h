@@ -37,7 +37,10 @@ class Coverage {
             (reinterpret_cast<std::uintptr_t>(position) - reinterpret_cast<std::uintptr_t>(code_)) /
             sizeof(asDWORD);
         if (at >= length_) return enter(context, position);
-        if (asksAt(position)) countAt(context, position, at);
+        if (asksAt(position))
+            countAt(context, position, at);
+        else if (at == 0)
+            ++*calls_;
         before_ = position;
     }
     /// Functions may have been replaced: their addresses are used again. Counts stay.
@@ -48,12 +51,10 @@ class Coverage {
         std::int32_t line = 0;
         std::uint64_t hits = 0;
     };
-    /// Lines with code of a source, ascending, those that never ran with 0.
+    /// Lines of a source with code or that ran, ascending, those that never ran with 0.
     std::vector<Line> lines(const CodeLines& code, const std::string& source) const;
     /// The form that lcov's tools read. `mainPath` stands for the main text.
     std::string lcov(const CodeLines& code, const std::string& mainPath) const;
-    /// Lines that ran and of which `code` knows nothing, "SOURCE:LINE " each; for tests.
-    std::string unknownLines(const CodeLines& code) const;
     /// "12 of 15 lines (80 %)".
     std::string summary(const CodeLines& code) const;
 
@@ -65,6 +66,8 @@ class Coverage {
     };
     struct Counted {
         std::string source;
+        std::string declaration;
+        std::uint64_t calls = 0;
         std::vector<Statement> statements;  ///< by place in the function's code
     };
 
@@ -76,7 +79,10 @@ class Coverage {
         } else {
             if (context.GetState() != asEXECUTION_ACTIVE) return;
             second_ = !second_;
-            if (second_) return;
+            if (second_) {
+                if (at == 0) ++*calls_;
+                return;
+            }
         }
         Statement& statement = statements_[at];
         if (statement.hits++ == 0) learn(context, statement);
@@ -85,12 +91,14 @@ class Coverage {
     void enter(asIScriptContext& context, const asDWORD* position) noexcept;
     Counted* countedOf(asIScriptFunction& function, std::size_t length);
     Hits hitsOf(const std::string& source) const;
+    std::uint64_t callsOf(const CodeLines::Function& function) const;
     std::string functionRecords(const CodeLines& code, const std::string& source) const;
 
     // The function that runs.
     const asDWORD* code_ = nullptr;
     std::size_t length_ = 0;
     Statement* statements_ = nullptr;
+    std::uint64_t* calls_ = nullptr;
     const asDWORD* before_ = nullptr;  ///< the place of the last call
     bool second_ = false;              ///< the last call was the second one for its statement
 

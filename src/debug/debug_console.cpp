@@ -44,6 +44,18 @@ const char* wordsFor(ExceptionKind kind) {
     return "unhandled";
 }
 
+/// Where the sign of an assignment stands, and no part of a comparison; npos: nowhere.
+std::size_t assignmentIn(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '=') continue;
+        if (i + 1 < text.size() && text[i + 1] == '=')
+            ++i;
+        else if (i == 0 || std::string_view("<>!").find(text[i - 1]) == std::string_view::npos)
+            return i;
+    }
+    return std::string_view::npos;
+}
+
 bool namesCommand(const std::string& names, const std::string& word) {
     const std::string padded = " " + names + " ";
     return padded.find(" " + word + " ") != std::string::npos;
@@ -70,7 +82,8 @@ const std::vector<DebugConsole::Command>& DebugConsole::commands() {
         {"delete d", "[N]", "removes a breakpoint, or all", &DebugConsole::doDelete},
         {"enable", "N", "a breakpoint that was disabled", &DebugConsole::doEnable},
         {"disable", "N", "keeps a breakpoint that does not stop", &DebugConsole::doDisable},
-        {"info i", "", "breakpoints and what became of them", &DebugConsole::doInfo},
+        {"info i", "[breakpoints, locals, args, globals, this, frame or stack]",
+         "what became of breakpoints, or what is there", &DebugConsole::doInfo},
         {"where backtrace bt", "", "the calls that have not returned", &DebugConsole::doWhere},
         {"frame f", "[N]", "looks at another call", &DebugConsole::doFrame},
         {"up", "", "looks at the caller", &DebugConsole::doUp},
@@ -381,7 +394,17 @@ void DebugConsole::doDelete(const std::string& rest) {
     debug_.apply();
 }
 
-void DebugConsole::doInfo(const std::string&) {
+void DebugConsole::doInfo(const std::string& rest) {
+    const auto begins = [&rest](std::string_view word) {
+        return !rest.empty() && word.starts_with(rest);
+    };
+    if (begins("locals") || begins("args")) return doLocals({});
+    if (begins("globals") || begins("variables")) return doGlobals({});
+    if (begins("this")) return doThis({});
+    if (begins("frame")) return doFrame({});
+    if (begins("stack")) return doWhere({});
+    if (!rest.empty() && !begins("breakpoints") && !begins("watchpoints"))
+        return say("Info about what? \"help\" lists it.");
     if (debug_.breakpoints().all().empty()) say("There are no breakpoints.");
     for (const Breakpoint& breakpoint : debug_.breakpoints().all()) sayBreakpoint(breakpoint.id);
 }
@@ -473,7 +496,7 @@ void DebugConsole::doHex(const std::string& rest) {
 }
 
 void DebugConsole::doSet(const std::string& rest) {
-    const auto sign = rest.find('=');
+    const std::size_t sign = assignmentIn(rest);
     if (sign == std::string::npos) return say("set NAME = EXPRESSION");
     if (!standsStill()) return;
     const ShownValue shown =

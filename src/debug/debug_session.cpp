@@ -68,10 +68,14 @@ std::shared_ptr<const CodeLines> DebugSession::code() const {
     return impl_->codeLines;
 }
 
-std::vector<std::int32_t> DebugSession::Impl::wantedLines() const {
+std::vector<std::int32_t> DebugSession::Impl::wantedLines() {
     std::vector<std::int32_t> lines = book.lines();
     if (style == StopStyle::suspend) lines.insert(lines.end(), hostLines.begin(), hostLines.end());
     if (target.line > 0) lines.push_back(target.line);
+    // Nothing is asked of a run without breakpoints, and classic steps go by the lines of its host.
+    if (lines.empty() || text == nullptr || style == StopStyle::suspend) return lines;
+    if (!setVariables.begun()) setVariables.begin(&text->variables());
+    lines.insert(lines.end(), setVariables.lines().begin(), setVariables.lines().end());
     return lines;
 }
 
@@ -111,7 +115,7 @@ bool DebugSession::restart() {
 
 /// Everything that shows values holds parts of the script.
 void DebugSession::Impl::beginLooking(asIScriptContext* context) {
-    values.begin(context, module, text.get(), kMainSource);
+    values.begin(context, module, text.get(), kMainSource, &setVariables);
     frames = Frames(context, kMainSource);
 }
 
@@ -271,6 +275,20 @@ ShownValue DebugSession::Impl::shown(const Evaluation& evaluation, std::string_v
 ShownValue DebugSession::show(unsigned frame, std::string_view expression,
                               EvaluationPurpose purpose, const ValueFormat& format) {
     return impl_->shown(evaluate(frame, expression, purpose), expression, format);
+}
+
+std::vector<std::string> DebugSession::methodsOf(unsigned frame, std::string_view expression) {
+    std::vector<std::string> names;
+    const Evaluation found = evaluate(frame, expression, EvaluationPurpose::hover);
+    const asITypeInfo* const type =
+        found.done ? impl_->engine->GetTypeInfoById(found.target.value.typeId) : nullptr;
+    for (asUINT i = 0; type != nullptr && i < type->GetMethodCount(); ++i) {
+        const asIScriptFunction& method = *type->GetMethodByIndex(i);
+        const std::string_view name = method.GetName();
+        const bool isOperator = name.size() > 2 && name.starts_with("op") && name[2] < 'a';
+        if (!isOperator && !method.IsProperty() && !method.IsPrivate()) names.emplace_back(name);
+    }
+    return names;
 }
 
 ShownValue DebugSession::setChild(ValueNode parent, std::string_view child, unsigned frame,

@@ -149,6 +149,8 @@ class DebugSession {
     Evaluation evaluate(unsigned frame, std::string_view expression, EvaluationPurpose purpose);
     ShownValue show(unsigned frame, std::string_view expression, EvaluationPurpose purpose,
                     const ValueFormat& format = {});
+    /// Names of the methods that a value has for scripts, but for operators. Nothing is run.
+    std::vector<std::string> methodsOf(unsigned frame, std::string_view expression);
     /// Sets a child of a node, or what an expression names; the value then.
     ShownValue setChild(ValueNode parent, std::string_view child, unsigned frame,
                         std::string_view expression, const ValueFormat& format = {});

@@ -9,6 +9,7 @@
 
 #include "debug/data_watch.h"
 #include "debug/debug_session.h"
+#include "debug/set_variables.h"
 #include "debug/step_rule.h"
 #include "host/run/stop_policy.h"
 
@@ -61,6 +62,7 @@ struct DebugSession::Impl final : StopPolicy {
     std::shared_ptr<const CodeLines> codeLines;
     asIScriptModule* module = nullptr;
     std::unique_ptr<StatementStarts> text;
+    SetVariables setVariables;
     ValueTree values;
     ScriptEvaluator evaluator{session, values};
     Frames frames{nullptr, kMainSource};
@@ -69,10 +71,11 @@ struct DebugSession::Impl final : StopPolicy {
     DataWatch data;
 
     void apply();
-    std::vector<std::int32_t> wantedLines() const;
+    std::vector<std::int32_t> wantedLines();
 
     // Where it stops.
     Answer passedOver(std::int32_t line);
+    void noteSet(asIScriptContext& context, const StatementPlace& here);
     bool stopsAt(asIScriptContext& context, std::int32_t line, const StatementPlace& here,
                  bool newPass);
     bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass, bool twin);

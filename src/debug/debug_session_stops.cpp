@@ -89,7 +89,7 @@ void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& buil
         const std::vector<int> changed = book.resolve(std::move(lines));
         book.beginRun();
         data.clear();
-        values.forgetTouched();
+        setVariables.begin(nullptr);
         step.end();
         pass.forget();
         target = {};
@@ -125,6 +125,7 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
         }
         const StatementPlace here = StatementPlace::of(context);
         const bool newPass = pass.begins(here, again && lastSeen.line == line);
+        noteSet(context, here);
         const bool stops = stopsAt(context, line, here, newPass);
         lastSeen = here;
         if (!stops) {
@@ -143,6 +144,12 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
         answer = Answer::goOn;
     });
     return answer;
+}
+
+void DebugSession::Impl::noteSet(asIScriptContext& context, const StatementPlace& here) {
+    const std::vector<std::int32_t>& lines = setVariables.lines();
+    if (!std::binary_search(lines.begin(), lines.end(), here.line)) return;
+    if (placeOf(context).source.empty()) setVariables.pass(context, here, here == lastSeen);
 }
 
 /// A run that is suspended may have breakpoints and steps of its host beside ours.
@@ -234,7 +241,7 @@ void DebugSession::Impl::report(const Breakpoint& breakpoint, const std::string&
 
 void DebugSession::Impl::writeLog(const Breakpoint& breakpoint, asIScriptContext& context) {
     const Inside mark(inside);
-    asideValues.begin(&context, module, text.get(), kMainSource);
+    asideValues.begin(&context, module, text.get(), kMainSource, &setVariables);
     const std::string written = logText(breakpoint.wish.logText);
     asideValues.end();
     ScriptPlace place = placeOf(context);
@@ -270,7 +277,7 @@ bool DebugSession::Impl::dataChanged(asIScriptContext& context) {
     const std::vector<Breakpoint*> watchedData = book.ofData();
     if (watchedData.empty()) return false;
     const Inside mark(inside);
-    asideValues.begin(&context, module, text.get(), kMainSource);
+    asideValues.begin(&context, module, text.get(), kMainSource, &setVariables);
     const FrameScope scope = innermost(context);
     for (Breakpoint* const breakpoint : watchedData) {
         std::string before;
@@ -287,7 +294,7 @@ bool DebugSession::Impl::dataChanged(asIScriptContext& context) {
 }
 
 FrameScope DebugSession::Impl::innermost(asIScriptContext& context) const {
-    return {&context, 0, module, text.get(), kMainSource};
+    return {&context, 0, module, text.get(), kMainSource, &setVariables};
 }
 
 ScriptPlace DebugSession::Impl::placeOf(asIScriptContext& context) const {

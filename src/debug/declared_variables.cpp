@@ -4,46 +4,196 @@
 
 namespace korvant {
 
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool isOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+char before(std::string_view text, std::size_t place) {
+    const auto at = text.substr(0, place).find_last_not_of(kBlanks);
+    return at == std::string_view::npos ? '\0' : text[at];
+}
+
+char behind(std::string_view text, std::size_t place) {
+    const auto at = text.find_first_not_of(kBlanks, place);
+    return at == std::string_view::npos ? '\0' : text[at];
+}
+
+/// The word that ends before a place; empty: something else does.
+std::string_view wordBefore(std::string_view text, std::size_t place) {
+    const auto last = text.substr(0, place).find_last_not_of(kBlanks);
+    if (last == std::string_view::npos || !isWordByte(text[last])) return {};
+    std::size_t first = last;
+    while (first > 0 && isWordByte(text[first - 1])) --first;
+    return text.substr(first, last + 1 - first);
+}
+
+/// Whether a place stands among the arguments of a call, in no bracket inside them.
+bool amongArguments(std::string_view text, std::size_t place) {
+    int depth = 0;
+    for (std::size_t i = place; i-- > 0;) {
+        const char c = text[i];
+        if (c == ')' || c == ']') ++depth;
+        if (c == ';' || c == '{' || c == '}') return false;
+        if ((c != '(' && c != '[') || depth-- > 0) continue;
+        const std::string_view word = wordBefore(text, i);
+        return c == '(' && !word.empty() &&
+               !isOneOf(word, {"if", "while", "for", "switch", "return", "and", "or", "not"});
+    }
+    return false;
+}
+
+}  // namespace
+
+DeclaredVariables::DeclaredVariables(std::string text) : index_(std::move(text)) {
+    for (std::size_t i = 0; i < index_.declarations().size(); ++i) {
+        const DeclarationKind kind = index_.declarations()[i].kind;
+        if (kind == DeclarationKind::local || kind == DeclarationKind::parameter)
+            byFunction_[index_.functionAt(index_.declarations()[i].nameRange.begin)].push_back(
+                static_cast<int>(i));
+    }
+    for (const Statement& statement : index_.statements())
+        begins_.emplace(statement.range.begin, &statement);
+    for (const auto& [function, variables] : byFunction_)
+        for (const int variable : variables) collectDoubtful(function, variable);
+}
+
+std::size_t DeclaredVariables::placeOf(std::int32_t line, std::int32_t column) const {
+    return index_.document().offsetOf({static_cast<std::uint32_t>(std::max(line, 1) - 1),
+                                       static_cast<std::uint32_t>(std::max(column, 1) - 1)});
+}
+
 /// Those of nameless functions inside it are not its own.
-const std::vector<int>& DeclaredVariables::ofFunction(int function) {
-    if (byFunction_.empty())
-        for (std::size_t i = 0; i < index_.declarations().size(); ++i) {
-            const Declaration& declaration = index_.declarations()[i];
-            if (declaration.kind != DeclarationKind::local &&
-                declaration.kind != DeclarationKind::parameter)
-                continue;
-            int scope = declaration.scope;
-            const auto& scopes = index_.scopes();
-            const auto at = [&](int which) -> const Scope& {
-                return scopes[static_cast<std::size_t>(which)];
-            };
-            while (scope > 0 && at(scope).kind != Scope::Kind::function) scope = at(scope).parent;
-            byFunction_[at(scope).owner].push_back(static_cast<int>(i));
-        }
-    return byFunction_[function];
+const std::vector<int>& DeclaredVariables::ofFunction(int function) const {
+    static const std::vector<int> none;
+    const auto found = byFunction_.find(function);
+    return found == byFunction_.end() ? none : found->second;
 }
 
 std::optional<DeclaredVariables::Seen> DeclaredVariables::seenAt(std::int32_t line,
                                                                  std::int32_t column,
                                                                  std::string_view name,
                                                                  std::size_t nth,
-                                                                 std::size_t count) {
+                                                                 std::size_t count) const {
     if (line < 1 || column < 1) return std::nullopt;
-    const std::size_t place = index_.document().offsetOf(
-        {static_cast<std::uint32_t>(line - 1), static_cast<std::uint32_t>(column - 1)});
+    const std::size_t place = placeOf(line, column);
     const int function = index_.functionAt(place);
-    if (function == kNoIndex) return std::nullopt;
     std::vector<const Declaration*> named;
-    for (const int i : ofFunction(function)) {
-        const Declaration& declaration = index_.declarations()[static_cast<std::size_t>(i)];
-        if (declaration.name == name) named.push_back(&declaration);
-    }
-    if (named.size() != count || nth >= count) return std::nullopt;
-    const Declaration& declaration = *named[nth];
-    if (declaration.kind == DeclarationKind::parameter) return Seen::yes;
-    const Scope& scope = index_.scopes()[static_cast<std::size_t>(declaration.scope)];
+    for (const int i : ofFunction(function))
+        if (declaration(i).name == name) named.push_back(&declaration(i));
+    if (function == kNoIndex || named.size() != count || nth >= count) return std::nullopt;
+    const Declaration& variable = *named[nth];
+    if (variable.kind == DeclarationKind::parameter) return Seen::yes;
+    const Scope& scope = index_.scopes()[static_cast<std::size_t>(variable.scope)];
     if (!scope.range.contains(place)) return Seen::no;
-    return declaration.nameRange.end <= place ? Seen::yes : Seen::declaredThere;
+    return variable.nameRange.end <= place ? Seen::yes : Seen::declaredThere;
+}
+
+/// Of a type that has no constructor, and without a value.
+bool DeclaredVariables::isPlain(const Declaration& variable) const {
+    if (variable.kind != DeclarationKind::local || variable.setFrom != variable.nameRange.end)
+        return false;
+    const std::string type = index_.oneLine(variable.type);
+    if (isOneOf(type, {"int", "int8", "int16", "int32", "int64", "uint", "uint8", "uint16",
+                       "uint32", "uint64", "float", "double", "bool"}))
+        return true;
+    const std::vector<int> meant = index_.meaningsOf(type, variable.type.begin);
+    return meant.size() == 1 && declaration(meant.front()).kind == DeclarationKind::enumType;
+}
+
+/// A name that is read alone does not count, but one that is handed to a function does.
+bool DeclaredVariables::maySet(const NameUse& use) const {
+    if (use.role == NameUse::Role::writes || use.role == NameUse::Role::changes) return true;
+    if (use.role != NameUse::Role::reads) return false;
+    const std::string_view ends = ",)";
+    const std::string_view begins = "(,:";
+    return ends.find(behind(text(), use.range().end)) != std::string_view::npos &&
+           begins.find(before(text(), use.begin)) != std::string_view::npos &&
+           amongArguments(text(), use.begin);
+}
+
+/// The innermost one; null: none. A nameless function stands inside a statement.
+const Statement* DeclaredVariables::statementAround(std::size_t place) const {
+    constexpr int kMostInside = 1000;
+    auto at = begins_.upper_bound(place);
+    for (int passed = 0; at != begins_.begin() && passed < kMostInside; ++passed)
+        if ((--at)->second->range.contains(place)) return at->second;
+    return nullptr;
+}
+
+/// "name = ..." or "f(name)" as a statement of the block with the declaration, under no condition.
+bool DeclaredVariables::setsAlways(const Statement& statement, const NameUse& use,
+                                   int scope) const {
+    const char previous = before(text(), statement.range.begin);
+    const bool afterOther = previous == ';' || previous == '{' || previous == '}';
+    const bool sets = use.role == NameUse::Role::writes ? use.begin == statement.range.begin
+                                                        : use.role == NameUse::Role::reads;
+    return sets && afterOther && statement.scope == scope;
+}
+
+void DeclaredVariables::collectDoubtful(int function, int variable) {
+    const Declaration& declared = declaration(variable);
+    if (!isPlain(declared)) return;
+    Doubtful doubtful;
+    doubtful.name = declared.name;
+    for (const int i : ofFunction(function))
+        if (declaration(i).name == declared.name) {
+            if (i < variable) ++doubtful.nth;
+            ++doubtful.count;
+        }
+    for (const NameUse* const use : index_.usesOf(declared.name)) {
+        if (use->begin < declared.nameRange.end || use->member || use->qualified || !maySet(*use) ||
+            index_.variableAt(declared.name, use->begin) != variable)
+            continue;
+        const Statement* const statement = statementAround(use->begin);
+        // Where it stands before all others, the text tells.
+        if (statement == nullptr) return;
+        if (doubtful.setters.empty() && setsAlways(*statement, *use, declared.scope)) return;
+        doubtful.setters.insert(statement->range.begin);
+    }
+    if (!doubtful.setters.empty()) doubtful_[function].push_back(std::move(doubtful));
+}
+
+const std::vector<DeclaredVariables::Doubtful>& DeclaredVariables::doubtfulAt(
+    std::int32_t line, std::int32_t column) const {
+    static const std::vector<Doubtful> none;
+    const auto found = doubtful_.find(index_.functionAt(placeOf(line, column)));
+    return found == doubtful_.end() ? none : found->second;
+}
+
+bool DeclaredVariables::sets(const Doubtful& variable, std::int32_t line,
+                             std::int32_t column) const {
+    // The condition behind a loop's body stands inside what the text takes for a statement.
+    const Statement* const statement = statementAround(placeOf(line, column));
+    return statement != nullptr && variable.setters.count(statement->range.begin) > 0;
+}
+
+std::vector<std::int32_t> DeclaredVariables::doubtfulLines() const {
+    std::set<std::int32_t> lines;
+    const auto add = [&](std::size_t place) {
+        lines.insert(static_cast<std::int32_t>(index_.document().lineOf(place)) + 1);
+    };
+    for (const auto& [function, variables] : doubtful_) {
+        for (const Doubtful& variable : variables)
+            for (const std::size_t setter : variable.setters) add(setter);
+        const ByteRange body = declaration(function).body;
+        for (auto at = begins_.lower_bound(body.begin); at != begins_.end() && at->first < body.end;
+             ++at) {
+            const std::size_t place = at->first;
+            if (index_.functionAt(place) != function) continue;
+            add(place);
+            // Declarations without a value have no code.
+            const auto plain = [&](int i) {
+                return declaration(i).whole.begin == place && isPlain(declaration(i));
+            };
+            const std::vector<int>& own = ofFunction(function);
+            if (std::none_of(own.begin(), own.end(), plain)) break;
+        }
+    }
+    return {lines.begin(), lines.end()};
 }
 
 }  // namespace korvant

@@ -3,10 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "language/scope_index.h"
@@ -14,23 +15,50 @@
 namespace korvant {
 
 /// The engine goes by the code: it sees a variable of a block whose code is over, above all that of
-/// a loop's head, and misses one that is declared where a block has ended.
+/// a loop's head, and misses one that is declared where a block has ended. Places count from 1, in
+/// bytes.
 class DeclaredVariables {
   public:
-    explicit DeclaredVariables(std::string text) : index_(std::move(text)) {}
+    explicit DeclaredVariables(std::string text);
 
-    /// Whether a statement that begins at a place, counted from 1 in bytes, sees a variable: the
-    /// `nth` of `count` with this name in the function there, in the order of their declarations.
-    /// Nothing where the text has another number of them.
+    /// Whether a statement that begins at a place sees a variable: the `nth` of `count` with this
+    /// name in the function there, in the order of their declarations. Nothing where the text has
+    /// another number of them.
     enum class Seen { no, yes, declaredThere };
     std::optional<Seen> seenAt(std::int32_t line, std::int32_t column, std::string_view name,
-                               std::size_t nth, std::size_t count);
+                               std::size_t nth, std::size_t count) const;
+
+    /// A variable of a plain type that is declared without a value, and that only some of the ways
+    /// through its block set.
+    struct Doubtful {
+        std::string_view name;
+        std::size_t nth = 0;  ///< of `count` with this name in its function
+        std::size_t count = 0;
+        std::set<std::size_t> setters;  ///< where the statements begin that may set it
+    };
+    /// Those of the function at a place.
+    const std::vector<Doubtful>& doubtfulAt(std::int32_t line, std::int32_t column) const;
+    bool sets(const Doubtful& variable, std::int32_t line, std::int32_t column) const;
+    /// Lines at which calls of their functions begin, and of their setters; ascending.
+    std::vector<std::int32_t> doubtfulLines() const;
 
   private:
-    const std::vector<int>& ofFunction(int function);
+    std::size_t placeOf(std::int32_t line, std::int32_t column) const;
+    const Declaration& declaration(int index) const {
+        return index_.declarations()[static_cast<std::size_t>(index)];
+    }
+    const std::vector<int>& ofFunction(int function) const;
+    bool isPlain(const Declaration& variable) const;
+    bool maySet(const NameUse& use) const;
+    const Statement* statementAround(std::size_t place) const;
+    bool setsAlways(const Statement& statement, const NameUse& use, int scope) const;
+    void collectDoubtful(int function, int variable);
+    std::string_view text() const { return index_.document().text(); }
 
     ScopeIndex index_;
-    std::unordered_map<int, std::vector<int>> byFunction_;  ///< locals and parameters, in order
+    std::map<int, std::vector<int>> byFunction_;  ///< locals and parameters, in order
+    std::map<int, std::vector<Doubtful>> doubtful_;
+    std::map<std::size_t, const Statement*> begins_;
 };
 
 }  // namespace korvant

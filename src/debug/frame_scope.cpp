@@ -29,8 +29,8 @@ std::string outerOf(const std::string& space) {
 
 FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
                        const StatementStarts* text, std::string_view mainSource,
-                       const TouchedVariables* touched)
-    : context_(context), level_(level), module_(module), text_(text), touched_(touched) {
+                       const SetVariables* set)
+    : context_(context), level_(level), module_(module), text_(text), set_(set) {
     if (context == nullptr || level >= context->GetCallstackSize()) return;
     function_ = context->GetFunction(level);
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return;
@@ -83,7 +83,8 @@ bool FrameScope::notYetSet(std::string_view name) const {
 bool FrameScope::neverSet(const NamedValue& variable) const {
     if (text_ == nullptr || line_ <= 0 || (variable.value.typeId & asTYPEID_MASK_OBJECT) != 0)
         return false;
-    if (touched_ != nullptr && touched_->count(variable.value.address) > 0) return false;
+    if (set_ != nullptr)
+        if (const auto set = set_->isSet(variable.value.address, line_, column_)) return !*set;
     return text_->neverSet(line_, column_, variable.name, begun());
 }
 

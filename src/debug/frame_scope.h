@@ -1,11 +1,11 @@
 // What the names in a frame of a script that stands still mean.
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "debug/set_variables.h"
 #include "debug/statement_starts.h"
 #include "host/engine/engine_compat.h"
 
@@ -19,9 +19,6 @@ struct TypedValue {
     bool unset = false;  ///< a variable of a plain type that nothing has set: it may be, not read
 };
 
-/// Addresses of variables that were set from outside.
-using TouchedVariables = std::set<const void*>;
-
 /// A variable, a member of the frame's object, or a global variable.
 struct NamedValue {
     std::string name;         ///< with its namespace
@@ -34,10 +31,10 @@ struct NamedValue {
 class FrameScope {
   public:
     /// `context` may be null and `level` beyond the last frame: the globals of `module` then.
-    /// `text` may be null; it is that of the section `mainSource`. So may `touched`.
+    /// `text` may be null; it is that of the section `mainSource`. So may `set`.
     FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
                const StatementStarts* text, std::string_view mainSource,
-               const TouchedVariables* touched = nullptr);
+               const SetVariables* set = nullptr);
 
     asIScriptContext* context() const noexcept { return context_; }
     unsigned level() const noexcept { return level_; }
@@ -75,7 +72,7 @@ class FrameScope {
     asIScriptFunction* function_ = nullptr;
     asIScriptModule* module_;
     const StatementStarts* text_;
-    const TouchedVariables* touched_;
+    const SetVariables* set_;
     int line_ = 0;
     int column_ = 0;
 };

@@ -234,6 +234,14 @@ bool scalarOf(asIScriptEngine& engine, const TypedValue& value, ViewedScalar& sc
     }
 }
 
+/// The name of an enum; null for any other type. Good until the engine is asked for another.
+const char* enumOf(const FrameScope& scope, int typeId) {
+    asIScriptEngine& engine = *scope.module()->GetEngine();
+    const asITypeInfo* const type = engine.GetTypeInfoById(typeId);
+    const bool isEnum = type != nullptr && (type->GetFlags() & asOBJ_ENUM) != 0;
+    return isEnum ? engine.GetTypeDeclaration(typeId, true) : nullptr;
+}
+
 }  // namespace
 
 std::string ScriptEvaluator::Impl::assignPart(unsigned level, const ValueTarget& target,
@@ -263,10 +271,20 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     binding.value = target.value;
     const bool handle = isHandle(*scope.module()->GetEngine(), target.value.typeId);
     if (!handle) text.bindings.push_back(binding);
-    const auto call =
-        impl_->compile(scope, text, handle ? EvaluationCall::Form::give : EvaluationCall::Form::set,
-                       target.value.typeId, error);
+    const auto compile = [&](std::string& why) {
+        return impl_->compile(scope, text,
+                              handle ? EvaluationCall::Form::give : EvaluationCall::Form::set,
+                              target.value.typeId, why);
+    };
+    auto call = compile(error);
+    if (const char* const type = call == nullptr ? enumOf(scope, target.value.typeId) : nullptr) {
+        // A number is what an enum is shown with.
+        std::string ignored;
+        text.body = std::string(type) + "(\n" + text.body + "\n)";
+        call = compile(ignored);
+    }
     if (call == nullptr) return error;
+    error.clear();
     call->bindTarget(target.value);
     error = impl_->run(*call, scope, EvaluationPurpose::console);
     if (error.empty() && target.value.unset) impl_->values.touch(target.value.address);

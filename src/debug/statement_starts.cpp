@@ -76,7 +76,7 @@ const std::string& StatementStarts::text() const {
     return impl_->text;
 }
 
-DeclaredVariables& StatementStarts::variables() const {
+const DeclaredVariables& StatementStarts::variables() const {
     if (!impl_->variables) impl_->variables.emplace(impl_->text);
     return *impl_->variables;
 }

@@ -33,7 +33,7 @@ class StatementStarts {
     /// being executed. False where this cannot be told.
     bool neverSet(std::int32_t line, std::int32_t column, std::string_view name, bool begun) const;
     /// Made when it is first asked for. Script's thread only.
-    DeclaredVariables& variables() const;
+    const DeclaredVariables& variables() const;
 
   private:
     struct Impl;

@@ -59,7 +59,4 @@ struct StopRules {
 /// The first enabled filter that covers `kind`; null when none does.
 const StopRules::Filter* filterFor(const StopRules& rules, ExceptionKind kind);
 
-/// "exception", "breakpoint", ...: one or two words for people.
-const char* wordsFor(StopReason reason);
-
 }  // namespace korvant

@@ -51,7 +51,7 @@ struct ValueTree::Impl {
     std::unordered_map<std::string, std::string> before;  ///< texts of the last stop, by path
     std::unordered_map<std::string, std::string> now;
     std::vector<std::shared_ptr<void>> kept;
-    TouchedVariables touched;
+    SetVariables* set = nullptr;
 
     StoppedScript script() const { return StoppedScript(*engine); }
     ValueNode add(Node node);
@@ -77,8 +77,9 @@ ValueTree::ValueTree() : impl_(std::make_unique<Impl>()) {}
 ValueTree::~ValueTree() = default;
 
 void ValueTree::begin(asIScriptContext* context, asIScriptModule* module,
-                      const StatementStarts* text, std::string_view mainSource) {
+                      const StatementStarts* text, std::string_view mainSource, SetVariables* set) {
     impl_->context = context;
+    impl_->set = set;
     impl_->module = module;
     impl_->engine = context != nullptr  ? context->GetEngine()
                     : module != nullptr ? module->GetEngine()
@@ -97,6 +98,7 @@ void ValueTree::end() {
     impl_->byPath.clear();
     impl_->kept.clear();
     impl_->context = nullptr;
+    impl_->set = nullptr;
     impl_->module = nullptr;
     impl_->engine = nullptr;
 }
@@ -110,19 +112,14 @@ bool ValueTree::knows(ValueNode node) const {
 }
 
 FrameScope ValueTree::scopeOf(unsigned level) const {
-    return {impl_->context,    level,          impl_->module, impl_->source,
-            impl_->mainSource, &impl_->touched};
+    return {impl_->context, level, impl_->module, impl_->source, impl_->mainSource, impl_->set};
 }
 
 void ValueTree::touch(const void* variable) {
-    impl_->touched.insert(variable);
+    if (impl_->set != nullptr) impl_->set->touch(variable);
     for (Node& node : impl_->nodes)
         for (Child& child : node.named)
             if (child.value.address == variable) child.value.unset = false;
-}
-
-void ValueTree::forgetTouched() {
-    impl_->touched.clear();
 }
 
 ValueNode ValueTree::Impl::add(Node node) {

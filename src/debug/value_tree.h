@@ -60,10 +60,10 @@ class ValueTree {
 
     /// The script stands still: all nodes of before are gone. `text` is the script's main text, by
     /// which the declaration of a variable is told from its use, and `mainSource` its section;
-    /// null: unknown. `module` has the global variables where there is no frame. All must live to
-    /// end().
+    /// null: unknown. So may `set` be. `module` has the global variables where there is no frame.
+    /// All must live to end().
     void begin(asIScriptContext* context, asIScriptModule* module, const StatementStarts* text,
-               std::string_view mainSource);
+               std::string_view mainSource, SetVariables* set);
     /// The script goes on: what was shown is remembered for the marks of the next stop.
     void end();
 
@@ -91,8 +91,6 @@ class ValueTree {
                const ValueFormat& format = {});
     /// A variable has been set from outside: it is not unset any more.
     void touch(const void* variable);
-    /// None has: another run begins.
-    void forgetTouched();
     /// Keeps something alive until end().
     void keep(std::shared_ptr<void> what);
 

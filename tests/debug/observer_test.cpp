@@ -13,8 +13,10 @@ class Observer : public DebugFixture {
         std::map<std::int32_t, std::uint64_t> counts;
         const auto code = debug.code();
         if (code == nullptr) return counts;
-        for (const Coverage::Line& line : coverage.lines(*code, {})) counts[line.line] = line.hits;
-        EXPECT_EQ(coverage.unknownLines(*code), "");
+        for (const Coverage::Line& line : coverage.lines(*code, {})) {
+            counts[line.line] = line.hits;
+            EXPECT_TRUE(code->hasCode({}, line.line)) << line.line;
+        }
         return counts;
     }
 };
@@ -87,6 +89,11 @@ TEST_F(Observer, CountsEveryStatementOfARun) {
     }
     EXPECT_EQ(stops.size(), 1u);
     debug.setCoverage(nullptr);
+    const std::string records = coverage.lcov(*debug.code(), "counted.as");
+    for (const char* calls :
+         {"FNDA:5,Stone::Stone\n", "FNDA:5,Stone::~Stone\n", "FNDA:1,Stone::opCmp\n",
+          "FNDA:4,twice\n", "FNDA:4,down\n", "FNDA:2,lambda\n", "FNDA:1,main\n", "FNF:8\n"})
+        EXPECT_NE(records.find(calls), std::string::npos) << calls << records;
 }
 
 struct CountedScript {

@@ -127,6 +127,7 @@ class Conversation {
     Answer evaluate(const Json& arguments);
     Answer completions(const Json& arguments);
     Answer typeAtConsole(const std::string& text);
+    static ValueNode nodeOf(const Json& arguments);
     bool frameOf(const Json& arguments, unsigned& frame) const;
     Json scopeBody(const char* name, const char* hint, ValueScope which, unsigned frame);
     Json valueBody(const DebugValue& value, const char* textName);

@@ -107,14 +107,20 @@ Answer Conversation::setDataBreakpoints(const Json& arguments) {
 Answer Conversation::dataBreakpointInfo(const Json& arguments) {
     const std::string name = rpc::textOf(arguments, "name");
     std::string expression = name;
-    const std::int64_t node = rpc::numberOf(arguments, "variablesReference");
-    if (node > 0 && standsStill_) {
-        expression.clear();
-        for (const DebugValue& value : session_.values().children(static_cast<ValueNode>(node)))
-            if (value.name == name) expression = value.evaluateName;
+    const ValueNode node = nodeOf(arguments);
+    unsigned frame = 0;
+    if (!frameOf(arguments, frame)) return Answer::refused("there is no such frame");
+    std::string wrong;
+    if (standsStill_ && node > 0) {
+        DebugValue value;
+        expression = session_.values().child(node, name, value) ? value.evaluateName : "";
+    } else if (standsStill_) {
+        wrong = session_.show(frame, name, EvaluationPurpose::watch).error;
     }
-    if (expression.empty())
-        return Answer::with({{"dataId", nullptr}, {"description", name + " cannot be watched"}});
+    if (expression.empty()) wrong = "there is no such variable";
+    if (!wrong.empty())
+        return Answer::with(
+            {{"dataId", nullptr}, {"description", name + " cannot be watched: " + wrong}});
     return Answer::with({{"dataId", expression},
                          {"description", expression},
                          {"accessTypes", {"write"}},

@@ -21,9 +21,12 @@ const char* reasonOf(StopReason reason) {
             return "step";
         case StopReason::pause:
             return "pause";
-        default:
-            return "exception";
+        case StopReason::exception:
+        case StopReason::timeOut:
+        case StopReason::memory:
+            break;
     }
+    return "exception";
 }
 
 bool wrongThread(const Json& arguments) {
@@ -43,7 +46,7 @@ Answer noSuchThread() {
 
 Json Conversation::stoppedBody(const StopInfo& info) const {
     Json body = {{"reason", reasonOf(info.reason)},
-                 {"description", info.text.empty() ? wordsFor(info.reason) : info.text.c_str()},
+                 {"description", info.text.empty() ? reasonOf(info.reason) : info.text.c_str()},
                  {"threadId", 1},
                  {"allThreadsStopped", true},
                  {"hitBreakpointIds", info.hitIds}};

@@ -31,6 +31,13 @@ std::uint64_t countOf(const Json& arguments, const char* name) {
 
 }  // namespace
 
+/// One that is too large for a node is none.
+ValueNode Conversation::nodeOf(const Json& arguments) {
+    const std::int64_t number = rpc::numberOf(arguments, "variablesReference");
+    const auto node = static_cast<ValueNode>(number);
+    return node == number ? node : 0;
+}
+
 /// The frame that is named, or the one beyond the last, where only global variables are seen.
 /// False for a frame that does not exist.
 bool Conversation::frameOf(const Json& arguments, unsigned& frame) const {
@@ -76,7 +83,7 @@ Json Conversation::valueBody(const DebugValue& value, const char* textName) {
 }
 
 Answer Conversation::variables(const Json& arguments) {
-    const auto node = static_cast<ValueNode>(rpc::numberOf(arguments, "variablesReference"));
+    const ValueNode node = nodeOf(arguments);
     if (!session_.values().knows(node)) return Answer::refused("there are no such variables");
     const auto frame = frameOfNode_.find(node);
     Json list = Json::array();
@@ -95,7 +102,7 @@ Answer Conversation::variables(const Json& arguments) {
 }
 
 Answer Conversation::setVariable(const Json& arguments) {
-    const auto node = static_cast<ValueNode>(rpc::numberOf(arguments, "variablesReference"));
+    const ValueNode node = nodeOf(arguments);
     const Json& name = rpc::memberOf(arguments, "name");
     const Json& value = rpc::memberOf(arguments, "value");
     if (!session_.values().knows(node)) return Answer::refused("there are no such variables");
@@ -168,8 +175,10 @@ Answer Conversation::completions(const Json& arguments) {
         while (head > 0 && (isWordByte(before[head - 1]) ||
                             std::string("[].:").find(before[head - 1]) != std::string::npos))
             --head;
-        addAll(session_.show(frame, before.substr(head, begin - 1 - head), EvaluationPurpose::hover)
-                   .value.node);
+        const std::string object = before.substr(head, begin - 1 - head);
+        addAll(session_.show(frame, object, EvaluationPurpose::hover).value.node);
+        for (const std::string& method : session_.methodsOf(frame, object))
+            if (method.rfind(word, 0) == 0) names.insert(method);
     } else {
         for (const ValueScope scope :
              {ValueScope::locals, ValueScope::thisObject, ValueScope::globals})

@@ -12,6 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds kTurn{20};
 /// Who has not shown the token by then makes room for others.
 constexpr std::chrono::seconds kIntroduction{20};
+constexpr std::chrono::seconds kIntroductionWhileOthersWait{1};
 
 /// Takes as long for a wrong token as for a right one.
 bool sameToken(const std::string& left, const std::string& right) {
@@ -83,7 +84,9 @@ void DebugServer::listen() {
     while (!closing_) {
         std::shared_ptr<rpc::Channel> channel = listener_->accept();
         if (!channel) break;
-        if (clientBusy_) {
+        const bool free = placeBecomesFree();
+        if (closing_) break;
+        if (!free) {
             refuseClient(std::move(channel));
             continue;
         }
@@ -95,6 +98,14 @@ void DebugServer::listen() {
             clientBusy_ = false;
         });
     }
+}
+
+/// One who has not shown the token keeps nobody away for long.
+bool DebugServer::placeBecomesFree() {
+    someoneWaits_ = true;
+    while (clientBusy_ && !attached_ && !closing_) std::this_thread::sleep_for(kTurn);
+    someoneWaits_ = false;
+    return !clientBusy_;
 }
 
 /// A second client learns why, within two seconds.
@@ -120,10 +131,15 @@ void DebugServer::serveClient(std::shared_ptr<rpc::Channel> channel) {
         const std::lock_guard lock(serving_);
         peer_ = peer;
     }
-    const auto patience = std::chrono::steady_clock::now() + kIntroduction;
+    const auto begun = std::chrono::steady_clock::now();
     while (!closing_ && !peer->stream->mailbox().ended() && !peer->leaving) {
         serveIdle(*peer);
-        if (!attached_ && std::chrono::steady_clock::now() > patience) break;
+        const auto patience = someoneWaits_ ? kIntroductionWhileOthersWait : kIntroduction;
+        if (!attached_ && std::chrono::steady_clock::now() - begun > patience) break;
+    }
+    {
+        const std::lock_guard lock(serving_);
+        peer->leaving = true;
     }
     // A run lets go of the client first.
     while (!closing_ && inRun_) {

@@ -65,6 +65,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
     void listen();
     void serveClient(std::shared_ptr<rpc::Channel> channel);
     void serveIdle(Peer& peer);
+    bool placeBecomesFree();
     void refuseClient(std::shared_ptr<rpc::Channel> channel);
     void serveWaiting();
     void clientGone();
@@ -82,6 +83,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
     std::thread accepting_;
     std::thread client_;
     std::atomic<bool> clientBusy_{false};
+    std::atomic<bool> someoneWaits_{false};  ///< for the place of a client without a token
 };
 
 }  // namespace korvant::dap

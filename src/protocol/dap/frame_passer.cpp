@@ -17,8 +17,28 @@ bool FramePasser::onMessage(const Json& message) {
         return false;
     }
     if (rpc::textOf(message, "event") == "terminated") sawEnd_ = true;
+    if (rpc::textOf(message, "type") == "response") {
+        const std::lock_guard lock(waiting_);
+        unanswered_.erase(rpc::numberOf(message, "request_seq"));
+    }
     client_.pass(message);
     return true;
+}
+
+void FramePasser::pass(const Json& message) {
+    if (rpc::textOf(message, "type") == "request") {
+        const std::lock_guard lock(waiting_);
+        unanswered_.insert_or_assign(rpc::numberOf(message, "seq"), message);
+    }
+    stream_.send(message);
+}
+
+std::vector<Json> FramePasser::takeUnanswered() {
+    const std::lock_guard lock(waiting_);
+    std::vector<Json> all;
+    for (auto& [number, message] : unanswered_) all.push_back(std::move(message));
+    unanswered_.clear();
+    return all;
 }
 
 std::string FramePasser::refusalOf(const char* command) {
@@ -32,7 +52,7 @@ std::string FramePasser::refusalOf(const char* command) {
     return "the debug server does not answer";
 }
 
-std::string FramePasser::attach(const Json& initialize, const Json& request,
+std::string FramePasser::attach(const Json& initialize, const Json& request, std::uint16_t port,
                                 const std::string& token) {
     Json hello = initialize;
     if (!hello.is_object()) hello = {{"type", "request"}, {"command", "initialize"}, {"seq", 1}};
@@ -40,6 +60,7 @@ std::string FramePasser::attach(const Json& initialize, const Json& request,
     std::string refusal = refusalOf("initialize");
     if (!refusal.empty()) return refusal;
     Json arguments = rpc::memberOf(request, "arguments");
+    arguments["port"] = port;
     arguments["token"] = token;
     stream_.send({{"type", "request"},
                   {"command", "attach"},

@@ -2,6 +2,7 @@
 // way already.
 #include "protocol/dap/frame_passer.h"
 #include "protocol/dap/launch_server.h"
+#include "protocol/dap/run_outputs.h"
 
 namespace korvant::dap {
 
@@ -20,6 +21,7 @@ Answer LaunchServer::runElsewhere(const Json& request) {
         for (const char* name : {"coverage", "profile"})
             if (!rpc::textOf(arguments, name).empty())
                 return Answer::refused("a run with windows has no \"" + std::string(name) + "\"");
+    if (!buildsHere(request)) return Answer::postponed();
     const std::uint16_t port = freePort();
     const std::string token = newToken();
     if (port == 0) return Answer::refused("there is no free port on this machine");
@@ -39,20 +41,39 @@ Answer LaunchServer::runElsewhere(const Json& request) {
     return passTo(port, token, std::chrono::seconds(15));
 }
 
+/// What is wrong with the text is told here: the other process would end before anybody listens.
+/// False when that has answered the launch.
+bool LaunchServer::buildsHere(const Json& request) {
+    asIScriptContext* context = nullptr;
+    asIScriptEngine* const engine = services_.engine(context);
+    ScriptSession& script = moduleSession();
+    const bool built = engine != nullptr && script.check(engine, text_) != 0;
+    if (built) return true;
+    client_.answer(request, {});
+    sendBuildMessages(script.buildMessages(), path_, conversation_, output_);
+    RunFailure failure;
+    failure.kind = RunFailure::Kind::build;
+    finish(services_.exitCode(failure));
+    return false;
+}
+
 /// The server may need some time to open its port.
 Answer LaunchServer::passTo(std::uint16_t port, const std::string& token,
                             std::chrono::seconds patience) {
     const auto until = std::chrono::steady_clock::now() + patience;
     std::string error;
     std::unique_ptr<rpc::Channel> channel = rpc::connectToLoopback(port, error);
-    while (!channel && std::chrono::steady_clock::now() < until && !stopping()) {
+    refusal_.clear();
+    while (!channel && refusal_.empty() && std::chrono::steady_clock::now() < until &&
+           !stopping()) {
         serveWaiting();
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         channel = rpc::connectToLoopback(port, error);
     }
+    if (!refusal_.empty()) return Answer::refused("the client's terminal: " + refusal_);
     if (!channel) return Answer::refused("nobody listens at port " + std::to_string(port));
     auto passer = std::make_unique<FramePasser>(std::move(channel), client_);
-    const std::string refusal = passer->attach(hello_, request_, token);
+    const std::string refusal = passer->attach(hello_, request_, port, token);
     if (!refusal.empty()) return Answer::refused(refusal);
     answerLaunch();
     passer_ = std::move(passer);
@@ -62,7 +83,7 @@ Answer LaunchServer::passTo(std::uint16_t port, const std::string& token,
 /// Until the client leaves; when the other process is gone first, we answer in its place.
 int LaunchServer::servePassing() {
     bool alone = false;
-    while (!stream_->mailbox().ended() && !(alone && leaving_)) {
+    while (!stream_->mailbox().ended() && !disconnected_) {
         const auto message = stream_->mailbox().take(std::chrono::milliseconds(50));
         if (message && alone) conversation_.handle(*message);
         if (message && !alone) passer_->pass(*message);
@@ -70,6 +91,7 @@ int LaunchServer::servePassing() {
         alone = true;
         conversation_.end();
         if (!passer_->sawEnd() && !leaving_) client_.event("terminated");
+        for (const Json& request : passer_->takeUnanswered()) conversation_.handle(request);
     }
     return 0;
 }

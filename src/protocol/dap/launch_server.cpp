@@ -86,8 +86,16 @@ void LaunchServer::endSoon() {
 }
 
 void LaunchServer::serveWaiting() {
-    while (const auto message = stream_->mailbox().take(std::chrono::milliseconds(0)))
+    while (const auto message = stream_->mailbox().take(std::chrono::milliseconds(0))) {
+        noteTerminal(*message);
         conversation_.handle(*message);
+    }
+}
+
+void LaunchServer::noteTerminal(const Json& message) {
+    if (rpc::textOf(message, "type") != "response" || rpc::truthOf(message, "success", true))
+        return;
+    refusal_ = rpc::textOf(message, "message", "it is not to be had");
 }
 
 /// While the script waits for input. False when nobody is there to type it.

@@ -81,6 +81,8 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     bool stopping() const { return disconnected_ || stream_->mailbox().ended(); }
     void endSoon();
     Answer runElsewhere(const Json& request);
+    bool buildsHere(const Json& request);
+    void noteTerminal(const Json& message);
     Answer passTo(std::uint16_t port, const std::string& token, std::chrono::seconds patience);
     int servePassing();
 
@@ -92,8 +94,9 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     Conversation conversation_;
     std::string path_;
     std::string text_;
-    Json hello_;    ///< how the client introduced itself
-    Json request_;  ///< the launch that has not been answered
+    std::string refusal_;  ///< why the client's terminal does not run what it was asked to
+    Json hello_;           ///< how the client introduced itself
+    Json request_;         ///< the launch that has not been answered
     bool startWanted_ = false;
     bool noDebug_ = false;
     bool stopOnEntry_ = false;

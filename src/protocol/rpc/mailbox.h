@@ -4,7 +4,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -24,10 +23,6 @@ class Mailbox {
     std::optional<Json> take(std::chrono::milliseconds wait);
     /// Returns when there is a message or the end, or when `wait` is over.
     void await(std::chrono::milliseconds wait);
-    /// The oldest message that `wanted` accepts, out of turn; never waits.
-    std::optional<Json> takeIf(const std::function<bool(const Json&)>& wanted);
-    /// Whether a message that `wanted` accepts waits.
-    bool holds(const std::function<bool(const Json&)>& wanted) const;
     /// Ends a wait in take() without a message.
     void wake();
 

@@ -207,4 +207,111 @@ describe('korvant dap', function () {
         dc = null;
         assert.strictEqual(await exit, 1);
     });
+
+    it('tells sources, places and words, and values page by page', async () => {
+        await Promise.all([dc.waitForEvent('stopped'), launch(walk, {}, [{ line: 26 }])]);
+        const sources = (await dc.customRequest('loadedSources')).body.sources;
+        assert.deepStrictEqual(sources.map(one => one.path), [walk]);
+        const places = (await dc.customRequest('breakpointLocations',
+            { source: { path: walk }, line: 13, endLine: 17 })).body.breakpoints;
+        assert.deepStrictEqual(places.map(one => one.line), [14, 15]);
+        const frame = await top();
+        const words = async text => (await dc.completionsRequest(
+            { frameId: frame.id, text, column: text.length + 1 })).body.targets.map(one => one.label);
+        assert.deepStrictEqual(await words('hole.tw'), ['twice']);
+        assert.ok((await words('to')).includes('total'));
+        const locals = await variables('Locals', frame.id);
+        const page = (await dc.variablesRequest({ variablesReference: locals.list.variablesReference,
+            filter: 'indexed', start: 1, count: 1, format: { hex: true } })).body.variables;
+        assert.deepStrictEqual(page.map(one => one.value), ['0x00000002']);
+        const whole = await dc.evaluateRequest({ expression: 'hole', frameId: frame.id, context: 'clipboard' });
+        assert.match(whole.body.result, /depth = 2.*name = "say \\"a\\"\\n"/);
+        const set = await dc.customRequest('setExpression',
+            { expression: 'hole.depth', value: 'total + 1', frameId: frame.id });
+        assert.strictEqual(set.body.value, '11');
+        const stack = (await dc.stackTraceRequest({ threadId: 1, startFrame: 0, levels: 1 })).body;
+        assert.strictEqual(stack.totalFrames, 1);
+    });
+
+    it('writes what log points say, and steps by statements', async () => {
+        const said = dc.waitForEvent('output');
+        await Promise.all([dc.waitForEvent('stopped'),
+            launch(walk, {}, [{ line: 14, logMessage: '{a} and {b}', hitCondition: '== 2' }, { line: 26 }])]);
+        const { output, line, source } = (await said).body;
+        assert.deepStrictEqual([output, line, source.path], ['0 and 1\n', 14, walk]);
+        const stopped = dc.waitForEvent('stopped');
+        await dc.nextRequest({ threadId: 1, granularity: 'statement' });
+        await stopped;
+        assert.strictEqual((await top()).line, 27);
+    });
+
+    it('stops at the exceptions that a condition names', async () => {
+        await Promise.all([
+            dc.waitForEvent('initialized').then(async () => {
+                await dc.setExceptionBreakpointsRequest(
+                    { filters: [], filterOptions: [{ filterId: 'unhandled', condition: 'zero == 0' }] });
+                return dc.configurationDoneRequest();
+            }),
+            dc.launch({ program: walk }),
+            dc.waitForEvent('stopped')
+        ]);
+        assert.strictEqual((await top()).line, 34);
+    });
+
+    it('ends an evaluation that is cancelled', async () => {
+        const endless = script('loop.as');
+        await Promise.all([dc.waitForEvent('stopped'), launch(endless, {}, [{ line: 5 }])]);
+        const frameId = (await top()).id;
+        const refused = fails(dc.evaluateRequest({ expression: 'main()', frameId, context: 'repl' }));
+        // Requests are numbered in their order.
+        await dc.customRequest('cancel', { requestId: dc.sequence - 1 });
+        await refused;
+        assert.strictEqual((await variables('Locals', frameId)).i.value, '0');
+    });
+
+    it('ends the other process when that is asked for', async () => {
+        const run = spawn(process.env.KORVANT, ['run', '--debug=0', script('loop.as')],
+            { env: Object.assign({}, process.env, { KORVANT_DEBUG_TOKEN: 'open' }) });
+        const port = await new Promise(found => run.stderr.on('data', text => {
+            const line = /listening on 127\.0\.0\.1:(\d+)/.exec(text);
+            if (line) found(Number(line[1]));
+        }));
+        const exit = new Promise(done => run.on('exit', done));
+        await dc.initializeRequest();
+        const ready = dc.waitForEvent('initialized');
+        const attached = dc.attachRequest({ port, token: 'open' });
+        await ready;
+        await attached;
+        await dc.configurationDoneRequest();
+        await dc.disconnectRequest({ terminateDebuggee: true });
+        await exit;
+        dc = null;
+    });
+
+    it('lets the client\'s terminal run the script', async () => {
+        const terminal = new Promise(done => {
+            const dispatch = dc.dispatch.bind(dc);
+            dc.dispatch = body => {
+                const message = JSON.parse(body);
+                if (message.type !== 'request') return dispatch(body);
+                const [program, ...args] = message.arguments.args;
+                const child = spawn(program, args,
+                    { env: Object.assign({}, process.env, message.arguments.env), stdio: 'ignore' });
+                child.on('exit', done);
+            };
+        });
+        await dc.initializeRequest({ adapterID: 'korvant', supportsRunInTerminalRequest: true });
+        const ready = dc.waitForEvent('initialized');
+        const launched = dc.launchRequest({ program: walk, console: 'integratedTerminal' });
+        await ready;
+        await launched;
+        await dc.setBreakpointsRequest({ source: { path: walk }, breakpoints: [{ line: 26 }] });
+        const stopped = dc.waitForEvent('stopped');
+        await dc.configurationDoneRequest();
+        await stopped;
+        assert.strictEqual((await variables('Globals', (await top()).id)).total.value, '10');
+        const ended = dc.waitForEvent('exited');
+        await dc.continueRequest({ threadId: 1 });
+        assert.strictEqual((await ended).body.exitCode, await terminal);
+    });
 });

@@ -47,12 +47,16 @@ bool DriverChannel::take(std::string& bytes, int seconds) {
 int DapDriver::send(const std::string& command, Json arguments) {
     Json request = {{"seq", ++seq_}, {"type", "request"}, {"command", command}};
     if (!arguments.is_null()) request["arguments"] = std::move(arguments);
-    const std::string frame = rpc::framed(request.dump());
+    put(request);
+    return seq_;
+}
+
+void DapDriver::put(const Json& message) {
+    const std::string frame = rpc::framed(message.dump());
     if (memory_)
         memory_->put(frame);
     else
         remote_->write(frame);
-    return seq_;
 }
 
 /// False when nothing more comes.
@@ -92,6 +96,27 @@ Json DapDriver::event(const std::string& name) {
         ++seen_;
         return message.value("body", Json::object());
     }
+}
+
+Json DapDriver::request(const std::string& command) {
+    for (std::size_t at = 0;; ++at) {
+        while (at >= messages_.size())
+            if (!receive()) {
+                ADD_FAILURE() << "no request " << command;
+                return Json::object();
+            }
+        if (messages_[at]["type"] == "request" && messages_[at]["command"] == command)
+            return messages_[at]["arguments"];
+    }
+}
+
+void DapDriver::refuse(const std::string& command, const std::string& why) {
+    put({{"seq", ++seq_},
+         {"type", "response"},
+         {"command", command},
+         {"request_seq", 1},
+         {"success", false},
+         {"message", why}});
 }
 
 Json DapDriver::topFrame() {

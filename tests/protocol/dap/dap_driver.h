@@ -52,6 +52,9 @@ class DapDriver {
     /// The body of the next event of this name, counted from the last one that was awaited.
     Json event(const std::string& name);
     Json stopped() { return event("stopped"); }
+    /// The arguments of what the server asks its client.
+    Json request(const std::string& command);
+    void refuse(const std::string& command, const std::string& why);
     Json topFrame();
     std::map<std::string, Json> variables(std::int64_t reference);
     /// The variables of a scope of the innermost frame.
@@ -67,6 +70,7 @@ class DapDriver {
 
   private:
     bool receive();
+    void put(const Json& message);
 
     std::shared_ptr<rpc::Channel> remote_;
     std::shared_ptr<DriverChannel> memory_;

@@ -1,9 +1,5 @@
-// korvant dap without its process: what a client asks, and what it is told.
-#include <thread>
-
-#include "protocol/dap/dap_driver.h"
-#include "protocol/dap/launch_server.h"
-#include "support/script_fixture.h"
+// What a debugging client asks, and what it is told.
+#include "protocol/dap/launch_fixture.h"
 #include "support/temporary_folder.h"
 
 namespace korvant::test {
@@ -27,76 +23,6 @@ constexpr char kWalk[] =
     "    Print(\"total \" + total + \"\\n\");\n"
     "    return 0;\n"
     "}\n";
-constexpr char kProgram[] = "/scripts/walk.as";
-
-class Launch : public ScriptFixture {
-  protected:
-    Launch() {
-        dap::LaunchServices services;
-        services.engine = [this](asIScriptContext*& given) {
-            given = context();
-            return engine();
-        };
-        services.readScript = [this](const std::string&, std::string& read, std::string& error) {
-            error = "cannot read it";
-            read = text;
-            return readable;
-        };
-        services.setLimits = [](const Json&) { return std::string(); };
-        services.useConsole = [this](Console& used) {
-            session().setServices({&used, &frontend, nullptr, nullptr});
-        };
-        services.exitCode = [](const RunFailure& failure) {
-            return failure.kind == RunFailure::Kind::build  ? 2
-                   : failure.kind == RunFailure::Kind::none ? 0
-                                                            : 1;
-        };
-        serving_ = std::thread([this, services] {
-            dap::LaunchServer server(channel, services);
-            exitCode = server.serve();
-            asThreadCleanup();
-        });
-        client.good("initialize", {{"adapterID", "test"}});
-    }
-    ~Launch() override {
-        channel->close();
-        serving_.join();
-        session().setServices({});
-    }
-
-    /// Launches, and waits at `line`; 0: runs.
-    void launch(const std::string& script, int line, Json more = Json::object()) {
-        text = script;
-        more["program"] = kProgram;
-        const int request = client.send("launch", more);
-        client.event("initialized");
-        setBreakpoint(line);
-        client.good("configurationDone");
-        EXPECT_EQ(client.answerTo(request)["success"], true);
-        if (line > 0) client.stopped();
-    }
-    Json setBreakpoint(int line, Json more = Json::object()) {
-        more["line"] = line;
-        return client.good("setBreakpoints",
-                           {{"source", {{"path", kProgram}}},
-                            {"breakpoints", line > 0 ? Json::array({more}) : Json::array()}});
-    }
-    void goOn() { client.good("continue", {{"threadId", 1}}); }
-    int endOf() {
-        const Json exited = client.event("exited");
-        client.event("terminated");
-        return exited.value("exitCode", -1);
-    }
-
-    std::string text;
-    bool readable = true;
-    int exitCode = -1;
-    std::shared_ptr<DriverChannel> channel = std::make_shared<DriverChannel>();
-    DapDriver client{channel};
-
-  private:
-    std::thread serving_;
-};
 
 TEST_F(Launch, ArgumentsOfTheWrongFormAreRefusedWithWords) {
     launch(kWalk, 13);

@@ -132,6 +132,22 @@ TEST_F(Server, OnlyOneClientWithTheTokenIsLetIn) {
     EXPECT_EQ(console.output, "293");
 }
 
+TEST_F(Server, WhoSaysNothingGivesWay) {
+    play([&] {
+        std::string error;
+        const auto silent = rpc::connectToLoopback(server->port(), error);
+        ASSERT_TRUE(silent) << error;
+        silent->write("Content-Le");
+        const auto client = connectWhenFree();
+        ASSERT_TRUE(client);
+        client->good("configurationDone");
+        client->event("output");
+        last->close();
+        silent->close();
+    });
+    EXPECT_EQ(console.output, "293");
+}
+
 TEST_F(Server, NoiseIsTurnedAwayAndTheNextClientServed) {
     play([&] {
         for (const std::string& noise :

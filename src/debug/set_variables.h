@@ -1,0 +1,50 @@
+// Which variables of plain types have been given a value, where the text alone does not tell.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "debug/declared_variables.h"
+#include "debug/step_rule.h"
+#include "host/engine/engine_compat.h"
+
+namespace korvant {
+
+/// The engine leaves what lay in memory before to a variable that is declared without a value. Of
+/// one that a branch may have set, it is noted when a call begins and when one of the statements is
+/// passed that set it. Script's thread only.
+class SetVariables {
+  public:
+    /// A script is built from a text, which must live as long; null: it is gone.
+    void begin(const DeclaredVariables* text);
+    bool begun() const noexcept { return text_ != nullptr; }
+    /// Where pass() must be told of statements, ascending.
+    const std::vector<std::int32_t>& lines() const noexcept { return lines_; }
+    /// A statement is about to run in the innermost frame; `entry`: the first one of its call.
+    void pass(asIScriptContext& context, const StatementPlace& here, bool entry);
+    /// A variable is set from outside.
+    void touch(const void* variable);
+    bool touched(const void* variable) const { return touched_.count(variable) > 0; }
+    /// Whether a variable has been set before the statement at which its frame stands, counted from
+    /// 1 in bytes; nothing where that has not been seen.
+    std::optional<bool> isSet(const void* variable, std::int32_t line, std::int32_t column) const;
+
+  private:
+    struct State {
+        bool set = false;
+        std::int32_t line = 0;  ///< of the statement that sets it, or has
+        std::int32_t column = 0;
+    };
+    using Doubtful = DeclaredVariables::Doubtful;
+    static int indexOf(const asIScriptFunction& function, const Doubtful& variable);
+
+    const DeclaredVariables* text_ = nullptr;
+    std::vector<std::int32_t> lines_;
+    std::set<const void*> touched_;
+    std::unordered_map<const void*, State> states_;
+};
+
+}  // namespace korvant
