@@ -31,10 +31,11 @@ void ScriptEditor::showRun() {
 
 /// Where it stands still; the line is that of the text as it is now.
 ScriptPlace ScriptEditor::stopPlace() const {
-    if (inspection_.held()) return inspection_.stop().place;
-    if (inspection_.canLook() && !inspection_.stop().place.source.empty())
-        return inspection_.stop().place;
-    return {{}, debugger_.stoppedAt(), 0};
+    ScriptPlace place = inspection_.stop().place;
+    if (inspection_.canLook() && !place.source.empty()) return place;
+    if (!inspection_.held()) return {{}, debugger_.stoppedAt(), 0};
+    if (place.source.empty()) place.line = debugger_.lineInText(place.line);
+    return place;
 }
 
 std::int32_t ScriptEditor::lineInView(const ScriptPlace& place) const {

@@ -62,10 +62,12 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
     if (notification.linesAdded != 0) view_.linesChanged();
     if (!followLines_) return;
     if (const auto shift = lineShiftOf(editor_, notification)) {
-        if (runIsShown())
+        if (runIsShown()) {
             debugger_.follow(*shift);
-        else
+            inspection_.linesMoved();
+        } else {
             breakpoints().follow(*shift);
+        }
         plan().follow(*shift);
         current().problems.follow(*shift);
     }

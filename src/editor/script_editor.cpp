@@ -47,6 +47,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
     inspection_.onPrinted = [this](const std::string& text) {
         output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
     };
+    inspection_.lineInText = [this](std::int32_t line) { return debugger_.lineInText(line); };
     hostDocument_ = watchDocument_ = documents_.shown().id;
     debugger_.showsElsewhere = [this] { return showStop(); };
     inspection_.onBreath = [this] {

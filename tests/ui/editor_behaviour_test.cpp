@@ -129,6 +129,20 @@ TEST_F(EditorBehaviour, ExceptionTellsWhatItsLineTells) {
         EXPECT_NE(editor()->MarkerGet(24) & kFailedMark, 0);
         EXPECT_NE(editor()->MarkerGet(30) & kCallerMark, 0);
     });
+    // A line that is typed above moves all of it, and the caret stays where it was.
+    driver.key(WXK_RETURN);
+    driver.when("the box below it", [this] {
+        const int line = editor()->PointFromPosition(editor()->PositionFromLine(25)).y;
+        return part<ui::ExceptionBox>()->GetPosition().y >= line + editor()->TextHeight(25);
+    });
+    check([this] {
+        EXPECT_EQ(editor()->MarkerGet(24) & kFailedMark, 0);
+        EXPECT_NE(editor()->MarkerGet(25) & kFailedMark, 0);
+        EXPECT_NE(editor()->MarkerGet(31) & kCallerMark, 0);
+        EXPECT_EQ(editor()->GetCurrentLine(), 25);
+        EXPECT_EQ(editor()->AnnotationGetLines(24), 0);
+        EXPECT_GT(editor()->AnnotationGetLines(25), 0);
+    });
     driver.key(WXK_F5);
     untilStatus("Ready");
     closeBox();

@@ -241,7 +241,7 @@ void Debugger::toStart() {
 
 void Debugger::showAt(ScriptLine line) {
     const ControlLine shown = toControl(lines_.editorLine(line));
-    stoppedAt_ = toScript(shown).number;
+    stoppedAt_ = line.number;
     breakpoints_->becomeCurrentLine();
     if (showsElsewhere && showsElsewhere()) return;
     window_.activate();

@@ -41,7 +41,11 @@ class Debugger {
     /// A script is suspended and waits for the user.
     bool debugging() const noexcept { return debugging_; }
     /// Where it is suspended, in the text as it is now; 0: nowhere.
-    std::int32_t stoppedAt() const noexcept { return debugging_ ? stoppedAt_ : 0; }
+    std::int32_t stoppedAt() const { return debugging_ ? lineInText(stoppedAt_) : 0; }
+    /// Where a line of the script that runs is in its text as that is now.
+    std::int32_t lineInText(std::int32_t running) const {
+        return lines_.editorLine({running}).number;
+    }
     /// A build or a run is under way; every command but stop() does nothing then.
     bool busy() const noexcept { return busy_; }
 

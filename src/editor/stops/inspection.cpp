@@ -115,8 +115,17 @@ std::vector<DebugFrame> Inspection::stack() const {
     std::vector<DebugFrame> frames;
     if (!looking_) return frames;
     const Frames& all = session_.frames();
-    for (unsigned i = 0; i < all.count(); ++i) frames.push_back(all.frame(i));
+    for (unsigned i = 0; i < all.count(); ++i) {
+        frames.push_back(all.frame(i));
+        ScriptPlace& place = frames.back().place;
+        if (lineInText && place.source.empty() && place.line > 0)
+            place.line = lineInText(place.line);
+    }
     return frames;
+}
+
+void Inspection::linesMoved() {
+    if (looking_) ++generation_;
 }
 
 void Inspection::chooseFrame(unsigned frame) {

@@ -51,8 +51,13 @@ class Inspection : public DebugListener {
     void doNotStopAgain();
     void pause() { session_.requestPause(); }
 
-    /// Of the stack, the innermost first; empty when nothing can be looked at.
+    /// Of the stack, the innermost first; empty when nothing can be looked at. Lines of the text
+    /// that runs are those that it has now.
     std::vector<DebugFrame> stack() const;
+    /// Where a line of the text that runs, as it was built, is now.
+    std::function<std::int32_t(std::int32_t)> lineInText;
+    /// Lines came or went.
+    void linesMoved();
     unsigned frame() const noexcept { return frame_; }
     void chooseFrame(unsigned frame);
     DebugSession& session() noexcept { return session_; }

@@ -46,9 +46,10 @@ PaintedButton* ExceptionBox::addLink(const wxString& label, std::function<void()
 
 /// Blank lines of the control's own keep the room, so that the text below moves down.
 void ExceptionBox::makeRoom(bool room) {
+    control_.AnnotationClearAll();
     if (line_ == 0) return;
     const int rows = kAnnotationRows - (detail_.empty() ? 1 : 0);
-    control_.AnnotationSetText(line_ - 1, room ? wxString('\n', rows - 1) : wxString());
+    if (room) control_.AnnotationSetText(line_ - 1, wxString('\n', rows - 1));
     control_.AnnotationSetVisible(room ? wxSTC_ANNOTATION_STANDARD : wxSTC_ANNOTATION_HIDDEN);
 }
 
@@ -61,6 +62,12 @@ void ExceptionBox::show(int line, const wxString& message, const wxString& detai
     makeRoom(true);
     place();
     Refresh();
+}
+
+void ExceptionBox::moveTo(int line) {
+    line_ = line;
+    makeRoom(true);
+    place();
 }
 
 void ExceptionBox::place() {

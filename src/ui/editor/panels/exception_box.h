@@ -21,6 +21,8 @@ class ExceptionBox : public PaintedWindow {
 
     /// Under the 1-based `line`, whose text moves down; 0 hides it.
     void show(int line, const wxString& message, const wxString& detail);
+    /// The line came to stand elsewhere.
+    void moveTo(int line);
     void place();
     const wxString& detail() const { return detail_; }
 

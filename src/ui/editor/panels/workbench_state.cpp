@@ -144,7 +144,9 @@ void Workbench::showStop(const EditorStatus& status) {
     }
     const int line = mark.isException ? mark.line : 0;
     if (line == exceptionLine_) return;
+    const bool moved = exceptionLine_ > 0 && line > 0 && mark.edited;
     exceptionLine_ = line;
+    if (moved) return exceptionBox_->moveTo(line);
     exceptionBox_->show(line, fromUtf8(inspection.stop().text),
                         line == 0 ? wxString() : fromUtf8(editor_.explainException()));
     if (line == 0) return;
