@@ -134,6 +134,8 @@ class ScriptEditor {
     void closeTab(std::uint64_t id);
     /// 1-based; 0 for a place in another text than the one in view.
     std::int32_t lineInView(const ScriptPlace& place) const;
+    /// The text in view is the one that was built last.
+    bool runIsShown() const { return current().id == runDocument_; }
     /// Shows the text of a frame of the stack, if it can be had.
     void showFrame(unsigned frame);
 
@@ -287,7 +289,6 @@ class ScriptEditor {
     void giveUp();
     void endRun();
     void showRun();
-    bool runIsShown() const { return current().id == runDocument_; }
     ScriptPlace stopPlace() const;
     void noteStop(EditorStatus& status) const;
     bool showStop();

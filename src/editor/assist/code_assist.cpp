@@ -412,6 +412,18 @@ void CodeAssist::goTo(std::size_t position) {
     view_.goTo(position);
 }
 
+void CodeAssist::textExchanged(std::uint64_t id) {
+    hideAll();
+    ++version_;
+    text_ = nullptr;
+    snippet_.end();
+    occurrences_.clear();
+    otherHistories_[textId_] = std::exchange(history_, {});
+    textId_ = id;
+    if (const auto found = otherHistories_.find(id); found != otherHistories_.end())
+        history_ = std::exchange(found->second, {});
+}
+
 void CodeAssist::goBack() {
     if (const auto place = history_.back(caret())) view_.goTo(*place);
 }

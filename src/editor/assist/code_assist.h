@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -40,6 +41,8 @@ class CodeAssist {
     void restedAt(int position);
     /// The text has been scrolled: the list goes with its word, tips go.
     void scrolled();
+    /// Another text is in view, the one by this number. Each has places of its own to go back to.
+    void textExchanged(std::uint64_t id);
     /// The text has lost the keyboard.
     void hideAll();
 
@@ -115,6 +118,8 @@ class CodeAssist {
     ByteRange renamed_;
     SnippetPlaces snippet_;
     PlaceHistory history_;
+    std::map<std::uint64_t, PlaceHistory> otherHistories_;  ///< of texts that are not in view
+    std::uint64_t textId_ = 0;
     std::vector<ByteRange> occurrences_;
     bool changing_ = false;  ///< it is us who change the text
 };

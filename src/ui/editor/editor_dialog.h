@@ -65,6 +65,8 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void setRunning(bool running) override;
     bool explains() const override { return true; }
     bool pumpEvents() override;
+    void textLeaves() override;
+    void textShown() override;
     void waitWhileHeld(const std::function<bool()>& goesOn) override;
     void endModal() override;
 

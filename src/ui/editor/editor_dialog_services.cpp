@@ -95,6 +95,14 @@ void CEditorDlg::setRunning(bool running) {
     if (ending_) ending_->setBusy(running);
 }
 
+void CEditorDlg::textLeaves() {
+    if (workbench_) workbench_->textLeaves();
+}
+
+void CEditorDlg::textShown() {
+    if (workbench_) workbench_->textShown();
+}
+
 /// A loop inside the window's own, of a box or of what is typed into the console, does all this
 /// itself.
 bool CEditorDlg::pumpEvents() {

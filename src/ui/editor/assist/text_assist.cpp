@@ -51,6 +51,7 @@ TextAssist::TextAssist(wxFrame& frame, wxStyledTextCtrl& control, ScriptEditor& 
     changed_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
         if (on_) readText();
     });
+    assist_.textExchanged(editor_.shownTab());
     bindPointer();
 }
 
@@ -301,7 +302,19 @@ void TextAssist::choosePlace(bool uses, const std::string& name,
     choices().open(std::move(content));
 }
 
-void TextAssist::chooseFunction() {
+void TextAssist::textLeaves() {
+    assist_.hideAll();
+    if (choices_) choices_->close();
+    closeName();
+    markOccurrences({});
+}
+
+void TextAssist::textShown(std::uint64_t id) {
+    assist_.textExchanged(id);
+    changed_.StartOnce(1);
+}
+
+void TextAssist::chooseFunction(bool atRight) {
     assist_.hideAll();
     ChoiceBox::Content content;
     content.heading = words("Function or class");
@@ -323,7 +336,8 @@ void TextAssist::chooseFunction() {
         assist_.leavingPlace();
         goTo(entries[index].nameBegin);
     };
-    choices().open(std::move(content));
+    const wxPoint right(control_.GetClientSize().x, 0);
+    choices().open(std::move(content), atRight ? right : wxDefaultPosition);
 }
 
 void TextAssist::chooseRepair(const std::vector<Repair>& repairs, int position) {

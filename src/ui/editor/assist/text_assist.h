@@ -46,6 +46,12 @@ class TextAssist : private AssistView {
     void readText();
     /// The text has been read; `version` is the editor's text version of then.
     std::function<void(std::uint64_t version, const ScopeIndex& index)> onRead;
+    /// Another text is about to be in view, or is: the text by this number.
+    void textLeaves();
+    void textShown(std::uint64_t id);
+    /// The outline as a list, in which a function is chosen; `atRight`: below the right end of what
+    /// stands over the text.
+    void chooseFunction(bool atRight = false);
     void setOutline(std::vector<OutlineEntry> entries) { outline_ = std::move(entries); }
     /// The script has gone on, or stands still elsewhere: values are others.
     void stopChanged();
@@ -80,7 +86,6 @@ class TextAssist : private AssistView {
     void hideFor(Event& event);
     void followPointer(wxMouseEvent& event);
     void goByClick(wxMouseEvent& event);
-    void chooseFunction();
     void mend();
     /// The line of a position on the screen, or in the text's window.
     wxRect onScreen(std::size_t position) const;

@@ -183,8 +183,16 @@ void CodeMarks::showStop(const StopMark& stop) {
     }
     control_.SetIndicatorCurrent(kEditedIndicator);
     control_.IndicatorClearRange(0, control_.GetLength());
-    if (!on_ || stop.line == 0) return;
-    // The classic arrow stands only where the run has been left.
+    if (!on_) return;
+    if (stop.line > 0) markStop(stop);
+    if (stop.calledFrom > 0) control_.MarkerAdd(stop.calledFrom - 1, kCallerMark);
+    if (stop.caller == 0) return;
+    control_.MarkerAdd(stop.caller - 1, kCallerMark);
+    control_.MarkerAdd(stop.caller - 1, kCallerBand);
+}
+
+/// The classic arrow stands only where the run has been left.
+void CodeMarks::markStop(const StopMark& stop) {
     const bool hasArrow =
         classicSymbol_ == sci::kMarkArrow && (control_.MarkerGet(stop.line - 1) & 1) != 0;
     if (!hasArrow) control_.MarkerAdd(stop.line - 1, stop.isException ? kFailedMark : kStopMark);
@@ -194,10 +202,6 @@ void CodeMarks::showStop(const StopMark& stop) {
     } else {
         control_.MarkerAdd(stop.line - 1, stop.isException ? kExceptionBand : kStopBand);
     }
-    if (stop.calledFrom > 0) control_.MarkerAdd(stop.calledFrom - 1, kCallerMark);
-    if (stop.caller == 0) return;
-    control_.MarkerAdd(stop.caller - 1, kCallerMark);
-    control_.MarkerAdd(stop.caller - 1, kCallerBand);
 }
 
 int CodeMarks::positionOf(int line, int column) const {

@@ -55,6 +55,7 @@ class CodeMarks {
     void defineFolds();
     void define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise);
     void defineIndicators();
+    void markStop(const StopMark& stop);
     int positionOf(int line, int column) const;
     bool isBeingTyped(int begin, int end) const;
 

@@ -65,6 +65,13 @@ void OutlinePane::setCaret(std::size_t position) {
     if (entry != list_->selected()) list_->select(entry);
 }
 
+std::string OutlinePane::pathAt(std::size_t position) const {
+    const int at = entryAt(entries_, position);
+    if (at < 0) return {};
+    const OutlineEntry& entry = entries_[static_cast<std::size_t>(at)];
+    return entry.path.empty() ? entry.name : entry.path;
+}
+
 void OutlinePane::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
     fill(context, wxRect(size), look()->panel);

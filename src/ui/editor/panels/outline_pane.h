@@ -1,6 +1,7 @@
 // The outline at the left: classes, enums and functions of the script.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "editor/assist/outline.h"
@@ -16,6 +17,8 @@ class OutlinePane : public PaintedWindow {
     void setEntries(std::vector<OutlineEntry> entries);
     /// Marks the entry around the caret.
     void setCaret(std::size_t position);
+    /// Of what is around a place, the innermost; empty for nothing.
+    std::string pathAt(std::size_t position) const;
     RowList* list() const { return list_; }
     PaneHeading* heading() const { return heading_; }
 

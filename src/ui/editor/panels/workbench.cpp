@@ -14,6 +14,7 @@
 #include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/file_tabs.h"
 #include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/line_measures.h"
 #include "ui/editor/panels/live_check.h"
@@ -73,6 +74,7 @@ void Workbench::makeParts() {
     statusLine_->onPressed = [this] {
         if (!editor_.problems().empty()) bottom_->show(BottomPanes::Pane::problems);
     };
+    makeTabs();
     makeBottom();
     makeOutline();
     makeSide();
@@ -163,7 +165,8 @@ void Workbench::makeSide() {
         closedByHand_ = true;
         showSide(false);
     };
-    actions.frameChosen = [this](unsigned) {
+    actions.frameChosen = [this](unsigned frame) {
+        editor_.showFrame(frame);
         shownStop_ = ~std::uint64_t{0};
         refresh();
     };
@@ -303,6 +306,7 @@ void Workbench::applyTextLook() {
     look_.code.SetPointSize(points);
     look_.codeStrong = look_.code.Bold();
     editor_.setInspecting(!settings_.classic);
+    editor_.setTabs(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, {face, points});
     if (marks_) marks_->use(!plain);
     if (assist_) assist_->use(!settings_.classic);
@@ -320,6 +324,7 @@ WorkbenchState Workbench::state() const {
     WorkbenchState state;
     state.toolbar = settings_.toolbar;
     state.statusBar = settings_.statusBar;
+    state.tabs = severalTexts_;
     state.bottom = settings_.bottom;
     state.right = bottom_ && bottom_->hasRight();
     state.outline = settings_.outline;
@@ -365,7 +370,7 @@ void Workbench::layOut() {
     if (controls_.rule) controls_.rule->Show(settings_.classic);
     if (settings_.classic) {
         if (!parted_) return layOutClassic();
-        for (wxWindow* part : std::initializer_list<wxWindow*>{toolbar_, statusLine_, side_,
+        for (wxWindow* part : std::initializer_list<wxWindow*>{toolbar_, statusLine_, tabs_, side_,
                                                                outline_, findBar_, welcome_})
             if (part) part->Hide();
         bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
@@ -375,6 +380,7 @@ void Workbench::layOut() {
     layout_ = layOutWorkbench(state(), size.x, size.y);
     place(toolbar_, layout_.toolbar);
     place(statusLine_, layout_.statusBar);
+    place(tabs_, layout_.tabs);
     place(controls_.text, layout_.editor);
     place(outline_, layout_.outline);
     side_->setAsTabs(layout_.sideAsTabs);
@@ -451,6 +457,7 @@ void Workbench::showSide(bool shown) {
 std::vector<wxWindow*> Workbench::focusOrder() const {
     std::vector<wxWindow*> order;
     if (!settings_.classic && toolbar_->IsShown()) order.push_back(toolbar_->tabStop());
+    if (!settings_.classic && tabs_->IsShown()) order.push_back(tabs_);
     if (!settings_.classic && findShown_) order.push_back(findBar_->field());
     order.push_back(controls_.text);
     if (settings_.classic) {

@@ -29,6 +29,7 @@ class BreakpointBox;
 class CodeMarks;
 class ConsolePane;
 class ExceptionBox;
+class FileTabs;
 class FindBar;
 class LineMeasures;
 class LiveCheck;
@@ -59,6 +60,9 @@ class Workbench {
     void layOut();
     /// Shows the state that the editor is in now.
     void refresh();
+    /// Another text is about to be in view, or is.
+    void textLeaves();
+    void textShown();
     /// Something has moved in the text's window.
     void textMoved();
     /// What the text's control tells.
@@ -101,6 +105,8 @@ class Workbench {
     void followConsole(const EditorStatus& status);
     void makeSide();
     void makeOutline();
+    void makeTabs();
+    void followTabs();
     void makeMarks();
     void applyTextLook();
     void makeBoxes();
@@ -150,6 +156,8 @@ class Workbench {
     WorkbenchLayout layout_;
     MainToolbar* toolbar_ = nullptr;
     StatusLine* statusLine_ = nullptr;
+    FileTabs* tabs_ = nullptr;
+    bool severalTexts_ = false;
     std::unique_ptr<BottomPanes> bottom_;
     std::unique_ptr<CodeMarks> marks_;
     std::unique_ptr<TextAssist> assist_;

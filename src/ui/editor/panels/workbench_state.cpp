@@ -26,11 +26,6 @@ using Run = EditorStatus::Run;
 
 constexpr int kPauseInTyping = 500;  // milliseconds
 
-/// 0 for a frame whose line is not in the text.
-int lineInText(const DebugFrame& frame) {
-    return frame.place.source.empty() ? std::max(frame.place.line, 0) : 0;
-}
-
 bool standsStill(Run run) {
     return run == Run::stopped || run == Run::exception;
 }
@@ -67,6 +62,7 @@ BreakpointRow rowOf(const PlannedBreakpoint& planned) {
 void Workbench::refresh() {
     if (!begun_ || settings_.classic) return;
     const EditorStatus status = editor_.status();
+    followTabs();
     followRun(status);
     followConsole(status);
     followProblems();
@@ -128,13 +124,13 @@ void Workbench::showStop(const EditorStatus& status) {
     StopMark mark;
     const Inspection& inspection = editor_.inspection();
     if (standsStill(status.run)) {
-        mark.line = status.stoppedLine;
+        mark.line = status.stopInView ? status.stoppedLine : 0;
         mark.isException = status.run == Run::exception;
         const std::vector<DebugFrame> stack = inspection.stack();
         const unsigned frame = inspection.frame();
-        if (frame > 0 && frame < stack.size()) mark.caller = lineInText(stack[frame]);
+        if (frame > 0 && frame < stack.size()) mark.caller = editor_.lineInView(stack[frame].place);
         if (frame == 0 && mark.isException && stack.size() > 1)
-            mark.calledFrom = lineInText(stack[1]);
+            mark.calledFrom = editor_.lineInView(stack[1].place);
         mark.edited = editor_.changedSinceRun();
     }
     marks_->showStop(mark);

@@ -115,7 +115,9 @@ void Workbench::measure(bool EditorSettings::*what) {
 }
 
 void Workbench::showMeasures() {
-    if (measures_) measures_->show(editor_.measures().lines());
+    if (!measures_) return;
+    const bool hasLines = editor_.runIsShown();
+    measures_->show(hasLines ? editor_.measures().lines() : std::vector<RunMeasures::Line>());
 }
 
 bool Workbench::viewCommand(int id) {

@@ -1,0 +1,75 @@
+// Several texts in the window: the tabs, and what goes and comes when another text is in view.
+#include <wx/frame.h>
+#include <wx/stc/stc.h>
+
+#include "ui/editor/assist/text_assist.h"
+#include "ui/editor/panels/code_marks.h"
+#include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/file_tabs.h"
+#include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/line_measures.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/workbench.h"
+#include "ui/kit/text_conversion.h"
+
+namespace korvant::ui {
+
+void Workbench::makeTabs() {
+    FileTabs::Actions actions;
+    actions.chosen = [this](std::uint64_t id) {
+        editor_.showTab(id);
+        refresh();
+    };
+    actions.closed = [this](std::uint64_t id) {
+        editor_.closeTab(id);
+        refresh();
+    };
+    actions.toText = [this] {
+        if (controls_.text) controls_.text->SetFocus();
+    };
+    actions.functions = [this] {
+        if (assist_) assist_->chooseFunction(true);
+    };
+    tabs_ = new FileTabs(&frame_, look_, std::move(actions));
+    tabs_->Hide();
+}
+
+void Workbench::followTabs() {
+    const std::vector<DocumentTab> open = editor_.tabs();
+    tabs_->setTabs(open, editor_.shownTab());
+    if (std::exchange(severalTexts_, open.size() > 1) != severalTexts_) layOut();
+    if (severalTexts_) tabs_->setFunction(fromUtf8(outline_->pathAt(editor_.caretPosition())));
+}
+
+/// Marks and boxes are those of the text in view; a text that goes takes none along.
+void Workbench::textLeaves() {
+    if (settings_.classic || !parted_ || !controls_.text) return;
+    assist_->textLeaves();
+    findBar_->leave();
+    marks_->showStop({});
+    marks_->showBreakpoints({});
+    marks_->showProblems({});
+    measures_->show({});
+    exceptionBox_->show(0, {}, {});
+    exceptionLine_ = callerLine_ = 0;
+}
+
+/// Everything is looked at anew; a check that was under way is of another text.
+void Workbench::textShown() {
+    if (settings_.classic || !parted_ || !controls_.text) return;
+    breakpointRows_.clear();
+    shownStop_ = shownProblems_ = shownText_ = foundText_ = ~std::uint64_t{0};
+    shownRun_ = ~std::uint64_t{0};
+    shownBuild_ = editor_.problems().builds();
+    marksRun_ = EditorStatus::Run::running;
+    checkNote_.clear();
+    checkedClean_ = false;
+    timedText_ = editor_.textVersion();
+    marks_->typedAt(-1);
+    outline_->setEntries({});
+    assist_->setOutline({});
+    assist_->textShown(editor_.shownTab());
+    pause_.StartOnce(1);
+}
+
+}  // namespace korvant::ui
