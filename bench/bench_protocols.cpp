@@ -1,15 +1,15 @@
 // How long a client of `korvant dap` and `korvant lsp` waits, from its message to the answer: the
 // program as a child process, all of its reading, compiling and writing included.
-#include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <string>
 
+#include "base/system/child_process.h"
 #include "protocol/rpc/frame_reader.h"
 #include "protocol/rpc/json.h"
 #include "ratio_table.h"
@@ -29,6 +29,7 @@ using korvant::rpc::Json;
 using Clock = std::chrono::steady_clock;
 
 constexpr char kProgram[] = KORVANT_BENCH_PROGRAM;
+constexpr std::uint32_t kPatienceMs = 60'000;
 
 /// A folder with one script in it.
 class Script {
@@ -55,38 +56,13 @@ class Script {
 
 class Server {
   public:
-    explicit Server(const char* command) {
-        int down[2], up[2];
-        if (::pipe(down) != 0 || ::pipe(up) != 0) std::abort();
-        child_ = ::fork();
-        if (child_ == 0) {
-            ::dup2(down[0], STDIN_FILENO);
-            ::dup2(up[1], STDOUT_FILENO);
-            for (const int end : {down[0], down[1], up[0], up[1]}) ::close(end);
-            ::execl(kProgram, kProgram, command, nullptr);
-            ::_exit(127);
-        }
-        ::close(down[0]);
-        ::close(up[1]);
-        ask_ = down[1];
-        answer_ = up[0];
+    explicit Server(const char* command)
+        : child_(korvant::ChildProcess::start({kProgram, {command}, {}, 0})) {
+        if (child_ == nullptr) std::abort();
     }
-    ~Server() {
-        ::close(ask_);
-        ::close(answer_);
-        ::kill(child_, SIGKILL);
-        ::waitpid(child_, nullptr, 0);
-    }
-    Server(const Server&) = delete;
-    Server& operator=(const Server&) = delete;
 
     void send(const Json& message) {
-        const std::string bytes = korvant::rpc::framed(message.dump());
-        for (std::size_t sent = 0; sent < bytes.size();) {
-            const ssize_t step = ::write(ask_, bytes.data() + sent, bytes.size() - sent);
-            if (step <= 0) std::abort();
-            sent += static_cast<std::size_t>(step);
-        }
+        if (!child_->write(korvant::rpc::framed(message.dump()), kPatienceMs)) std::abort();
     }
     /// The next message that fits; others are dropped.
     Json await(const std::function<bool(const Json&)>& fits) {
@@ -95,17 +71,14 @@ class Server {
                 Json message = Json::parse(*body);
                 if (fits(message)) return message;
             }
-            char bytes[65536];
-            const ssize_t size = ::read(answer_, bytes, sizeof bytes);
-            if (size <= 0) std::abort();
-            reader_.feed({bytes, static_cast<std::size_t>(size)});
+            std::string bytes;
+            if (child_->read(bytes, kPatienceMs) != korvant::ChildProcess::Read::some) std::abort();
+            reader_.feed(bytes);
         }
     }
 
   private:
-    pid_t child_ = 0;
-    int ask_ = -1;
-    int answer_ = -1;
+    std::unique_ptr<korvant::ChildProcess> child_;
     korvant::rpc::FrameReader reader_;
 };
 

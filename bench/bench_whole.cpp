@@ -2,15 +2,16 @@
 // reading arrays, reading numbers, building and searching texts.
 #include <angelscript/scriptarray.h>
 #include <fcntl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "base/system/child_process.h"
 #include "host/library/script_console.h"
 #include "host/run/script_session.h"
 #include "host/terminal/pipe_console.h"
@@ -251,44 +252,25 @@ void compile(benchmark::State& state) {
 class Python {
   public:
     Python(const std::string& body, const std::string& ahead) {
-        int down[2], up[2];
-        if (::pipe(down) != 0 || ::pipe(up) != 0) std::abort();
-        child_ = ::fork();
-        if (child_ == 0) {
-            ::dup2(down[0], STDIN_FILENO);
-            ::dup2(up[1], STDOUT_FILENO);
-            for (const int end : {down[0], down[1], up[0], up[1]}) ::close(end);
-            const std::string text = "import sys, time\n" + ahead + "def work():\n" + body +
-                                     "\nfor line in sys.stdin:\n"
-                                     " b = time.process_time(); work(); e = time.process_time()\n"
-                                     " print(e - b, flush=True)\n";
-            ::execlp("python3", "python3", "-c", text.c_str(), nullptr);
-            ::_exit(127);
-        }
-        ::close(down[0]);
-        ::close(up[1]);
-        ask_ = ::fdopen(down[1], "w");
-        answer_ = ::fdopen(up[0], "r");
+        const std::string text = "import sys, time\n" + ahead + "def work():\n" + body +
+                                 "\nfor line in sys.stdin:\n"
+                                 " b = time.process_time(); work(); e = time.process_time()\n"
+                                 " print(e - b, flush=True)\n";
+        child_ = korvant::ChildProcess::start({"/usr/bin/env", {"python3", "-c", text}, {}, 0});
+        if (child_ == nullptr) std::abort();
     }
-    ~Python() {
-        std::fclose(ask_);
-        std::fclose(answer_);
-        ::waitpid(child_, nullptr, 0);
-    }
-    Python(const Python&) = delete;
-    Python& operator=(const Python&) = delete;
 
     double seconds() {
-        char line[64] = "";
-        std::fputs("\n", ask_);
-        std::fflush(ask_);
-        return std::fgets(line, sizeof line, answer_) ? std::atof(line) : 0;
+        std::string line;
+        const bool asked = child_->write("\n", kPatienceMs);
+        while (asked && line.find('\n') == std::string::npos)
+            if (child_->read(line, kPatienceMs) != korvant::ChildProcess::Read::some) return 0;
+        return std::atof(line.c_str());
     }
 
   private:
-    pid_t child_ = 0;
-    std::FILE* ask_ = nullptr;
-    std::FILE* answer_ = nullptr;
+    static constexpr std::uint32_t kPatienceMs = 60'000;
+    std::unique_ptr<korvant::ChildProcess> child_;
 };
 
 void pythonRun(benchmark::State& state, const char* body, const char* ahead = "") {

@@ -183,6 +183,17 @@ void DebugConsole::onOutput(const std::string& text, const ScriptPlace&, int) {
     parts_.write(text);
 }
 
+/// Those that stand where they were wanted are no news.
+void DebugConsole::onBreakpointsChanged(const std::vector<int>& ids) {
+    for (const int id : ids) {
+        const Breakpoint* const found = debug_.breakpoints().find(id);
+        const bool asWanted = found != nullptr && found->verified &&
+                              (found->wish.kind != BreakpointKind::line ||
+                               found->resolved.line == found->wish.place.line);
+        if (!asWanted) sayBreakpoint(id);
+    }
+}
+
 void DebugConsole::onEnded(const RunFailure& failure) {
     // Who ends a run knows it.
     const bool asked = std::exchange(ends_, false) && failure.kind == RunFailure::Kind::stopped;

@@ -45,6 +45,7 @@ class DebugConsole final : public DebugListener {
 
     void onStopped(const StopInfo& info) override;
     void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
+    void onBreakpointsChanged(const std::vector<int>& ids) override;
     void onEnded(const RunFailure& failure) override;
 
     void obey(const std::string& line);

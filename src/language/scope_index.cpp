@@ -27,9 +27,6 @@ ScopeIndex::ScopeIndex(std::string text)
     }
     for (std::size_t i = 0; i < syntax_.uses.size(); ++i)
         usesByName_[nameOf(syntax_.uses[i])].push_back(static_cast<int>(i));
-    for (const Statement& statement : syntax_.statements)
-        statementStarts_.push_back(statement.range.begin);
-    std::sort(statementStarts_.begin(), statementStarts_.end());
 }
 
 std::string_view ScopeIndex::nameOf(const NameUse& use) const {
@@ -112,11 +109,6 @@ int ScopeIndex::variableAt(std::string_view name, std::size_t offset) const {
         if (syntax_.scopes[at(scope)].kind == Scope::Kind::function) return kNoIndex;
     }
     return kNoIndex;
-}
-
-bool ScopeIndex::isSetAt(int variable, std::size_t offset) const {
-    const Declaration& declaration = syntax_.declarations[at(variable)];
-    return declaration.kind != DeclarationKind::local || declaration.setFrom <= offset;
 }
 
 std::vector<int> ScopeIndex::variablesAt(std::size_t offset) const {
@@ -333,25 +325,6 @@ std::string ScopeIndex::oneLine(ByteRange range) const {
         end = static_cast<std::size_t>(token.end());
     }
     return line;
-}
-
-std::vector<std::size_t> ScopeIndex::statementsOn(std::uint32_t line) const {
-    const std::size_t begin = document_.lineStart(line);
-    const std::size_t end =
-        line + 1 < document_.lineCount() ? document_.lineStart(line + 1) : document_.size() + 1;
-    const auto first = std::lower_bound(statementStarts_.begin(), statementStarts_.end(), begin);
-    return {first, std::lower_bound(first, statementStarts_.end(), end)};
-}
-
-std::int64_t ScopeIndex::nextStatementLine(std::uint32_t line) const {
-    const auto first = std::lower_bound(statementStarts_.begin(), statementStarts_.end(),
-                                        document_.lineStart(line));
-    if (line >= document_.lineCount() || first == statementStarts_.end()) return -1;
-    const ByteRange whole = document_.lineRange(line);
-    const int here = functionAt(std::max(whole.begin, whole.end));
-    const int there = functionAt(*first);
-    const std::uint32_t found = document_.lineOf(*first);
-    return found == line || here == there ? static_cast<std::int64_t>(found) : -1;
 }
 
 }  // namespace korvant

@@ -61,8 +61,6 @@ class ScopeIndex {
     /// The local or parameter of this name that a statement at `offset` sees: the innermost, of
     /// several in one block the last one declared before it.
     int variableAt(std::string_view name, std::size_t offset) const;
-    /// True when the local has its value at `offset`: its own statement lies behind.
-    bool isSetAt(int variable, std::size_t offset) const;
     /// Locals and parameters that are known at `offset`, hidden ones left out, inner ones first.
     std::vector<int> variablesAt(std::size_t offset) const;
     /// What a scope declares, in the order of the text.
@@ -77,13 +75,6 @@ class ScopeIndex {
     std::string pathOf(int declaration) const;
     /// The text of a range, on one line with single blanks and without remarks.
     std::string oneLine(ByteRange range) const;
-
-    // By line, 0-based.
-    /// Offsets of the statements that begin on this line.
-    std::vector<std::size_t> statementsOn(std::uint32_t line) const;
-    /// The first line from `line` on, inside the same function, on which a statement begins; -1 for
-    /// none. The closing brace of a body counts.
-    std::int64_t nextStatementLine(std::uint32_t line) const;
 
   private:
     std::string_view nameOf(const NameUse& use) const;
@@ -107,7 +98,6 @@ class ScopeIndex {
     std::vector<std::vector<int>> declared_;  ///< by scope
     std::unordered_map<std::string_view, std::vector<int>> usesByName_;
     std::unordered_map<std::string_view, std::vector<int>> byName_;  ///< declarations
-    std::vector<std::size_t> statementStarts_;                       ///< sorted
 };
 
 }  // namespace korvant

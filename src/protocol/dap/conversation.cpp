@@ -71,6 +71,11 @@ void Conversation::noteCancel(const Json& message) {
     if (cancelled_.size() < kMost) cancelled_.insert(request);
 }
 
+void Conversation::noteGone() noexcept {
+    gone_ = true;
+    session_.cancelEvaluation();
+}
+
 bool Conversation::takeCancelled(const Json& message) {
     const std::lock_guard lock(cancelling_);
     return cancelled_.erase(rpc::numberOf(message, "seq")) > 0;
@@ -97,7 +102,8 @@ Answer Conversation::serve(const std::string& command, const Json& message) {
     if (!wrong.empty()) return Answer::refused(wrong);
     // In this order nothing that arrives in between is lost.
     session_.forgetCancel();
-    if (takeCancelled(message)) return Answer::refused("cancelled");
+    const bool inVain = gone_ && when != When::always;
+    if (inVain || takeCancelled(message)) return Answer::refused("cancelled");
     return (this->*row->second.handler)(arguments);
 }
 
@@ -123,8 +129,14 @@ Answer Conversation::loadedSources(const Json&) {
 }
 
 Answer Conversation::sourceText(const Json& arguments) {
-    const std::string path = rpc::textOf(rpc::memberOf(arguments, "source"), "path");
+    const Json& source = rpc::memberOf(arguments, "source");
+    const std::string path = rpc::textOf(source, "path");
     if (path.empty()) return Answer::refused("a source is named by its path");
+    // Other files are nobody's business, even for a client that may evaluate expressions.
+    const auto code = session_.code();
+    const std::string name = sourceOf(source);
+    if (!name.empty() && (code == nullptr || !code->hasSource(name)))
+        return Answer::refused("this file is no part of the script");
     std::string text;
     if (readFile(systemFiles(), path, kLongestSource, text) != 0)
         return Answer::refused("cannot read " + path);

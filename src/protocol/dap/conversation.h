@@ -1,6 +1,7 @@
 // What a debugging client asks, answered from a debug session.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <set>
@@ -45,6 +46,9 @@ class Conversation {
     void handle(const Json& message);
     /// A request to cancel another one has arrived, which may wait still. From any thread.
     void noteCancel(const Json& message);
+    /// The client has gone: what it has asked for, and is being worked out, is wanted no more. From
+    /// any thread.
+    void noteGone() noexcept;
 
     /// Launched or attached: breakpoints are welcome from here on.
     void begin();
@@ -126,6 +130,7 @@ class Conversation {
     Answer setExpression(const Json& arguments);
     Answer evaluate(const Json& arguments);
     Answer completions(const Json& arguments);
+    void tellChanged();
     Answer typeAtConsole(const std::string& text);
     static ValueNode nodeOf(const Json& arguments);
     bool frameOf(const Json& arguments, unsigned& frame) const;
@@ -143,6 +148,7 @@ class Conversation {
     bool goesOn_ = false;
     std::int64_t frameBase_ = 1;  ///< the innermost frame's number at this stop
     std::map<ValueNode, unsigned> frameOfNode_;
+    std::atomic<bool> gone_{false};
     std::mutex cancelling_;
     std::set<std::int64_t> cancelled_;  ///< numbers of requests; guarded by cancelling_
 };

@@ -110,6 +110,8 @@ Answer Conversation::dataBreakpointInfo(const Json& arguments) {
     const ValueNode node = nodeOf(arguments);
     unsigned frame = 0;
     if (!frameOf(arguments, frame)) return Answer::refused("there is no such frame");
+    // The innermost frame is where a watch begins to look for what its name means.
+    if (rpc::memberOf(arguments, "frameId").is_null()) frame = 0;
     std::string wrong;
     if (standsStill_ && node > 0) {
         DebugValue value;

@@ -101,6 +101,11 @@ Answer Conversation::variables(const Json& arguments) {
     return Answer::with({{"variables", std::move(list)}});
 }
 
+/// What the client shows may be another by now.
+void Conversation::tellChanged() {
+    client_.event("invalidated", {{"areas", {"variables"}}});
+}
+
 Answer Conversation::setVariable(const Json& arguments) {
     const ValueNode node = nodeOf(arguments);
     const Json& name = rpc::memberOf(arguments, "name");
@@ -111,7 +116,7 @@ Answer Conversation::setVariable(const Json& arguments) {
                                          frame == frameOfNode_.end() ? 0 : frame->second,
                                          value.get<std::string>(), formatOf(arguments));
     if (!shown.error.empty()) return Answer::refused(shown.error);
-    client_.event("invalidated", {{"areas", {"variables"}}});
+    tellChanged();
     return Answer::with(valueBody(shown.value, "value"));
 }
 
@@ -123,6 +128,7 @@ Answer Conversation::setExpression(const Json& arguments) {
     const auto shown = session_.setExpression(frame, target.get<std::string>(),
                                               value.get<std::string>(), formatOf(arguments));
     if (!shown.error.empty()) return Answer::refused(shown.error);
+    tellChanged();
     return Answer::with(valueBody(shown.value, "value"));
 }
 
@@ -149,6 +155,7 @@ Answer Conversation::evaluate(const Json& arguments) {
     output_.flush();
     if (!shown.error.empty()) return Answer::refused(shown.error);
     noteFrame(shown.value.node, frame);
+    if (purpose == EvaluationPurpose::console) tellChanged();
     return Answer::with(valueBody(shown.value, "result"));
 }
 

@@ -39,7 +39,7 @@ struct DebugServer::Peer {
                                                    conversation.noteCancel(message);
                                                return server.onMessage(message);
                                            },
-                                           {}})) {}
+                                           [this] { conversation.noteGone(); }})) {}
 
     DapClient client;
     OutputRelay output;

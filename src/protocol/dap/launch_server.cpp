@@ -70,10 +70,8 @@ bool LaunchServer::onMessage(const Json& message) {
 
 void LaunchServer::onGone() {
     endSoon();
-    if (running_) {
-        session_.cancelEvaluation();
-        session_.stopRun();
-    }
+    conversation_.noteGone();
+    if (running_) session_.stopRun();
 }
 
 /// A native function that cannot be ended must not keep the process.

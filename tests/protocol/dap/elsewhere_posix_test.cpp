@@ -11,7 +11,8 @@ constexpr char kSeven[] = "int main() {\n    int n = 7;\n    n++;\n    return 0;
 
 class Elsewhere : public Launch {
   protected:
-    Elsewhere() {
+    void SetUp() override {
+        if (!std::filesystem::exists(korvantProgram())) GTEST_SKIP() << "the program is not built";
         text = kSeven;
         runCommand = [](const Json& launch, std::uint16_t port) {
             return std::vector<std::string>{korvantProgram(), "run",

@@ -107,6 +107,17 @@ TEST_F(Launch, ValuesSayWhatTheyAreAndHowTheyAreNamed) {
     EXPECT_EQ(parts.begin()->second["evaluateName"], "form.width");
     EXPECT_EQ(client.value("form.width"), "2.5 mm");
     EXPECT_EQ(client.value("kind"), "Sand (1)");
+    const auto setKind = [&](const char* value) {
+        return client.ask("setVariable",
+                          {{"variablesReference", 1}, {"name", "kind"}, {"value", value}});
+    };
+    EXPECT_EQ(setKind("7")["body"].value("value", ""), "Gravel (7)");
+    EXPECT_EQ(setKind("\"x\"")["success"], false);
+    EXPECT_EQ(client.ask("variables", {{"variablesReference", 4294967297}})["success"], false);
+    EXPECT_EQ(client.good("dataBreakpointInfo", {{"name", "kind"}})["dataId"], "kind");
+    EXPECT_TRUE(client.good("dataBreakpointInfo", {{"name", "nobody"}})["dataId"].is_null());
+    const Json other = client.ask("source", {{"source", {{"path", "/etc/hostname"}}}});
+    EXPECT_EQ(other["message"], "this file is no part of the script");
     EXPECT_EQ(client.scope("Globals")["total"]["value"], "0");
 }
 

@@ -29,6 +29,10 @@ constexpr char kScript[] =
     "    try { fault(0); } catch { order[1] = 9; }\n"
     "    Print(\"\" + order[0] + order[1] + order[2]);\n"
     "    return 0;\n"
+    "}\n"
+    "int endless() {\n"
+    "    for (;;) {}\n"
+    "    return 0;\n"
     "}\n";
 
 class Server : public ScriptFixture {
@@ -105,6 +109,42 @@ TEST_F(Server, AClientThatDiesAtAnyStopLeavesTheScriptRunning) {
             });
             EXPECT_EQ(console.output, "293");
         }
+}
+
+TEST_F(Server, AClientThatDiesAtAStopOfAnyReasonLeavesTheScriptRunning) {
+    const std::vector<std::pair<std::string, Json>> wishes = {
+        {"setFunctionBreakpoints", {{"breakpoints", {{{"name", "fault"}}}}}},
+        {"setDataBreakpoints", {{"breakpoints", {{{"dataId", "order[1]"}}}}}},
+        {"pause", {{"threadId", 1}}}};
+    for (const auto& [command, arguments] : wishes) {
+        SCOPED_TRACE(command);
+        server.reset();
+        SetUp();
+        console.output.clear();
+        play([&, &wish = arguments, &name = command] {
+            const auto client = connect();
+            client->send("attach", {{"port", 1}, {"token", "open"}});
+            client->event("initialized");
+            client->good(name, wish);
+            client->good("configurationDone");
+            EXPECT_NE(client->stopped()["reason"], "breakpoint");
+            last->close();
+        });
+        EXPECT_EQ(console.output, "293");
+    }
+}
+
+TEST_F(Server, AClientThatDiesWhileItsExpressionRunsLeavesTheScriptRunning) {
+    play([&] {
+        const auto client = attach({14}, "all");
+        client->stopped();
+        client->send("evaluate", {{"expression", "endless()"},
+                                  {"frameId", client->topFrame()["id"]},
+                                  {"context", "repl"}});
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        last->close();
+    });
+    EXPECT_EQ(console.output, "293");
 }
 
 TEST_F(Server, OnlyOneClientWithTheTokenIsLetIn) {
