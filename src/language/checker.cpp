@@ -23,11 +23,15 @@ Diagnostic::Kind kindOf(BuildMessage::Kind kind) {
     }
 }
 
-/// Bytes of the word or sign that begins here; 1 where there is none.
+/// Bytes of the word or sign that begins here, of ".word" and "::word" both; 1 where there is none.
 std::size_t wordBytes(std::string_view rest) {
     if (rest.empty()) return 0;
     const Lexeme lexeme = lexemeAt(rest, 0);
     const bool blank = lexeme.kind == Lexeme::Kind::blank || lexeme.kind == Lexeme::Kind::comment;
+    const std::string_view sign = rest.substr(0, lexeme.size);
+    const bool joins = (sign == "." || sign == "::") && sign.size() < rest.size();
+    const Lexeme next = joins ? lexemeAt(rest, lexeme.size) : Lexeme{};
+    if (joins && next.kind == Lexeme::Kind::name) return lexeme.size + next.size;
     return blank ? 1 : lexeme.size;
 }
 

@@ -127,6 +127,27 @@ TEST_F(Checking, KnowsWhatTheHostHasRegistered) {
             << body;
 }
 
+TEST_F(Checking, RangesCoverTheWord) {
+    for (const auto& [text, word] : std::vector<std::pair<std::string, std::string>>{
+             {"int main() { return wrong; }", "wrong"},
+             {"class W { int a; }\nint f(W w) { return w.other; }", ".other"},
+             {"int main() {\n  Object o;\n  o . gone();\n}", "gone"},
+             {"int main() { return nowhere::x; }", "nowhere"},
+             {"int x = \"\xF0\x9F\x98\x80\";", "\"\xF0\x9F\x98\x80\""},
+             {"Missing@ m;", "Missing"}}) {
+        session().check(engine(), text);
+        const auto found = diagnosticsOf(session().buildMessages(), text);
+        ASSERT_FALSE(found.empty()) << text;
+        const TextDocument document(text);
+        const auto line = document.lineText(static_cast<std::uint32_t>(found[0].line - 1));
+        const auto begin = static_cast<std::size_t>(found[0].column - 1);
+        EXPECT_EQ(line.substr(begin, static_cast<std::size_t>(found[0].endColumn) - 1 - begin),
+                  word)
+            << text << "\n"
+            << found[0].text;
+    }
+}
+
 TEST_F(Checking, NothingOfAScriptIsExecuted) {
     const std::string script =
         "class C { C() { Print(\"made\"); } ~C() { Print(\"gone\"); } }\nC c;\n"

@@ -14,6 +14,7 @@
 
 #include "host/engine/engine_build.h"
 #include "language/api_description.h"
+#include "language/assist_question.h"
 #include "language/checker.h"
 #include "language/safe_compiler.h"
 #include "language/scope_index.h"
@@ -234,6 +235,13 @@ TEST_F(Working, NoStateOfTypingEndsTheHost) {
         const auto outcome = worker.build(text);
         ASSERT_EQ(outcome.end, CompileWorker::End::answered) << i << "\n" << text;
         (void)diagnosticsOf(outcome.messages, text);
+        if (i % 10 != 0) continue;
+        AssistQuestion question;
+        question.kind = static_cast<AssistQuestion::Kind>(i / 10 % AssistQuestion::kKinds);
+        question.offset = static_cast<std::uint64_t>(i) * 7919 % (text.size() + 1);
+        question.end = question.offset + 200;
+        question.name = "fresh";
+        ASSERT_TRUE(worker.ask(questionBytes(text, question))) << i << "\n" << text;
     }
 }
 

@@ -37,21 +37,30 @@ bool LanguageServer::holdsPosted() const {
     return !posted_.empty();
 }
 
-void LanguageServer::checkDue() {
-    if (!service_) return;
+bool LanguageServer::checkDue() {
+    if (!service_) return false;
     if (checking_) {
         const auto same = texts_.find(checking_->uri);
         if (same != texts_.end() && same->second.dirty) return check(same->second);
-        if (same != texts_.end() && Clock::now() - checking_->began < kLongestCheck) return;
+        if (same != texts_.end() && Clock::now() - checking_->began < kLongestCheck) return false;
     }
     for (auto& [uri, text] : texts_)
         if (text.dirty) return check(text);
+    return false;
 }
 
-void LanguageServer::check(OpenText& text) {
+void LanguageServer::prepare() {
+    const auto text = texts_.find(written_);
+    if (text == texts_.end() || text->second.prepared) return;
+    text->second.prepared = true;
+    meaningsOf(text->second).oracle().module();
+}
+
+bool LanguageServer::check(OpenText& text) {
     text.dirty = false;
     checking_ = Checking{text.uri, ++checks_, Clock::now()};
     service_->check(checks_, text.document.text());
+    return true;
 }
 
 void LanguageServer::takeResult(const CheckResult& result) {

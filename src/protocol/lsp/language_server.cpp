@@ -84,8 +84,8 @@ int LanguageServer::serve() {
             handle(*message);
         else if (stream_->mailbox().ended())
             break;
-        else if (!holdsPosted())
-            checkDue();
+        else if (!holdsPosted() && !checkDue())
+            prepare();
     }
     const std::lock_guard lock(mutex_);
     left_ = true;
@@ -164,6 +164,7 @@ void LanguageServer::open(const Json& params) {
     text.version = rpc::numberOf(item, "version");
     text.document = TextDocument(rpc::textOf(item, "text"));
     texts_.insert_or_assign(uri, std::move(text));
+    written_ = uri;
 }
 
 void LanguageServer::change(const Json& params) {
@@ -180,7 +181,9 @@ void LanguageServer::change(const Json& params) {
     }
     text->dirty = true;
     text->answered = false;
+    text->prepared = false;
     text->meanings.reset();
+    written_ = text->uri;
 }
 
 void LanguageServer::closeText(const Json& params) {

@@ -42,6 +42,7 @@ struct OpenText {
     bool answered = false;  ///< the messages are those of the present text
     std::vector<Diagnostic> diagnostics;
     std::unique_ptr<Meanings> meanings;  ///< of the present text; made when needed
+    bool prepared = false;  ///< what the compiler knows of it stands ready, or cannot be had
 };
 
 class LanguageServer {
@@ -79,9 +80,13 @@ class LanguageServer {
     /// What the check has posted from its thread.
     void runPosted();
     bool holdsPosted() const;
-    /// Gives the next changed text to the check; of one that is under way the newest state.
-    void checkDue();
-    void check(OpenText& text);
+    /// Gives the next changed text to the check; of one that is under way the newest state. False
+    /// when there is none.
+    bool checkDue();
+    /// Asks the compiler what is declared in the text that was written last, so that the next
+    /// question about it finds the answer there.
+    void prepare();
+    bool check(OpenText& text);
     void takeResult(const CheckResult& result);
     void publish(const OpenText& text);
     /// Waits a little for the messages of the present text.
@@ -135,6 +140,7 @@ class LanguageServer {
     Documentation documentation_;
     OracleEngine engine_;
     std::map<std::string, OpenText> texts_;
+    std::string written_;  ///< the text that was opened or changed last
     bool utf8_ = false;
     bool hierarchical_ = true;
     bool snippets_ = false;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # run.sh KORVANT: published clients try korvant dap and korvant lsp. What is not on this machine is
-# said and left out: node with the registry of its packages, Neovim.
+# said and left out: node with the registry of its packages, Neovim, Emacs with eglot.
 set -euo pipefail
 KORVANT=$(realpath "$1")
 here=$(cd "$(dirname "$0")" && pwd)
@@ -41,5 +41,14 @@ with_neovim() {
     timeout 240 nvim --headless -u NONE -i NONE -n -c "luafile lsp.lua"
 }
 
+with_emacs() {
+    if ! emacs --batch --eval '(progn (package-initialize) (require (quote eglot)))' 2>/dev/null; then
+        echo "protocol clients: no emacs with eglot here; it is left out"
+        return 0
+    fi
+    KORVANT_EMACS=$root/editors/emacs timeout 100 emacs --batch -l lsp.el
+}
+
 with_node
 with_neovim
+with_emacs

@@ -1,0 +1,72 @@
+;;; lsp.el --- Emacs with eglot against korvant lsp: emacs --batch -l lsp.el -*- lexical-binding: t -*-
+;; KORVANT is the program, KORVANT_EMACS the folder of korvant.el.
+
+(package-initialize)
+(load (expand-file-name "korvant.el" (getenv "KORVANT_EMACS")) nil t)
+(require 'eglot)
+(require 'xref)
+
+(setq eglot-sync-connect 20 eglot-connect-timeout 20 eglot-send-changes-idle-time 0
+      flymake-no-changes-timeout 0.1)
+(setf (alist-get 'angelscript-mode eglot-server-programs) (list (getenv "KORVANT") "lsp"))
+
+(defun wait-for (what predicate)
+  (let ((end (+ (float-time) 20)))
+    (while (and (not (funcall predicate)) (< (float-time) end))
+      (accept-process-output nil 0.05))
+    (unless (funcall predicate) (error "No %s" what))))
+
+(defun expect (what wanted found)
+  (unless (equal wanted found) (error "%s: %S, not %S" what found wanted)))
+
+(defun position-params (text &optional behind)
+  (goto-char (point-min))
+  (search-forward text)
+  (unless behind (goto-char (match-beginning 0)))
+  (eglot--TextDocumentPositionParams))
+
+(let ((folder (make-temp-file "korvant" t)) (server nil))
+  (with-temp-file (expand-file-name "a.as" folder)
+    (insert "// 𝄞 note\nclass Well {\n    int depth;\n}\nint main() {\n    Well w;\n"
+            "    return w.depht;\n}\n"))
+  (find-file (expand-file-name "a.as" folder))
+  (expect "mode" 'angelscript-mode major-mode)
+  (expect "comments" "// " comment-start)
+  (setq server (apply #'eglot (eglot--guess-contact)))
+  (setq server (eglot-current-server))
+  (wait-for "message"
+            (lambda () (flymake-start) (> (length (flymake-diagnostics)) 0)))
+  (let ((one (car (flymake-diagnostics))))
+    (expect "line" 7 (line-number-at-pos (flymake-diagnostic-beg one)))
+    (expect "word" ".depht" (buffer-substring (flymake-diagnostic-beg one)
+                                             (flymake-diagnostic-end one))))
+  (goto-char (point-min))
+  (search-forward "depht")
+  (replace-match "depth")
+  (eglot--signal-textDocument/didChange)  ; no idle time passes in a batch
+  (wait-for "end of messages"
+            (lambda () (flymake-start) (= (length (flymake-diagnostics)) 0)))
+  (let ((found (jsonrpc-request server :textDocument/definition (position-params "w.depth" t))))
+    (expect "definition" 2 (plist-get (plist-get (plist-get found :range) :start) :line)))
+  (position-params "w.depth" t)
+  (let ((places (xref-backend-references 'eglot (xref-backend-identifier-at-point 'eglot))))
+    (expect "references" 2 (length places)))
+  (position-params "w.dep" t)
+  (let ((table (nth 2 (eglot-completion-at-point))))
+    (expect "completion" t (and (member "depth" (all-completions "dep" table)) t)))
+  (position-params "Well w")
+  (eglot-rename "Hole")
+  (expect "rename" "class Hole {" (progn (goto-char (point-min)) (forward-line 1)
+                                         (buffer-substring (point) (line-end-position))))
+  (goto-char (point-min))
+  (forward-line 2)
+  (delete-horizontal-space)
+  (eglot-format-buffer)
+  (expect "format" "    int depth;" (buffer-substring (line-beginning-position)
+                                                     (line-end-position)))
+  (set-buffer-modified-p nil)
+  (let ((process (jsonrpc--process server)))
+    (eglot-shutdown server)
+    (wait-for "end of the server" (lambda () (not (process-live-p process)))))
+  (delete-directory folder t)
+  (message "emacs: all as it should be"))
