@@ -111,6 +111,26 @@ struct OpenCall {
     std::size_t first = 0;  ///< token that the argument begins with
 };
 
+/// The bracket that opens what closes at `i`; 0 where nothing does.
+std::size_t openingOf(const std::vector<ScriptToken>& tokens, std::size_t i) {
+    int open = 0;
+    for (;; --i) {
+        const ScriptToken& one = tokens[i];
+        if (one.is(")") || one.is("]") || one.is("}")) ++open;
+        if ((one.is("(") || one.is("[") || one.is("{")) && --open == 0) return i;
+        if (i == 0) return 0;
+    }
+}
+
+/// Whether a brace can stand in an argument: of a list of values, or of a nameless function.
+bool inArgument(const std::vector<ScriptToken>& tokens, std::size_t brace) {
+    if (brace == 0) return false;
+    const ScriptToken& before = tokens[brace - 1];
+    if (before.is("(") || before.is(",") || before.is("{") || before.is("=")) return true;
+    const std::size_t open = before.is(")") ? openingOf(tokens, brace - 1) : 0;
+    return open > 0 && tokens[open - 1].is("function");
+}
+
 /// The call whose parentheses are open at `offset`.
 OpenCall openCallAt(const std::vector<ScriptToken>& tokens, std::size_t behind) {
     OpenCall call;
@@ -120,23 +140,16 @@ OpenCall openCallAt(const std::vector<ScriptToken>& tokens, std::size_t behind) 
         const ScriptToken& token = tokens[i];
         if (token.is(")") || token.is("]") || token.is("}")) {
             const bool braces = token.is("}");
-            int open = 0;
-            for (;; --i) {
-                const ScriptToken& one = tokens[i];
-                if (one.is(")") || one.is("]") || one.is("}")) ++open;
-                if ((one.is("(") || one.is("[") || one.is("{")) && --open == 0) break;
-                if (i == 0) return {};
-            }
-            // A list of values; everything else in braces ends what stands before it.
-            const ScriptToken before = inner(i);
-            if (braces && !before.is("(") && !before.is(",") && !before.is("{")) return {};
+            i = openingOf(tokens, i);
+            // Everything else in braces ends what stands before it.
+            if (i == 0 || (braces && !inArgument(tokens, i))) return {};
         } else if (token.is(",")) {
             if (++call.argument == 1) call.first = i + 1;
         } else if (token.is(";")) {
             return {};
         } else if (token.is("(") || token.is("[") || token.is("{")) {
             const ScriptToken before = inner(i);
-            if (token.is("{") && !before.is("(") && !before.is(",") && !before.is("{")) return {};
+            if (token.is("{") && (before.is(")") || !inArgument(tokens, i))) return {};
             const bool called =
                 before.isName() || before.is("super") || before.is(">") || before.is("]");
             if (token.is("(") && before.isWord() && !called) return {};
@@ -245,17 +258,28 @@ void chooseActive(const OpenCall& call, const std::vector<ScriptToken>& tokens,
 
 }  // namespace
 
-bool inRemarkOrText(const ScopeIndex& index, std::size_t offset) {
-    const int place = static_cast<int>(offset);
-    const auto holds = [place](const ScriptToken* token, bool whole) {
-        return token != nullptr &&
-               (place < token->end() || (place == token->end() && !(whole && token->ended)));
-    };
-    // At the end of a remark of one line one still writes the remark.
+namespace {
+
+/// Whether `place` lies in a token that begins before it; at the end only of what is `open` there.
+bool holds(const ScriptToken& token, std::size_t place, bool open) {
+    const auto end = static_cast<std::size_t>(token.end());
+    return place < end || (place == end && open);
+}
+
+bool inRemark(const ScopeIndex& index, std::size_t offset) {
     const ScriptToken* const remark = tokenBefore(index.remarks(), offset);
-    if (holds(remark, remark != nullptr && !remark->text.starts_with("//"))) return true;
+    // At the end of a remark of one line one still writes the remark.
+    return remark != nullptr &&
+           holds(*remark, offset, !remark->ended || remark->text.starts_with("//"));
+}
+
+}  // namespace
+
+bool inRemarkOrText(const ScopeIndex& index, std::size_t offset) {
+    if (inRemark(index, offset)) return true;
     const ScriptToken* const text = tokenBefore(index.tokens(), offset);
-    return text != nullptr && text->kind == ScriptToken::Kind::text && holds(text, true);
+    return text != nullptr && text->kind == ScriptToken::Kind::text &&
+           holds(*text, offset, !text->ended);
 }
 
 std::string constantValue(Meanings& meanings, int declaration) {
@@ -296,7 +320,7 @@ std::optional<HoverText> hoverAt(Meanings& meanings, const Documentation& librar
 Signatures signaturesAt(Meanings& meanings, const Documentation& library, std::size_t offset) {
     Signatures signatures;
     const ScopeIndex& index = meanings.index();
-    if (inRemarkOrText(index, offset)) return signatures;
+    if (inRemark(index, offset)) return signatures;
     const auto& tokens = meanings.index().tokens();
     const OpenCall call = openCallAt(tokens, meanings.index().tokenAt(offset));
     if (call.bracket == 0) return signatures;

@@ -118,10 +118,15 @@ class Collector {
         return inside == owner || (one.isProtected && inside != kNoIndex);
     }
 
+    /// What a derived class has anew hides what it inherits.
     void membersOfClass(int type, int inside) {
+        std::set<std::pair<std::string_view, std::vector<std::string>>> known;
         for (const int one : index_.lineageOf(type))
-            for (const int i : index_.declaredIn(index_.declarations()[at(one)].inner))
-                if (visible(i, one, inside)) addDeclared(i);
+            for (const int i : index_.declaredIn(index_.declarations()[at(one)].inner)) {
+                const std::string_view name = index_.declarations()[at(i)].name;
+                const bool fresh = known.emplace(name, parameterTypes(index_, i)).second;
+                if (fresh && visible(i, one, inside)) addDeclared(i);
+            }
     }
 
     void members(std::size_t dot) {

@@ -148,6 +148,12 @@ TEST_F(Types, MembersAreOfferedToThoseWhoMayUseThem) {
     const auto outside = offered(script + " { } }\nint main() { Next n; n.$ }");
     EXPECT_EQ(std::count(outside.begin(), outside.end(), "kept"), 0);
     EXPECT_EQ(std::count(outside.begin(), outside.end(), "f"), 1);
+    // What is overridden once, overloads each.
+    const auto hidden = offered(
+        "interface I { int f(int a); }\nclass A : I { int x; int f(int b) { return 1; } }\n"
+        "class B : A { string f(string s) { return s; } int f(int c) { return 2; } }\n"
+        "int main() { B b; b.$ }");
+    EXPECT_EQ(std::count(hidden.begin(), hidden.end(), "f"), 2);
     for (const char* quiet : {"int main() { // n.$\n }", "int main() { Print(\"n.$\"); }",
                               "int main() { int a = 5.$; }", "/* $ */"})
         EXPECT_TRUE(offered(quiet).empty()) << quiet;

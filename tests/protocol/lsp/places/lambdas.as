@@ -13,7 +13,7 @@ int main() {
     Op@ g = @/*au*/add;
     Counter c;
     Op@ h = /*ot3*/Op(c./*su*/step);
-    int y = /*fu*/f(1, 2) + /*ap*/apply(g, 3) + apply(function(int /*p*/p, int q) { int /*in*/shade = /*pu*/p; return /*inu*/shade + q; }, 4) + /*sh*/shade;
+    int y = /*fu*/f(1, 2) + /*ap*/apply(g, 3) + apply(function(int /*p*/p, int q) { int /*in*/shade = /*pu*/p; return /*inu*/shade + q; }, /*four*/4) + /*sh*/shade;
     /*tw*/total = y + h(1, 1);
     return total;
 }
@@ -44,3 +44,4 @@ int main() {
 //: hover f : Op@ f
 //: hover Op : funcdef int Op(int a, int b)
 //: symbol Op 12
+//: sign four = 1 0 1 : int x
