@@ -138,8 +138,15 @@ RenameResult renameAt(OracleEngine& engine, Meanings& meanings, std::size_t offs
     if (oldName == newName) return result;
     const std::string& text = meanings.index().document().text();
     const std::vector<const NameUse*> uses = meanings.referencesTo(place.family);
-    for (const NameUse* const use : uses)
-        if (meanings.nameOf(*use) == oldName) result.edits.push_back(use->range());
+    for (const NameUse* const use : uses) {
+        const std::string name(meanings.nameOf(*use));
+        if (name != oldName) {
+            result.refusal = {sentences::kUsedAs, {oldName, name}};
+            result.edits.clear();
+            return result;
+        }
+        result.edits.push_back(use->range());
+    }
     const std::string renamed = withEdits(text, result.edits, newName);
     const std::vector<std::size_t> places = placesOf(meanings, oldName, newName);
     const std::vector<int> meant = meaningsOf(meanings, places);

@@ -42,12 +42,13 @@ inline constexpr const char* kBadName = "\"%s\" cannot be a name";
 inline constexpr const char* kDoesNotFit = "\"%s\" does not fit here: %s";
 inline constexpr const char* kOtherCode = "\"%s\" is taken: other code would mean something else";
 inline constexpr const char* kTaken = "\"%s\" is taken where \"%s\" is used";
+inline constexpr const char* kUsedAs = "\"%s\" is used as the property \"%s\"";
 inline constexpr const char* kWriteHere = "Write '%s' here";
 inline constexpr const char* kChangeTo = "Change to \"%s\"";
 
-inline constexpr const char* kAll[] = {kNoName,      kOfLibrary, kNotDeclared, kOfLanguage,
-                                       kOfAccessors, kAccessor,  kBadName,     kDoesNotFit,
-                                       kOtherCode,   kTaken,     kWriteHere,   kChangeTo};
+inline constexpr const char* kAll[] = {
+    kNoName,     kOfLibrary, kNotDeclared, kOfLanguage, kOfAccessors, kAccessor, kBadName,
+    kDoesNotFit, kOtherCode, kTaken,       kUsedAs,     kWriteHere,   kChangeTo};
 
 }  // namespace sentences
 

@@ -29,6 +29,8 @@ constexpr WindowWords kWords[] = {
     {"\"%s\" is taken: other code would mean something else",
      "« %s » est déjà pris : un autre code changerait de sens",
      "«%s» ya se usa: otro código cambiaría de sentido"},
+    {"\"%s\" is used as the property \"%s\"", "« %s » est utilisé comme la propriété « %s »",
+     "«%s» se usa como la propiedad «%s»"},
     {"%d of %d", "%d sur %d", "%d de %d"},
     {"%llu more", "%llu de plus", "%llu más"},
     {"%zu more", "%zu de plus", "%zu más"},
