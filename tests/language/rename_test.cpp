@@ -120,7 +120,8 @@ constexpr Refused kRefused[] = {
     // The property that accessors make has a name of its own; nothing proves a text that is broken.
     {"class P { int $get_n() const property { return 1; } } int main() { P p; return p.n; }",
      "get_m"},
-    {"class P { int $get_n() const property { return 1; } } int main() { P p; return p.n; } int x =",
+    {"class P { int $get_n() const property { return 1; } } int main() { P p; return p.n; } int x "
+     "=",
      "get_m"},
     // No names, and names of the library and of the language.
     {"int $a;", "2a"},
