@@ -1,6 +1,7 @@
 // What the editor does around a script that stands still, beyond the classic debugger.
 #include <exception>
 
+#include "base/system/file_io.h"
 #include "base/text/number_text.h"
 #include "base/text/text_encoding.h"
 #include "editor/script_editor.h"
@@ -60,6 +61,12 @@ bool ScriptEditor::showSource(const std::string& source) {
         return false;
     openTab(source);
     return documents_.findSource(source) == &current();
+}
+
+std::string ScriptEditor::fileOf(const ScriptPlace& place) const {
+    if (!place.source.empty()) return decodeForDisplay(nameOf(place.source));
+    const OpenDocument* const ran = documents_.find(runDocument_);
+    return ran && documents_.count() > 1 ? ran->document.name() : std::string();
 }
 
 void ScriptEditor::showFrame(unsigned frame) {

@@ -27,6 +27,7 @@ class FakeEditorWindow : public EditorWindow {
     std::optional<std::int32_t> line;              ///< chosen in the Go to line dialog
     bool documentsOpen = true;
     std::function<bool()> pump;                      ///< what happens while events are pumped
+    std::function<void()> whileHeld;                 ///< what the user does at a held stop
     std::function<ControlSend(ControlSend)> watch;   ///< put between editor and its control
     std::function<ControlSend(ControlSend)> around;  ///< put between each control and the world
 
@@ -89,6 +90,9 @@ class FakeEditorWindow : public EditorWindow {
     bool pumpEvents() override {
         ++pumps;
         return pump && pump();
+    }
+    void waitWhileHeld(const std::function<bool()>&) override {
+        if (whileHeld) whileHeld();
     }
     void setRunning(bool on) override { running.push_back(on); }
     void endModal() override { ended = true; }

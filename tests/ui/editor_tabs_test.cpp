@@ -230,6 +230,65 @@ TEST_F(EditorTabs, UndoBreakpointsAndMarksStayWithTheirFile) {
     edit(kTour);
 }
 
+TEST_F(EditorTabs, AStopInTheDark) {
+    use(ThemeChoice::dark);
+    openFile("holes.as");
+    type("x");
+    driver.key(WXK_TAB, wxMOD_CONTROL);
+    untilOpen("drill_report.as! holes.as*");
+    breakAt({19});
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 19 in Hole::grade");
+    driver.when("the function", [this] { return tabs()->chooser()->function() == "Hole::grade"; });
+    check([this] {
+        EXPECT_EQ(list(ui::DebugPanel::kStack)->row(1).right, "drill_report.as, line 30");
+    });
+    picture("look-tabs-dark");
+    driver.run([this] { frame()->SetSize(frame()->FromDIP(wxSize(760, 560))); });
+    driver.when("a small window", [this] { return tabs()->GetSize().x < frame()->FromDIP(780); });
+    picture("look-tabs-small");
+    exit();
+    untilBox();
+    driver.key('N');
+    edit(kTour);
+}
+
+TEST_F(EditorTabs, AnExceptionInAnotherFileIsShownThere) {
+    const std::string library = folder.file("library.as");
+    writeFile(library, "int shareOf(int parts) {\n    return 10 / parts;\n}\n");
+    asIScriptModule* const module = engine()->GetModule("library", asGM_ALWAYS_CREATE);
+    const std::string text = readFile(library);
+    module->AddScriptSection(library.c_str(), text.c_str());
+    ASSERT_GE(module->Build(), 0);
+    asIScriptFunction* function = module->GetFunctionByName("shareOf");
+    engine()->RegisterFuncdef("int Share(int parts)");
+    engine()->RegisterGlobalProperty("Share@ share", &function);
+    const std::string script = "int main() {\n    int parts = 0;\n    return share(parts);\n}\n";
+    writeFile(ownFile, script);
+    ready();
+    driver.key(WXK_F5);
+    untilOpen("drill_report.as library.as!");
+    driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    check([this] {
+        EXPECT_EQ(statusText(),
+                  "Stopped: Divide by zero, line 2 in shareOf. F5 lets the script end.");
+        EXPECT_NE(editor()->MarkerGet(1) & 1 << 21, 0);
+    });
+    picture("look-tabs-exception");
+    driver.key('6', wxMOD_CONTROL);
+    driver.key(WXK_DOWN);
+    untilOpen("drill_report.as! library.as");
+    driver.when("the caller's line", [this] { return (editor()->MarkerGet(2) & 1 << 22) != 0; });
+    check([this] { EXPECT_EQ(part<ui::ExceptionBox>(), nullptr); });
+    driver.key(WXK_UP);
+    untilOpen("drill_report.as library.as!");
+    driver.key(WXK_F5);
+    untilOpen("drill_report.as! library.as");
+    untilStatus("Ready");
+    closeBox();
+    edit(script);
+}
+
 TEST_F(EditorTabs, ProblemsAndMatchesAreThoseOfTheFileInView) {
     openFile("holes.as");
     driver.run([this] { editor()->AppendText("int wrong = nothing;\n"); });

@@ -304,6 +304,72 @@ TEST_F(OpenTexts, ClosingTheTextOfARunEndsTheRun) {
     EXPECT_EQ(window->editor.heldTexts(), 1u);
 }
 
+constexpr char kLibrary[] =
+    "int shareOf(int parts) {\n"
+    "    int whole = 10;\n"
+    "    return whole / parts;\n"
+    "}\n";
+
+/// A function of the host's, written in a file of its own, that scripts call.
+class OtherSources : public OpenTexts {
+  protected:
+    OtherSources() {
+        asIScriptModule* const module = engine()->GetModule("library", asGM_ALWAYS_CREATE);
+        module->AddScriptSection(library.c_str(), kLibrary);
+        EXPECT_GE(module->Build(), 0);
+        function = module->GetFunctionByName("shareOf");
+        EXPECT_GE(engine()->RegisterFuncdef("int Share(int parts)"), 0);
+        EXPECT_GE(engine()->RegisterGlobalProperty("Share@ share", &function), 0);
+    }
+    std::string library = make("library.as", kLibrary);
+    asIScriptFunction* function = nullptr;
+};
+
+TEST_F(OtherSources, AStopThereShowsTheirFile) {
+    edit(make("main.as", "int main() {\n    int a = 5;\n\n\n    return share(a);\n}\n"));
+    caretToLine(5);
+    editor().command(command_id::kToggleBreakpoint);
+    editor().functionKey(5);
+    ASSERT_TRUE(editor().debugging());
+    editor().functionKey(12);
+    ASSERT_TRUE(editor().debugging());
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    EXPECT_EQ(editor().status().stoppedLine, 2);
+    EXPECT_TRUE(editor().status().stopInView);
+    EXPECT_EQ(text(), kLibrary);
+    editor().showFrame(1);
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    EXPECT_FALSE(editor().status().stopInView);
+    EXPECT_EQ(editor().fileOf(editor().inspection().stack()[0].place), "library.as");
+    EXPECT_EQ(editor().fileOf(editor().inspection().stack()[1].place), "main.as");
+    editor().showFrame(0);
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().debugging());
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    EXPECT_THAT(marks(), ElementsAre(5));
+}
+
+TEST_F(OtherSources, AnExceptionThereShowsTheirFile) {
+    edit(make("main.as", "int main() {\n    return share(0);\n}\n"));
+    bool wasHeld = false;
+    window->whileHeld = [&] {
+        wasHeld = true;
+        EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+        EXPECT_EQ(editor().status().stoppedLine, 3);
+        EXPECT_TRUE(editor().status().stopInView);
+        editor().command(command_id::kNextTab);
+        EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+        EXPECT_FALSE(editor().status().stopInView);
+        editor().closeTab(editor().shownTab());
+        EXPECT_EQ(editor().tabs().size(), 2u);
+    };
+    editor().functionKey(5);
+    EXPECT_TRUE(wasHeld);
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    EXPECT_THAT(pane(), HasSubstr("Application terminated in run time error."));
+}
+
 TEST_F(OpenTexts, WatchesAndBreakpointsAreRememberedForEachFile) {
     edit(first);
     editor().inspection().addWatch("a");

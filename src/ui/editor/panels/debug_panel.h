@@ -33,6 +33,8 @@ struct DebugPanelActions {
     std::function<void()> switchBreakpoints;
     std::function<void()> closed;
     std::function<void(unsigned frame)> frameChosen;
+    /// The file of a place, where several are open; else empty.
+    std::function<std::string(const ScriptPlace& place)> fileOf;
 };
 
 class DebugPanel : public PaintedWindow {

@@ -39,7 +39,8 @@ ListRow DebugPanel::stackRow(int index) const {
     row.nameStrong = index == 0;
     row.right =
         frame.place.line > 0 ? wxString::Format(words("line %d"), frame.place.line) : wxString();
-    if (!frame.place.source.empty()) row.right = fromUtf8(frame.place.source) + ", " + row.right;
+    const std::string file = actions_.fileOf(frame.place);
+    if (!file.empty()) row.right = fromUtf8(file) + ", " + row.right;
     if (frame.native) row.nameColour = &ThemeTable::secondText;
     if (index == 0) {
         const bool failed = inspection_.isException();

@@ -170,6 +170,7 @@ void Workbench::makeSide() {
         shownStop_ = ~std::uint64_t{0};
         refresh();
     };
+    actions.fileOf = [this](const ScriptPlace& place) { return editor_.fileOf(place); };
     actions.editBreakpoint = [this](int line) { editBreakpoint(line); };
     side_ = new DebugPanel(&frame_, look_, editor_.inspection(), std::move(actions));
     side_->setFolded(settings_.foldedSections);
