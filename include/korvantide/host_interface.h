@@ -122,8 +122,9 @@ KORVANTIDE_API void KORVANTIDE_CALL SetEditedFile(const char* path);
 
 /* The file whose text was in the editor when RunScriptEditor returned, because the user opened or
    saved one or asked for a new text; empty when it was the host's own text; null when no editor was
-   opened. Where the editor had several files open, it is that of the text that the host was given. A host that keeps its texts in files should not write another file's text into its own.
-   Only a module with windows has this function. */
+   opened. Where several files were open, it is that of the text which the host gets. A host that
+   keeps its texts in files should not write another file's text into its own. Only a module with
+   windows has this function. */
 KORVANTIDE_API const char* KORVANTIDE_CALL GetEditedFile(void);
 
 /* How the script editor's window is laid out. */
