@@ -76,8 +76,13 @@ for part in "${parts[@]}"; do
         sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
         typing) suites=(language) choice=(--gtest_filter=*NoStateOfTyping*) &&
             run typing KORVANT_TYPING_STATES=200000 ;;
-        names) suites=(language protocol) choice=(--gtest_filter=Renaming.*:*BrokenTexts*) &&
-            run names KORVANT_EVERY_NAME=1 KORVANT_BROKEN_TEXTS=1 ;;
+        names)
+            suites=(language) choice=(--gtest_filter=Renaming.*) && run names KORVANT_EVERY_NAME=1
+            suites=(protocol) choice=(--gtest_filter=*BrokenTexts*)
+            for piece in 0 1 2 3 4 5 6 7; do
+                run "names-$piece" KORVANT_BROKEN_TEXTS="$piece/8"
+            done
+            ;;
         repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
         storm)
             suites=(robustness) choice=(--gtest_filter=ScriptStorm.*)
