@@ -7,6 +7,5 @@
 
 /// At the head of a test: leaves it out on the distribution's engine, whose compiler would end the
 /// process; there such a text is compiled in a process of its own.
-#define KORVANT_NEEDS_HARDENED_ENGINE()                                                       \
-    if (!::korvant::engineIsHardened()) GTEST_SKIP() << "ends other engines; hosts have the " \
-                                                        "worker"
+#define KORVANT_NEEDS_HARDENED_ENGINE() \
+    if (!::korvant::engineIsHardened()) GTEST_SKIP() << "ends other engines"
