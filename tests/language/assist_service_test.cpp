@@ -16,7 +16,7 @@
 namespace korvant::test {
 namespace {
 
-using Kind = AssistQuestion::Kind;
+using Asked = AssistQuestion::Kind;
 
 const char kScript[] =
     "enum Rock { granite, schist }\n"
@@ -74,7 +74,7 @@ class Asking : public ScriptFixture {
         EXPECT_TRUE(runUntil([&] { return answered; }));
         return found;
     }
-    AssistAnswer askAt(const std::string& before, Kind kind, const std::string& name = {}) {
+    AssistAnswer askAt(const std::string& before, Asked kind, const std::string& name = {}) {
         AssistQuestion question;
         question.kind = kind;
         question.offset = std::string(kScript).find(before) + before.size();
@@ -97,9 +97,9 @@ std::string labels(const AssistAnswer& answer) {
 }
 
 TEST_F(Asking, EveryKindIsAnsweredByTheCompiler) {
-    const std::string members = labels(askAt("metal = first.", Kind::suggestions));
+    const std::string members = labels(askAt("metal = first.", Asked::suggestions));
     EXPECT_EQ(members, " grade weighed ");
-    const AssistAnswer names = askAt("    Pri", Kind::suggestions);
+    const AssistAnswer names = askAt("    Pri", Asked::suggestions);
     EXPECT_NE(labels(names).find(" StrSize "), std::string::npos);
     EXPECT_NE(labels(names).find(" first "), std::string::npos);
     const auto strChr =
@@ -108,24 +108,24 @@ TEST_F(Asking, EveryKindIsAnsweredByTheCompiler) {
     ASSERT_NE(strChr, names.suggestions.end());
     EXPECT_NE(strChr->documentation.find("```"), std::string::npos) << "the library's own example";
 
-    const AssistAnswer call = askAt("first.weighed(", Kind::signatures);
+    const AssistAnswer call = askAt("first.weighed(", Asked::signatures);
     ASSERT_EQ(call.signatures.all.size(), 1u);
     EXPECT_EQ(call.signatures.all[0].label, "double Sample::weighed(double by) const");
     EXPECT_EQ(call.signatures.all[0].parameters.size(), 1u);
-    const AssistAnswer help = askAt("    Samp", Kind::hover);
+    const AssistAnswer help = askAt("    Samp", Asked::hover);
     ASSERT_TRUE(help.hover);
     EXPECT_EQ(help.hover->documentation, "One sample.");
-    const AssistAnswer place = askAt("first.weig", Kind::definition);
+    const AssistAnswer place = askAt("first.weig", Asked::definition);
     ASSERT_EQ(place.places.size(), 1u);
     EXPECT_EQ(place.places[0].begin, std::string(kScript).find("weighed"));
-    EXPECT_EQ(askAt("return gra", Kind::references).places.size(), 2u);
-    EXPECT_EQ(askAt("    Prin", Kind::definition).refusal.text(),
+    EXPECT_EQ(askAt("return gra", Asked::references).places.size(), 2u);
+    EXPECT_EQ(askAt("    Prin", Asked::definition).refusal.text(),
               "\"Print\" belongs to the library");
-    EXPECT_EQ(askAt("double met", Kind::rename, "ore").places.size(), 2u);
-    EXPECT_NE(askAt("double met", Kind::rename, "first").refusal.text(), "");
-    EXPECT_NE(askAt("    Prin", Kind::renamePlace).refusal.text(), "");
+    EXPECT_EQ(askAt("double met", Asked::rename, "ore").places.size(), 2u);
+    EXPECT_NE(askAt("double met", Asked::rename, "first").refusal.text(), "");
+    EXPECT_NE(askAt("    Prin", Asked::renamePlace).refusal.text(), "");
     AssistQuestion colours;
-    colours.kind = Kind::colours;
+    colours.kind = Asked::colours;
     colours.end = 1'000'000;
     EXPECT_GT(ask(kScript, colours).colours.size(), 10u);
 }
@@ -134,7 +134,7 @@ TEST_F(Asking, RepairsMendWhatTheCompilerSays) {
     std::string broken = kScript;
     broken.replace(broken.find("metal);"), 7, "metl);");
     AssistQuestion question;
-    question.kind = Kind::repairs;
+    question.kind = Asked::repairs;
     question.problem.line = 10;
     question.problem.column = 16;
     question.problem.text = "No matching symbol 'metl'";
@@ -148,7 +148,7 @@ TEST_F(Asking, OfWaitingQuestionsOfAKindTheNewestIsAnswered) {
     int answered = 0, last = 0;
     for (int i = 1; i <= 50; ++i) {
         AssistQuestion question;
-        question.kind = Kind::hover;
+        question.kind = Asked::hover;
         question.offset = static_cast<std::uint64_t>(i);
         service_->ask(text, question, [&, i](const AssistAnswer*) {
             ++answered;
@@ -187,7 +187,7 @@ TEST_F(Asking, BrokenTextsAreAnsweredEverywhere) {
         const std::string text =
             whole.substr(0, cut) + whole.substr(std::min(cut + 5, whole.size()));
         AssistQuestion question;
-        question.kind = static_cast<Kind>(kind++ % AssistQuestion::kKinds);
+        question.kind = static_cast<Asked>(kind++ % AssistQuestion::kKinds);
         question.offset = question.end = cut;
         question.name = "other";
         question.problem.line = 2;
