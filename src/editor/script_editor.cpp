@@ -318,15 +318,17 @@ bool ScriptEditor::takeTextForHost() {
     return bytes.has_value();
 }
 
-/// The host has its own text; for every other one that is not saved there is a copy.
+/// The host has its own text; for every other one that is not saved there is a copy, as far as
+/// memory lasts.
 void ScriptEditor::leave(bool delivers) {
     left_ = true;
-    for (std::size_t i = 0; i < documents_.count(); ++i) {
-        OpenDocument& one = documents_.at(i);
-        documents_.show(one);
-        rememberFile();
-        one.recovery.closing(delivers && one.id == hostDocument_ && one.document.path().empty());
-    }
+    for (std::size_t i = 0; i < documents_.count(); ++i)
+        guarded([this, &one = documents_.at(i), delivers] {
+            documents_.show(one);
+            rememberFile();
+            const bool isHosts = one.id == hostDocument_ && one.document.path().empty();
+            one.recovery.closing(delivers && isHosts);
+        });
     debugger_.close();
 }
 

@@ -239,6 +239,30 @@ TEST_F(Assisting, HoverShowsValuesWhileStoppedAndHelpOtherwise) {
     EXPECT_EQ(service.waiting.size(), 1u);
 }
 
+TEST_F(Assisting, EachTextHasItsOwnWayBackAndGetsNoAnswerAboutAnother) {
+    assist.textExchanged(1);
+    editor.replaceText("int first;");
+    caretTo(7);
+    assist.leavingPlace();
+    caretTo(0);
+    type("Str");
+    const auto late = service.waiting.back();
+    const auto notify = std::exchange(control.notify, nullptr);
+    editor.replaceText("int second;");
+    control.notify = notify;
+    assist.textExchanged(2);
+    AssistAnswer found;
+    found.suggestions = {named("StrSize")};
+    late.answered(&found);
+    EXPECT_TRUE(view.suggested.empty());
+    EXPECT_EQ(*assist.text(), "int second;");
+    assist.goBack();
+    EXPECT_TRUE(view.wentTo.empty());
+    assist.textExchanged(1);
+    assist.goBack();
+    EXPECT_THAT(view.wentTo, ElementsAre(10u));
+}
+
 TEST_F(Assisting, DeclarationIsGoneToAndBackFrom) {
     editor.replaceText("int a;\nint b = a;\n");
     caretTo(15);
