@@ -2,6 +2,8 @@
 #include <wx/textctrl.h>
 #include <wx/tooltip.h>
 
+#include "base/system/user_folders.h"
+#include "editor/document/recovery_store.h"
 #include "editor_full_window.h"
 #include "ui/editor/assist/choice_box.h"
 #include "ui/editor/editor_file_dialog.h"
@@ -333,6 +335,37 @@ TEST_F(EditorTabs, ExitAsksForEachChangedFile) {
     driver.key('N');
     EXPECT_EQ(edit(kTour), kTour);
     EXPECT_EQ(readFile(ownFile), std::string("a") + kTour);
+    EXPECT_EQ(readFile(folder.file("holes.as")), kHoles);
+}
+
+TEST_F(EditorTabs, EveryUnsavedTextOfACrashComesBack) {
+    const auto leave = [](const std::string& path, const std::string& text, std::int64_t time) {
+        RecoveryRecord record;
+        record.path = path;
+        record.text = text;
+        record.time = time;
+        RecoveryStore store(systemFiles(), userDataFolder() + "/recovery");
+        EXPECT_EQ(store.keepCurrent(record), 0);
+    };
+    leave(ownFile, "// the report\n", 2);
+    leave(folder.file("holes.as"), "// the holes\n", 1);
+    untilBox();
+    driver.key('Y');
+    untilTitle("Script Editor - drill_report.as*");
+    untilBox();
+    driver.key('Y');
+    untilOpen("drill_report.as* holes.as*!");
+    check([this] { EXPECT_EQ(text(), "// the holes\n"); });
+    driver.key(WXK_TAB, wxMOD_CONTROL);
+    untilText("// the report\n");
+    exit();
+    untilBox();
+    driver.key('Y');
+    untilOpen("drill_report.as holes.as*!");
+    untilBox();
+    driver.key('N');
+    edit(kTour);
+    EXPECT_EQ(readFile(ownFile), "// the report\n");
     EXPECT_EQ(readFile(folder.file("holes.as")), kHoles);
 }
 
