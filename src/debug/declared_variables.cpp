@@ -79,8 +79,11 @@ std::optional<DeclaredVariables::Seen> DeclaredVariables::seenAt(std::int32_t li
                                                                  std::size_t nth,
                                                                  std::size_t count) const {
     if (line < 1 || column < 1) return std::nullopt;
-    const std::size_t place = placeOf(line, column);
-    const int function = index_.functionAt(place);
+    std::size_t place = placeOf(line, column);
+    int function = index_.functionAt(place);
+    // The last statement of a function is the place behind its brace.
+    if (place > 0 && text()[place - 1] == '}' && index_.functionAt(place - 1) != function)
+        function = index_.functionAt(--place);
     std::vector<const Declaration*> named;
     for (const int i : ofFunction(function))
         if (declaration(i).name == name) named.push_back(&declaration(i));

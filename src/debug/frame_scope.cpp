@@ -56,10 +56,11 @@ bool FrameScope::begun() const {
     return level_ > 0 || context_->GetState() == asEXECUTION_EXCEPTION;
 }
 
-bool FrameScope::isKnown(asUINT index) const {
+/// `declared`: by an earlier statement.
+FrameScope::Known FrameScope::known(asUINT index) const {
     const std::string_view name = localName(index);
-    if (name.empty()) return false;
-    const bool byCode = context_->IsVarInScope(index, level_);
+    if (name.empty()) return Known::no;
+    const Known byCode = context_->IsVarInScope(index, level_) ? Known::yes : Known::no;
     if (text_ == nullptr) return byCode;
     std::size_t nth = 0;
     std::size_t count = 0;
@@ -71,8 +72,8 @@ bool FrameScope::isKnown(asUINT index) const {
     }
     const auto seen = text_->variables().seenAt(line_, column_, name, nth, count);
     if (!seen) return byCode;
-    if (*seen == DeclaredVariables::Seen::declaredThere) return begun() && byCode;
-    return *seen == DeclaredVariables::Seen::yes;
+    if (*seen == DeclaredVariables::Seen::declaredThere) return begun() ? byCode : Known::no;
+    return *seen == DeclaredVariables::Seen::yes ? Known::declared : Known::no;
 }
 
 bool FrameScope::notYetSet(std::string_view name) const {
@@ -96,8 +97,12 @@ NamedValue FrameScope::local(asUINT index) const {
     found.declaration = orEmpty(context_->GetVarDeclaration(index, level_, true));
     found.value.typeId = context_->GetVarTypeId(index, level_);
     found.value.constant = isConstant(found.declaration, found.value.typeId);
-    if (!notYetSet(found.name)) found.value.address = context_->GetAddressOfVar(index, level_);
+    const bool declared = known(index) == Known::declared;
+    // Of two with one name the inner one may be declared there.
+    if (declared || !notYetSet(found.name))
+        found.value.address = context_->GetAddressOfVar(index, level_);
     found.value.unset = found.value.address != nullptr && neverSet(found);
+    found.value.gone = found.value.address == nullptr && declared;
     return found;
 }
 

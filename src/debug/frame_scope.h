@@ -17,6 +17,7 @@ struct TypedValue {
     void* address = nullptr;  ///< of the value; of the pointer for a handle; null: not yet set
     bool constant = false;
     bool unset = false;  ///< a variable of a plain type that nothing has set: it may be, not read
+    bool gone = false;   ///< an object whose block is being left: it has been destroyed
 };
 
 /// A variable, a member of the frame's object, or a global variable.
@@ -61,7 +62,9 @@ class FrameScope {
 
   private:
     std::string_view localName(asUINT index) const;
-    bool isKnown(asUINT index) const;
+    enum class Known { no, yes, declared };
+    Known known(asUINT index) const;
+    bool isKnown(asUINT index) const { return known(index) != Known::no; }
     bool begun() const;
     NamedValue local(asUINT index) const;
     bool notYetSet(std::string_view name) const;

@@ -11,6 +11,7 @@
 namespace korvant {
 
 inline constexpr char kNotYetSet[] = "not yet set";
+inline constexpr char kGone[] = "gone";
 inline constexpr char kNull[] = "null";
 
 /// "..." with \" \\ \n \t \r escaped; bytes that are no text, and other control characters, as

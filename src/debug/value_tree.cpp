@@ -22,6 +22,7 @@ struct Child {
     const void* owner = nullptr;  ///< of a part
     std::uint64_t part = 0;
     bool heading = false;
+    asUINT variable = 0;  ///< tells variables of one name apart; 0 for anything else
 };
 
 struct Node {
@@ -54,6 +55,7 @@ struct ValueTree::Impl {
     SetVariables* set = nullptr;
 
     StoppedScript script() const { return StoppedScript(*engine); }
+    static std::string pathOf(const Node& parent, const Child& child);
     ValueNode add(Node node);
     std::string framePath(unsigned level) const;
     ValueNode nodeFor(const std::string& path, const Child& child, const ValueView& value);
@@ -62,6 +64,7 @@ struct ValueTree::Impl {
     void fillRegistered(Node& node, const asITypeInfo& type, const ValueView& value) const;
     void fillParts(Node& node, const TypeView& view, const void* object) const;
     Child childAt(const Node& node, std::uint64_t index) const;
+    bool childNamed(ValueNode node, std::string_view name, Child& found) const;
     std::uint64_t countOf(const Node& node) const {
         return node.named.size() + node.array.elements;
     }
@@ -122,6 +125,12 @@ void ValueTree::touch(const void* variable) {
             if (child.value.address == variable) child.value.unset = false;
 }
 
+std::string ValueTree::Impl::pathOf(const Node& parent, const Child& child) {
+    std::string path = parent.path + "/" + child.name;
+    if (child.variable > 0) path += "#" + std::to_string(child.variable);
+    return path;
+}
+
 ValueNode ValueTree::Impl::add(Node node) {
     const auto known = byPath.find(node.path);
     if (known != byPath.end()) return known->second;
@@ -160,8 +169,11 @@ ValueNode ValueTree::scope(ValueScope which, unsigned level) {
             values = names.globals();
             break;
     }
-    for (NamedValue& value : values)
-        node.named.push_back({value.name, prefix + value.name, value.value, nullptr, 0, false});
+    for (NamedValue& value : values) {
+        const asUINT variable = which == ValueScope::locals ? value.index + 1 : 0;
+        node.named.push_back(
+            {value.name, prefix + value.name, value.value, nullptr, 0, false, variable});
+    }
     return impl_->add(std::move(node));
 }
 
@@ -192,7 +204,7 @@ std::vector<DebugValue> ValueTree::children(ValueNode node, std::uint64_t start,
     for (std::uint64_t i = begin; i < end && i - begin < most; ++i) {
         const Child child = impl_->childAt(parent, i);
         found.push_back(
-            impl_->describe(parent.path + "/" + child.name, parent.viewed, child, format));
+            impl_->describe(impl_->pathOf(parent, child), parent.viewed, child, format));
     }
     return found;
 }
@@ -226,8 +238,9 @@ void ValueTree::Impl::describeValue(DebugValue& shown, const std::string& path, 
     const ValueView view = reader.view(value.typeId, value.address);
     shown.type = typeText(*engine, value.typeId, view);
     const bool there = value.address != nullptr && !value.unset;
-    std::string text =
-        there ? valueText(*engine, reader, view, {false, format.longest}) : std::string(kNotYetSet);
+    std::string text = there        ? valueText(*engine, reader, view, {false, format.longest})
+                       : value.gone ? std::string(kGone)
+                                    : std::string(kNotYetSet);
     shown.value = there && format.hex ? valueText(*engine, reader, view, format) : text;
     shown.settable = value.address != nullptr && !value.constant;
     shown.node = there ? nodeFor(path, child, view) : 0;
@@ -332,17 +345,17 @@ void ValueTree::Impl::fillParts(Node& node, const TypeView& view, const void* ob
 
 DebugValue ValueTree::show(const ValueTarget& value, std::string name, const ValueFormat& format) {
     if (impl_->engine == nullptr) return {};
-    const Child child{std::move(name), value.evaluateName, value.value,
-                      value.owner,     value.part,         false};
+    const Child child{
+        std::move(name), value.evaluateName, value.value, value.owner, value.part, false, 0};
     // The same expression may give another object each time.
     const auto address = reinterpret_cast<std::uintptr_t>(value.value.address);
     const std::string path = "=" + value.evaluateName + "@" + std::to_string(address);
     return impl_->describe(path, value.ownerType, child, format);
 }
 
-bool ValueTree::target(ValueNode node, std::string_view name, ValueTarget& found) const {
-    if (!knows(node)) return false;
-    const Node& parent = impl_->nodes[node];
+bool ValueTree::Impl::childNamed(ValueNode node, std::string_view name, Child& found) const {
+    if (node == 0 || node >= nodes.size()) return false;
+    const Node& parent = nodes[node];
     std::uint64_t index = 0;
     const auto named = std::find_if(parent.named.begin(), parent.named.end(),
                                     [name](const Child& child) { return child.name == name; });
@@ -352,21 +365,27 @@ bool ValueTree::target(ValueNode node, std::string_view name, ValueTarget& found
         index += parent.named.size();
     else
         return false;
-    const Child child = impl_->childAt(parent, index);
-    found = {child.value, child.owner, parent.viewed, child.part, child.evaluateName, {}};
+    found = childAt(parent, index);
+    return true;
+}
+
+bool ValueTree::target(ValueNode node, std::string_view name, ValueTarget& found) const {
+    Child child;
+    if (!impl_->childNamed(node, name, child)) return false;
+    found = {child.value, child.owner,        impl_->nodes[node].viewed,
+             child.part,  child.evaluateName, {}};
     if (child.owner == nullptr) found.why = whyNotSettable(child.value);
     return true;
 }
 
 bool ValueTree::child(ValueNode node, std::string_view name, DebugValue& found,
                       const ValueFormat& format) {
-    ValueTarget target;
-    if (!this->target(node, name, target)) return false;
-    const std::string path = impl_->nodes[node].path;
+    Child child;
+    if (!impl_->childNamed(node, name, child)) return false;
+    // describe() adds nodes, which moves them.
+    const std::string path = impl_->pathOf(impl_->nodes[node], child);
     const asITypeInfo* const viewed = impl_->nodes[node].viewed;
-    const Child child{std::string(name), target.evaluateName, target.value,
-                      target.owner,      target.part,         false};
-    found = impl_->describe(path + "/" + child.name, viewed, child, format);
+    found = impl_->describe(path, viewed, child, format);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "host/engine/active_context.h"
 #include "host/engine/array_type.h"
@@ -33,8 +34,10 @@ ScriptArray::ScriptArray(ArrayType& type) noexcept : type_(type) {
 }
 
 ScriptArray::~ScriptArray() {
+    // A destructor of the script may run, and a debugger look at what is left.
     if (type_.holdsPointers())
-        for (asUINT i = 0; i < size_; ++i) type_.releaseObject(*reinterpret_cast<void**>(place(i)));
+        for (asUINT i = 0; i < size_; ++i)
+            type_.releaseObject(std::exchange(*reinterpret_cast<void**>(place(i)), nullptr));
     std::free(data_);
     memoryBudget.release(sizeof(ScriptArray) + std::size_t{capacity_} * type_.width);
     asITypeInfo* const type = type_.type;
