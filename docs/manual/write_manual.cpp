@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/assist/manual_place.h"
 #include "module/families.h"
 
 namespace fs = std::filesystem;
@@ -54,17 +55,6 @@ void writeFile(const fs::path& path, const std::string& text) {
         throw std::runtime_error("cannot write " + path.string());
 }
 
-std::string slug(const std::string& title) {
-    std::string result;
-    for (const char c : title) {
-        if (std::isalnum(static_cast<unsigned char>(c)))
-            result += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        else if (!result.empty() && result.back() != '-')
-            result += '-';
-    }
-    return result;
-}
-
 /// "StrFind" of "int StrFind( string &in, string &in )".
 std::string nameIn(const std::string& declaration) {
     const auto end = declaration.find_last_not_of(' ', declaration.find('(') - 1) + 1;
@@ -100,7 +90,7 @@ std::vector<Page> referencePages() {
         if (page == pages.end()) {
             const std::string title = family.title;
             pages.push_back(
-                {"ref-" + slug(title) + ".html", title, "<h1>" + escaped(title) + "</h1>\n", true});
+                {"ref-" + korvant::manualSlug(title) + ".html", title, "<h1>" + escaped(title) + "</h1>\n", true});
             page = pages.end() - 1;
         }
         for (const auto& row : family.rows) appendRow(*page, row);
@@ -181,7 +171,8 @@ std::string document(const std::vector<Page>& pages, const Page& page) {
 
 std::vector<Page> guidePages(const fs::path& fragments, const fs::path& images) {
     std::vector<Page> pages;
-    for (const char* name : {"index", "tutorial", "editor", "language", "debugging", "forms"}) {
+    for (const char* name :
+         {"index", "tutorial", "editor", "language", "debugging", "exceptions", "forms"}) {
         const std::string body = readFile(fragments / (std::string(name) + ".html"));
         pages.push_back({std::string(name) + ".html", titleOf(body), withImages(body, images)});
     }

@@ -1,11 +1,9 @@
 #include "editor/script_editor.h"
 
-#include <cctype>
-
 #include "base/system/file_io.h"
 #include "base/system/user_folders.h"
 #include "base/text/text_encoding.h"
-#include "editor/assist/suggestion_list.h"
+#include "editor/assist/manual_place.h"
 #include "editor/assist/tour_script.h"
 #include "editor/control/control_setup.h"
 
@@ -368,31 +366,16 @@ void ScriptEditor::gotoLine() {
         search_->gotoLine(*line);
 }
 
-namespace {
-
-/// "ref-strings.html#StrFind", as the manual names its pages; empty for what is not in it.
-std::string manualPlaceOf(std::span<const FunctionFamily> families, const std::string& function) {
-    for (const FunctionFamily& family : families)
-        for (const FunctionRow& row : family.rows) {
-            if (partsOf(row.declaration, function).name.empty()) continue;
-            std::string place = "ref-";
-            for (const char* at = family.title; *at != 0; ++at) {
-                const bool letter = std::isalnum(static_cast<unsigned char>(*at)) != 0;
-                if (letter)
-                    place += static_cast<char>(std::tolower(static_cast<unsigned char>(*at)));
-                else if (place.back() != '-')
-                    place += '-';
-            }
-            return place + ".html#" + function;
-        }
-    return {};
+void ScriptEditor::helpAt(const std::string& function) {
+    openManual(manualPlaceOf(families_, function));
 }
 
-}  // namespace
+void ScriptEditor::helpOnException() {
+    openManual(exceptionPlace(inspection_.stop().text));
+}
 
-void ScriptEditor::helpAt(const std::string& function) {
+void ScriptEditor::openManual(const std::string& place) {
     const std::string page = manualPage(programFolder_);
-    const std::string place = manualPlaceOf(families_, function);
     const std::string folder = page.substr(0, page.find_last_of("/\\") + 1);
     if (!place.empty() && window_.openDocument(folder + place)) return;
     if (window_.openDocument(page)) return;

@@ -174,6 +174,8 @@ class ScriptEditor {
     const Diagnostic* problemAtCaret() const;
     /// Opens the manual at a function of the library; at its beginning for any other name.
     void helpAt(const std::string& function);
+    /// Opens it at what it says of the exception that the script stands at.
+    void helpOnException();
 
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
@@ -280,6 +282,7 @@ class ScriptEditor {
     void noteBuild();
     const ColouredNames& libraryNames();
     void repeatSearch(bool forward);
+    void openManual(const std::string& place);
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
     bool takeTextForHost();

@@ -263,7 +263,7 @@ bool Workbench::takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l
 }
 
 void Workbench::explainException() {
-    command_(command_id::kHelp);
+    editor_.helpOnException();
 }
 
 void Workbench::copyException() {
