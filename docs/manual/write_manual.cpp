@@ -89,8 +89,8 @@ std::vector<Page> referencePages() {
                                  [&](const Page& p) { return p.title == family.title; });
         if (page == pages.end()) {
             const std::string title = family.title;
-            pages.push_back(
-                {"ref-" + korvant::manualSlug(title) + ".html", title, "<h1>" + escaped(title) + "</h1>\n", true});
+            pages.push_back({"ref-" + korvant::manualSlug(title) + ".html", title,
+                             "<h1>" + escaped(title) + "</h1>\n", true});
             page = pages.end() - 1;
         }
         for (const auto& row : family.rows) appendRow(*page, row);

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/system/user_folders.h"
+#include "editor/control/fold_levels.h"
 #include "editor/script_editor.h"
 
 namespace korvant {
@@ -60,7 +61,8 @@ void ScriptEditor::recallFile() {
 void ScriptEditor::recallView(const RememberedFile& file) {
     TextView view;
     for (const std::int32_t line : file.folds) view.folds.push_back(line - 1);
-    if (!view.folds.empty()) editor_.send(sci::kColourise, 0, std::intptr_t{-1});
+    if (!view.folds.empty())
+        foldBySyntax(editor_, ScopeIndex(editor_.text().value_or(std::string())));
     const ControlLine caret{std::min(file.caretLine, editor_.lineCount()) - 1};
     const int start = editor_.lineStart(caret);
     view.anchor = view.caret = std::min(start + file.caretByte, editor_.lineEnd(caret));

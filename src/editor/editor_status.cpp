@@ -16,6 +16,14 @@ void ScriptEditor::noteStop(EditorStatus& status) const {
     status.stopInView = lineInView(place) > 0;
 }
 
+/// Of the time that is allowed: a question to the user stops it, and it begins anew behind that.
+std::uint32_t ScriptEditor::millisecondsUsed() const {
+    Clock& clock = *session_.services().clock;
+    if (session_.maxRunTime() == 0)
+        return static_cast<std::uint32_t>(clock.monotonic() - runBegan_);
+    return session_.interacting() ? 0 : clock.tick() - session_.limitBegan();
+}
+
 EditorStatus ScriptEditor::status() const {
     EditorStatus status;
     const int caret = editor_.caret();
@@ -36,9 +44,8 @@ EditorStatus ScriptEditor::status() const {
         noteStop(status);
     } else if (debugger_.busy()) {
         status.run = EditorStatus::Run::running;
-        status.runMilliseconds =
-            static_cast<std::uint32_t>(session_.services().clock->monotonic() - runBegan_);
         status.limitMilliseconds = session_.maxRunTime();
+        status.runMilliseconds = millisecondsUsed();
     } else if (debugger_.debugging()) {
         status.run = EditorStatus::Run::stopped;
         noteStop(status);

@@ -17,8 +17,9 @@ struct EditorStatus {
     std::string encoding;
     bool modified = false;
     bool canUndo = false, canRedo = false;
-    int zoom = 100;                       ///< in percent of the usual size
-    std::uint32_t runMilliseconds = 0;    ///< since the run began
+    int zoom = 100;  ///< in percent of the usual size
+    std::uint32_t runMilliseconds =
+        0;  ///< of the time allowed; without a limit since the run began
     std::uint32_t limitMilliseconds = 0;  ///< 0: none
     bool operator==(const EditorStatus&) const = default;
 };

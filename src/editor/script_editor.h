@@ -278,6 +278,7 @@ class ScriptEditor {
     void planBreakpoints();
     void toggleBreakpointAt(std::int32_t line);
     bool hasWords(ControlLine line) const;
+    std::uint32_t millisecondsUsed() const;
     std::unique_ptr<AttentionClock> breathe();
     void noteBuild();
     const ColouredNames& libraryNames();

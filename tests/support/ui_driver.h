@@ -89,6 +89,10 @@ class UiDriver {
 
 /// Writes a picture of the screen.
 void saveScreen(const std::string& path);
+/// The same of what shows of a window, without the frame that a window manager puts around it.
+void saveWindow(wxWindow& window, const std::string& path);
+/// Everything inside that frame gets this size.
+void resizeContent(wxTopLevelWindow& window, wxSize size);
 /// A menu is open and takes the keys.
 bool menuIsOpen();
 /// The control with the keyboard is marked in this window.

@@ -11,6 +11,14 @@ void saveScreen(const std::string& path) {
     keepScreen(path);
 }
 
+void saveWindow(wxWindow&, const std::string& path) {
+    keepScreen(path);
+}
+
+void resizeContent(wxTopLevelWindow& window, wxSize size) {
+    window.SetClientSize(size);
+}
+
 bool menuIsOpen() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;

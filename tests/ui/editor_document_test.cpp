@@ -23,6 +23,7 @@ class EditorDocuments : public EditorWindowTest {
 
 TEST_F(EditorDocuments, CloseBoxReturnsTheTextAndExitDoesNot) {
     type("x");
+    driver.when("the letter", [this] { return text().front() == 'x'; });
     closeBox();
     EXPECT_EQ(edit(kScript), std::string("x") + kScript);
 }
@@ -123,6 +124,7 @@ TEST_F(EditorDocuments, FileThatDoesNotExistYetIsWrittenAtTheEnd) {
     ownFile = folder.file("new.as");
     untilTitle("Script Editor - new.as");
     type("x");
+    driver.when("the letter", [this] { return text().front() == 'x'; });
     closeBox();
     edit("");
     EXPECT_EQ(readFile(ownFile), "x");

@@ -96,6 +96,8 @@ enum Message : unsigned {
     kCallTipSetForeHlt = 2207,
     kVisibleFromDocLine = 2220,
     kDocLineFromVisible = 2221,
+    kSetFoldLevel = 2222,
+    kGetFoldLevel = 2223,
     kToggleFold = 2231,
     kFoldLine = 2237,
     kSetFirstVisibleLine = 2613,
@@ -136,10 +138,12 @@ enum Message : unsigned {
     kAutoCSetOrder = 2660,
     kCountCharacters = 2633,
     kPositionRelative = 2670,
+    kSetAutomaticFold = 2663,
     kSetLexer = 4001,
     kColourise = 4003,
     kSetProperty = 4004,
     kSetKeywords = 4005,
+    kGetPropertyInt = 4010,
 };
 
 /// Notifications.

@@ -354,7 +354,10 @@ std::string ConsoleCanvas::selectedText() const {
 }
 
 void ConsoleCanvas::copy() {
-    if (hasSelection()) copyToClipboard(fromUtf8(selectedText()));
+    if (hasSelection())
+        copyToClipboard(fromUtf8(selectedText()));
+    else if (copiesAll_)
+        copyToClipboard(fromUtf8(grid_.text()));
 }
 
 void ConsoleCanvas::paste(bool primarySelection) {

@@ -47,7 +47,9 @@ class ConsoleCanvas : public wxWindow {
 
     bool hasSelection() const { return selection().has_value(); }
     std::string selectedText() const;  ///< UTF-8
+    /// What is selected; with nothing selected nothing, or everything where that is wanted.
     void copy();
+    void setCopiesAll(bool all) { copiesAll_ = all; }
     void paste(bool primarySelection = false);
     void selectAll();
     void scrollTo(std::int64_t firstLine);
@@ -83,6 +85,7 @@ class ConsoleCanvas : public wxWindow {
     std::optional<Selection> selection() const;
     void select(ConsolePlace from, ConsolePlace to);
 
+    bool copiesAll_ = false;
     const ConsoleGrid& grid_;
     wxScrollBar& bar_;
     ConsoleColours colours_ = consoleColours();

@@ -174,6 +174,8 @@ void CEditorDlg::onKey(wxKeyEvent& event) {
     const std::optional<KeyPress> key = keyPressOf(event);
     const bool inText = editorControl_ && FindFocus() == editorControl_;
     if (key && inText && workbench_ && workbench_->takesKey(*key)) return;
+    const bool isTab = event.GetKeyCode() == WXK_TAB && !event.ControlDown() && !event.AltDown();
+    if (isTab && workbench_ && workbench_->tab(event.ShiftDown())) return;
     const EditorCommand* record = key ? commandOfKey(*key, inText) : nullptr;
     if (workbench_ && workbench_->keyIsForConsole(event, record)) return event.Skip();
     if (record && workbench_ && workbench_->takesCommand(record->id)) return;
@@ -196,6 +198,7 @@ void CEditorDlg::onContextMenu(wxContextMenuEvent& event) {
     const wxPoint place = asked == wxDefaultPosition
                               ? editorControl_->PointFromPosition(editorControl_->GetCurrentPos())
                               : editorControl_->ScreenToClient(asked);
+    if (asked != wxDefaultPosition && workbench_ && workbench_->marginMenu(place)) return;
     menus_.showContextMenu(*editorControl_, place);
 }
 

@@ -54,11 +54,15 @@ void makeEdgeGrip(wxWindow& window, wxDirection edge, std::function<void(int)> d
     window.Bind(wxEVT_LEFT_DOWN, [&window, grip](wxMouseEvent& event) {
         if (!grip->contains(window, event.GetPosition())) return event.Skip();
         grip->dragging = true;
-        grip->last = grip->pointer();
+        const wxPoint pressed =
+            window.ClientToScreen(event.GetPosition());  // it may be elsewhere now
+        grip->last = grip->horizontal() ? pressed.x : pressed.y;
         window.CaptureMouse();
     });
     window.Bind(wxEVT_LEFT_UP, [&window, grip](wxMouseEvent& event) {
-        if (!std::exchange(grip->dragging, false)) return event.Skip();
+        if (!grip->dragging) return event.Skip();
+        move(window, *grip, event);  // where it was let go may not have been told
+        grip->dragging = false;
         if (window.HasCapture()) window.ReleaseMouse();
     });
     window.Bind(wxEVT_MOUSE_CAPTURE_LOST,

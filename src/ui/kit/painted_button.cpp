@@ -101,6 +101,12 @@ void PaintedButton::paintBack(wxGraphicsContext& context) {
         context.DrawRoundedRectangle(0.5, 0.5, all.width - 1, all.height - 1, dip(5));
     }
     if (kind_ == Kind::link || !IsEnabled()) return;
+    if (kind_ == Kind::option && toggled_) {
+        context.SetPen(wxPen(colourOf(look()->accent)));
+        context.SetBrush(wxBrush(colourOf(look()->selected)));
+        context.DrawRoundedRectangle(0.5, 0.5, all.width - 1, all.height - 1, dip(4));
+        return;
+    }
     if (toggled_ || down_)
         rounded(context, all, FromDIP(kRadius), look()->pressed);
     else if (hovered() && kind_ != Kind::framed)
@@ -120,6 +126,7 @@ void PaintedButton::paint(wxGraphicsContext& context) {
         icon((size.x - dip(kIcon)) / 2);
     } else {
         double x = dip(kind_ == Kind::link ? 0 : face_.icon && !face_.endIcon ? kLeft : kRight);
+        if (kind_ == Kind::option) x = (size.x - textWidth(*this, face_.label, look().plain)) / 2.0;
         if (face_.icon && !face_.endIcon) {
             icon(x);
             x += dip(kIcon + kGap);

@@ -13,6 +13,7 @@ class PaintedButton : public PaintedWindow {
         plain,   ///< no edge; a shade under the pointer
         main,    ///< the one thing to press next
         framed,  ///< an edge of its own
+        option,  ///< inside a field; while it is on, in the accent's colour
         link,    ///< text in the accent's colour
         danger   ///< text in the colour of errors
     };

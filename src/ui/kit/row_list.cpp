@@ -192,7 +192,8 @@ void RowList::paintCheck(wxGraphicsContext& context, bool checked, int y) const 
 }
 
 int RowList::paintName(wxGraphicsContext& context, const ListRow& item, int y, int limit) {
-    const int x = dip(metrics_.nameX + metrics_.indent * item.depth);
+    const int x =
+        dip((item.heading ? metrics_.iconX : metrics_.nameX) + metrics_.indent * item.depth);
     const wxFont& font = item.nameCode     ? look().code
                          : item.nameStrong ? look().strong
                                            : look().plain;
@@ -265,7 +266,7 @@ void RowList::paint(wxGraphicsContext& context) {
     int y = dip(metrics_.top);
     for (int i = first_; i < rows && y < size.y; ++i, y += rowHeight()) paintRow(context, i, y);
     if (rows == 0)
-        text(context, emptyText_, look().plain, look()->secondText, dip(metrics_.nameX),
+        text(context, emptyText_, look().plain, look()->secondText, dip(metrics_.emptyX),
              dip(metrics_.top), rowHeight());
     if (rows == 0 && focused()) focusMark(context, wxRect(size));
     paintScrollBar(context);

@@ -16,6 +16,7 @@ struct ListRow {
     std::optional<bool> check;
     std::optional<Icon> icon;
     Rgb ThemeTable::*iconColour = &ThemeTable::secondText;
+    bool heading = false;  ///< the name stands where others have their icon
     wxString name;
     bool nameCode = false, nameStrong = false;
     Rgb ThemeTable::*nameColour = &ThemeTable::text;
@@ -34,7 +35,8 @@ struct ListMetrics {
     double valueShare = 0;  ///< of the width; 0: behind the name
     int rightMargin = 12;
     int rowHeight = 24;
-    int top = 0;  ///< above the first row
+    int top = 0;      ///< above the first row
+    int emptyX = 24;  ///< of what stands there without rows
 };
 
 /// Rows are asked for as they are painted, so a list of any length costs what is in view. Up, Down,

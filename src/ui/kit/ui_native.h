@@ -6,6 +6,7 @@
 
 class wxColour;
 class wxFrame;
+class wxGraphicsContext;
 class wxString;
 class wxWindow;
 
@@ -41,6 +42,9 @@ void pumpWindow(wxWindow& window);
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
 
+/// A field of one line without an edge, for what paints one around it.
+void bareField(wxWindow& field);
+
 /// The control with the keyboard is marked from the start, not only after a key was pressed.
 void showFocus(wxWindow& topLevel);
 
@@ -71,6 +75,23 @@ void setDarkFrame(wxWindow& window, bool dark);
 /// Colours of a window's menu bar, where the desktop lets programs choose; invalid ones are its
 /// own.
 void colourMenuBar(wxFrame& frame, const wxColour& back, const wxColour& text);
+
+/// While one lives `paint` is called whenever the window has painted itself, to paint over that,
+/// below its children, as sharp as the screen is. The window outlives it.
+class PaintOver {
+  public:
+    PaintOver(wxWindow& window, std::function<void(wxGraphicsContext&)> paint);
+    ~PaintOver();
+    PaintOver(const PaintOver&) = delete;
+    PaintOver& operator=(const PaintOver&) = delete;
+    /// False where the toolkit has no such moment; `paint` is never called then.
+    bool works() const { return widget_ != nullptr; }
+
+  private:
+    std::function<void(wxGraphicsContext&)> paint_;
+    void* widget_ = nullptr;
+    unsigned long handler_ = 0;
+};
 
 /// Gives the keyboard to a dialog if nobody has it, or a window of this program that can do nothing
 /// with it while the dialog is answered. False: the dialog does not stand on the screen yet.

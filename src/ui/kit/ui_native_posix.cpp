@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <wx/evtloop.h>
 #include <wx/frame.h>
+#include <wx/graphics.h>
 #include <wx/menu.h>
 #include <wx/settings.h>
 #include <wx/window.h>
@@ -18,6 +19,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <deque>
+#include <memory>
 #include <string>
 
 #include "ui/kit/lost_display_posix.h"
@@ -293,6 +295,17 @@ void finishClosing() {
     gdk_display_flush(display);
 }
 
+void bareField(wxWindow& field) {
+    GtkCssProvider* style = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(
+        style, "entry{border:none;box-shadow:none;outline:none;padding:0 1px;min-height:0}", -1,
+        nullptr);
+    gtk_style_context_add_provider(gtk_widget_get_style_context(field.GetHandle()),
+                                   GTK_STYLE_PROVIDER(style),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(style);
+}
+
 void showFocus(wxWindow& topLevel) {
     gtk_window_set_focus_visible(GTK_WINDOW(topLevel.GetHandle()), TRUE);
 }
@@ -368,6 +381,23 @@ void colourMenuBar(wxFrame& frame, const wxColour& back, const wxColour& text) {
     if (!bar) return;
     bar->SetBackgroundColour(back);
     bar->SetForegroundColour(text);
+}
+
+PaintOver::PaintOver(wxWindow& window, std::function<void(wxGraphicsContext&)> paint)
+    : paint_(std::move(paint)), widget_(window.m_wxwindow) {
+    const auto drawn = +[](GtkWidget* widget, cairo_t* cairo, gpointer data) -> gboolean {
+        if (!gtk_cairo_should_draw_window(cairo, gtk_widget_get_window(widget))) return FALSE;
+        const std::unique_ptr<wxGraphicsContext> context(
+            wxGraphicsContext::CreateFromNative(cairo));
+        if (context) static_cast<PaintOver*>(data)->paint_(*context);
+        return FALSE;
+    };
+    // Behind the toolkit's own handler, and before the window's children are drawn.
+    if (widget_) handler_ = g_signal_connect(widget_, "draw", G_CALLBACK(drawn), this);
+}
+
+PaintOver::~PaintOver() {
+    if (widget_) g_signal_handler_disconnect(widget_, handler_);
 }
 
 bool claimKeyboard(wxWindow& window) {

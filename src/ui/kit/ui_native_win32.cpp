@@ -104,6 +104,8 @@ void finishClosing() {
     drainEvents();
 }
 
+void bareField(wxWindow&) {}
+
 void showFocus(wxWindow& topLevel) {
     SendMessageW(static_cast<HWND>(topLevel.GetHandle()), WM_CHANGEUISTATE,
                  MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
@@ -155,6 +157,11 @@ void setDarkFrame(wxWindow& window, bool dark) {
 
 /// The system draws it.
 void colourMenuBar(wxFrame&, const wxColour&, const wxColour&) {}
+
+PaintOver::PaintOver(wxWindow&, std::function<void(wxGraphicsContext&)> paint)
+    : paint_(std::move(paint)) {}
+
+PaintOver::~PaintOver() = default;
 
 bool claimKeyboard(wxWindow& window) {
     const HWND dialog = static_cast<HWND>(window.GetHandle());

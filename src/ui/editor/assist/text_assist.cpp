@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "editor/control/fold_levels.h"
 #include "ui/editor/assist/choice_box.h"
 #include "ui/editor/assist/rename_box.h"
 #include "ui/editor/assist/suggestion_pop_up.h"
@@ -79,6 +80,7 @@ void TextAssist::use(bool on) {
         if (choices_) choices_->close();
         closeName();
         service_.reset();
+        foldByLexer(editor_.textControl());
     }
     const bool begins = on && !on_;
     on_ = on;

@@ -9,8 +9,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kHeading = 36, kFooter = 32, kRow = 24, kRowsSeen = 8, kPad = 4, kLeft = 12,
-              kNarrowest = 240, kWidest = 460, kTreeWidth = 344;
+constexpr int kHeading = 36, kFooter = 32, kRow = 24, kRowsFirst = 3, kRowsSeen = 8, kPad = 4,
+              kLeft = 12, kNarrowest = 240, kWidest = 460, kTreeWidth = 344;
 
 ListMetrics metrics() {
     ListMetrics places;
@@ -61,9 +61,9 @@ class ValueCard : public PaintedWindow {
         x += textWidth(*this, name, look().codeStrong) + dip(12);
         const bool valued = !value_.empty();
         text(context,
-             shortened(*this, valued ? value_ : remark_, valued ? look().code : look().small,
+             shortened(*this, valued ? value_ : remark_, valued ? look().code : look().plain,
                        size.x - x - dip(kLeft)),
-             valued ? look().code : look().small, valued ? look()->text : look()->secondText, x, 0,
+             valued ? look().code : look().plain, valued ? look()->text : look()->secondText, x, 0,
              dip(kHeading));
         if (rows_) fill(context, {1, dip(kHeading) - 1, size.x - 2, 1}, look()->hair);
         fill(context, {1, size.y - dip(kFooter) - 1, size.x - 2, 1}, look()->hair);
@@ -83,6 +83,7 @@ ValuePopUp::ValuePopUp(wxWindow* parent, const Look& look, Inspection& inspectio
     list_->row = [this](int index) { return rowOf(index); };
     list_->onFold = [this](int index) {
         rows_.toggle(static_cast<std::size_t>(index) + 1);
+        mostRows_ = kRowsSeen;
         list_->rowsChanged();
         layOut(line_);
     };
@@ -134,13 +135,14 @@ bool ValuePopUp::show(const std::string& expression, const wxRect& line) {
     card_->setContent(fromUtf8(expression), remark,
                       root.hasChildren() ? wxString() : fromUtf8(root.value.value));
     list_->select(-1);
+    mostRows_ = kRowsFirst;
     layOut(line);
     return true;
 }
 
 void ValuePopUp::layOut(const wxRect& line) {
     line_ = line;
-    const int rows = std::min(list_->count(), kRowsSeen);
+    const int rows = std::min(list_->count(), mostRows_);
     card_->setHasRows(rows > 0);
     const int width = std::clamp(card_->wantedWidth(), FromDIP(rows > 0 ? kTreeWidth : kNarrowest),
                                  FromDIP(kWidest));
@@ -150,10 +152,10 @@ void ValuePopUp::layOut(const wxRect& line) {
     list_->Show(rows > 0);
     list_->SetSize(1, FromDIP(kHeading), width - 2, listHeight);
     const int footer = size.y - FromDIP(kFooter);
-    int x = FromDIP(4);
+    int x = FromDIP(kLeft);
     for (PaintedButton* link : {watch_, copy_}) {
         link->SetSize(x, footer + FromDIP(2), link->wantedWidth(), FromDIP(kFooter - 4));
-        x += link->wantedWidth() + FromDIP(12);
+        x += link->wantedWidth() + FromDIP(20);
     }
     showBeside(line, size);
 }

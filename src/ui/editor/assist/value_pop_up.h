@@ -32,6 +32,7 @@ class ValuePopUp : public PopUp {
     PaintedButton *watch_, *copy_;
     std::string expression_;
     wxRect line_;
+    int mostRows_ = 0;  ///< more once one was opened
 };
 
 }  // namespace korvant::ui

@@ -68,6 +68,8 @@ void BreakpointBox::makeEnd() {
 void BreakpointBox::onKey(wxKeyEvent& event) {
     const int code = event.GetKeyCode();
     if (code == WXK_ESCAPE) return close();
+    const bool onChoice = dynamic_cast<wxRadioButton*>(FindFocus()) || FindFocus() == on_;
+    if ((code == WXK_RETURN || code == WXK_NUMPAD_ENTER) && onChoice) return take();
     const bool moves = (code == WXK_UP || code == WXK_DOWN) && !event.HasAnyModifiers();
     if (!moves) return event.Skip();
     const int next = choice_ + (code == WXK_DOWN ? 1 : kChoices - 1);

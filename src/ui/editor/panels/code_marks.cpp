@@ -9,6 +9,7 @@
 #include "ui/editor/panels/line_notes.h"
 #include "ui/kit/icon_painter.h"
 #include "ui/kit/look.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 namespace {
@@ -21,12 +22,6 @@ constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMa
 constexpr int kErrorIndicator = 8, kWarningIndicator = 9, kEditedIndicator = 12;
 constexpr std::uintptr_t kClassicMarker = 0;
 
-/// The control paints pictures at the size of 96 dots per inch only; where the screen is finer its
-/// own shapes look better.
-bool picturesFit(const wxStyledTextCtrl& control) {
-    return control.GetContentScaleFactor() < 1.5;
-}
-
 int markOf(BreakpointRow::Kind kind) {
     constexpr int kMarks[] = {kPlainMark, kConditionMark, kPrintMark, kOffMark, kUnverifiedMark};
     return kMarks[static_cast<int>(kind)];
@@ -35,36 +30,81 @@ int markOf(BreakpointRow::Kind kind) {
 }  // namespace
 
 CodeMarks::CodeMarks(wxStyledTextCtrl& control, const Look& look)
-    : control_(control), look_(look), notes_(std::make_unique<LineNotes>(control, look)) {}
+    : control_(control),
+      look_(look),
+      notes_(std::make_unique<LineNotes>(control, look)),
+      over_(control, [this](wxGraphicsContext& context) { paintMarks(context); }) {}
 
 CodeMarks::~CodeMarks() = default;
 
-void CodeMarks::define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise) {
-    const wxColour first = colourOf((*look_).*colour);
+/// The control enlarges pictures on a fine screen, and then they are coarse: where the margin can
+/// be painted over, its own mark is an empty one.
+void CodeMarks::define(int marker, Icon icon, Rgb ThemeTable::*colour) {
     const bool lined = icon == Icon::breakpointCondition || icon == Icon::breakpointPrints;
     const wxColour second = lined                 ? *wxWHITE
                             : icon == Icon::error ? colourOf(look_->editor)
                                                   : wxNullColour;
-    if (picturesFit(control_))
-        control_.MarkerDefineBitmap(marker,
-                                    iconBundle(icon, kSize, first, lined ? *wxWHITE : wxNullColour)
-                                        .GetBitmap(wxSize(kSize, kSize)));
-    else
-        control_.MarkerDefine(marker, otherwise, first, first);
+    marks_[marker] = {icon, colourOf((*look_).*colour), second};
+    if (over_.works()) return control_.MarkerDefine(marker, wxSTC_MARK_EMPTY);
+    const int size = control_.FromDIP(kSize);
+    control_.MarkerDefineBitmap(
+        marker, iconBundle(icon, size, marks_[marker].first, second).GetBitmap(wxSize(size, size)));
+}
+
+void CodeMarks::paintMark(wxGraphicsContext& context, int marker, int margin, int y) const {
+    const auto found = marks_.find(marker);
+    if (found == marks_.end() || control_.GetMarginWidth(margin) == 0) return;
+    int x = 0;
+    for (int i = 0; i < margin; ++i) x += control_.GetMarginWidth(i);
+    const int size = control_.FromDIP(kSize);
+    x += (control_.GetMarginWidth(margin) - size) / 2;
+    paintIcon(context, found->second.icon, x, y + (control_.TextHeight(0) - size) / 2, size,
+              found->second.first, found->second.second);
+}
+
+/// The mark of a kind stands in the place of the plain one.
+int CodeMarks::shownMarks(int line) const {
+    constexpr int kKinds =
+        1 << kConditionMark | 1 << kPrintMark | 1 << kOffMark | 1 << kUnverifiedMark;
+    const int marks = control_.MarkerGet(line);
+    if ((marks & kKinds) == 0) return marks;
+    const bool plain = classicSymbol_ == sci::kMarkCircle;
+    return marks & ~(1 << kWaitingMarker | 1 << kPlainMark | (plain ? 1 << kClassicMarker : 0));
+}
+
+/// Of the lines that can be seen, each in its first row.
+void CodeMarks::paintMarks(wxGraphicsContext& context) const {
+    if (!on_) return;
+    const int first = control_.GetFirstVisibleLine(), rows = control_.LinesOnScreen() + 1;
+    const int mask = control_.GetMarginMask(kBookmarkMargin);
+    int before = -1;
+    for (int row = 0; row <= rows; ++row) {
+        const int line = control_.DocLineFromVisible(first + row);
+        if (line >= control_.GetLineCount() || line == before) continue;
+        before = line;
+        const bool begins = row > 0 || control_.VisibleFromDocLine(line) == first;
+        if (!begins) continue;
+        const int y = row * control_.TextHeight(0), marks = shownMarks(line) & mask;
+        for (int marker = 0; marker < wxSTC_MARKNUM_FOLDEREND; ++marker)
+            if ((marks & 1 << marker) != 0) paintMark(context, marker, kBookmarkMargin, y);
+        if ((control_.GetFoldLevel(line) & wxSTC_FOLDLEVELHEADERFLAG) != 0)
+            paintMark(
+                context,
+                control_.GetFoldExpanded(line) ? wxSTC_MARKNUM_FOLDEROPEN : wxSTC_MARKNUM_FOLDER,
+                kFoldMargin, y);
+    }
 }
 
 void CodeMarks::defineMarkers() {
-    define(kPlainMark, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
-    define(kConditionMark, Icon::breakpointCondition, &ThemeTable::breakpoint,
-           wxSTC_MARK_CIRCLEMINUS);
-    define(kPrintMark, Icon::breakpointPrints, &ThemeTable::breakpoint, wxSTC_MARK_BOOKMARK);
-    define(kOffMark, Icon::breakpointOff, &ThemeTable::breakpoint, wxSTC_MARK_DOTDOTDOT);
-    define(kUnverifiedMark, Icon::breakpointUnverified, &ThemeTable::unverified,
-           wxSTC_MARK_DOTDOTDOT);
-    define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText, wxSTC_MARK_SHORTARROW);
-    define(kStopMark, Icon::stopArrow, &ThemeTable::stopMark, wxSTC_MARK_ARROW);
-    define(kFailedMark, Icon::bolt, &ThemeTable::error, wxSTC_MARK_ARROW);
-    define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
+    define(kPlainMark, Icon::breakpoint, &ThemeTable::breakpoint);
+    define(kConditionMark, Icon::breakpointCondition, &ThemeTable::breakpoint);
+    define(kPrintMark, Icon::breakpointPrints, &ThemeTable::breakpoint);
+    define(kOffMark, Icon::breakpointOff, &ThemeTable::breakpoint);
+    define(kUnverifiedMark, Icon::breakpointUnverified, &ThemeTable::unverified);
+    define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText);
+    define(kStopMark, Icon::stopArrow, &ThemeTable::stopMark);
+    define(kFailedMark, Icon::bolt, &ThemeTable::error);
+    define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint);
     control_.MarkerDefine(kConditionMarker, wxSTC_MARK_EMPTY);
     const auto band = [this](int marker, Rgb ThemeTable::*colour) {
         control_.MarkerDefine(marker, wxSTC_MARK_BACKGROUND, wxNullColour,
@@ -81,11 +121,11 @@ void CodeMarks::defineMarkers() {
 void CodeMarks::defineClassicMarker() {
     if (classicSymbol_ == sci::kMarkArrow)
         define(0, stop_.isException ? Icon::bolt : Icon::stopArrow,
-               stop_.isException ? &ThemeTable::error : &ThemeTable::stopMark, wxSTC_MARK_ARROW);
+               stop_.isException ? &ThemeTable::error : &ThemeTable::stopMark);
     else if (classicSymbol_ == sci::kMarkShortArrow)
-        define(0, Icon::error, &ThemeTable::error, wxSTC_MARK_SHORTARROW);
+        define(0, Icon::error, &ThemeTable::error);
     else
-        define(0, Icon::breakpoint, &ThemeTable::breakpoint, wxSTC_MARK_CIRCLE);
+        define(0, Icon::breakpoint, &ThemeTable::breakpoint);
 }
 
 void CodeMarks::defineFolds() {
@@ -96,13 +136,10 @@ void CodeMarks::defineFolds() {
             control_.MarkerDefine(marker, wxSTC_MARK_EMPTY);
         return;
     }
-    const auto fold = [this](int marker, Icon icon, int otherwise) {
-        define(marker, icon, &ThemeTable::secondText, otherwise);
-    };
-    fold(wxSTC_MARKNUM_FOLDEROPEN, Icon::down, wxSTC_MARK_ARROWDOWN);
-    fold(wxSTC_MARKNUM_FOLDEROPENMID, Icon::down, wxSTC_MARK_ARROWDOWN);
-    fold(wxSTC_MARKNUM_FOLDER, Icon::right, wxSTC_MARK_ARROW);
-    fold(wxSTC_MARKNUM_FOLDEREND, Icon::right, wxSTC_MARK_ARROW);
+    for (const int marker : {wxSTC_MARKNUM_FOLDEROPEN, wxSTC_MARKNUM_FOLDEROPENMID})
+        define(marker, Icon::down, &ThemeTable::secondText);
+    for (const int marker : {wxSTC_MARKNUM_FOLDER, wxSTC_MARKNUM_FOLDEREND})
+        define(marker, Icon::right, &ThemeTable::secondText);
 }
 
 void CodeMarks::defineIndicators() {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "language/diagnostics.h"
 #include "ui/editor/panels/debug_panel.h"
+#include "ui/kit/ui_native.h"
 
 class wxStyledTextCtrl;
 
@@ -53,7 +55,10 @@ class CodeMarks {
     void defineMarkers();
     void defineClassicMarker();
     void defineFolds();
-    void define(int marker, Icon icon, Rgb ThemeTable::*colour, int otherwise);
+    void define(int marker, Icon icon, Rgb ThemeTable::*colour);
+    void paintMarks(wxGraphicsContext& context) const;
+    int shownMarks(int line) const;
+    void paintMark(wxGraphicsContext& context, int marker, int margin, int y) const;
     void defineIndicators();
     void markStop(const StopMark& stop);
     int positionOf(int line, int column) const;
@@ -65,6 +70,12 @@ class CodeMarks {
     StopMark stop_;
     std::vector<Diagnostic> problems_;
     std::unique_ptr<LineNotes> notes_;
+    struct Mark {
+        Icon icon;
+        wxColour first, second;
+    };
+    std::map<int, Mark> marks_;  ///< by the number of the marker
+    native::PaintOver over_;
     int classicSymbol_ = 0;  ///< circle: breakpoints
     int typedAt_ = -1;
     bool on_ = false;

@@ -56,10 +56,11 @@ class ConsoleLoan {
 };
 
 ConsolePane::ConsolePane(wxWindow* parent, const Look& look, Actions actions)
-    : PaintedWindow(parent, look, false), actions_(std::move(actions)) {
+    : PaintedWindow(parent, look, true), actions_(std::move(actions)) {
     bar_ = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
     bar_->DisableFocusFromKeyboard();
     canvas_ = new ConsoleCanvas(this, grid_, *bar_);
+    canvas_->setCopiesAll(true);
     native::setAccessibleName(*canvas_, words("Console"));
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         layOut();
@@ -126,6 +127,14 @@ void ConsolePane::whileTyping(const std::function<void()>& loop) {
     if (actions_.answered) actions_.answered();
 }
 
+/// Nothing printed yet is nothing to type into.
+void ConsolePane::SetFocus() {
+    if (canvas_->IsShown())
+        canvas_->SetFocus();
+    else
+        PaintedWindow::SetFocus();
+}
+
 bool ConsolePane::wantsBar() const {
     return grid_.endLine() - grid_.firstLine() > canvas_->shownRows();
 }
@@ -143,6 +152,7 @@ void ConsolePane::paint(wxGraphicsContext& context) {
     fill(context, GetClientRect(), look()->editor);
     text(context, words(kNothingYet), look().plain, look()->secondText, dip(kTextMargin), 0,
          dip(32));
+    if (focused()) focusMark(context, GetClientRect());
 }
 
 }  // namespace korvant::ui

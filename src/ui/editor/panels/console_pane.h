@@ -48,8 +48,8 @@ class ConsolePane final : public PaintedWindow, public ConsoleView {
     void setTitle(const wxString&) override {}
     void whileTyping(const std::function<void()>& loop) override;
 
-    bool AcceptsFocus() const override { return false; }
-    void SetFocus() override { canvas_->SetFocus(); }
+    bool AcceptsFocus() const override { return !canvas_ || !canvas_->IsShown(); }
+    void SetFocus() override;
 
   private:
     void paint(wxGraphicsContext& context) override;
@@ -59,7 +59,7 @@ class ConsolePane final : public PaintedWindow, public ConsoleView {
     Actions actions_;
     ConsoleGrid grid_;
     wxScrollBar* bar_;
-    ConsoleCanvas* canvas_;
+    ConsoleCanvas* canvas_ = nullptr;
     std::unique_ptr<ConsoleLoan> loan_;
     bool inUse_ = false;
 };

@@ -65,6 +65,7 @@ ListRow DebugPanel::variableRow(int index) const {
     if (value.hasChildren()) row.fold = value.open ? ListRow::Fold::open : ListRow::Fold::closed;
     row.name = fromUtf8(value.value.name);
     if (value.value.heading) {
+        row.heading = true;
         row.nameStrong = true;
         row.nameColour = &ThemeTable::secondText;
         return row;

@@ -13,7 +13,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kFieldX = 37, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
-              kOptionWidth = 28, kCountX = 412, kButtonHeight = 28;
+              kOptionWidth = 28, kOptionGap = 2, kInField = 8, kCountX = 412, kButtonHeight = 28;
 constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
 constexpr std::size_t kMostMatches = 100000;
 
@@ -32,8 +32,15 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
       settings_(settings),
       layOut_(std::move(layOut)),
       closed_(std::move(closed)) {
-    field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
-    replacement_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
+    for (wxTextCtrl** field : {&field_, &replacement_}) {
+        *field = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER | wxBORDER_NONE);
+        native::bareField(**field);
+        for (const auto& event : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS})
+            (*field)->Bind(event, [this](wxFocusEvent& change) {
+                Refresh();
+                change.Skip();
+            });
+    }
     replacement_->SetHint(words("Replace with"));
     inSelection_ = new wxCheckBox(this, wxID_ANY, words("Only in the selection"));
     native::setAccessibleName(*field_, words("Find"));
@@ -54,7 +61,8 @@ PaintedButton* FindBar::addOption(const wxString& label, const wxString& name,
     PaintedButton::Face face;
     face.label = label;
     face.name = name;
-    auto* button = new PaintedButton(this, look(), PaintedButton::Kind::plain, face, {});
+    auto* button = new PaintedButton(this, look(), PaintedButton::Kind::option, face, {});
+    button->setBack(&ThemeTable::editor);
     button->setPressed(settings_.*on);
     button->setAction([this, button, on] {
         settings_.*on = !(settings_.*on);
@@ -90,15 +98,16 @@ void FindBar::makeButtons() {
 
 void FindBar::connectField(wxTextCtrl& field) {
     field.Bind(wxEVT_KEY_DOWN, &FindBar::onFieldKey, this);
-    field.Bind(wxEVT_TEXT_ENTER, [this, &field](wxCommandEvent&) {
-        &field == field_ ? go(!wxGetKeyState(WXK_SHIFT)) : replaceOne();
-    });
+    field.Bind(wxEVT_TEXT_ENTER,
+               [this, &field](wxCommandEvent&) { &field == field_ ? go(true) : replaceOne(); });
 }
 
 void FindBar::onFieldKey(wxKeyEvent& event) {
     const int code = event.GetKeyCode();
     if (code == WXK_ESCAPE) return closed_();
-    if (code == WXK_RETURN && event.AltDown()) return selectAll();
+    const bool enter = code == WXK_RETURN || code == WXK_NUMPAD_ENTER;
+    if (enter && event.AltDown()) return selectAll();
+    if (enter && event.ShiftDown()) return go(false);
     if (code == WXK_DOWN) return go(true);
     if (code == WXK_UP) return go(false);
     event.Skip();
@@ -238,7 +247,7 @@ void FindBar::selectAll() {
     if (matches_.empty()) return;
     text_.SetMultipleSelection(true);
     text_.SetAdditionalSelectionTyping(true);
-    text_.SetSelection(matches_[0].end, matches_[0].begin);
+    text_.SetSelection(matches_[0].begin, matches_[0].end);
     for (std::size_t i = 1; i < matches_.size(); ++i)
         text_.AddSelection(matches_[i].end, matches_[i].begin);
     text_.SetFocus();
@@ -281,16 +290,23 @@ void FindBar::replaceAll() {
     search();
 }
 
+/// Centred in its box, which the bar paints.
+void FindBar::placeField(wxTextCtrl& field, int y, int width) {
+    const int tall = std::min(field.GetBestSize().y, dip(kFieldHeight) - 4);
+    field.SetSize(dip(kFieldX + kInField), y + (dip(kFieldHeight) - tall) / 2, width, tall);
+}
+
 void FindBar::place() {
     const int height = dip(kFieldHeight), first = dip(kFirstRow), second = dip(kSecondRow);
     more_->SetSize(dip(4), first, dip(28), height);
-    const int options = dip(kOptionWidth) * static_cast<int>(options_.size());
-    field_->SetSize(dip(kFieldX), first, dip(kFieldWidth) - options, height);
-    int x = dip(kFieldX + kFieldWidth) - options;
-    for (PaintedButton* option : options_) {
-        option->SetSize(x, first, dip(kOptionWidth), height);
-        x += dip(kOptionWidth);
+    int x = dip(kFieldX + kFieldWidth - kOptionGap);
+    for (auto option = options_.rbegin(); option != options_.rend(); ++option) {
+        x -= dip(kOptionWidth);
+        (*option)->SetSize(x, first + dip(kOptionGap), dip(kOptionWidth),
+                           height - dip(2 * kOptionGap));
+        x -= dip(kOptionGap);
     }
+    placeField(*field_, first, x - dip(kFieldX + kInField));
     x = dip(kCountX) + std::max(textWidth(*this, said_, look().strong) + dip(12), dip(56));
     for (PaintedButton* button : {previous_, next_}) {
         button->SetSize(x, first, dip(28), height);
@@ -302,7 +318,7 @@ void FindBar::place() {
          std::initializer_list<wxWindow*>{replacement_, replace_, replaceAll_, inSelection_})
         part->Show(replaceRow_);
     if (!replaceRow_) return;
-    replacement_->SetSize(dip(kFieldX), second, dip(kFieldWidth), height);
+    placeField(*replacement_, second, dip(kFieldWidth - 2 * kInField));
     x = dip(kCountX);
     for (PaintedButton* button : {replace_, replaceAll_}) {
         button->SetSize(x, second, button->wantedWidth(), dip(kButtonHeight));
@@ -311,10 +327,22 @@ void FindBar::place() {
     inSelection_->SetSize(x + dip(6), second, inSelection_->GetBestSize().x, height);
 }
 
+void FindBar::paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const {
+    const bool focused = field.HasFocus();
+    const double edge = focused ? dip(2) : 1, half = edge / 2;
+    context.SetPen(
+        wxPen(colourOf(focused ? look()->accent : look()->fieldEdge), static_cast<int>(edge)));
+    context.SetBrush(wxBrush(colourOf(look()->editor)));
+    context.DrawRoundedRectangle(dip(kFieldX) + half, y + half, dip(kFieldWidth) - edge,
+                                 dip(kFieldHeight) - edge, dip(5));
+}
+
 void FindBar::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
     fill(context, wxRect(size), look()->chrome);
     fill(context, {0, size.y - 1, size.x, 1}, look()->border);
+    paintBox(context, *field_, dip(kFirstRow));
+    if (replaceRow_) paintBox(context, *replacement_, dip(kSecondRow));
     const bool none = matches_.empty() && !field_->GetValue().empty();
     text(context, said_, look().strong, none ? look()->error : look()->text, dip(kCountX),
          dip(kFirstRow), dip(kFieldHeight));

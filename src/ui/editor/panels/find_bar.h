@@ -30,6 +30,7 @@ class FindBar : public PaintedWindow {
     /// The text has changed: matches are counted anew.
     void textChanged();
     wxTextCtrl* field() const { return field_; }
+    wxTextCtrl* replacement() const { return replacement_; }
     wxString said() const { return said_; }
 
   private:
@@ -39,6 +40,8 @@ class FindBar : public PaintedWindow {
     void makeButtons();
     PaintedButton* addOption(const wxString& label, const wxString& name, bool EditorSettings::*on);
     void place();
+    void placeField(wxTextCtrl& field, int y, int width);
+    void paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const;
     void connectField(wxTextCtrl& field);
     void onFieldKey(wxKeyEvent& event);
     void search();

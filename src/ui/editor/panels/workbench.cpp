@@ -247,6 +247,16 @@ void Workbench::editBreakpoint(int line) {
     breakpointBox_->open(line, wishes);
 }
 
+bool Workbench::marginMenu(const wxPoint& place) {
+    if (settings_.classic || !controls_.text || place.x < 0) return false;
+    const int end = controls_.text->GetMarginWidth(kNumberMargin) +
+                    controls_.text->GetMarginWidth(kBookmarkMargin);
+    if (place.x >= end) return false;
+    const int position = controls_.text->PositionFromPoint(wxPoint(end, place.y));
+    editBreakpoint(controls_.text->LineFromPosition(position) + 1);
+    return true;
+}
+
 bool Workbench::takesCommand(int id) {
     if (settings_.classic || !findBar_) return false;
     if (assist_ && assist_->command(id)) return true;
@@ -431,7 +441,7 @@ void Workbench::focusPane(int number) {
     if (number == output) bottom_->show(BottomPanes::Pane::output);
     if (number == console) {
         bottom_->show(BottomPanes::Pane::console);
-        wanted = &console_->canvas();
+        wanted = console_;
     }
     if (number == problems) {
         bottom_->show(BottomPanes::Pane::problems);
@@ -486,6 +496,18 @@ bool Workbench::moveFocus(int step) {
     const int next = at < 0 ? 0 : (at + step + count) % count;
     order[static_cast<std::size_t>(next)]->SetFocus();
     return true;
+}
+
+/// In the text it is a letter, in the find bar and over the text it goes from field to field.
+bool Workbench::tab(bool back) {
+    const wxWindow* const focus = wxWindow::FindFocus();
+    if (settings_.classic || !focus || focus == controls_.text || focus == findBar_->field())
+        return false;
+    const wxWindow* const pane = focus == &console_->canvas() ? console_ : focus;
+    const std::vector<wxWindow*> order = focusOrder();
+    const bool isPane = std::find(order.begin(), order.end(), pane) != order.end();
+    if (!isPane || (pane == console_ && console_->inUse())) return false;
+    return moveFocus(back ? -1 : 1);
 }
 
 void Workbench::keepSettings() {

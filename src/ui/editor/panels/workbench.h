@@ -87,6 +87,8 @@ class Workbench {
     void closeFind();
     /// The box of a breakpoint's wishes, for the 1-based `line`.
     void editBreakpoint(int line);
+    /// What the right button brings beside the text; false for a place that is not there.
+    bool marginMenu(const wxPoint& place);
     /// The menu items of the window's commands, told through this.
     std::function<void(int id, bool checked)> showChecked;
 
@@ -96,6 +98,8 @@ class Workbench {
     /// What Tab and Ctrl+F6 go through, in order; only what can be seen.
     std::vector<wxWindow*> focusOrder() const;
     bool moveFocus(int step);
+    /// Tab, where that goes from pane to pane; false where it is somebody else's.
+    bool tab(bool back);
     void keepSettings();
 
   private:
@@ -194,6 +198,7 @@ class Workbench {
     std::vector<BreakpointRow> breakpointRows_;
     EditorStatus::Run marksRun_ = EditorStatus::Run::idle;  ///< for which the marks were made
     EditorStatus shown_;
+    bool shownWaiting_ = false;  ///< the script waits for what is typed
     bool begun_ = false;
     bool parted_ = false;  ///< the parts have been made
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "editor/control/fold_levels.h"
 #include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/code_marks.h"
@@ -79,7 +80,8 @@ void Workbench::refresh() {
         findBar_->textChanged();
     }
     bottom_->setOutputRemark(editor_.outputEmpty());
-    if (status == shown_) return;
+    const bool asked = std::exchange(shownWaiting_, console_->waiting()) != console_->waiting();
+    if (status == shown_ && !asked) return;
     const bool relaid = status.run != shown_.run;
     shown_ = status;
     if (relaid) layOut();
@@ -90,7 +92,8 @@ void Workbench::refresh() {
 
 /// The panel opens at a stop, unless it was closed by hand in this run, and goes with the run.
 void Workbench::followRun(const EditorStatus& status) {
-    const bool isNewRun = status.run == Run::running && shown_.run == Run::idle;
+    // A run that stops at once is never seen running.
+    const bool isNewRun = status.run != Run::idle && shown_.run == Run::idle;
     if (isNewRun) closedByHand_ = false;
     if (standsStill(status.run) && !standsStill(shown_.run) && !sideShown_ && !closedByHand_) {
         sideByStop_ = true;
@@ -217,6 +220,7 @@ void Workbench::followText() {
 /// Of a text that has changed meanwhile the next pause tells.
 void Workbench::showOutline(std::uint64_t version, const ScopeIndex& index) {
     if (settings_.classic || version != editor_.textVersion()) return;
+    foldBySyntax(editor_.textControl(), index);
     std::vector<OutlineEntry> entries = editor_.useIndex(index);
     assist_->setOutline(entries);
     outline_->setEntries(std::move(entries));

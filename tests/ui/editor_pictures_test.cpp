@@ -1,0 +1,323 @@
+// Pictures of the window in each of its states, for the manual and to be looked at: ./dev pictures.
+// Without a folder for them only their sharpness is tried.
+#include <wx/image.h>
+#include <wx/textctrl.h>
+
+#include <cstdlib>
+
+#include "editor_full_window.h"
+#include "support/tree.h"
+#include "ui/editor/assist/suggestion_pop_up.h"
+#include "ui/editor/assist/value_pop_up.h"
+#include "ui/editor/panels/breakpoint_box.h"
+#include "ui/editor/panels/console_pane.h"
+#include "ui/editor/panels/exception_box.h"
+#include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/problem_list.h"
+#include "ui/editor/panels/time_used.h"
+
+using namespace korvant;
+using korvant::test::findChild;
+using korvant::test::FullWindow;
+
+namespace {
+
+const wxSize kUsual{1280, 860}, kSmall{1100, 700};
+
+class Pictures : public FullWindow {
+  protected:
+    Pictures() {
+        ownFile = folder.file("drill_report.as");
+        script_ = test::readFile(test::sourceFolder() + "/tests/ui/pictures/drill_report.as");
+    }
+    void SetUp() override {
+        FullWindow::SetUp();
+        if (!std::getenv("KORVANT_SCREENSHOTS")) GTEST_SKIP() << "no folder for pictures";
+    }
+    std::string& script() { return script_; }
+    void begin(ThemeChoice theme, wxSize size = kUsual) {
+        ui::EditorSettings settings;
+        settings.theme = theme;
+        settings.welcome = settings.tour = false;
+        settings.width = size.x;
+        settings.height = size.y;
+        settings.outline = outline;
+        ui::saveEditorSettings(settings);
+        dark_ = theme == ThemeChoice::dark;
+        ready();
+        driver.run([this, size] { test::resizeContent(*frame(), size); });
+        driver.when("its size", [this, size] { return frame()->GetClientSize().x == size.x; });
+        ready();
+    }
+    /// The end of the states; what was typed is not kept.
+    void end() {
+        closeBox();
+        edit(script_);
+    }
+    void take(const std::string& name) { picture("look-" + name + (dark_ ? "-dark" : "")); }
+    void picture(const std::string& name) {
+        const char* pictures = std::getenv("KORVANT_SCREENSHOTS");
+        if (!pictures) return;
+        driver.run([] {
+            for (wxWindow* window : wxTopLevelWindows) window->Update();
+        });
+        driver.when("the painting", [turns = 0]() mutable { return ++turns > 40; });
+        driver.run([this, path = std::string(pictures) + "/" + name + ".png"] {
+            test::saveWindow(*frame(), path);
+        });
+    }
+    void pointAt(const std::string& text) {
+        driver.run([this, text] {
+            const int at =
+                editor()->FindText(editor()->PositionFromLine(28), editor()->GetLength(), text);
+            const wxPoint place = editor()->ClientToScreen(editor()->PointFromPosition(at + 1));
+            wxUIActionSimulator simulator;
+            simulator.MouseMove(place + wxPoint(80, 80));
+            simulator.MouseMove(place + wxPoint(3, 8));
+        });
+    }
+    /// One that stops when, or only prints.
+    void breakpointWith(int line, int choice, const std::string& text) {
+        gotoLine(line);
+        driver.key(WXK_F9, wxMOD_ALT);
+        driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
+        for (int i = 0; i < choice; ++i) driver.key(WXK_DOWN);
+        driver.when("its field",
+                    [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
+        driver.run([text] { dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus())->SetValue(text); });
+    }
+    void closedBreakpoint() {
+        driver.key(WXK_RETURN);
+        ready();
+    }
+    void openRow(int index) {
+        driver.run([this, index] {
+            list(ui::DebugPanel::kVariables)->select(index);
+            list(ui::DebugPanel::kVariables)->onFold(index);
+        });
+    }
+    /// In the second hole, with every kind of breakpoint.
+    void stopInTheSecondHole() {
+        breakAt({32, 35});
+        breakpointWith(37, 3, "best {best}");
+        closedBreakpoint();
+        gotoLine(39);
+        driver.key(WXK_F9).key(WXK_F9, wxMOD_CONTROL);
+        driver.key(WXK_F5);
+        untilStatus("Stopped at line 32 in Hole::grade");
+        breakpointWith(30, 1, "metres > 10");
+        closedBreakpoint();
+        driver.key(WXK_F5);
+        untilStatus("Stopped at line 30 in Hole::grade");
+        driver.run([this] {
+            for (const char* watch : {"metal / metres", "samples[i].rock", "name.length() > 1"})
+                part<ui::DebugPanel>()->addWatch(watch);
+        });
+        for (const int line : {26, 27, 28, 29}) {
+            driver.key(WXK_F10);
+            untilStatus("Stopped at line " + std::to_string(line) + " in Hole::grade");
+        }
+        driver.run([this] { editor()->SetFirstVisibleLine(28); });
+    }
+    bool outline = false;
+
+  private:
+    std::string script_;
+    bool dark_ = false;
+};
+
+class EditorPictures : public Pictures, public testing::WithParamInterface<ThemeChoice> {};
+
+TEST_P(EditorPictures, Welcome) {
+    ownFile.clear();
+    script().clear();
+    begin(GetParam());
+    driver.run([this] { frame()->Close(); });
+    edit("");
+    ui::EditorSettings settings = ui::loadEditorSettings();
+    settings.welcome = settings.tour = true;
+    ui::saveEditorSettings(settings);
+    ready();
+    take("1-welcome");
+    end();
+}
+
+TEST_P(EditorPictures, Typing) {
+    const std::size_t reads = script().find("    if (!readHoles");
+    script().replace(reads, script().find("    report(holes);") - reads,
+                     "    double metal = 0, metres = 0;\n"
+                     "    double mean = metal / metrs;\n"
+                     "    string line = \"NR-01,0,2.5,0.40\";\n"
+                     "    string hole = StrSubstring(line, 0);\n"
+                     "    string id = ;\n");
+    outline = true;
+    begin(GetParam());
+    driver.key('4', wxMOD_CONTROL);
+    driver.key('1', wxMOD_CONTROL);
+    ready();
+    driver.run([this] {
+        editor()->SetFirstVisibleLine(47);
+        editor()->GotoPos(editor()->GetLineEndPosition(61) - 1);
+        editor()->SetFirstVisibleLine(47);
+    });
+    driver.type("Str");
+    driver.when("the list", [this] { return part<ui::SuggestionPopUp>() != nullptr; });
+    for (int i = 0; i < 5; ++i) driver.key(WXK_DOWN);
+    driver.when("documentation",
+                [this] { return part<ui::SuggestionPopUp>()->described() == "StrSubstring"; });
+    driver.when("problems", [this] { return part<ui::ProblemList>() != nullptr; });
+    take("2-typing");
+    driver.key(WXK_ESCAPE);
+    driver.key('Z', wxMOD_CONTROL);
+    driver.run([this] { editor()->SetSavePoint(); });
+    end();
+}
+
+TEST_P(EditorPictures, Stopped) {
+    begin(GetParam());
+    stopInTheSecondHole();
+    driver.when("the variables", [this] { return list(ui::DebugPanel::kVariables)->count() >= 5; });
+    for (const int row : {4, 6, 9, 12}) openRow(row);
+    driver.run([this] { list(ui::DebugPanel::kVariables)->select(0); });
+    driver.run([this] {
+        const int at =
+            editor()->FindText(editor()->PositionFromLine(28), editor()->GetLength(), "metal");
+        editor()->SetSelection(at, at + 5);
+    });
+    driver.key(WXK_F4).key(WXK_ESCAPE);
+    driver.run([this] { editor()->GotoLine(28); });
+    take("3-stopped-plain");
+    pointAt("samples");
+    driver.when("the value", [this] { return part<ui::ValuePopUp>() != nullptr; });
+    take("3-stopped");
+    driver.key(WXK_ESCAPE);
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    end();
+}
+
+TEST_P(EditorPictures, StoppedInASmallWindow) {
+    begin(GetParam(), kSmall);
+    stopInTheSecondHole();
+    for (const int row : {4, 6, 9, 12}) openRow(row);
+    pointAt("samples");
+    driver.when("the value", [this] { return part<ui::ValuePopUp>() != nullptr; });
+    take("7-small");
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    end();
+}
+
+TEST_P(EditorPictures, Exception) {
+    script().replace(script().find("samples[best].rock"), 18, "samples[best + 1].rock");
+    script().replace(script().find("1 + i % 6"), 9, "1 + i");
+    script().replace(script().find("        if (grade >= kCutOff)"), 0,
+                     "        Rock rock = holes[i].carrier();\n");
+    begin(GetParam());
+    breakAt({32});
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 32 in Hole::grade");
+    driver.run([this] {
+        for (const char* watch : {"metal / metres", "samples[best + 1].rock", "best > 1"})
+            part<ui::DebugPanel>()->addWatch(watch);
+    });
+    driver.key(WXK_F5);
+    driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    for (const int row : {2, 4, 7}) openRow(row);
+    driver.run([this] { list(ui::DebugPanel::kVariables)->select(0); });
+    take("4-exception");
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    end();
+}
+
+TEST_P(EditorPictures, Running) {
+    script().replace(script().find("    report(holes);"), 18,
+                     "    report(holes);\n    string answer;\n    Input(answer);\n");
+    begin(GetParam());
+    driver.run([this] { editor()->SetFirstVisibleLine(35); });
+    driver.key(WXK_F5);
+    driver.when("the question",
+                [this] { return part<ui::ConsolePane>() && part<ui::ConsolePane>()->waiting(); });
+    driver.run([this] { editor()->SetFirstVisibleLine(35); });
+    take("5-running");
+    driver.key(WXK_F5, wxMOD_SHIFT);
+    untilStatus("Ready");
+    end();
+}
+
+TEST_P(EditorPictures, Find) {
+    outline = true;
+    begin(GetParam());
+    driver.key(WXK_F7);
+    untilStatus("No problems found");
+    driver.key('H', wxMOD_CONTROL);
+    driver.when("the bar", [this] { return part<ui::FindBar>() != nullptr; });
+    driver.type("samples");
+    for (int i = 0; i < 5; ++i) driver.key(WXK_F3);
+    driver.run([this] { editor()->SetFirstVisibleLine(16); });
+    take("8-find");
+    driver.key(WXK_ESCAPE);
+    end();
+}
+
+TEST_P(EditorPictures, Breakpoint) {
+    begin(GetParam());
+    driver.key(WXK_F7);
+    driver.run([this] { editor()->SetFirstVisibleLine(16); });
+    breakpointWith(30, 1, "metres > 10");
+    closedBreakpoint();
+    driver.run([this] { editor()->SetFirstVisibleLine(16); });
+    breakpointWith(30, 0, "metres > 10");
+    take("9-breakpoint");
+    driver.key(WXK_ESCAPE);
+    ready();
+    end();
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, EditorPictures,
+                         testing::Values(ThemeChoice::light, ThemeChoice::dark));
+
+#ifndef _WIN32
+/// Marks in the margin, enlarged from a picture for coarser screens, would be made of squares.
+TEST_F(FullWindow, MarksAreAsFineAsTheScreen) {
+    use(ThemeChoice::light);
+    const std::string path = folder.file("marks.png");
+    wxRect mark;
+    wxSize text;
+    ready();
+    breakAt({2});
+    driver.when("the painting", [turns = 0]() mutable { return ++turns > 40; });
+    driver.run([&] {
+        const int top = editor()->PointFromPosition(editor()->PositionFromLine(1)).y;
+        mark = wxRect(editor()->GetMarginWidth(0), top, 16, editor()->TextHeight(1));
+        text = editor()->GetSize();
+        test::saveWindow(*editor(), path);
+    });
+    closeBox();
+    edit("int main() {\n    return 0;\n}\n");
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    const wxImage picture(path, wxBITMAP_TYPE_PNG);
+    ASSERT_TRUE(picture.IsOk());
+    const int scale = picture.GetWidth() / text.x;
+    const auto at = [&](int x, int y) {
+        return picture.GetRed(x, y) << 16 | picture.GetGreen(x, y) << 8 | picture.GetBlue(x, y);
+    };
+    int red = 0, mixed = 0;
+    for (int y = mark.y * scale; y < mark.GetBottom() * scale; y += scale)
+        for (int x = mark.x * scale; x < mark.GetRight() * scale; x += scale) {
+            red += picture.GetRed(x, y) > 180 && picture.GetBlue(x, y) < 90;
+            bool same = true;
+            for (int i = 0; i < scale * scale; ++i)
+                same = same && at(x + i % scale, y + i / scale) == at(x, y);
+            mixed += !same;
+        }
+    EXPECT_GT(red, 60);
+    if (scale > 1) {
+        EXPECT_GT(mixed, 12);
+    }
+}
+#endif
+
+}  // namespace
