@@ -101,7 +101,7 @@ std::string EvaluationCall::bind(const FrameScope& scope) {
             address = scope.context()->GetThisPointer(scope.level());
         if (address != nullptr && binding.kind == EvaluationBinding::Kind::member)
             address = static_cast<asIScriptObject*>(address)->GetAddressOfProperty(binding.index);
-        if (address == nullptr) return "\"" + binding.name + "\" is not yet set.";
+        if (address == nullptr) return whyNoValue(binding.name, binding.value);
         if (bindOne(static_cast<asUINT>(i), binding, address) < 0)
             return "\"" + binding.name + "\" cannot be used here.";
     }

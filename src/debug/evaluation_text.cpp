@@ -172,7 +172,7 @@ class Reader {
         const TypedValue& value = named.value;
         // One that is to be set may be unset.
         if (value.address == nullptr || (value.unset && !found_.changes))
-            found_.error = "\"" + named.name + "\" is not yet set.";
+            found_.error = whyNoValue(named.name, value);
         const auto known = std::find_if(
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });

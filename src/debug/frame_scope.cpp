@@ -27,6 +27,10 @@ std::string outerOf(const std::string& space) {
 
 }  // namespace
 
+std::string whyNoValue(std::string_view name, const TypedValue& value) {
+    return "\"" + std::string(name) + "\" is " + (value.gone ? "gone." : "not yet set.");
+}
+
 FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
                        const StatementStarts* text, std::string_view mainSource,
                        const SetVariables* set)

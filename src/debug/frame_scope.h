@@ -20,6 +20,9 @@ struct TypedValue {
     bool gone = false;   ///< an object whose block is being left: it has been destroyed
 };
 
+/// Why the variable `name` has no value that can be read.
+std::string whyNoValue(std::string_view name, const TypedValue& value);
+
 /// A variable, a member of the frame's object, or a global variable.
 struct NamedValue {
     std::string name;         ///< with its namespace

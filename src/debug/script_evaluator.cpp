@@ -120,7 +120,7 @@ Evaluation ScriptEvaluator::evaluate(unsigned level, std::string_view expression
     if (impl_->values.find(level, expression, answer.target)) {
         const TypedValue& value = answer.target.value;
         answer.done = answer.target.owner != nullptr || (value.address != nullptr && !value.unset);
-        if (!answer.done) answer.error = "\"" + std::string(expression) + "\" is not yet set.";
+        if (!answer.done) answer.error = whyNoValue(expression, value);
         return answer;
     }
     return impl_->compiled(impl_->values.scopeOf(level), expression, purpose);

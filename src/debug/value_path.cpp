@@ -129,7 +129,8 @@ bool readIndex(std::string_view text, std::uint64_t& index) {
 }
 
 std::string whyNotSettable(const TypedValue& value) {
-    if (value.address == nullptr) return "This variable is not yet set.";
+    if (value.address == nullptr)
+        return value.gone ? "This variable is gone." : "This variable is not yet set.";
     return value.constant ? "This value is constant." : "";
 }
 

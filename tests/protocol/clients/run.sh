@@ -30,6 +30,16 @@ with_node() {
     npx tsc --strict --noEmit --skipLibCheck --moduleResolution node --target es2020 traffic.ts
 }
 
+with_genhtml() {
+    if ! command -v genhtml >/dev/null; then
+        echo "protocol clients: no genhtml here; the pages of a coverage are left out"
+        return 0
+    fi
+    "$KORVANT" run --coverage=run.info scripts/walk.as >run.log 2>&1 || test $? = 1
+    timeout 60 genhtml --quiet --output-directory coverage run.info
+    grep -rq 'Hole::twice' coverage
+}
+
 with_neovim() {
     if ! command -v nvim >/dev/null; then
         echo "protocol clients: no nvim here; the language client is left out"
@@ -50,5 +60,6 @@ with_emacs() {
 }
 
 with_node
+with_genhtml
 with_neovim
 with_emacs
