@@ -19,8 +19,11 @@ TEST(EngineBuild, IsTheOneThatTheBuildChose) {
 }
 
 TEST(EngineBuild, NamesOfOtherLibrariesDoNotCount) {
+    // On Windows the address of a function of another library is that of a jump in this one.
+#ifndef _WIN32
     EXPECT_FALSE(
         libraryAtExports(reinterpret_cast<const void*>(&std::malloc), "korvantEngineRevision"));
+#endif
     EXPECT_FALSE(libraryAtExports(nullptr, "korvantEngineRevision"));
     EXPECT_FALSE(libraryAtExports(reinterpret_cast<const void*>(&asCreateScriptEngine), "malloc"));
 }
