@@ -219,13 +219,15 @@ Meaning Meanings::memberOfLibrary(asITypeInfo& type, const NameUse& use) {
 
 Meaning Meanings::ofLibrary(const NameUse& use) {
     Meaning meaning;
-    asIScriptEngine* const engine = engine_.engine();
-    if (engine == nullptr || use.member) return meaning;
+    if (use.member) return meaning;
     const std::string name(nameOf(use));
     if (use.role == NameUse::Role::calls) {
         const auto calls = oracle_.callsIn(callAround(use), name);
         if (!calls.empty()) meaning.function = calls.back();
     }
+    // Only now: a question to the compiler may have cost the engine of before.
+    asIScriptEngine* const engine = engine_.engine();
+    if (engine == nullptr) return {};
     for (asUINT i = 0; i < engine->GetGlobalFunctionCount() && meaning.function == nullptr; ++i)
         if (engine->GetGlobalFunctionByIndex(i)->GetName() == name)
             meaning.function = engine->GetGlobalFunctionByIndex(i);

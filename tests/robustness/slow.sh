@@ -6,7 +6,7 @@
 #                 one would change its sign
 #   typing        200,000 states of a text while it is typed, through the compile worker
 #   names         every name of every script renamed and back, and every request about each script
-#                 with each of its lines cut, doubled and emptied
+#                 with each of its lines cut, doubled and emptied, in time
 #   repeat        what hosts do ten thousand times in a day
 #   storm         twenty thousand faulty scripts of each generator for five seeds, all systematic
 #                 ones, and the messages of both engines
@@ -76,13 +76,8 @@ for part in "${parts[@]}"; do
         sign) suites=(host object editor robustness) && run sign KORVANT_TEST_TICK=2147483648 ;;
         typing) suites=(language) choice=(--gtest_filter=*NoStateOfTyping*) &&
             run typing KORVANT_TYPING_STATES=200000 ;;
-        names)
-            suites=(language) choice=(--gtest_filter=Renaming.*) && run names KORVANT_EVERY_NAME=1
-            suites=(protocol) choice=(--gtest_filter=*BrokenTexts*)
-            for piece in 0 1 2 3 4 5 6 7; do
-                run "names-$piece" KORVANT_BROKEN_TEXTS="$piece/8"
-            done
-            ;;
+        names) suites=(language protocol) choice=(--gtest_filter=Renaming.*:*BrokenTexts*) &&
+            run names KORVANT_EVERY_NAME=1 KORVANT_BROKEN_TEXTS=1 ;;
         repeat) suites=(robustness) choice=(--gtest_filter=Repetition.*) && run repeat ;;
         storm)
             suites=(robustness) choice=(--gtest_filter=ScriptStorm.*)
