@@ -364,6 +364,8 @@ std::string Oracle::typeOf(std::string_view expression, std::size_t offset) {
                 if (value->GetVar(i, &name, &id) < 0 || name == nullptr ||
                     std::string_view(name) != "result_")
                     continue;
+                // Of what has no type, such as null, the engine cannot even tell the name.
+                if (id < 0) break;
                 if (const char* const text = engine_.engine()->GetTypeDeclaration(id, true))
                     type = text;
             }

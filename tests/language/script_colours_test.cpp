@@ -57,6 +57,16 @@ TEST_F(Colours, OutliveTheEngineThatTheyBeganWith) {
                     ::testing::IsSupersetOf({"g:function+", "Print:function"}));
 }
 
+/// What the compiler says of variables whose class has no constructor that it can call.
+TEST_F(Colours, OfAClassThatIsJustBeingWrittenAreThoseOfTheRest) {
+    EXPECT_THAT(coloured("class Sample {\n    string rock;\n\n    () {}\n    Sample(string name, "
+                         "double value) {\n        rock = name;\n    }\n}\nint main() {\n"
+                         "    Sample[] samples;\n    samples.insertLast(Sample(\"skarn\", 3.1));\n"
+                         "    for (uint i = 0; i < samples.length(); i++)\n"
+                         "        Print(samples[i].rock + \" %%\\n\");\n    return 0;\n}"),
+                ::testing::IsSupersetOf({"rock:property", "samples:variable", "Print:function"}));
+}
+
 TEST_F(Colours, HintsNameLiteralsAndDeducedTypes) {
     const std::string text =
         "class C { C(int depth, bool open) {} void dig(int by) {} void dig(string how) {} }\n"
