@@ -1,6 +1,6 @@
 ;;; korvant.el --- KorvantIDE scripts in Emacs -*- lexical-binding: t -*-
-;; Load this file. Errors, completion and names come through eglot, which Emacs 29 has; the
-;; debugger through the package dape, where it is installed.
+;; Load this file. Errors, completion and names come through eglot, which Emacs 29 has and Emacs 28
+;; takes as a package; the debugger through the package dape, where it is installed.
 
 (define-derived-mode angelscript-mode prog-mode "AngelScript"
   "Scripts of KorvantIDE."
