@@ -72,9 +72,11 @@ std::vector<std::int32_t> DebugSession::Impl::wantedLines() {
     std::vector<std::int32_t> lines = book.lines();
     if (style == StopStyle::suspend) lines.insert(lines.end(), hostLines.begin(), hostLines.end());
     if (target.line > 0) lines.push_back(target.line);
+    asked = lines;
+    std::sort(asked.begin(), asked.end());
     // Nothing is asked of a run without breakpoints, and classic steps go by the lines of its host.
     if (lines.empty() || text == nullptr || style == StopStyle::suspend) return lines;
-    if (!setVariables.begun()) setVariables.begin(&text->variables());
+    if (!setVariables.begun()) setVariables.begin(&text->variables(), kMainSource);
     lines.insert(lines.end(), setVariables.lines().begin(), setVariables.lines().end());
     return lines;
 }

@@ -63,6 +63,7 @@ struct DebugSession::Impl final : StopPolicy {
     asIScriptModule* module = nullptr;
     std::unique_ptr<StatementStarts> text;
     SetVariables setVariables;
+    std::vector<std::int32_t> asked;  ///< lines at which it may stop, ascending
     ValueTree values;
     ScriptEvaluator evaluator{session, values};
     Frames frames{nullptr, kMainSource};
@@ -76,6 +77,7 @@ struct DebugSession::Impl final : StopPolicy {
     // Where it stops.
     Answer passedOver(std::int32_t line);
     void noteSet(asIScriptContext& context, const StatementPlace& here);
+    bool onlySets(std::int32_t line) const;
     bool stopsAt(asIScriptContext& context, std::int32_t line, const StatementPlace& here,
                  bool newPass);
     bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass, bool twin);

@@ -124,6 +124,11 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
             return;
         }
         const StatementPlace here = StatementPlace::of(context);
+        if (onlySets(line)) {
+            noteSet(context, here);
+            lastSeen = here;
+            return;
+        }
         const bool newPass = pass.begins(here, again && lastSeen.line == line);
         noteSet(context, here);
         const bool stops = stopsAt(context, line, here, newPass);
@@ -148,8 +153,14 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
 
 void DebugSession::Impl::noteSet(asIScriptContext& context, const StatementPlace& here) {
     const std::vector<std::int32_t>& lines = setVariables.lines();
-    if (!std::binary_search(lines.begin(), lines.end(), here.line)) return;
-    if (placeOf(context).source.empty()) setVariables.pass(context, here, here == lastSeen);
+    if (std::binary_search(lines.begin(), lines.end(), here.line))
+        setVariables.pass(context, here, here == lastSeen);
+}
+
+/// Whether nothing but the variables that it may set is the reason to be asked about a line.
+bool DebugSession::Impl::onlySets(std::int32_t line) const {
+    return !everyStatement && style == StopStyle::hold &&
+           !std::binary_search(asked.begin(), asked.end(), line);
 }
 
 /// A run that is suspended may have breakpoints and steps of its host beside ours.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 #include <set>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -18,8 +20,9 @@ namespace korvant {
 /// passed that set it. Script's thread only.
 class SetVariables {
   public:
-    /// A script is built from a text, which must live as long; null: it is gone.
-    void begin(const DeclaredVariables* text);
+    /// A script is built from a text, which must live as long; null: it is gone. `source`: its
+    /// section.
+    void begin(const DeclaredVariables* text, std::string_view source = {});
     bool begun() const noexcept { return text_ != nullptr; }
     /// Where pass() must be told of statements, ascending.
     const std::vector<std::int32_t>& lines() const noexcept { return lines_; }
@@ -39,12 +42,22 @@ class SetVariables {
         std::int32_t column = 0;
     };
     using Doubtful = DeclaredVariables::Doubtful;
+    /// The engine's numbers of the doubtful variables of a function, and of those that one of its
+    /// statements may set.
+    struct Step {
+        std::vector<asUINT> all;
+        std::vector<asUINT> sets;
+    };
     static int indexOf(const asIScriptFunction& function, const Doubtful& variable);
+    const Step& stepAt(asIScriptContext& context, const StatementPlace& here);
+    Step findStep(asIScriptContext& context, const StatementPlace& here) const;
 
     const DeclaredVariables* text_ = nullptr;
+    std::string source_;  ///< the section that the text is of
     std::vector<std::int32_t> lines_;
     std::set<const void*> touched_;
     std::unordered_map<const void*, State> states_;
+    std::unordered_map<const asDWORD*, Step> steps_;  ///< by the place in the code
 };
 
 }  // namespace korvant
