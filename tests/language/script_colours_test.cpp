@@ -6,6 +6,7 @@
 #include "language/checker.h"
 #include "language/oracle_fixture.h"
 #include "language/repairs.h"
+#include "support/needs_engine.h"
 
 namespace korvant::test {
 namespace {
@@ -59,6 +60,7 @@ TEST_F(Colours, OutliveTheEngineThatTheyBeganWith) {
 
 /// What the compiler says of variables whose class has no constructor that it can call.
 TEST_F(Colours, OfAClassThatIsJustBeingWrittenAreThoseOfTheRest) {
+    KORVANT_NEEDS_HARDENED_ENGINE();
     EXPECT_THAT(coloured("class Sample {\n    string rock;\n\n    () {}\n    Sample(string name, "
                          "double value) {\n        rock = name;\n    }\n}\nint main() {\n"
                          "    Sample[] samples;\n    samples.insertLast(Sample(\"skarn\", 3.1));\n"
