@@ -22,9 +22,10 @@ class StandardStreams final : public Channel {
         while (!closed_) {
             DWORD waiting = 0;
             const bool pipe = GetFileType(input_) == FILE_TYPE_PIPE;
-            if (pipe && !PeekNamedPipe(input_, nullptr, 0, nullptr, &waiting, nullptr))
-                return false;
-            if (pipe && waiting == 0) {
+            // A pipe that cannot be looked at, as those of another system's programs, is read from
+            // at once; a closed one fails there too.
+            if (pipe && PeekNamedPipe(input_, nullptr, 0, nullptr, &waiting, nullptr) &&
+                waiting == 0) {
                 Sleep(kWaitMs);
                 continue;
             }

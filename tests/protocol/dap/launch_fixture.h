@@ -13,7 +13,11 @@
 
 namespace korvant::test {
 
+#ifdef _WIN32
+inline constexpr char kProgram[] = "C:\\scripts\\walk.as";
+#else
 inline constexpr char kProgram[] = "/scripts/walk.as";
+#endif
 
 class Launch : public ScriptFixture {
   protected:
