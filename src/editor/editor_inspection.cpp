@@ -295,6 +295,7 @@ std::vector<OutlineEntry> ScriptEditor::useIndex(const ScopeIndex& index) {
         entries = outlineEntries(index);
         ColouredNames names = libraryNames();
         names.types += " " + typeNamesOf(index);
+        names.values = valueNamesOf(index);
         view_.useNames(std::move(names));
     });
     return entries;

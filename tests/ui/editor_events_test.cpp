@@ -375,6 +375,19 @@ TEST_F(EditorEvents, TextFoldsAsTheLanguageHasIt) {
     edit(script);
 }
 
+TEST_F(EditorEvents, ValuesOfTheScriptAreNotColouredAsFunctionsOfTheLibrary) {
+    constexpr int kFunctionStyle = 16;
+    const auto styleOf = [this](const std::string& name) {
+        return editor()->GetStyleAt(editor()->FindText(0, editor()->GetLength(), name)) & 31;
+    };
+    ready();
+    driver.when("the colours", [styleOf] {
+        return styleOf("sqrt") == kFunctionStyle && styleOf("log") != kFunctionStyle;
+    });
+    closeBox();
+    edit("int main() {\n    double log = 2;\n    return int(sqrt(log));\n}\n");
+}
+
 TEST_F(EditorEvents, WindowIsFoundAsItWasLeft) {
     const auto drag = [this](std::function<wxPoint()> from, wxPoint by) {
         driver.run([from, by] {

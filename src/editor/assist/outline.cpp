@@ -49,6 +49,13 @@ int entryAt(const std::vector<OutlineEntry>& entries, std::size_t position) {
     return found;
 }
 
+std::string valueNamesOf(const ScopeIndex& index) {
+    std::string names;
+    for (const Declaration& one : index.declarations())
+        if (isVariable(one.kind) && !one.name.empty()) names += " " + std::string(one.name);
+    return names;
+}
+
 std::string typeNamesOf(const ScopeIndex& index) {
     std::string names;
     for (const Declaration& one : index.declarations())

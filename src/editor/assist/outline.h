@@ -21,6 +21,8 @@ struct OutlineEntry {
 std::vector<OutlineEntry> outlineEntries(const ScopeIndex& index);
 /// The entry around a place, the innermost; -1 for none.
 int entryAt(const std::vector<OutlineEntry>& entries, std::size_t position);
+/// Names of variables and members that the script declares, parted by blanks.
+std::string valueNamesOf(const ScopeIndex& index);
 /// Names of types that the script declares, parted by blanks.
 std::string typeNamesOf(const ScopeIndex& index);
 

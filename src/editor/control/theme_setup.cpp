@@ -1,5 +1,6 @@
 #include "editor/control/theme_setup.h"
 
+#include <sstream>
 #include <string_view>
 
 #include "editor/control/control_setup.h"
@@ -84,6 +85,15 @@ void colourEditor(const TextControl& editor, const ThemeTable& theme, const Code
     }
 }
 
+/// The words of a list that are not in `others`, which begins and ends with a blank.
+std::string without(const std::string& words, const std::string& others) {
+    std::istringstream all(words);
+    std::string left;
+    for (std::string word; all >> word;)
+        if (others.find(" " + word + " ") == std::string::npos) left += " " + word;
+    return left;
+}
+
 std::size_t endOfLanguageWords() {
     const std::string_view all = kKeywordList;
     return all.find(kLastLanguageWord) + kLastLanguageWord.size() - 1;
@@ -130,7 +140,9 @@ void colourNames(const TextControl& editor, const ColouredNames& names) {
     // A word of the language behind "import" only, and a good name of a member.
     language.erase(language.find(kFromWord), std::string_view(kFromWord).size() - 1);
     editor.send(sci::kSetKeywords, 0, language.c_str());
-    editor.send(sci::kSetKeywords, 1, (libraryWordList() + " " + names.functions).c_str());
+    const std::string functions =
+        without(libraryWordList() + " " + names.functions, names.values + " ");
+    editor.send(sci::kSetKeywords, 1, functions.c_str());
     editor.send(sci::kSetKeywords, 3, names.types.c_str());
 }
 

@@ -12,6 +12,7 @@ namespace korvant {
 struct ColouredNames {
     std::string functions;  ///< of the library
     std::string types;      ///< classes, enums, registered types
+    std::string values;     ///< variables and members of the script, which are no functions
     bool operator==(const ColouredNames&) const = default;
 };
 

@@ -18,6 +18,7 @@
 #include "ui/form/form_question.h"
 #include "ui/form/form_report.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 #include "ui/kit/ui_runtime.h"
 
 namespace korvant::ui {
@@ -256,6 +257,7 @@ void FormWindow::turnPage(int by) {
 void FormWindow::takeSearch() {
     if (searched_ == search_->GetValue()) return;
     searched_ = search_->GetValue();
+    native::settle(*search_);  // the cross in it has just come or gone
     session_.setFilter(fromTyped(searched_));
     showChanges();
 }

@@ -42,6 +42,9 @@ void pumpWindow(wxWindow& window);
 /// Scroll bars of this window do not wait for the pointer to show themselves.
 void keepScrollBarsVisible(wxWindow& window);
 
+/// What a control shows now inside its old place gets its places before it is painted.
+void settle(wxWindow& control);
+
 /// A field of one line without an edge, for what paints one around it.
 void bareField(wxWindow& field);
 

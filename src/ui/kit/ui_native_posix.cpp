@@ -295,6 +295,15 @@ void finishClosing() {
     gdk_display_flush(display);
 }
 
+void settle(wxWindow& control) {
+    GtkWidget* widget = control.GetHandle();
+    GtkAllocation place{};
+    gtk_widget_get_allocation(widget, &place);
+    if (place.width <= 1) return;
+    gtk_widget_get_preferred_size(widget, nullptr, nullptr);
+    gtk_widget_size_allocate(widget, &place);
+}
+
 void bareField(wxWindow& field) {
     GtkCssProvider* style = gtk_css_provider_new();
     gtk_css_provider_load_from_data(

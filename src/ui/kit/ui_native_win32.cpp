@@ -104,6 +104,8 @@ void finishClosing() {
     drainEvents();
 }
 
+void settle(wxWindow&) {}
+
 void bareField(wxWindow&) {}
 
 void showFocus(wxWindow& topLevel) {

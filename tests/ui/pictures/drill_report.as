@@ -86,6 +86,7 @@ void addHole(Hole[] &inout holes, string name, int count, double grade) {
     Hole@ made = holes[holes.length() - 1];
     made.name = name;
     made.log.setTitle("Hole log");
+    made.log.addClass("Hole", true);
     made.log.addProperty("geologist", "Geologist", "A. Moreau", true);
     made.log.addProperty("collar", "Collar", 512.4, "m", true);
     made.samples.resize(count);

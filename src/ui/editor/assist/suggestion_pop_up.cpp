@@ -127,7 +127,7 @@ class SuggestionRows : public PaintedWindow {
             paintRow(context, i, y);
             y += dip(kRow);
         }
-        const int footer = wantedHeight() - dip(kFooter) - 1;
+        const int footer = size.y - dip(kFooter) - 1;
         fill(context, {1, footer, size.x - 2, 1}, look()->hair);
         text(context, words("Enter or Tab takes it"), look().small, look()->secondText, dip(kIconX),
              footer, dip(kFooter));

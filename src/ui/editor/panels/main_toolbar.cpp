@@ -141,7 +141,7 @@ int MainToolbar::widthOf(const Item& item) const {
 
 void MainToolbar::place() {
     lines_.clear();
-    const int y = (GetClientSize().y - 1 - dip(kButton)) / 2;
+    const int y = (GetClientSize().y - dip(kButton)) / 2;
     int left = dip(kMargin), right = GetClientSize().x - dip(kMargin) + dip(kGap);
     for (const Item& item : items_)
         if (item.atRight && isShown(item)) right -= widthOf(item);
