@@ -101,6 +101,16 @@ const Diagnostic* Problems::previous(std::int32_t line, std::int32_t column) con
     return byPlace_.empty() ? nullptr : byPlace_.back();
 }
 
+const Diagnostic* Problems::onLine(std::int32_t line) const {
+    const Diagnostic* found = nullptr;
+    for (const Diagnostic* one : byPlace_) {
+        if (one->line != line) continue;
+        if (one->kind == Diagnostic::Kind::error) return one;
+        if (!found) found = one;
+    }
+    return found;
+}
+
 std::string Problems::summary() const {
     if (empty()) return "No problems found";
     std::string text = errors_ > 0 ? counted(errors_, "error") : "";

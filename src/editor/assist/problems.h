@@ -26,6 +26,8 @@ class Problems {
     /// The problem behind (or before) a place, beginning again at the other end; null for none.
     const Diagnostic* next(std::int32_t line, std::int32_t column) const;
     const Diagnostic* previous(std::int32_t line, std::int32_t column) const;
+    /// The first error of a 1-based line, else its first warning; null for none.
+    const Diagnostic* onLine(std::int32_t line) const;
     /// "2 errors", "1 error, 3 warnings", "No problems found".
     std::string summary() const;
     /// The text has moved below them.

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kSize = 16;
 /// Numbers of markers beside the classic one.
+constexpr int kWarningMark = 6, kErrorMark = 7, kProblemMarks = 1 << kWarningMark | 1 << kErrorMark;
 constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMark = 13,
               kPlainMark = 14, kCallerMark = 15, kStopMark = 16, kFailedMark = 17, kStopBand = 20,
               kExceptionBand = 21, kCallerBand = 22;
@@ -62,11 +63,12 @@ void CodeMarks::paintMark(wxGraphicsContext& context, int marker, int margin, in
               found->second.first, found->second.second);
 }
 
-/// The mark of a kind stands in the place of the plain one.
+/// The mark of a kind stands in the place of the plain one, and a problem's gives way to any other.
 int CodeMarks::shownMarks(int line) const {
     constexpr int kKinds =
         1 << kConditionMark | 1 << kPrintMark | 1 << kOffMark | 1 << kUnverifiedMark;
-    const int marks = control_.MarkerGet(line);
+    const int all = control_.MarkerGet(line) & control_.GetMarginMask(kBookmarkMargin);
+    const int marks = (all & ~kProblemMarks) != 0 ? all & ~kProblemMarks : all;
     if ((marks & kKinds) == 0) return marks;
     const bool plain = classicSymbol_ == sci::kMarkCircle;
     return marks & ~(1 << kWaitingMarker | 1 << kPlainMark | (plain ? 1 << kClassicMarker : 0));
@@ -76,7 +78,6 @@ int CodeMarks::shownMarks(int line) const {
 void CodeMarks::paintMarks(wxGraphicsContext& context) const {
     if (!on_) return;
     const int first = control_.GetFirstVisibleLine(), rows = control_.LinesOnScreen() + 1;
-    const int mask = control_.GetMarginMask(kBookmarkMargin);
     int before = -1;
     for (int row = 0; row <= rows; ++row) {
         const int line = control_.DocLineFromVisible(first + row);
@@ -84,7 +85,7 @@ void CodeMarks::paintMarks(wxGraphicsContext& context) const {
         before = line;
         const bool begins = row > 0 || control_.VisibleFromDocLine(line) == first;
         if (!begins) continue;
-        const int y = row * control_.TextHeight(0), marks = shownMarks(line) & mask;
+        const int y = row * control_.TextHeight(0), marks = shownMarks(line);
         for (int marker = 0; marker < wxSTC_MARKNUM_FOLDEREND; ++marker)
             if ((marks & 1 << marker) != 0) paintMark(context, marker, kBookmarkMargin, y);
         if ((control_.GetFoldLevel(line) & wxSTC_FOLDLEVELHEADERFLAG) != 0)
@@ -104,6 +105,8 @@ void CodeMarks::defineMarkers() {
     define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText);
     define(kStopMark, Icon::stopArrow, &ThemeTable::stopMark);
     define(kFailedMark, Icon::bolt, &ThemeTable::error);
+    define(kErrorMark, Icon::error, &ThemeTable::error);
+    define(kWarningMark, Icon::warning, &ThemeTable::warning);
     define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint);
     control_.MarkerDefine(kConditionMarker, wxSTC_MARK_EMPTY);
     const auto band = [this](int marker, Rgb ThemeTable::*colour) {
@@ -261,22 +264,30 @@ bool CodeMarks::leftWord() {
     return true;
 }
 
+/// A line has the mark of the worst of its problems.
+void CodeMarks::markProblem(const Diagnostic& problem) {
+    if (problem.kind == Diagnostic::Kind::information || problem.line <= 0) return;
+    const int begin = positionOf(problem.line, problem.column);
+    const int end = std::max(positionOf(problem.line, problem.endColumn), begin + 1);
+    if (isBeingTyped(begin, end)) return;
+    const bool isError = problem.kind == Diagnostic::Kind::error;
+    control_.SetIndicatorCurrent(isError ? kErrorIndicator : kWarningIndicator);
+    control_.IndicatorFillRange(begin, end - begin);
+    const int line = problem.line - 1;
+    if ((control_.MarkerGet(line) & kProblemMarks) == 1 << kErrorMark) return;
+    control_.MarkerDelete(line, kWarningMark);
+    control_.MarkerAdd(line, isError ? kErrorMark : kWarningMark);
+}
+
 void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
     problems_ = problems;
     for (const int indicator : {kErrorIndicator, kWarningIndicator}) {
         control_.SetIndicatorCurrent(indicator);
         control_.IndicatorClearRange(0, control_.GetLength());
     }
+    for (const int marker : {kErrorMark, kWarningMark}) control_.MarkerDeleteAll(marker);
     if (on_)
-        for (const Diagnostic& one : problems) {
-            if (one.kind == Diagnostic::Kind::information || one.line <= 0) continue;
-            const int begin = positionOf(one.line, one.column);
-            const int end = std::max(positionOf(one.line, one.endColumn), begin + 1);
-            if (isBeingTyped(begin, end)) continue;
-            control_.SetIndicatorCurrent(one.kind == Diagnostic::Kind::error ? kErrorIndicator
-                                                                             : kWarningIndicator);
-            control_.IndicatorFillRange(begin, end - begin);
-        }
+        for (const Diagnostic& one : problems) markProblem(one);
     notes_->show(on_ ? problems : std::vector<Diagnostic>());
 }
 

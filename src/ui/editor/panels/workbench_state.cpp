@@ -323,7 +323,8 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
         content.icon = problems.errors() > 0 ? Icon::error : Icon::warning;
         content.iconColour = problems.errors() > 0 ? &ThemeTable::error : &ThemeTable::warning;
         content.text = fromUtf8(problems.summary());
-        content.remark = words("F8 goes to the next");
+        const Diagnostic* const here = problems.onLine(status.line);
+        content.remark = here ? fromUtf8(here->text) : words("F8 goes to the next");
     }
     if (status.run == Run::idle && problems.empty()) content.remark = checkNote_;
     if (standsStill(status.run) && editor_.changedSinceRun())
