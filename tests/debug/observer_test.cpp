@@ -172,15 +172,17 @@ TEST_F(Observer, CountsAreExactWhateverTheScriptIsMadeOf) {
 TEST_F(Observer, SharesOfTimeAreThoseOfTheWork) {
     Profiler profiler;
     debug.setProfiler(&profiler);
-    EXPECT_FALSE(
-        start("int work(int n) { int s = 0; for (int i = 0; i < n; i++) s ^= i; return s; }\n"
-              "int one() { return work(1000); }\nint two() { return work(2000); }\n"
-              "int three() { return work(3000); }\nint four() { return work(4000); }\n"
-              "int main() {\n    for (int i = 0; i < 8000; i++) {\n"
-              "        one(); two(); three(); four();\n    }\n    return 0;\n}\n")
-            .failed());
+    // So many that chance is a percent, however often the machine does something else.
+    for (int runs = 0; runs < 10 && profiler.samples() < 2000; ++runs)
+        EXPECT_FALSE(
+            start("int work(int n) { int s = 0; for (int i = 0; i < n; i++) s ^= i; return s; }\n"
+                  "int one() { return work(1000); }\nint two() { return work(2000); }\n"
+                  "int three() { return work(3000); }\nint four() { return work(4000); }\n"
+                  "int main() {\n    for (int i = 0; i < 8000; i++) {\n"
+                  "        one(); two(); three(); four();\n    }\n    return 0;\n}\n")
+                .failed());
     debug.setProfiler(nullptr);
-    ASSERT_GT(profiler.samples(), 300u);
+    ASSERT_GE(profiler.samples(), 1500u);
     std::map<std::string, double> shares = profiler.shares();
     EXPECT_NEAR(100 * shares["one"], 10, 5);
     EXPECT_NEAR(100 * shares["two"], 20, 5);
