@@ -16,7 +16,7 @@ exported=$($objdump -p "$folder/KorvantIDE.dll" | sed -n '/\[Ordinal\/Name Point
 plain=$(grep -vE '^(_Z|korvantEngineRevision$)' <<<"$exported" || true)  # the engine's mark is inside
 diff <(echo "$promised") <(echo "$plain") >&2 || fail "the plain names differ (< promised, > exported)"
 if grep '^_Z' <<<"$exported" | c++filt |
-    grep -vE '^((vtable|typeinfo|typeinfo name) for )?(ScriptObject|CThread|CThreadEvent|KorStamp|KorStampListener|KorvantKernelFramework)(::|$)' >&2; then
+    grep -vE '^((vtable|typeinfo|typeinfo name) for )?(ScriptArray|ScriptObject|CThread|CThreadEvent|KorStamp|KorStampListener|KorvantKernelFramework)(::|$)' >&2; then
     fail "exported by mistake"
 fi
 
