@@ -147,6 +147,7 @@ void DeclaredVariables::collectDoubtful(int function, int variable) {
             if (i < variable) ++doubtful.nth;
             ++doubtful.count;
         }
+    std::set<std::size_t> setters;
     for (const NameUse* const use : index_.usesOf(declared.name)) {
         if (use->begin < declared.nameRange.end || use->member || use->qualified || !maySet(*use) ||
             index_.variableAt(declared.name, use->begin) != variable)
@@ -154,10 +155,13 @@ void DeclaredVariables::collectDoubtful(int function, int variable) {
         const Statement* const statement = statementAround(use->begin);
         // Where it stands before all others, the text tells.
         if (statement == nullptr) return;
-        if (doubtful.setters.empty() && setsAlways(*statement, *use, declared.scope)) return;
-        doubtful.setters.insert(statement->range.begin);
+        if (setters.empty() && setsAlways(*statement, *use, declared.scope)) return;
+        setters.insert(statement->range.begin);
     }
-    if (!doubtful.setters.empty()) doubtful_[function].push_back(std::move(doubtful));
+    if (setters.empty()) return;
+    std::vector<Doubtful>& all = doubtful_[function];
+    for (const std::size_t setter : setters) setters_[setter].push_back(all.size());
+    all.push_back(doubtful);
 }
 
 const std::vector<DeclaredVariables::Doubtful>& DeclaredVariables::doubtfulAt(
@@ -167,11 +171,13 @@ const std::vector<DeclaredVariables::Doubtful>& DeclaredVariables::doubtfulAt(
     return found == doubtful_.end() ? none : found->second;
 }
 
-bool DeclaredVariables::sets(const Doubtful& variable, std::int32_t line,
-                             std::int32_t column) const {
+const std::vector<std::size_t>& DeclaredVariables::setAt(std::int32_t line,
+                                                         std::int32_t column) const {
+    static const std::vector<std::size_t> none;
     // The condition behind a loop's body stands inside what the text takes for a statement.
     const Statement* const statement = statementAround(placeOf(line, column));
-    return statement != nullptr && variable.setters.count(statement->range.begin) > 0;
+    const auto found = statement ? setters_.find(statement->range.begin) : setters_.end();
+    return found == setters_.end() ? none : found->second;
 }
 
 std::vector<std::int32_t> DeclaredVariables::doubtfulLines() const {
@@ -179,9 +185,8 @@ std::vector<std::int32_t> DeclaredVariables::doubtfulLines() const {
     const auto add = [&](std::size_t place) {
         lines.insert(static_cast<std::int32_t>(index_.document().lineOf(place)) + 1);
     };
+    for (const auto& [setter, variables] : setters_) add(setter);
     for (const auto& [function, variables] : doubtful_) {
-        for (const Doubtful& variable : variables)
-            for (const std::size_t setter : variable.setters) add(setter);
         const ByteRange body = declaration(function).body;
         for (auto at = begins_.lower_bound(body.begin); at != begins_.end() && at->first < body.end;
              ++at) {

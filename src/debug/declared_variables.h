@@ -34,11 +34,11 @@ class DeclaredVariables {
         std::string_view name;
         std::size_t nth = 0;  ///< of `count` with this name in its function
         std::size_t count = 0;
-        std::set<std::size_t> setters;  ///< where the statements begin that may set it
     };
     /// Those of the function at a place.
     const std::vector<Doubtful>& doubtfulAt(std::int32_t line, std::int32_t column) const;
-    bool sets(const Doubtful& variable, std::int32_t line, std::int32_t column) const;
+    /// Which of them, by their numbers there, the statement at a place may set.
+    const std::vector<std::size_t>& setAt(std::int32_t line, std::int32_t column) const;
     /// Lines at which calls of their functions begin, and of their setters; ascending.
     std::vector<std::int32_t> doubtfulLines() const;
 
@@ -56,8 +56,9 @@ class DeclaredVariables {
     std::string_view text() const { return index_.document().text(); }
 
     ScopeIndex index_;
-    std::map<int, std::vector<int>> byFunction_;  ///< locals and parameters, in order
-    std::map<int, std::vector<Doubtful>> doubtful_;
+    std::map<int, std::vector<int>> byFunction_;               ///< locals and parameters, in order
+    std::map<int, std::vector<Doubtful>> doubtful_;            ///< by function
+    std::map<std::size_t, std::vector<std::size_t>> setters_;  ///< by where the statement begins
     std::map<std::size_t, const Statement*> begins_;
 };
 

@@ -4,39 +4,50 @@
 
 namespace korvant {
 
+namespace {
+
+constexpr asUINT kNoNumber = ~asUINT{0};
+
+}  // namespace
+
 void SetVariables::begin(const DeclaredVariables* text, std::string_view source) {
     text_ = text;
     source_ = source;
     touched_.clear();
     states_.clear();
+    numbers_.clear();
     steps_.clear();
     lines_ = text != nullptr ? text->doubtfulLines() : std::vector<std::int32_t>();
 }
 
-/// The engine's number of a variable; -1 where it has another number of that name.
-int SetVariables::indexOf(const asIScriptFunction& function, const Doubtful& variable) {
-    std::size_t count = 0;
-    int index = -1;
+/// kNoNumber where the engine has another number of variables with a name than the text.
+const std::vector<asUINT>& SetVariables::numbersOf(const asIScriptFunction& function,
+                                                   const std::vector<Doubtful>& variables) {
+    const auto [place, isNew] = numbers_.try_emplace(&function);
+    if (!isNew) return place->second;
+    std::unordered_map<std::string_view, std::vector<asUINT>> named;
     for (asUINT i = 0; i < function.GetVarCount(); ++i) {
         const char* name = nullptr;
-        if (function.GetVar(i, &name) < 0 || name == nullptr || variable.name != name) continue;
-        if (count++ == variable.nth) index = static_cast<int>(i);
+        if (function.GetVar(i, &name) >= 0 && name != nullptr) named[name].push_back(i);
     }
-    return count == variable.count ? index : -1;
+    for (const Doubtful& variable : variables) {
+        const std::vector<asUINT>& all = named[variable.name];
+        place->second.push_back(all.size() == variable.count ? all[variable.nth] : kNoNumber);
+    }
+    return place->second;
 }
 
-SetVariables::Step SetVariables::findStep(asIScriptContext& context,
-                                          const StatementPlace& here) const {
+SetVariables::Step SetVariables::findStep(asIScriptContext& context, const StatementPlace& here) {
     Step step;
     const char* section = nullptr;
     context.GetLineNumber(0, nullptr, &section);
     if (section == nullptr || section != source_) return step;
-    for (const Doubtful& variable : text_->doubtfulAt(here.line, here.column)) {
-        const int index = indexOf(*here.function, variable);
-        if (index < 0) continue;
-        step.all.push_back(static_cast<asUINT>(index));
-        if (text_->sets(variable, here.line, here.column)) step.sets.push_back(step.all.back());
-    }
+    const std::vector<Doubtful>& variables = text_->doubtfulAt(here.line, here.column);
+    if (variables.empty()) return step;
+    step.all = &numbersOf(*here.function, variables);
+    for (const std::size_t variable : text_->setAt(here.line, here.column))
+        if (variable < step.all->size() && (*step.all)[variable] != kNoNumber)
+            step.sets.push_back((*step.all)[variable]);
     return step;
 }
 
@@ -53,9 +64,9 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
     if (text_ == nullptr || here.function == nullptr) return;
     const Step& step = stepAt(context, here);
     const auto addressOf = [&](asUINT index) { return context.GetAddressOfVar(index, 0); };
-    if (entry)
-        for (const asUINT index : step.all)
-            if (const void* const address = addressOf(index)) {
+    if (entry && step.all != nullptr)
+        for (const asUINT index : *step.all)
+            if (const void* const address = index != kNoNumber ? addressOf(index) : nullptr) {
                 states_[address] = {};
                 touched_.erase(address);
             }

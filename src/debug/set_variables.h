@@ -42,21 +42,23 @@ class SetVariables {
         std::int32_t column = 0;
     };
     using Doubtful = DeclaredVariables::Doubtful;
-    /// The engine's numbers of the doubtful variables of a function, and of those that one of its
-    /// statements may set.
+    /// The engine's numbers of the doubtful variables of a function, null where there are none, and
+    /// of those that one of its statements may set.
     struct Step {
-        std::vector<asUINT> all;
+        const std::vector<asUINT>* all = nullptr;
         std::vector<asUINT> sets;
     };
-    static int indexOf(const asIScriptFunction& function, const Doubtful& variable);
+    const std::vector<asUINT>& numbersOf(const asIScriptFunction& function,
+                                         const std::vector<Doubtful>& variables);
     const Step& stepAt(asIScriptContext& context, const StatementPlace& here);
-    Step findStep(asIScriptContext& context, const StatementPlace& here) const;
+    Step findStep(asIScriptContext& context, const StatementPlace& here);
 
     const DeclaredVariables* text_ = nullptr;
     std::string source_;  ///< the section that the text is of
     std::vector<std::int32_t> lines_;
     std::set<const void*> touched_;
     std::unordered_map<const void*, State> states_;
+    std::unordered_map<const asIScriptFunction*, std::vector<asUINT>> numbers_;
     std::unordered_map<const asDWORD*, Step> steps_;  ///< by the place in the code
 };
 
