@@ -97,6 +97,28 @@ TEST_F(EditorEvents, MessagesStandAtTheEndsOfLines) {
     edit(script);
 }
 
+/// Those that are not needed are hidden meanwhile, of which the toolkit complained at each line.
+TEST_F(EditorEvents, MessagesScrollWithTheTextAndWithoutComplaints) {
+    std::string script = "int main() {\n";
+    for (int i = 0; i < 200; ++i)
+        script += i % 9 == 0 ? "    a" + std::to_string(i) + ";\n" : "    Print(\"\");\n";
+    script += "    return 0;\n}\n";
+    ready();
+    driver.when("messages", [this] { return notes().size() > 1; });
+    driver.run([] { testing::internal::CaptureStderr(); });
+    for (const int lines : {120, -60, 70, 3, -1}) {
+        driver.run([this, lines] { editor()->LineScroll(0, lines); });
+        driver.when("others", [this] {
+            const std::vector<std::string> shown = notes();
+            const int first = editor()->GetFirstVisibleLine() + 1;
+            return !shown.empty() && std::stoi(shown.front().substr(21)) + 2 >= first;
+        });
+    }
+    check([] { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); });
+    closeBox();
+    edit(script);
+}
+
 TEST_F(EditorEvents, CheckThatFindsErrorsOpensTheirList) {
     ready();
     driver.key(WXK_F7);

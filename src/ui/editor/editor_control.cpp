@@ -5,6 +5,7 @@
 #include <wx/stc/stc.h>
 #include <wx/weakref.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -59,11 +60,26 @@ ControlNotification plainForm(const wxStyledTextEvent& event) {
     return notification;
 }
 
+/// Windows stand over the text: what is wrong in a line, why the script stopped. The toolkit
+/// scrolls them along, and complains of each that is hidden; then they are moved by hand.
+class TextWindow : public wxStyledTextCtrl {
+  public:
+    void ScrollWindow(int dx, int dy, const wxRect* rect) override {
+        const wxWindowList& children = GetChildren();
+        const bool allShown = std::all_of(children.begin(), children.end(),
+                                          [](const wxWindow* child) { return child->IsShown(); });
+        if (allShown) return wxStyledTextCtrl::ScrollWindow(dx, dy, rect);
+        for (wxWindow* child : children)
+            if (child->IsShown()) child->Move(child->GetPosition() + wxPoint(dx, dy));
+        Refresh();
+    }
+};
+
 }  // namespace
 
 wxStyledTextCtrl* makeTextControl(wxWindow* parent) {
     const wxLogNull silence;
-    auto* control = new wxStyledTextCtrl;
+    auto* control = new TextWindow;
     if (control->Create(parent, wxID_ANY, parent->FromDIP(wxPoint(kFirstX, kFirstY)),
                         parent->FromDIP(wxSize(kFirstWidth, kFirstHeight)),
                         wxCLIP_CHILDREN | wxTAB_TRAVERSAL | wxBORDER_NONE))

@@ -262,15 +262,19 @@ void FileTabs::onKey(wxKeyEvent& event) {
     }
 }
 
+/// The tabs may be others when the menu closes.
 void FileTabs::openList() {
     wxMenu menu;
-    for (std::size_t i = 0; i < tabs_.size(); ++i)
-        menu.AppendRadioItem(kFirstItem + static_cast<int>(i),
-                             escapeLabel(fromUtf8(tabs_[i].name)) + (tabs_[i].modified ? "*" : ""));
+    std::vector<std::uint64_t> ids;
+    for (const DocumentTab& tab : tabs_) {
+        menu.AppendRadioItem(kFirstItem + static_cast<int>(ids.size()),
+                             escapeLabel(fromUtf8(tab.name)) + (tab.modified ? "*" : ""));
+        ids.push_back(tab.id);
+    }
     menu.Check(kFirstItem + static_cast<int>(shownIndex()), true);
     const wxRect button = more_->GetRect();
     const int item = GetPopupMenuSelectionFromUser(menu, wxPoint(button.x, button.GetBottom() + 1));
-    if (item != wxID_NONE) actions_.chosen(tabs_[static_cast<std::size_t>(item - kFirstItem)].id);
+    if (item != wxID_NONE) actions_.chosen(ids[static_cast<std::size_t>(item - kFirstItem)]);
 }
 
 }  // namespace korvant::ui
