@@ -4,6 +4,7 @@
 #include <wx/textctrl.h>
 
 #include <fstream>
+#include <typeinfo>
 
 #include "editor_full_window.h"
 #include "ui/editor/assist/tip_pop_up.h"
@@ -167,6 +168,58 @@ TEST_F(EditorEvents, RunShowsWhatPausesAndStopsIt) {
     });
     closeBox();
     edit(script);
+}
+
+/// Pairs of windows that stand in the same place; those at the edges are grips.
+std::vector<std::string> coveredOf(const wxWindow* parent) {
+    constexpr int kGrip = 8;
+    std::vector<const wxWindow*> shown;
+    for (const wxWindow* child : parent->GetChildren())
+        if (child->IsShown() && !child->IsTopLevel() && child->GetSize().x > kGrip &&
+            child->GetSize().y > kGrip)
+            shown.push_back(child);
+    std::vector<std::string> covered;
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        for (std::size_t k = i + 1; k < shown.size(); ++k)
+            if (shown[i]->GetRect().Intersects(shown[k]->GetRect()))
+                covered.push_back(std::string(typeid(*shown[i]).name()) + " and " +
+                                  typeid(*shown[k]).name());
+    return covered;
+}
+
+TEST_F(EditorEvents, NothingCoversAnotherInASmallWindow) {
+    const auto checkSizes = [this] {
+        for (const int width : {1240, 1110, 900, 790, 760, 700, 660, 640}) {
+            driver.run([this, width] { frame()->SetClientSize(width, 480); });
+            driver.when("the size", [this, width] {
+                return part<ui::MainToolbar>()->GetClientSize().x == width;
+            });
+            check([this, width] {
+                const ui::MainToolbar* toolbar = part<ui::MainToolbar>();
+                EXPECT_EQ(coveredOf(toolbar), std::vector<std::string>()) << width;
+                EXPECT_EQ(coveredOf(frame()), std::vector<std::string>()) << width;
+                EXPECT_TRUE(toolbar->GetClientRect().Contains(
+                    toolbar->button(command_id::kHelp)->GetRect()))
+                    << width;
+            });
+        }
+    };
+    ready();
+    checkSizes();
+    breakAt({2});
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 2 in main");
+    checkSizes();
+    driver.key(WXK_F5);
+    driver.when("the question", [this] {
+        return part<ui::ConsolePane>() && part<ui::ConsolePane>()->waiting() &&
+               part<ui::ConsolePane>()->IsShownOnScreen();
+    });
+    checkSizes();
+    driver.type("x").key(WXK_RETURN);
+    untilStatus("Ready");
+    closeBox();
+    edit("int main() {\n    string s;\n    Input(s);\n    return 0;\n}\n");
 }
 
 TEST_F(EditorEvents, PanelOpensAtAStopAndGoesWithTheRun) {

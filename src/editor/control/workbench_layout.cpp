@@ -85,14 +85,16 @@ WorkbenchLayout layOutWorkbench(const WorkbenchState& state, int width, int heig
     Room room{{0, 0, width, height}};
     if (state.toolbar) layout.toolbar = room.top(kToolbar);
     if (state.statusBar) layout.statusBar = room.bottom(kStatusBar);
+    // What a script prints and asks for comes before what was seen at its last stop.
     const bool sideBelow = width < kSideFrom;
+    const bool takesBottom = state.side && sideBelow && !(state.running && state.bottom);
     if (state.side && !sideBelow) layout.side = room.right(sideWidth(state, width));
     if (state.outline) {
         const int wanted = state.outlineWidth > 0 ? state.outlineWidth : kOutline;
         const int most = std::max(kOutlineLeast, room.rest.width - kMiddleLeast);
         layout.outline = room.left(std::clamp(wanted, kOutlineLeast, most) + kLineWidth);
     }
-    if (state.side && sideBelow)
+    if (takesBottom)
         layout.side = room.bottom(bottomHeight(state, room.rest.height) + kHeading);
     else
         placeBottom(state, room, layout);

@@ -17,6 +17,7 @@ struct WorkbenchState {
     bool side = false;     ///< debug panel or welcome
     bool welcome = false;  ///< what stands at the side
     bool stopped = false;
+    bool running = false;
     bool statusBar = true;
     int outlineWidth = 0;  ///< 0: the usual one
     int sideWidth = 0;

@@ -62,6 +62,7 @@ void PaintedButton::setFace(Face face) {
 }
 
 void PaintedButton::showWords(bool shown) {
+    if (words_ == shown) return;
     words_ = shown;
     Refresh();
 }

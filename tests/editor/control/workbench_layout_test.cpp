@@ -65,6 +65,12 @@ TEST(WorkbenchLayout, SmallWindows) {
     EXPECT_EQ(below.side.width, 799);
     EXPECT_EQ(below.output.height, 0);
     EXPECT_GE(below.editor.height, 80);
+    // Where a script asks for something, it can be answered.
+    state.running = true;
+    EXPECT_EQ(layOutWorkbench(state, 799, 600).side.width, 0);
+    EXPECT_GT(layOutWorkbench(state, 799, 600).output.height, 0);
+    state.bottom = false;
+    EXPECT_EQ(layOutWorkbench(state, 799, 600).side.width, 799);
 }
 
 TEST(WorkbenchLayout, NothingLeavesTheWindow) {

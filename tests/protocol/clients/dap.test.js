@@ -7,6 +7,17 @@ const { DebugClient } = require('@vscode/debugadapter-testsupport');
 const script = name => path.join(__dirname, 'scripts', name);
 const walk = script('walk.as');
 
+/** A script of another process that waits for a debugger: where, and its exit code when it ends. */
+async function listening(file) {
+    const run = spawn(process.env.KORVANT, ['run', '--debug=0', file],
+        { env: Object.assign({}, process.env, { KORVANT_DEBUG_TOKEN: 'open' }) });
+    const port = await new Promise(found => run.stderr.on('data', text => {
+        const line = /listening on 127\.0\.0\.1:(\d+)/.exec(text);
+        if (line) found(Number(line[1]));
+    }));
+    return { port, exit: new Promise(done => run.on('exit', done)) };
+}
+
 describe('korvant dap', function () {
     this.timeout(20000);
     let dc;
@@ -182,13 +193,7 @@ describe('korvant dap', function () {
     });
 
     it('attaches to a run that listens, and leaves it running', async () => {
-        const run = spawn(process.env.KORVANT, ['run', '--debug=0', walk],
-            { env: Object.assign({}, process.env, { KORVANT_DEBUG_TOKEN: 'open' }) });
-        const port = await new Promise(found => run.stderr.on('data', text => {
-            const line = /listening on 127\.0\.0\.1:(\d+)/.exec(text);
-            if (line) found(Number(line[1]));
-        }));
-        const exit = new Promise(done => run.on('exit', done));
+        const { port, exit } = await listening(walk);
         await dc.initializeRequest();
         await fails(dc.attachRequest({ port, token: 'wrong' }));
         await dc.stop();
@@ -270,13 +275,7 @@ describe('korvant dap', function () {
     });
 
     it('ends the other process when that is asked for', async () => {
-        const run = spawn(process.env.KORVANT, ['run', '--debug=0', script('loop.as')],
-            { env: Object.assign({}, process.env, { KORVANT_DEBUG_TOKEN: 'open' }) });
-        const port = await new Promise(found => run.stderr.on('data', text => {
-            const line = /listening on 127\.0\.0\.1:(\d+)/.exec(text);
-            if (line) found(Number(line[1]));
-        }));
-        const exit = new Promise(done => run.on('exit', done));
+        const { port, exit } = await listening(script('loop.as'));
         await dc.initializeRequest();
         const ready = dc.waitForEvent('initialized');
         const attached = dc.attachRequest({ port, token: 'open' });

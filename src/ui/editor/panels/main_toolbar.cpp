@@ -10,7 +10,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kMargin = 8, kGap = 2, kLineRoom = 7, kLineHeight = 20, kButton = 32;
+constexpr int kMargin = 8, kGap = 2, kLineRoom = 7, kLineHeight = 20, kButton = 32, kBehindMain = 6,
+              kTimeGap = 4;
 constexpr std::uint32_t kTimeShownFrom = 1000;
 
 constexpr unsigned bit(EditorStatus::Run run) {
@@ -40,16 +41,18 @@ MainToolbar::MainToolbar(wxWindow* parent, const Look& look, std::function<void(
 
 void MainToolbar::add(int command, PaintedButton::Kind kind, PaintedButton::Face face,
                       unsigned shownIn, bool isStep, bool atRight) {
+    const bool hasWords = !face.label.empty();
     auto* button = new PaintedButton(this, look(), kind, std::move(face), [this, command] {
         command_(command == command_id::kContinue ? command_id::kExecute : command);
     });
     button->Bind(wxEVT_KEY_DOWN, &MainToolbar::onKey, this);
     buttons_[command] = button;
-    items_.push_back({button, shownIn, isStep, atRight});
+    items_.push_back(
+        {button, shownIn, isStep, atRight, hasWords, kind == PaintedButton::Kind::main});
 }
 
 void MainToolbar::addLine(unsigned shownIn, bool atRight) {
-    items_.push_back({nullptr, shownIn, false, atRight});
+    items_.push_back({nullptr, shownIn, false, atRight, false, false});
 }
 
 void MainToolbar::addFileButtons() {
@@ -124,8 +127,6 @@ void MainToolbar::setState(const ToolbarState& state) {
     buttons_[command_id::kShowBottom]->setPressed(state.bottom);
     buttons_[command_id::kShowSide]->setPressed(state.side);
     time_->setTime(state.runMilliseconds, state.limitMilliseconds);
-    for (const Item& item : items_)
-        if (item.button && item.isStep) item.button->showWords(state.words);
     place();
     Refresh();
 }
@@ -139,7 +140,32 @@ int MainToolbar::widthOf(const Item& item) const {
     return 2 * dip(kLineRoom) + 1 - dip(kGap);
 }
 
+bool MainToolbar::showsTime() const {
+    return state_.run == EditorStatus::Run::running && state_.runMilliseconds >= kTimeShownFrom;
+}
+
+int MainToolbar::widthWanted() const {
+    int width = 2 * dip(kMargin) + dip(kBehindMain);
+    for (const Item& item : items_)
+        if (isShown(item)) width += widthOf(item);
+    return showsTime() ? width + dip(kTimeGap) + time_->wantedWidth() : width;
+}
+
+void MainToolbar::fitWords() {
+    struct Words {
+        bool ofMain, ofOthers;
+    };
+    for (const Words words : {Words{true, true}, Words{true, false}, Words{false, false}}) {
+        for (const Item& item : items_)
+            if (item.hasWords)
+                item.button->showWords(
+                    item.isMain ? words.ofMain : words.ofOthers && (!item.isStep || state_.words));
+        if (widthWanted() <= GetClientSize().x) return;
+    }
+}
+
 void MainToolbar::place() {
+    fitWords();
     lines_.clear();
     const int y = (GetClientSize().y - dip(kButton)) / 2;
     int left = dip(kMargin), right = GetClientSize().x - dip(kMargin) + dip(kGap);
@@ -155,13 +181,11 @@ void MainToolbar::place() {
         else
             lines_.push_back(x - dip(kGap) + dip(kLineRoom));
         x += widthOf(item);
-        if (item.button && item.button == button(command_id::kExecute)) left += dip(6);
+        if (item.button && item.button == button(command_id::kExecute)) left += dip(kBehindMain);
         if (item.button && item.button == button(command_id::kContinue)) left += dip(5);
     }
-    const bool timed =
-        state_.run == EditorStatus::Run::running && state_.runMilliseconds >= kTimeShownFrom;
-    time_->Show(timed);
-    time_->SetSize(left + dip(4), y, time_->wantedWidth(), dip(kButton));
+    time_->Show(showsTime());
+    time_->SetSize(left + dip(kTimeGap), y, time_->wantedWidth(), dip(kButton));
     const wxWindow* stop = tabStop();
     for (const Item& item : items_)
         if (item.button) item.button->setTabStop(item.button == stop);

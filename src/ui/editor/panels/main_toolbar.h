@@ -38,6 +38,8 @@ class MainToolbar : public PaintedWindow {
         unsigned shownIn = 0;             ///< bits by state
         bool isStep = false;
         bool atRight = false;
+        bool hasWords = false;
+        bool isMain = false;
     };
 
     void add(int command, PaintedButton::Kind kind, PaintedButton::Face face, unsigned shownIn,
@@ -47,6 +49,10 @@ class MainToolbar : public PaintedWindow {
     void addRunButtons();
     void addWindowButtons();
     void place();
+    /// Words give way to icons where there is no room: those of the main button last.
+    void fitWords();
+    int widthWanted() const;
+    bool showsTime() const;
     int widthOf(const Item& item) const;
     bool isShown(const Item& item) const;
     void moveFocus(int step);

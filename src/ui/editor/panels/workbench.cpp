@@ -345,6 +345,7 @@ WorkbenchState Workbench::state() const {
     state.replaceRow = findShown_ && findBar_->hasReplaceRow();
     state.stopped =
         shown_.run == EditorStatus::Run::stopped || shown_.run == EditorStatus::Run::exception;
+    state.running = shown_.run == EditorStatus::Run::running;
     state.outlineWidth = settings_.outlineWidth;
     state.sideWidth = settings_.sideWidth;
     state.bottomHeight = settings_.bottomHeight;
@@ -398,7 +399,7 @@ void Workbench::layOut() {
     place(side_, sideShown_ ? layout_.side : Rectangle());
     place(welcome_, sideShown_ ? Rectangle() : layout_.side);
     place(findBar_, layout_.findBar);
-    bottom_->layOut(layout_, settings_.bottom,
+    bottom_->layOut(layout_, layout_.outputHeading.height > 0,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
     refreshToolbar(shown_);
 }
