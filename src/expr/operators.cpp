@@ -31,7 +31,7 @@ bool isOperator(std::string_view spelling) noexcept {
 }
 
 std::string_view spellingOf(Operator op) noexcept {
-    constexpr std::array<std::string_view, 15> spellings = {
+    static constexpr std::array<std::string_view, 15> spellings = {
         "||", "&&", "<>", ">=", "<=", "==", "=", ">", "<", "%", "+", "-", "*", "/", "^"};
     return spellings[static_cast<std::size_t>(op)];
 }

@@ -169,9 +169,9 @@ void SyntaxReader::readSimple(std::size_t end) {
 }
 
 bool SyntaxReader::beginsControl(std::size_t i) const {
-    constexpr std::string_view kWords[] = {"if",     "for",   "while",    "do",   "switch",
-                                           "return", "break", "continue", "else", "case",
-                                           "class",  "enum",  "interface"};
+    static constexpr std::string_view kWords[] = {"if",     "for",   "while",    "do",   "switch",
+                                                  "return", "break", "continue", "else", "case",
+                                                  "class",  "enum",  "interface"};
     const ScriptToken& found = token(i);
     return found.isWord() && found.reserved &&
            std::find(std::begin(kWords), std::end(kWords), found.text) != std::end(kWords);

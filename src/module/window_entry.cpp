@@ -62,7 +62,7 @@ const char* KORVANTIDE_CALL GetEditedFile(void) {
 int32_t KORVANTIDE_CALL SetEditorLayout(int32_t layout) {
     return korvant::guarded(0, [&] {
         using Wish = korvant::ui::EditorLayoutWish;
-        constexpr Wish kWishes[] = {Wish::users, Wish::classic, Wish::full};
+        static constexpr Wish kWishes[] = {Wish::users, Wish::classic, Wish::full};
         if (layout < KORVANT_EDITOR_AS_CHOSEN || layout > KORVANT_EDITOR_FULL) return 0;
         korvant::ui::setEditorLayout(kWishes[layout]);
         return 1;

@@ -36,7 +36,7 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 void giveBack() {
     if (guarded.inSingleKey.load()) tcsetattr(guarded.input, TCSANOW, &guarded.atStart);
     if (guarded.coloured.load()) {
-        constexpr char kPlain[] = "\x1b[0m";
+        static constexpr char kPlain[] = "\x1b[0m";
         [[maybe_unused]] const auto written = ::write(guarded.output, kPlain, sizeof kPlain - 1);
     }
 }

@@ -5,7 +5,7 @@
 namespace korvant {
 
 std::string shortCount(std::uint64_t count) {
-    constexpr const char* kUnits[] = {"", "k", "M", "G", "T"};
+    static constexpr const char* kUnits[] = {"", "k", "M", "G", "T"};
     std::size_t unit = 0;
     while (count >= 10'000 && unit + 1 < std::size(kUnits)) {
         count /= 1000;

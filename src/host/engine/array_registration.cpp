@@ -280,7 +280,7 @@ std::span<const FunctionRow> arrayMethodRows() {
 }
 
 int registerArrayType(asIScriptEngine* engine) {
-    constexpr char kType[] = "array<T>";
+    static constexpr char kType[] = "array<T>";
     keepArrayRecords(*engine);
     int worst =
         engine->RegisterObjectType("array<class T>", 0, asOBJ_REF | asOBJ_GC | asOBJ_TEMPLATE);

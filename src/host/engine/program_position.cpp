@@ -37,7 +37,7 @@ class Looker final : public asIJITCompiler {
 };
 
 void runProbe(asIScriptEngine& engine) {
-    constexpr char kText[] = "void probe() {}";
+    static constexpr char kText[] = "void probe() {}";
     Looker looker;
     engine.SetEngineProperty(asEP_INCLUDE_JIT_INSTRUCTIONS, 1);
     engine.SetJITCompiler(&looker);

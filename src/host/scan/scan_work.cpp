@@ -73,8 +73,8 @@ class CodeCost {
     }
 
     void meetName(std::size_t i) {
-        constexpr std::string_view kJumps[] = {"for",   "while",    "do",   "return",
-                                               "break", "continue", "case", "try"};
+        static constexpr std::string_view kJumps[] = {"for",   "while",    "do",   "return",
+                                                      "break", "continue", "case", "try"};
         const std::string_view word = tokens_.text(i);
         jumps_ += std::find(std::begin(kJumps), std::end(kJumps), word) != std::end(kJumps);
         if (word == "case")
@@ -86,8 +86,8 @@ class CodeCost {
     /// A name behind a type: behind another name that is no keyword of an expression, or behind
     /// "[]", "@" or ">".
     bool declaresVariable(std::size_t i) const {
-        constexpr std::string_view kBefore[] = {"return", "case", "is", "not", "and",
-                                                "or",     "xor",  "in", "else"};
+        static constexpr std::string_view kBefore[] = {"return", "case", "is", "not", "and",
+                                                       "or",     "xor",  "in", "else"};
         if (i == 0) return false;
         if (tokens_.isName(i - 1)) {
             const std::string_view before = tokens_.text(i - 1);

@@ -100,8 +100,8 @@ class Declarations {
 
     /// The word that says what is declared is the first of these.
     void noteKeyword(std::size_t i) {
-        constexpr std::string_view kWords[] = {"namespace", "class", "interface", "enum",
-                                               "funcdef"};
+        static constexpr std::string_view kWords[] = {"namespace", "class", "interface", "enum",
+                                                      "funcdef"};
         if (keyword_ != kNone) return;
         if (std::find(std::begin(kWords), std::end(kWords), tokens_.text(i)) != std::end(kWords))
             keyword_ = i;

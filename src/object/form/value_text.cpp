@@ -76,7 +76,7 @@ std::string roundedText(double value) {
 }
 
 std::string colourText(std::int32_t colour) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
+    static constexpr char kDigits[] = "0123456789ABCDEF";
     std::string text = "#";
     for (int shift = 0; shift <= 16; shift += 8) {
         text += kDigits[(colour >> (shift + 4)) & 15];

@@ -32,7 +32,7 @@ bool parseKey(std::string name, guint& key, guint& modifiers) {
         std::string_view name;
         guint bit;
     };
-    constexpr Modifier kModifiers[] = {
+    static constexpr Modifier kModifiers[] = {
         {"Ctrl+", GDK_CONTROL_MASK}, {"Shift+", GDK_SHIFT_MASK}, {"Alt+", GDK_MOD1_MASK}};
     modifiers = 0;
     for (const Modifier& modifier : kModifiers) {

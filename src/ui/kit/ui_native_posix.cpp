@@ -348,7 +348,7 @@ void setAccessibleName(wxWindow& window, const wxString& name) {
 }
 
 void setAccessibleRole(wxWindow& window, AccessibleRole role) {
-    constexpr AtkRole kRoles[] = {
+    static constexpr AtkRole kRoles[] = {
         ATK_ROLE_PUSH_BUTTON, ATK_ROLE_TOGGLE_BUTTON, ATK_ROLE_LIST_BOX,  ATK_ROLE_TREE,
         ATK_ROLE_TOOL_BAR,    ATK_ROLE_PAGE_TAB_LIST, ATK_ROLE_STATUSBAR, ATK_ROLE_PANEL};
     AtkObject* object = gtk_widget_get_accessible(window.GetHandle());

@@ -24,7 +24,8 @@ constexpr int kErrorIndicator = 8, kWarningIndicator = 9, kEditedIndicator = 12;
 constexpr std::uintptr_t kClassicMarker = 0;
 
 int markOf(BreakpointRow::Kind kind) {
-    constexpr int kMarks[] = {kPlainMark, kConditionMark, kPrintMark, kOffMark, kUnverifiedMark};
+    static constexpr int kMarks[] = {kPlainMark, kConditionMark, kPrintMark, kOffMark,
+                                     kUnverifiedMark};
     return kMarks[static_cast<int>(kind)];
 }
 

@@ -241,7 +241,7 @@ int DebugPanel::folded() const {
 }
 
 void DebugPanel::showSection(int section) {
-    constexpr int kTabOf[] = {1, 0, 2, 3};
+    static constexpr int kTabOf[] = {1, 0, 2, 3};
     if (asTabs_)
         tabs_->choose(kTabOf[section]);
     else
@@ -283,7 +283,7 @@ void DebugPanel::place() {
     const wxSize size = GetClientSize();
     const int left = 1, width = std::max(size.x - left, 0);
     tabs_->Show(asTabs_);
-    constexpr int kSectionOf[] = {kVariables, kStack, kWatches, kBreakpoints};
+    static constexpr int kSectionOf[] = {kVariables, kStack, kWatches, kBreakpoints};
     const bool choosesFrame =
         asTabs_ && !stack_.empty() && kSectionOf[tabs_->chosen()] == kVariables;
     frame_->Show(choosesFrame);

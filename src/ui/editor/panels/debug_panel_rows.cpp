@@ -27,8 +27,9 @@ Icon iconOf(const DebugValue& value) {
 }  // namespace
 
 Icon iconOf(BreakpointRow::Kind kind) {
-    constexpr Icon kIcons[] = {Icon::breakpoint, Icon::breakpointCondition, Icon::breakpointPrints,
-                               Icon::breakpointOff, Icon::breakpointUnverified};
+    static constexpr Icon kIcons[] = {Icon::breakpoint, Icon::breakpointCondition,
+                                      Icon::breakpointPrints, Icon::breakpointOff,
+                                      Icon::breakpointUnverified};
     return kIcons[static_cast<int>(kind)];
 }
 
