@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
+#include <ctime>
 #include <set>
 
 namespace korvant::test {
@@ -205,7 +205,7 @@ TEST(ScopeIndex, HostileTextsTakeLinearTime) {
         for (int i = 0; i < times; ++i) all += text;
         return all;
     };
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();  // of the processor: others may use it as well
     for (const char* piece : {"(",
                               "{",
                               "a::",
@@ -237,7 +237,7 @@ TEST(ScopeIndex, HostileTextsTakeLinearTime) {
             const std::string text = around + repeated(piece, 100000);
             readSyntax(text, scriptTokens(text));
         }
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+    EXPECT_LT((std::clock() - begin) / CLOCKS_PER_SEC, 60);
 }
 
 }  // namespace

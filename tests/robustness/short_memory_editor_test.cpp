@@ -31,7 +31,7 @@ class ShortMemoryInEditor : public EditorFixture, public ::testing::WithParamInt
                 return send(message, w, l);
             };
         };
-        files = &quick_;
+        useFiles<QuickFiles>();
         open(kText);
         const auto notify = window->editor.notify;
         window->editor.notify = [notify](const ControlNotification& notification) {
@@ -63,8 +63,6 @@ class ShortMemoryInEditor : public EditorFixture, public ::testing::WithParamInt
         int flush(Handle) override { return 0; }
         int flushFolder(const std::string&) override { return 0; }
     };
-
-    QuickFiles quick_;
 };
 
 TEST_P(ShortMemoryInEditor, TheTextStaysAndDebuggingGoesOnLater) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "editor/script_editor.h"
 #include "support/fake_editor_window.h"
@@ -30,6 +31,16 @@ class EditorFixture : public ScriptFixture {
     /// Names of the files in a folder of the data folder.
     std::vector<std::string> kept(const std::string& name) const;
 
+    /// Files of the next opening that outlive the editor.
+    template <class Files>
+    Files& useFiles() {
+        auto made = std::make_unique<Files>();
+        Files& own = *made;
+        ownFiles_.push_back(std::move(made));
+        files = &own;
+        return own;
+    }
+
     TemporaryFolder folder;
     std::unique_ptr<FakeEditorWindow> window;
     FileOperations* files = &systemFiles();
@@ -37,6 +48,7 @@ class EditorFixture : public ScriptFixture {
     std::function<ControlSend(ControlSend)> around;  ///< of the next opening's window
 
   private:
+    std::vector<std::unique_ptr<FileOperations>> ownFiles_;
     std::unique_ptr<ScriptEditor> editor_;
 };
 

@@ -299,8 +299,7 @@ class UnsteadyFiles final : public ForwardingFiles {
 };
 
 TEST_F(Document, WhatWasReadCountsWhateverTheLengthWas) {
-    UnsteadyFiles unsteady;
-    files = &unsteady;
+    auto& unsteady = useFiles<UnsteadyFiles>();
     const std::string path = make("a.as", "four");
     for (const std::uint64_t size : {1u, 4u, 400'000u}) {
         unsteady.size = size;
@@ -316,9 +315,8 @@ TEST_F(Document, WhatWasReadCountsWhateverTheLengthWas) {
 }
 
 TEST_F(Document, FailuresWhileReadingAreReportedAndContained) {
-    UnsteadyFiles unsteady;
+    auto& unsteady = useFiles<UnsteadyFiles>();
     unsteady.size = 10;
-    files = &unsteady;
     const std::string path = make("a.as", "content");
     const std::vector<std::pair<std::function<std::int64_t()>, std::string>> cases = {
         {[] { return -EIO; }, "Error while reading file"},
