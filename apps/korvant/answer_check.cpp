@@ -1,5 +1,9 @@
 #include "answer_check.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 namespace korvant_app {
 
 namespace {
@@ -35,15 +39,38 @@ std::string faultOfElements(const Json& groups) {
     return {};
 }
 
+/// What asks, and the keys of its answers.
+constexpr struct {
+    const char* name;
+    std::array<std::string_view, 4> keys;
+} kKinds[] = {
+    {"prompt", {"prompt", "value", "repeat"}},
+    {"box", {"box", "button", "repeat"}},
+    {"edit", {"set", "elements", "ok", "repeat"}},
+};
+
 std::string faultOfKind(const Json& answer) {
     int kinds = 0;
-    for (const char* kind : {"prompt", "box", "edit"}) {
-        const auto found = answer.find(kind);
+    std::string unknown;
+    for (const auto& kind : kKinds) {
+        const auto found = answer.find(kind.name);
         if (found == answer.end()) continue;
         ++kinds;
-        if (!found->is_string()) return "\"" + std::string(kind) + "\" must be a text";
+        if (!found->is_string()) return "\"" + std::string(kind.name) + "\" must be a text";
+        for (const auto& [key, value] : answer.items())
+            if (key != kind.name &&
+                std::find(kind.keys.begin(), kind.keys.end(), key) == kind.keys.end())
+                unknown = "\"" + key + "\" is nothing that an answer to \"" + kind.name + "\" has";
     }
-    return kinds == 1 ? "" : "needs one of \"prompt\", \"box\" and \"edit\"";
+    return kinds == 1 ? unknown : "needs one of \"prompt\", \"box\" and \"edit\"";
+}
+
+/// "LINE:COLUMN:" of the byte, all counted from 1.
+std::string placeOf(const std::string& text, std::size_t byte) {
+    const std::string before = text.substr(0, byte == 0 ? 0 : byte - 1);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const std::size_t begin = before.rfind('\n') + 1;  // npos + 1 is 0
+    return std::to_string(line) + ":" + std::to_string(before.size() - begin + 1) + ":";
 }
 
 std::string faultOf(const Json& answer) {
@@ -65,12 +92,22 @@ std::string faultOf(const Json& answer) {
 
 }  // namespace
 
-std::string faultOfAnswers(const Json& answers) {
+std::string faultOfJson(const std::string& text) {
+    Json json;
+    try {
+        json = Json::parse(text);
+    } catch (const Json::parse_error& fault) {
+        return placeOf(text, fault.byte) + " this is no JSON";
+    } catch (const Json::exception&) {
+        return " a number is too large";
+    }
+    if (!json.is_object() || !json.contains("answers") || !json.at("answers").is_array())
+        return " not a file of answers: {\"answers\": [...]}";
     std::size_t number = 0;
-    for (const Json& answer : answers) {
+    for (const Json& answer : json.at("answers")) {
         ++number;
         const std::string fault = faultOf(answer);
-        if (!fault.empty()) return "answer " + std::to_string(number) + ": " + fault;
+        if (!fault.empty()) return " answer " + std::to_string(number) + ": " + fault;
     }
     return {};
 }

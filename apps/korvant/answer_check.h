@@ -6,8 +6,8 @@
 
 namespace korvant_app {
 
-/// What is wrong with the list of answers, by the number of the answer from 1; empty when every
-/// key that the program reads holds a value of the right kind.
-std::string faultOfAnswers(const nlohmann::ordered_json& answers);
+/// What is wrong with a file of answers: " answer N: ...", counted from 1, or "LINE:COLUMN: ..."
+/// where it is no JSON. Empty when every key is known and holds a value of the right kind.
+std::string faultOfJson(const std::string& text);
 
 }  // namespace korvant_app

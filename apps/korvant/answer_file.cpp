@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 
 #include "answer_check.h"
@@ -13,6 +12,7 @@
 #include "base/text/text_encoding.h"
 #include "host/engine/active_context.h"
 #include "host/services/box_buttons.h"
+#include "script_file.h"
 #include "source_report.h"
 
 namespace korvant_app {
@@ -20,6 +20,8 @@ namespace korvant_app {
 namespace {
 
 using Json = AnswerBook::Json;
+
+constexpr std::size_t kLongestFile = 64U << 20;
 
 bool answers(const Json& json, const char* kind, const std::vector<std::string>& texts) {
     const auto found = json.find(kind);
@@ -64,28 +66,18 @@ int lineThatAsks() {
 
 std::optional<AnswerBook> AnswerBook::read(const std::string& file) {
     std::error_code unknown;
-    if (std::filesystem::is_directory(file, unknown)) {
-        complain(file + " is a folder, not a file of answers");
-        return {};
-    }
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        complain("cannot read " + file);
-        return {};
-    }
-    const Json json = Json::parse(stream, nullptr, false);
-    const auto list = json.is_object() ? json.find("answers") : json.end();
-    if (!json.is_object() || list == json.end() || !list->is_array()) {
-        complain(file + ": not a file of answers: {\"answers\": [...]}");
-        return {};
-    }
-    const std::string fault = faultOfAnswers(*list);
+    std::string text, fault;
+    if (std::filesystem::is_directory(file, unknown))
+        fault = file + " is a folder, not a file of answers";
+    else if (readScriptText(file, kLongestFile, text, fault))
+        if (fault = faultOfJson(text); !fault.empty()) fault = file + ":" + fault;
     if (!fault.empty()) {
-        complain(file + ": " + fault);
+        complain(fault);
         return {};
     }
     AnswerBook book;
-    for (const Json& one : *list) book.answers_.push_back({one});
+    const Json json = Json::parse(text);
+    for (const Json& one : json.at("answers")) book.answers_.push_back({one});
     return book;
 }
 
@@ -187,9 +179,28 @@ bool AnswerEditor::setRows(korvant::EditSession& session, const Json& rows) {
     return true;
 }
 
+/// Every page that is named is a group's; otherwise the failure names those that are.
+bool AnswerEditor::knowsPages(korvant::EditSession& session, const Json& groups) {
+    std::vector<std::string> known;
+    for (int page = 0; page < session.pageCount(); ++page)
+        if (session.page(page).isGroup)
+            known.push_back(korvant::decodeForDisplay(session.page(page).caption));
+    for (const auto& [name, list] : groups.items()) {
+        if (std::find(known.begin(), known.end(), name) != known.end()) continue;
+        std::string what = "the form \"" + korvant::decodeForDisplay(session.title()) +
+                           "\" has no group \"" + name + "\"";
+        for (const std::string& one : known)
+            what += (&one == &known.front() ? "; it has \"" : ", \"") + one + "\"";
+        book_.fail(what);
+        return false;
+    }
+    return true;
+}
+
 /// The elements of each group in turn; those that the group does not have yet are added.
 bool AnswerEditor::setElements(korvant::EditSession& session, const Json& groups) {
     if (!groups.is_object()) return true;
+    if (!knowsPages(session, groups)) return false;
     for (int page = 0; page < session.pageCount(); ++page) {
         const auto found = groups.find(korvant::decodeForDisplay(session.page(page).caption));
         if (!session.page(page).isGroup || found == groups.end() || !found->is_array()) continue;

@@ -69,6 +69,7 @@ class AnswerEditor : public korvant::ObjectEditor {
 
   private:
     bool setRows(korvant::EditSession& session, const AnswerBook::Json& rows);
+    bool knowsPages(korvant::EditSession& session, const AnswerBook::Json& groups);
     bool setElements(korvant::EditSession& session, const AnswerBook::Json& groups);
     bool setRow(korvant::EditSession& session, const std::string& name,
                 const AnswerBook::Json& value);

@@ -102,6 +102,10 @@ TEST(Answers, OfTheWrongKindAreRefusedBeforeTheRun) {
           Case{R"({"prompt": 4})", "\"prompt\" must be a text"},
           Case{R"({"value": 4})", "needs one of"},
           Case{R"({"box": "x", "button": 6})", "\"button\" must be a text"},
+          Case{R"({"prompt": "x", "vlaue": 3})",
+               "\"vlaue\" is nothing that an answer to \"prompt\""},
+          Case{R"({"edit": "x", "button": "OK"})", "\"button\" is nothing that an answer to"},
+          Case{"\n{\"prompt\": \"x\",}", "answers.json:2:16: this is no JSON"},
           Case{"7", "must be an object"}}) {
         const std::string file =
             written(folder, "answers.json", std::string("{\"answers\": [") + one.answer + "]}");
@@ -128,6 +132,11 @@ TEST(Answers, NameTheElementAndItsMessage) {
     EXPECT_NE(result.errors.find("property \"to\" of element 2 (Bottom): Too high"),
               std::string::npos)
         << result.errors;
+    const std::string wrong =
+        written(folder, "wrong.json", R"({"answers": [{"edit": "Hole", "elements": {"X": []}}]})");
+    EXPECT_NE(runKorvant({"object", "--answer", wrong, script})
+                  .errors.find("the form \"Hole\" has no group \"X\"; it has \"Hole\""),
+              std::string::npos);
 }
 
 }  // namespace
