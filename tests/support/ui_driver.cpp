@@ -64,6 +64,7 @@ UiDriver::UiDriver() {
         failed_ = true;
         return;
     }
+    failOnComplaints();
     waitingSince_ = std::chrono::steady_clock::now();
     timer_ = std::make_unique<Ticker>([this] { step(); });
 }

@@ -97,8 +97,12 @@ void resizeContent(wxTopLevelWindow& window, wxSize size);
 bool menuIsOpen();
 /// The control with the keyboard is marked in this window.
 bool showsFocus(wxTopLevelWindow& window);
+/// The button is drawn as the one that Return presses.
+bool looksDefault(wxWindow& button);
 /// As a click on the window's frame would.
 void giveKeyboard(wxTopLevelWindow& window);
+/// From now on a complaint of the toolkit's about a control fails the test under way.
+void failOnComplaints();
 
 namespace detail {
 wxWindow* nthChild(const wxWindow* parent, int& index, const std::function<bool(wxWindow*)>& test);

@@ -1,9 +1,30 @@
+#include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <wx/toplevel.h>
+
+#include <string>
+#include <string_view>
 
 #include "support/ui_driver.h"
 
 namespace korvant::test {
+namespace {
+
+/// What the toolkit itself says; empty for all others.
+std::string complaintIn(const GLogField* fields, gsize count) {
+    std::string domain, message;
+    for (gsize i = 0; i < count; ++i) {
+        const bool counted = fields[i].length >= 0;
+        const auto* text = static_cast<const char*>(fields[i].value);
+        const auto value = counted ? std::string(text, static_cast<std::size_t>(fields[i].length))
+                                   : std::string(text);
+        if (std::string_view(fields[i].key) == "GLIB_DOMAIN") domain = value;
+        if (std::string_view(fields[i].key) == "MESSAGE") message = value;
+    }
+    return domain == "Gtk" ? message : std::string();
+}
+
+}  // namespace
 
 void saveScreen(const std::string& path) {
     GdkWindow* root = gdk_get_default_root_window();
@@ -47,6 +68,25 @@ bool menuIsOpen() {
 
 void giveKeyboard(wxTopLevelWindow& window) {
     gdk_window_focus(gtk_widget_get_window(window.GetHandle()), GDK_CURRENT_TIME);
+}
+
+bool looksDefault(wxWindow& button) {
+    return gtk_style_context_has_class(gtk_widget_get_style_context(button.GetHandle()),
+                                       GTK_STYLE_CLASS_SUGGESTED_ACTION) != FALSE;
+}
+
+void failOnComplaints() {
+    static bool watching = false;
+    if (watching) return;
+    watching = true;
+    const auto take = [](GLogLevelFlags level, const GLogField* fields, gsize count, gpointer) {
+        const std::string text = complaintIn(fields, count);
+        const bool squeezed = text.find("Negative content") != std::string::npos;
+        if (!text.empty() && (squeezed || (level & G_LOG_LEVEL_CRITICAL) != 0))
+            ADD_FAILURE() << text;
+        return g_log_writer_default(level, fields, count, nullptr);
+    };
+    g_log_set_writer_func(take, nullptr, nullptr);
 }
 
 bool showsFocus(wxTopLevelWindow& window) {

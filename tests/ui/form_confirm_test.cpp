@@ -168,9 +168,9 @@ TEST_F(FormConfirm, FormsComeBackWhereTheyWereClosed) {
     wxRect first, second;
     driver_.form("Place").run([&] {
         first = findWindow("Place")->GetRect();
-        findWindow("Place")->SetSize(100, 60, 500, 420);
+        findWindow("Place")->SetSize(100, 60, 500, 500);
     });
-    driver_.when("its new size", [] { return findWindow("Place")->GetSize() == wxSize(500, 420); });
+    driver_.when("its new size", [] { return findWindow("Place")->GetSize() == wxSize(500, 500); });
     driver_.press(WXK_ESCAPE);
     EXPECT_FALSE(edit(object));
     const FormRectangle kept = rememberedRectangle(FormKind::dialog);

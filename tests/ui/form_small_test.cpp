@@ -68,6 +68,25 @@ TEST_P(FormSmall, EveryPageIsLaidOutWhenItIsFirstShown) {
     }
 }
 
+/// The toolkit complains of controls that are left without room for a moment.
+TEST_P(FormSmall, AnySizeAfterAnyOtherShowsEveryPart) {
+    const LocaleFor spanish(2);
+    ScriptObject hole;
+    makeDrillHole(hole);
+    driver_.form("Drill hole").press(WXK_PAGEDOWN, wxMOD_CONTROL).form("Drill hole");
+    for (const wxSize size : {wxSize(900, 800), GetParam(), wxSize(360, 800), wxSize(900, 400)}) {
+        driver_.run([size] { resizeContent(*shownForm(), size); });
+        driver_.when("the size", [size] { return shownForm()->GetClientSize() == size; });
+        driver_.when("the layout", [] {
+            return shownForm()->GetScreenRect().Contains(description()->GetScreenRect()) &&
+                   shownList()->GetSize().y >= 60;
+        });
+        driver_.run(expectAllInside);
+    }
+    driver_.press(WXK_ESCAPE);
+    EXPECT_FALSE(edit(hole));
+}
+
 TEST_P(FormSmall, ALongMessageCanBeReadWithoutAMouse) {
     const LocaleFor english(0);
     std::string message = "The length must be positive.";

@@ -9,6 +9,7 @@
 
 #include "ui/kit/mnemonics.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 namespace {
@@ -39,6 +40,7 @@ wxSizer* okAndCancel(wxWindow* parent, std::int32_t locale) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     wxButton* ok = formButton(parent, wxID_OK, FormText::ok, locale);
     ok->SetDefault();
+    native::markDefault(*ok, true);
     row->Add(ok);
     row->AddSpacer(parent->FromDIP(6));
     row->Add(formButton(parent, wxID_CANCEL, FormText::cancel, locale));

@@ -7,6 +7,7 @@
 #include "ui/form/form_buttons.h"
 #include "ui/kit/html_view.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 #include "ui/kit/ui_runtime.h"
 #include "ui/kit/window_place.h"
 
@@ -70,6 +71,7 @@ FormCheckWindow::FormCheckWindow(wxWindow* parent, EditSession& session)
     placeDialog(*this);
     SetEscapeId(wxID_OK);
     Bind(wxEVT_CHAR_HOOK, &FormCheckWindow::onKey, this);
+    native::markDefault(*close, true);
     close->SetFocus();
     if (!links_.empty()) chosen_ = 0;
     show();

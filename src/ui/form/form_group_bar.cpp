@@ -5,6 +5,8 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include <algorithm>
+
 #include "ui/form/form_buttons.h"
 #include "ui/form/form_list.h"
 #include "ui/form/form_order_dialog.h"
@@ -32,21 +34,21 @@ FormGroupBar::FormGroupBar(wxWindow* parent, EditSession& session, CListCtrlEx& 
     const EditGroupBar bar = session.groupBar(list.page());
     auto* choice = new wxBoxSizer(wxHORIZONTAL);
     choice->Add(new wxStaticText(this, wxID_ANY, formCaption(FormText::element, session.locale())),
-                wxSizerFlags().CentreVertical());
-    choice->AddSpacer(FromDIP(kGap));
+                wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
     elements_ = new wxChoice(this, wxID_ANY);
     elements_->SetMinSize(FromDIP(wxSize(kChoiceWidth, -1)));
-    choice->Add(elements_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+    choice->Add(elements_, wxSizerFlags(1).CentreVertical());
     buttons_ = new wxBoxSizer(wxHORIZONTAL);
     add_ = addButton(FormText::add, bar.showAdd);
     copy_ = addButton(FormText::copy, bar.showCopy);
     remove_ = addButton(FormText::remove, bar.showRemove);
     order_ = addButton(FormText::order, bar.showOrder);
     parts_ = new wxBoxSizer(wxHORIZONTAL);
-    parts_->Add(choice, wxSizerFlags(1).Expand());
+    parts_->Add(choice, wxSizerFlags(1).Expand().Border(wxRIGHT, FromDIP(kGap)));
     parts_->Add(buttons_, wxSizerFlags().Expand());
     auto* around = new wxBoxSizer(wxVERTICAL);
-    around->Add(parts_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kGap)));
+    // Every part keeps the gap behind itself.
+    around->Add(parts_, wxSizerFlags(1).Expand().Border(wxALL & ~wxRIGHT, FromDIP(kGap)));
     SetSizer(around);
     Bind(wxEVT_SIZE, &FormGroupBar::onSize, this);
     Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { chooseElement(event.GetSelection()); });
@@ -67,17 +69,22 @@ void FormGroupBar::onSize(wxSizeEvent& event) {
     const int orientation = wanted > GetClientSize().x ? wxVERTICAL : wxHORIZONTAL;
     if (orientation == parts_->GetOrientation()) return event.Skip();
     parts_->SetOrientation(orientation);
+    const int below = orientation == wxVERTICAL ? wxBOTTOM : 0;
+    parts_->GetItem(static_cast<std::size_t>(0))->SetFlag(wxEXPAND | wxRIGHT | below);
     InvalidateBestSize();
+    // The page first: controls that are laid out in the old height complain of having none.
     CallAfter([this] {
-        Layout();
         GetParent()->Layout();
+        Layout();
     });
 }
 
 wxButton* FormGroupBar::addButton(FormText caption, bool shown) {
     auto* button = new wxButton(this, wxID_ANY, keyedFormCaption(caption, session_.locale()),
                                 wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-    button->SetMinSize(button->GetBestSize() + FromDIP(wxSize(kButtonPadding, 0)));
+    const wxSize best = button->GetBestSize();
+    button->SetMinSize(
+        wxSize(best.x + FromDIP(kButtonPadding), std::max(best.y, elements_->GetBestSize().y)));
     buttons_->Add(button, wxSizerFlags().Expand().Border(wxRIGHT, FromDIP(kGap)));
     button->Show(shown);
     return button;

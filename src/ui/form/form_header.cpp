@@ -39,11 +39,12 @@ void FormHeader::onPaint(wxPaintEvent&) {
     int left = list_.GetMarginWidth();
     for (int column = 0; column < static_cast<int>(list_.GetColumnCount()); ++column) {
         const int indent = form_size::kIndent + (column == 0 ? form_size::kMarkSpace : 0);
+        const int rule = column > 0 ? 1 : 0;  // cells begin behind it
         const wxRect cell(left, 0, list_.columnWidth(column), size.y - 1);
         if (column > 0) dc.DrawLine(left, 4, left, size.y - 5);
         dc.SetClippingRegion(cell);
         dc.DrawLabel(toDisplay(formText(captions[column], locale_)),
-                     wxRect(left + FromDIP(indent), 0, cell.width, cell.height),
+                     wxRect(left + rule + FromDIP(indent), 0, cell.width, cell.height),
                      wxALIGN_CENTRE_VERTICAL);
         dc.DestroyClippingRegion();
         left += cell.width;

@@ -4,6 +4,7 @@
 #include <wx/textctrl.h>
 
 #include "ui/form/form_buttons.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 
@@ -12,6 +13,7 @@ FormLinesDialog::FormLinesDialog(wxWindow* parent, const wxString& title, std::i
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER) {
     field_ = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition,
                             FromDIP(wxSize(420, 220)), wxTE_MULTILINE | wxTE_DONTWRAP);
+    native::padLines(*field_);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(field_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
     column->Add(okAndCancel(this, locale),

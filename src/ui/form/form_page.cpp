@@ -64,6 +64,10 @@ void CListCtrlExPage::makeContent() {
         event.Skip();
         CallAfter([this] { fitDescription(); });  // once the splitter itself has its size
     });
+    // At once: rows that are left without any room for a moment complain of it.
+    splitter_->Bind(wxEVT_SPLITTER_SASH_POS_RESIZE, [this](wxSplitterEvent& event) {
+        event.SetSashPosition(sashPosition(event.GetNewSize()));
+    });
     splitter_->Bind(wxEVT_SPLITTER_SASH_POS_CHANGING, &CListCtrlExPage::onSash, this);
     auto* column = new wxBoxSizer(wxVERTICAL);
     if (session_.page(page_).isGroup) {
@@ -88,9 +92,13 @@ int CListCtrlExPage::descriptionHeight(int room) {
     return std::clamp(wanted, std::min(FromDIP(kDescriptionHeight), most), most);
 }
 
-void CListCtrlExPage::fitDescription() {
-    const int room = splitter_->GetClientSize().y;
+int CListCtrlExPage::sashPosition(int room) {
     const int position = room - descriptionHeight(room) - splitter_->GetSashSize();
+    return std::max(position, splitter_->GetMinimumPaneSize());
+}
+
+void CListCtrlExPage::fitDescription() {
+    const int position = sashPosition(splitter_->GetClientSize().y);
     if (position == splitter_->GetSashPosition()) return;
     splitter_->SetSashPosition(position);
     list_->showSelected();

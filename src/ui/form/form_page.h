@@ -36,6 +36,7 @@ class CListCtrlExPage : public wxPanel {
     void makeContent();
     wxWindow* makeUpper(wxWindow* parent);
     void fitDescription();
+    int sashPosition(int room);
     int descriptionHeight(int room);
     void onSash(wxSplitterEvent& event);
 

@@ -11,6 +11,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kPadding = 8;
+constexpr std::string_view kLineEnd = "<br>";
 
 }  // namespace
 
@@ -33,7 +34,8 @@ FormReport::~FormReport() {
     close();
 }
 
-void FormReport::show(const std::string& markup, wxPoint place) {
+void FormReport::show(std::string markup, wxPoint place) {
+    while (markup.ends_with(kLineEnd)) markup.resize(markup.size() - kLineEnd.size());
     const wxSize room = GetParent()->GetClientSize();
     const int padding = FromDIP(kPadding);
     view_->setMarkup(markup);

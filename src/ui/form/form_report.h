@@ -18,7 +18,7 @@ class FormReport : public wxPanel, private wxEventFilter {
     ~FormReport() override;
 
     /// With its corner at `place` of the parent, moved so that all of it is seen.
-    void show(const std::string& markup, wxPoint place);
+    void show(std::string markup, wxPoint place);
     void close();
 
     bool AcceptsFocus() const override { return false; }

@@ -1,5 +1,6 @@
 #include "ui/form/form_row_editors.h"
 
+#include <wx/dc.h>
 #include <wx/odcombo.h>
 #include <wx/textctrl.h>
 
@@ -64,6 +65,17 @@ class OptionList : public wxOwnerDrawnComboBox {
                                wxCB_READONLY | wxBORDER_NONE) {
         SetButtonPosition(size.y, 0, wxRIGHT);
         SetMargins(FromDIP(3));
+    }
+
+  private:
+    /// As high as the rows of the form, and as far from the edge.
+    wxCoord OnMeasureItem(std::size_t) const override { return GetCharHeight() + FromDIP(8); }
+
+    void OnDrawItem(wxDC& dc, const wxRect& rect, int item, int flags) const override {
+        if (item == wxNOT_FOUND) return;
+        wxRect inner = rect;
+        if ((flags & wxODCB_PAINTING_CONTROL) == 0) inner.x += FromDIP(4);
+        dc.DrawLabel(GetString(static_cast<unsigned>(item)), inner, wxALIGN_CENTRE_VERTICAL);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "ui/form/form_window.h"
 
-#include <wx/artprov.h>
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
 #include <wx/sizer.h>
@@ -17,7 +16,9 @@
 #include "ui/form/form_place.h"
 #include "ui/form/form_question.h"
 #include "ui/form/form_report.h"
+#include "ui/kit/icon_painter.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/theme.h"
 #include "ui/kit/ui_native.h"
 #include "ui/kit/ui_runtime.h"
 
@@ -25,6 +26,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kGap = 8;
+constexpr int kIconSize = 16;
 
 /// The button below `parent` whose caption underlines the letter; null for none that can be
 /// pressed.
@@ -81,8 +83,13 @@ void FormWindow::makeSearch() {
     Bind(
         wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { clearSearch(); }, id);
     row->Add(search_, wxSizerFlags(1).CentreVertical());
-    undo_ = makeHistoryButton(wxART_UNDO, FormText::undo, " (Ctrl+Z)");
-    redo_ = makeHistoryButton(wxART_REDO, FormText::redo, " (Ctrl+Y)");
+    undo_ = makeHistoryButton(FormText::undo, " (Ctrl+Z)");
+    redo_ = makeHistoryButton(FormText::redo, " (Ctrl+Y)");
+    drawHistoryButtons();
+    Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+        drawHistoryButtons();
+        event.Skip();
+    });
     row->Add(undo_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
     row->Add(redo_, wxSizerFlags().CentreVertical());
     onPress(*undo_, [this] { undo(); });
@@ -90,11 +97,15 @@ void FormWindow::makeSearch() {
     column_->Add(row, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap)));
 }
 
-wxBitmapButton* FormWindow::makeHistoryButton(const wxString& art, FormText caption,
-                                              const char* key) {
-    auto* button = new wxBitmapButton(
-        this, wxID_ANY, wxArtProvider::GetBitmapBundle(art, wxART_BUTTON, FromDIP(wxSize(16, 16))),
-        wxDefaultPosition, FromDIP(wxSize(30, 30)), wxBORDER_NONE);
+void FormWindow::drawHistoryButtons() {
+    const wxColour colour = currentTheme().text;
+    undo_->SetBitmap(iconBundle(Icon::undo, kIconSize, colour));
+    redo_->SetBitmap(iconBundle(Icon::redo, kIconSize, colour));
+}
+
+wxBitmapButton* FormWindow::makeHistoryButton(FormText caption, const char* key) {
+    auto* button = new wxBitmapButton(this, wxID_ANY, iconBundle(Icon::undo, kIconSize, *wxBLACK),
+                                      wxDefaultPosition, FromDIP(wxSize(30, 30)), wxBORDER_NONE);
     button->SetToolTip(toDisplay(formText(caption, session_.locale())) + key);
     button->DisableFocusFromKeyboard();
     return button;
@@ -115,7 +126,7 @@ void FormWindow::layOut(wxWindow* body) {
     for (int i = 0; i < session_.pageCount(); ++i) showSeverity(i, session_.pageSeverity(i));
     updateHistory();
     session_.takeChanges();
-    SetMinClientSize(FromDIP(wxSize(360, 320)));
+    SetMinClientSize(FromDIP(wxSize(360, 400)));
     placeForm(*this, session_.kind());
 }
 

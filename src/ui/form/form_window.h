@@ -54,7 +54,8 @@ class FormWindow : public Guarded<wxDialog>, public FormHost {
   private:
     void makeSearch();
     wxSizer* makeButtons();
-    wxBitmapButton* makeHistoryButton(const wxString& art, FormText caption, const char* key);
+    wxBitmapButton* makeHistoryButton(FormText caption, const char* key);
+    void drawHistoryButtons();
     CListCtrlEx* activeList();
     bool commit();
 
