@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/dialog.h>
+#include <wx/sizer.h>
 #include <wx/toplevel.h>
 
 #include <string>
@@ -15,6 +17,7 @@
 #include "ui/kit/clipboard.h"
 #include "ui/kit/html_view.h"
 #include "ui/kit/readable_markup.h"
+#include "ui/kit/ui_native.h"
 
 using namespace korvant;
 using korvant::test::findActive;
@@ -98,9 +101,51 @@ TEST(MessageBox, AllOfALongPathCanBeSeen) {
 
 TEST(MessageBox, DefaultButtonIsMarkedFromTheStart) {
     UiDriver driver;
-    driver.window("Box").run([] { EXPECT_TRUE(test::showsFocus(*findWindow("Box"))); });
+    const auto marked = [](int index) {
+        return
+            [index] { return test::looksDefault(*findChild<wxButton>(findWindow("Box"), index)); };
+    };
+    driver.window("Box").run([&] {
+        EXPECT_TRUE(test::showsFocus(*findWindow("Box")));
+        EXPECT_TRUE(marked(0)());
+        EXPECT_FALSE(marked(1)());
+    });
+    driver.key(WXK_RIGHT).when("the other is marked", [&] { return marked(1)() && !marked(0)(); });
     driver.key(WXK_RETURN);
-    EXPECT_EQ(ask(driver, box(box_style::kYesNo)), box_button::kYes);
+    EXPECT_EQ(ask(driver, box(box_style::kYesNo)), box_button::kNo);
+}
+
+/// The first window of a process waits for the window manager before it shows.
+TEST(MessageBox, FocusIsMarkedHoweverLateTheWindowShows) {
+    UiDriver driver;
+    wxDialog window(nullptr, wxID_ANY, "Late");
+    auto* button = new wxButton(&window, wxID_ANY, "First");
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(button);
+    window.SetSizerAndFit(row);
+    ui::native::showFocus(window);
+    bool painted = false;
+    window.Bind(wxEVT_PAINT, [&](wxPaintEvent& event) {
+        painted = true;
+        event.Skip();
+    });
+    driver.when("the window", [&] { return painted; });
+    driver.run([&] { EXPECT_TRUE(test::showsFocus(window)); });
+    button->SetFocus();
+    window.Show();
+    EXPECT_TRUE(driver.finish());
+}
+
+TEST(MessageBox, LetterOpensTheDetails) {
+    UiDriver driver;
+    driver.window("Box").key('M').when(
+        "the details", [] { return findChild<ui::HtmlView>(findWindow("Box"), 1) != nullptr; });
+    driver.key('M').when("the text alone",
+                         [] { return findChild<ui::HtmlView>(findWindow("Box"), 1) == nullptr; });
+    driver.key(WXK_ESCAPE);
+    MessageBoxRequest request = box(box_style::kOk);
+    request.details = "Why not";
+    ask(driver, request);
 }
 
 TEST(MessageBox, ColoursOfScriptsAreReadable) {

@@ -40,7 +40,29 @@ bool isReturn(int key) {
 
 }  // namespace
 
+void MessageBoxDialog::markReturn(int id) {
+    for (const Choice& choice : choices_) native::markDefault(*choice.button, choice.id == id);
+}
+
+/// The mark is where Return presses: on the button with the keyboard, else on the default one.
+void MessageBoxDialog::connectMarks() {
+    const auto mark = [this](wxWindow& button, int id) {
+        button.Bind(wxEVT_SET_FOCUS, [this, id](wxFocusEvent& event) {
+            markReturn(id);
+            event.Skip();
+        });
+        button.Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+            markReturn(set_.defaultId);
+            event.Skip();
+        });
+    };
+    for (const Choice& choice : choices_) mark(*choice.button, choice.id);
+    if (more_) mark(*more_, 0);
+    markReturn(set_.defaultId);
+}
+
 void MessageBoxDialog::connect() {
+    connectMarks();
     Bind(wxEVT_CHAR_HOOK, &MessageBoxDialog::onKey, this);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { choose(set_.closeId); });
     Bind(wxEVT_TIMER, &MessageBoxDialog::onSecond, this);
@@ -87,8 +109,7 @@ void MessageBoxDialog::fitToText() {
 int MessageBoxDialog::ask() {
     for (const Choice& choice : choices_)
         if (choice.id == set_.defaultId) choice.button->SetFocus();
-    // The desktop forgets this when it shows a window.
-    CallAfter([this] { native::showFocus(*this); });
+    native::showFocus(*this);
     startCountdown();
     answer_ = set_.closeId;
     const LoopGuard guard([this] { answer_ = set_.closeId; });
@@ -151,7 +172,9 @@ bool MessageBoxDialog::chooseByLetter(const wxKeyEvent& event) {
         choose(choice.id);
         return true;
     }
-    return false;
+    if (!more_ || typed != moreKey_) return false;
+    toggleDetails();
+    return true;
 }
 
 const MessageBoxDialog::Choice* MessageBoxDialog::focusedChoice() const {

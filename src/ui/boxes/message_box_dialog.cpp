@@ -1,12 +1,12 @@
 #include "ui/boxes/message_box_dialog.h"
 
-#include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 
 #include "ui/kit/html_view.h"
+#include "ui/kit/icon_painter.h"
 #include "ui/kit/mnemonics.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kGap = 12;
 constexpr int kDetailsHeight = 180;
+constexpr int kPictureSize = 44;
 constexpr std::size_t kLongestCaption = 200;
 
 long styleOf(const MessageBoxRequest& request) {
@@ -31,16 +32,18 @@ wxString captionOf(const MessageBoxRequest& request) {
     return caption.empty() ? wxString(kModuleName) : caption;
 }
 
-wxArtID iconOf(std::uint32_t style) {
+/// The same shapes and colours as the marks in forms and in the editor; invalid for no icon.
+wxBitmapBundle pictureOf(std::uint32_t style) {
+    const wxColour blue(0x35, 0x84, 0xE4), red(0xD3, 0x22, 0x2A), amber(0xF7, 0xB2, 0x17);
     switch (style & 0xF0) {
         case box_style::kIconError:
-            return wxART_ERROR;
+            return iconBundle(Icon::error, kPictureSize, red, *wxWHITE);
         case box_style::kIconQuestion:
-            return wxART_QUESTION;
+            return iconBundle(Icon::question, kPictureSize, blue, *wxWHITE);
         case box_style::kIconWarning:
-            return wxART_WARNING;
+            return iconBundle(Icon::warning, kPictureSize, amber, wxColour(0x2B, 0x20, 0x00));
         case box_style::kIconInformation:
-            return wxART_INFORMATION;
+            return iconBundle(Icon::note, kPictureSize, blue, *wxWHITE);
         default:
             return {};
     }
@@ -80,12 +83,9 @@ MessageBoxDialog::MessageBoxDialog(wxWindow* parent, const MessageBoxRequest& re
 
 wxSizer* MessageBoxDialog::makeMessage() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    const wxArtID icon = iconOf(request_.style);
-    if (!icon.empty()) {
-        auto* picture = new wxStaticBitmap(this, wxID_ANY,
-                                           wxArtProvider::GetBitmapBundle(icon, wxART_MESSAGE_BOX));
-        row->Add(picture, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
-    }
+    if (const wxBitmapBundle picture = pictureOf(request_.style); picture.IsOk())
+        row->Add(new wxStaticBitmap(this, wxID_ANY, picture),
+                 wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
     message_ = new HtmlView(this, HtmlView::Surface::dialog);
     setText(*message_, request_.text, request_.plain);
     row->Add(message_, wxSizerFlags(1).Expand());
@@ -128,7 +128,9 @@ void MessageBoxDialog::addChoices(wxSizer* row) {
         choices_.push_back({id, captions[i], labels[i].key, button});
         if (id == set_.defaultId) button->SetDefault();
     }
-    if (more_) more_->SetLabel(labels.back().label);
+    if (!more_) return;
+    more_->SetLabel(labels.back().label);
+    moreKey_ = labels.back().key;
 }
 
 }  // namespace korvant::ui

@@ -43,6 +43,8 @@ class MessageBoxDialog : public Guarded<wxDialog> {
     wxSizer* makeButtonRow();
     void addChoices(wxSizer* row);
     void connect();
+    void connectMarks();
+    void markReturn(int id);
 
     int roomBesideButtons();
     void fitToText();
@@ -69,6 +71,7 @@ class MessageBoxDialog : public Guarded<wxDialog> {
     HtmlView* message_ = nullptr;
     HtmlView* details_ = nullptr;
     wxButton* more_ = nullptr;
+    wxUniChar moreKey_;
     wxCheckBox* dontShow_ = nullptr;
     wxTimer timer_;
     unsigned secondsLeft_ = 0;

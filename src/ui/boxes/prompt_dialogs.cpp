@@ -114,6 +114,7 @@ void PromptDialog::addButtons(wxBoxSizer* column) {
     auto* ok = new wxButton(this, wxID_OK, escapeLabel(buttonCaption(box_button::kOk)));
     auto* cancel = new wxButton(this, wxID_CANCEL, escapeLabel(buttonCaption(box_button::kCancel)));
     ok->SetDefault();
+    native::markDefault(*ok, true);
     Bind(wxEVT_BUTTON, &PromptDialog::onOk, this, wxID_OK);
     row->Add(ok, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap / 2)));
     row->Add(cancel);
@@ -128,6 +129,7 @@ void PromptDialog::setInitial(const wxString& text) {
         new wxTextCtrl(this, wxID_ANY, editable ? text : text.Left(kPreview) + wxT("..."),
                        wxDefaultPosition, FromDIP(wxSize(kFieldWidth, lines ? kFieldHeight : -1)),
                        (lines ? wxTE_MULTILINE : 0) | (editable ? 0 : wxTE_READONLY));
+    if (lines) native::padLines(*field_);
     field_->MoveBeforeInTabOrder(FindWindow(wxID_OK));
     fieldRow_->Add(field_, wxSizerFlags(lines ? 1 : 0).Expand());
     shown_ = field_->GetValue();

@@ -90,6 +90,9 @@ constexpr const char* kIcons[] = {
     "fill: M8 1.8 L14.8 13.8 H1.2 Z; stroke 1.5 2nd: M8 6 V9.5; fill 2nd: O 8 11.7 0.9",
     // note
     "fill: O 8 8 6.25; stroke 1.6 2nd: M8 7.3 V11.2; fill 2nd: O 8 4.9 1",
+    // question
+    "fill: O 8 8 6.25; stroke 1.5 2nd: M6.1 6.5 C6.1 3.9 10 4.1 9.9 6.4 C9.8 7.9 8 7.9 8 9.4; fill "
+    "2nd: O 8 11.5 0.9",
     // bolt
     "fill: M9.5 1 L3.5 9 H7.3 L6.3 15 L12.5 6.6 H8.7 Z",
     // function

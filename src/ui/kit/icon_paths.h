@@ -45,6 +45,7 @@ enum class Icon {
     error,
     warning,
     note,
+    question,
     bolt,
     function,
     classIcon,

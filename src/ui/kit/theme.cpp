@@ -38,8 +38,8 @@ Theme currentTheme() {
     theme.rule = blend(theme.text, theme.window, 0.2);
     theme.link = theme.dark ? wxColour(0x62, 0xA0, 0xEA) : wxColour(0x1A, 0x5F, 0xB4);
     theme.error = theme.dark ? wxColour(0xFF, 0x7B, 0x72) : wxColour(0xB0, 0x1B, 0x24);
-    theme.errorTint = blend(wxColour(0xE0, 0x1B, 0x24), theme.field, theme.dark ? 0.35 : 0.15);
-    theme.warningTint = blend(wxColour(0xF5, 0xB0, 0x00), theme.field, theme.dark ? 0.30 : 0.22);
+    theme.errorTint = blend(wxColour(0xE0, 0x1B, 0x24), theme.field, theme.dark ? 0.28 : 0.15);
+    theme.warningTint = blend(wxColour(0xF5, 0xB0, 0x00), theme.field, theme.dark ? 0.24 : 0.22);
     return theme;
 }
 

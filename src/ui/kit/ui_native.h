@@ -45,11 +45,18 @@ void keepScrollBarsVisible(wxWindow& window);
 /// What a control shows now inside its old place gets its places before it is painted.
 void settle(wxWindow& control);
 
+/// Room between the edge of a field of several lines and its text.
+void padLines(wxWindow& field);
+
 /// A field of one line without an edge, for what paints one around it.
 void bareField(wxWindow& field);
 
-/// The control with the keyboard is marked from the start, not only after a key was pressed.
+/// The control with the keyboard is marked as soon as the window shows, not only after a key was
+/// pressed. To be called before it is shown.
 void showFocus(wxWindow& topLevel);
+
+/// The button looks like the one that Return presses, or like any other.
+void markDefault(wxWindow& button, bool isDefault);
 
 /// What a reader of the screen is told of a window that the program paints.
 void setAccessibleName(wxWindow& window, const wxString& name);

@@ -304,6 +304,16 @@ void settle(wxWindow& control) {
     gtk_widget_size_allocate(widget, &place);
 }
 
+void padLines(wxWindow& field) {
+    GtkWidget* text = gtk_bin_get_child(GTK_BIN(field.GetHandle()));
+    if (!GTK_IS_TEXT_VIEW(text)) return;
+    const int room = field.FromDIP(6);
+    gtk_text_view_set_left_margin(GTK_TEXT_VIEW(text), room);
+    gtk_text_view_set_right_margin(GTK_TEXT_VIEW(text), room);
+    gtk_text_view_set_top_margin(GTK_TEXT_VIEW(text), room);
+    gtk_text_view_set_bottom_margin(GTK_TEXT_VIEW(text), room);
+}
+
 void bareField(wxWindow& field) {
     GtkCssProvider* style = gtk_css_provider_new();
     gtk_css_provider_load_from_data(
@@ -315,8 +325,22 @@ void bareField(wxWindow& field) {
     g_object_unref(style);
 }
 
+/// The desktop forgets it when the window comes to the screen, which may be long after it is shown:
+/// the first window of a process waits for the window manager.
 void showFocus(wxWindow& topLevel) {
-    gtk_window_set_focus_visible(GTK_WINDOW(topLevel.GetHandle()), TRUE);
+    const auto mark = [](GtkWidget* window, gpointer) {
+        gtk_window_set_focus_visible(GTK_WINDOW(window), TRUE);
+    };
+    g_signal_connect_after(topLevel.GetHandle(), "map",
+                           G_CALLBACK(static_cast<void (*)(GtkWidget*, gpointer)>(mark)), nullptr);
+}
+
+void markDefault(wxWindow& button, bool isDefault) {
+    GtkStyleContext* style = gtk_widget_get_style_context(button.GetHandle());
+    if (isDefault)
+        gtk_style_context_add_class(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
+    else
+        gtk_style_context_remove_class(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
 }
 
 void pumpWindow(wxWindow& window) {

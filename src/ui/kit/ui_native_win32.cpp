@@ -106,12 +106,21 @@ void finishClosing() {
 
 void settle(wxWindow&) {}
 
+/// The system's fields have it.
+void padLines(wxWindow&) {}
+
 void bareField(wxWindow&) {}
 
+/// The system forgets what is asked for before the window is shown.
 void showFocus(wxWindow& topLevel) {
-    SendMessageW(static_cast<HWND>(topLevel.GetHandle()), WM_CHANGEUISTATE,
-                 MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
+    topLevel.CallAfter([&topLevel] {
+        SendMessageW(static_cast<HWND>(topLevel.GetHandle()), WM_CHANGEUISTATE,
+                     MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
+    });
 }
+
+/// The system marks it by itself.
+void markDefault(wxWindow&, bool) {}
 
 void pumpWindow(wxWindow& window) {
     const HWND handleOfWindow = static_cast<HWND>(window.GetHandle());
