@@ -20,10 +20,9 @@ struct BreakpointWish {
     ScriptPlace place;  ///< of a line breakpoint
     std::string name;   ///< the function, or the expression whose value is watched
     bool enabled = true;
-    std::string classicCondition;  ///< for the number evaluator of the classic debugger
-    std::string condition;         ///< a script expression; empty: none
-    std::string hitCondition;      ///< "N", "==N", ">=N", ">N", "<N", "<=N", "%N"; empty: none
-    std::string logText;           ///< {expressions} in it; not empty: logs and does not stop
+    std::string condition;     ///< a script expression; empty: none
+    std::string hitCondition;  ///< "N", "==N", ">=N", ">N", "<N", "<=N", "%N"; empty: none
+    std::string logText;       ///< {expressions} in it; not empty: logs and does not stop
 };
 
 /// What became of it.

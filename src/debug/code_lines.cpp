@@ -5,27 +5,47 @@
 
 #include "debug/frames.h"
 #include "debug/statement_starts.h"
+#include "host/engine/program_position.h"
 
 namespace korvant {
 
 namespace {
 
+/// A source whose text is not at hand is no longer.
 constexpr int kLastLine = (1 << 20) - 1;
+constexpr int kLastOfOthers = 1 << 17;
 /// So many numbers of the engine without a function behind the last known one end the search.
 constexpr int kGap = 4096;
 
 using Functions = std::vector<asIScriptFunction*>;
 
+std::string_view sectionOf(const asIScriptFunction& function) {
+    const char* const section = function.GetScriptSectionName();
+    return section != nullptr ? section : "";
+}
+
+/// Whether the engine asks anywhere in it: what it makes itself has no statements.
+bool hasStatements(asIScriptFunction& function) {
+    asUINT length = 0;
+    const asDWORD* const code = function.GetByteCode(&length);
+    for (asUINT at = 0; code != nullptr && at < length; at += codeSizeAt(code + at))
+        if (asksAt(code + at)) return true;
+    return false;
+}
+
 /// The engine numbers its functions; lambdas and the initialisers of global variables can be
-/// reached in no other way.
-Functions functionsOf(asIScriptModule& module) {
+/// reached in no other way. With those of the host's own modules that stand in other sources.
+Functions functionsAround(asIScriptModule& module, std::string_view mainSource) {
     asIScriptEngine& engine = *module.GetEngine();
     Functions found;
     for (int id = 1, empty = 0; empty < kGap; ++id) {
         asIScriptFunction* const function = engine.GetFunctionById(id);
         empty = function == nullptr ? empty + 1 : 0;
         if (function == nullptr || function->GetFuncType() != asFUNC_SCRIPT) continue;
-        if (function->GetModule() == &module) found.push_back(function);
+        const bool own = function->GetModule() == &module;
+        const bool others = function->GetModule() != nullptr && !sectionOf(*function).empty() &&
+                            sectionOf(*function) != mainSource && hasStatements(*function);
+        if (own || others) found.push_back(function);
     }
     return found;
 }
@@ -34,12 +54,15 @@ Functions functionsOf(asIScriptModule& module) {
 /// follow each other begin.
 int firstLine(const asIScriptFunction& function, int hint, int lastLine) {
     const auto finds = [&function](int line) { return function.FindNextLineWithCode(line) >= 0; };
-    int line = hint;
-    while (line <= lastLine && !finds(line)) ++line;
-    if (line > lastLine)
-        for (line = std::min(hint, lastLine); line > 0 && !finds(line);) --line;
-    while (line > 1 && finds(line - 1)) --line;
-    return line;
+    const int longest = std::max(hint, lastLine - hint);
+    for (int away = 0; away <= longest; ++away) {
+        const int behind = hint + away;
+        int line = behind <= lastLine && finds(behind) ? behind : hint - away;
+        if (line < 1 || !finds(line)) continue;
+        while (line > 1 && finds(line - 1)) --line;
+        return line;
+    }
+    return 0;
 }
 
 std::vector<std::int32_t> linesOf(const asIScriptFunction& function, int first, int lastLine) {
@@ -61,13 +84,13 @@ std::shared_ptr<const CodeLines> CodeLines::of(asIScriptModule& module,
                                                std::string_view mainSource) {
     auto code = std::make_shared<CodeLines>();
     int hint = 1;
-    for (asIScriptFunction* const function : functionsOf(module)) {
-        const char* const section = function->GetScriptSectionName();
+    for (asIScriptFunction* const function : functionsAround(module, mainSource)) {
         Function added;
-        added.source = section != nullptr ? section : "";
+        added.source = sectionOf(*function);
+        added.foreign = function->GetModule() != &module;
         const bool isMain = added.source == mainSource;
         if (isMain) added.source.clear();
-        const int lastLine = isMain ? std::min(mainText.lineCount(), kLastLine) : kLastLine;
+        const int lastLine = isMain ? std::min(mainText.lineCount(), kLastLine) : kLastOfOthers;
         added.begin = firstLine(*function, hint, lastLine);
         if (added.begin == 0) continue;
         added.lines = linesOf(*function, added.begin, lastLine);
@@ -109,6 +132,13 @@ const std::vector<std::int32_t>& CodeLines::lines(const std::string& source) con
     static const std::vector<std::int32_t> none;
     const auto found = lines_.find(source);
     return found == lines_.end() ? none : found->second;
+}
+
+std::vector<std::string> CodeLines::otherSources() const {
+    std::vector<std::string> names;
+    for (const auto& [source, lines] : lines_)
+        if (!source.empty()) names.push_back(source);
+    return names;
 }
 
 bool CodeLines::hasCode(const std::string& source, std::int32_t line) const {

@@ -23,6 +23,7 @@ class CodeLines {
         std::vector<std::int32_t> lines;  ///< ascending, each once, never empty
         std::int32_t begin = 0;           ///< line of its declaration
         int id = 0;                       ///< the engine's number of the function
+        bool foreign = false;             ///< of another module of the host's
     };
     /// Where a breakpoint that is wanted at a line stops.
     struct Resolved {
@@ -31,7 +32,8 @@ class CodeLines {
         std::string reason;  ///< why it is not verified
     };
 
-    /// What `module` has been built from: `mainText` gives the statement starts that the engine
+    /// What `module` has been built from, and what it may call in the host's other modules, as far
+    /// as that has sources of its own: `mainText` gives the statement starts that the engine
     /// does not report; `mainSource` is the name of its section, which becomes the empty one.
     static std::shared_ptr<const CodeLines> of(asIScriptModule& module,
                                                const StatementStarts& mainText,
@@ -39,6 +41,8 @@ class CodeLines {
 
     /// Ascending; empty for an unknown source.
     const std::vector<std::int32_t>& lines(const std::string& source) const;
+    /// All but the main text.
+    std::vector<std::string> otherSources() const;
     bool hasSource(const std::string& source) const { return lines_.count(source) > 0; }
     bool hasCode(const std::string& source, std::int32_t line) const;
 

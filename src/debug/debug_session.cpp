@@ -74,8 +74,8 @@ std::vector<std::int32_t> DebugSession::Impl::wantedLines() {
     if (target.line > 0) lines.push_back(target.line);
     asked = lines;
     std::sort(asked.begin(), asked.end());
-    // Nothing is asked of a run without breakpoints, and classic steps go by the lines of its host.
-    if (lines.empty() || text == nullptr || style == StopStyle::suspend) return lines;
+    // Nothing is asked of a run without breakpoints.
+    if (lines.empty() || text == nullptr) return lines;
     if (!setVariables.begun()) setVariables.begin(&text->variables(), kMainSource);
     lines.insert(lines.end(), setVariables.lines().begin(), setVariables.lines().end());
     return lines;
@@ -248,6 +248,12 @@ ValueNode DebugSession::scope(ValueScope which, unsigned frame) {
 
 bool DebugSession::hasThis(unsigned frame) const {
     return impl_->values.scopeOf(impl_->levelOf(frame)).hasThis();
+}
+
+bool DebugSession::notYetSet(unsigned frame, std::string_view name) const {
+    NamedValue local;
+    const FrameScope scope = impl_->values.scopeOf(impl_->levelOf(frame));
+    return scope.findLocal(name, local) && (local.value.unset || local.value.address == nullptr);
 }
 
 Evaluation DebugSession::evaluate(unsigned frame, std::string_view expression,

@@ -146,6 +146,8 @@ class DebugSession {
     /// `frame` counts as Frames does; one beyond the last: global variables.
     ValueNode scope(ValueScope which, unsigned frame);
     bool hasThis(unsigned frame) const;
+    /// A local variable holds nothing yet but what lay in memory before.
+    bool notYetSet(unsigned frame, std::string_view name) const;
     Evaluation evaluate(unsigned frame, std::string_view expression, EvaluationPurpose purpose);
     ShownValue show(unsigned frame, std::string_view expression, EvaluationPurpose purpose,
                     const ValueFormat& format = {});

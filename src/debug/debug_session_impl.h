@@ -75,7 +75,9 @@ struct DebugSession::Impl final : StopPolicy {
     std::vector<std::int32_t> wantedLines();
 
     // Where it stops.
-    Answer passedOver(std::int32_t line);
+    void notePlace(asIScriptContext& context, std::int32_t line);
+    Answer passedOver();
+    void forgetWays();
     void noteSet(asIScriptContext& context, const StatementPlace& here);
     bool onlySets(std::int32_t line) const;
     bool stopsAt(asIScriptContext& context, std::int32_t line, const StatementPlace& here,
@@ -108,6 +110,7 @@ struct DebugSession::Impl final : StopPolicy {
     void onBuilt(asIScriptModule& built, const std::string& builtText) noexcept override;
     void onBegin(asIScriptContext& context, bool goesOn) noexcept override;
     Answer atStatement(asIScriptContext& context, std::int32_t line, bool again) noexcept override;
+    void atNestedStop(asIScriptContext& context) noexcept override;
     void atAttention(asIScriptContext& context) noexcept override;
     void insideNative() noexcept override;
     void atException(asIScriptContext& context) noexcept override;

@@ -103,12 +103,13 @@ void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& buil
     });
 }
 
-void DebugSession::Impl::onBegin(asIScriptContext& context, bool) noexcept {
+void DebugSession::Impl::onBegin(asIScriptContext& context, bool goesOn) noexcept {
     guarded([&] {
         runContext = &context;
         watched = &context;
         engine = context.GetEngine();
-        hostLines = session.stopLines();
+        // A build has told those of its run, and ours are among them by now.
+        if (goesOn) hostLines = session.stopLines();
         state = DebugState::running;
         apply();
     });
@@ -120,13 +121,16 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
     Answer answer = Answer::goOn;
     guarded([&] {
         if (asksInVain(context)) {
-            answer = passedOver(line);
+            notePlace(context, line);
+            answer = passedOver();
             return;
         }
         const StatementPlace here = StatementPlace::of(context);
         if (onlySets(line)) {
             noteSet(context, here);
             lastSeen = here;
+            notePlace(context, line);
+            answer = passedOver();
             return;
         }
         const bool newPass = pass.begins(here, again && lastSeen.line == line);
@@ -134,13 +138,12 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
         const bool stops = stopsAt(context, line, here, newPass);
         lastSeen = here;
         if (!stops) {
-            answer = passedOver(line);
-            return;
+            answer = passedOver();
+            // Global variables are made where nothing can be suspended.
+            const bool globals = answer == Answer::usual && &context != runContext;
+            if (!globals || !newPass) return;
         }
-        step.end();
-        target = {};
-        pauseNow = false;
-        entryWanted = false;
+        forgetWays();
         if (style == StopStyle::suspend && !context.IsNested() && &context == runContext) {
             answer = Answer::suspend;
             return;
@@ -159,19 +162,44 @@ void DebugSession::Impl::noteSet(asIScriptContext& context, const StatementPlace
 
 /// Whether nothing but the variables that it may set is the reason to be asked about a line.
 bool DebugSession::Impl::onlySets(std::int32_t line) const {
-    return !everyStatement && style == StopStyle::hold &&
-           !std::binary_search(asked.begin(), asked.end(), line);
+    return !everyStatement && !std::binary_search(asked.begin(), asked.end(), line);
 }
 
-/// A run that is suspended may have breakpoints and steps of its host beside ours.
-StopPolicy::Answer DebugSession::Impl::passedOver(std::int32_t line) {
+/// Whoever stops there for another reason than ours is told where that is.
+void DebugSession::Impl::notePlace(asIScriptContext& context, std::int32_t line) {
+    if (style == StopStyle::hold) return;
+    info = {};
+    info.place = placeOf(context);
+    info.place.line = line;
+}
+
+/// A run that is suspended may have breakpoints and steps of its host beside ours; its breakpoints
+/// are lines of the main text. `info` has the place.
+StopPolicy::Answer DebugSession::Impl::passedOver() {
     if (style == StopStyle::hold) return Answer::goOn;
-    const auto holds = [line](const std::vector<std::int32_t>& lines) {
-        return std::binary_search(lines.begin(), lines.end(), line);
-    };
-    if (!holds(session.stopLines())) return Answer::usual;
-    const bool refined = !book.at(info.place.source, line).empty();
-    return holds(hostLines) && !refined ? Answer::usual : Answer::goOn;
+    const std::int32_t line = info.place.line;
+    const bool hosts =
+        info.place.source.empty() && std::binary_search(hostLines.begin(), hostLines.end(), line);
+    if (!hosts || !book.at({}, line).empty()) return Answer::pass;
+    info.reason = StopReason::breakpoint;
+    return Answer::usual;
+}
+
+/// A step or breakpoint of the host's ends where the engine cannot suspend.
+void DebugSession::Impl::atNestedStop(asIScriptContext& context) noexcept {
+    if (inside > 0 || style == StopStyle::hold) return;
+    guarded([&] {
+        forgetWays();
+        hold(context, info);
+    });
+}
+
+/// It stands still: what it was to stop for is over.
+void DebugSession::Impl::forgetWays() {
+    step.end();
+    target = {};
+    pauseNow = false;
+    entryWanted = false;
 }
 
 /// Fills `info` when it stops.
@@ -448,6 +476,7 @@ void DebugSession::Impl::onLeft(asIScriptContext* context, const RunOutcome& out
                               context != nullptr && context->GetState() == asEXECUTION_EXCEPTION;
         evaluator.forget();
         asideEvaluator.forget();
+        hostLines.clear();
         pauseWanted = false;
         state = DebugState::idle;
         if (readable && !restartWanted) {

@@ -18,7 +18,37 @@ void ScriptEditor::planBreakpoints() {
     OpenDocument* const ran = documents_.find(runDocument_);
     if (!inspection_.enabled() || !ran) return;
     inspection_.session().breakpoints().setLines({}, ran->plan.refined());
+    planOtherSources();
     inspection_.session().apply();
+}
+
+/// A breakpoint belongs to its file: those of a text that the run has as a source stop there.
+void ScriptEditor::planOtherSources() {
+    const auto code = inspection_.session().code();
+    if (!code) return;
+    for (const std::string& source : code->otherSources()) {
+        std::vector<BreakpointWish> wishes;
+        const OpenDocument* const open = documents_.findSource(source);
+        if (open && open->id != runDocument_)
+            wishes = open == &current() ? open->plan.active() : open->stops;
+        inspection_.session().breakpoints().setLines(source, std::move(wishes));
+    }
+}
+
+/// What the script that is built calls the text in view; nothing where it is no part of it.
+std::optional<std::string> ScriptEditor::sourceInView(const CodeLines& code) const {
+    if (runIsShown()) return changedSinceRun() ? std::nullopt : std::optional<std::string>("");
+    for (const std::string& source : code.otherSources())
+        if (documents_.findSource(source) == &current()) return source;
+    return std::nullopt;
+}
+
+std::optional<Debugger::Elsewhere> ScriptEditor::stopElsewhere(ScriptLine line) const {
+    const std::string source = stopPlace().source;
+    if (source.empty()) return std::nullopt;
+    const OpenDocument* const open = documents_.findSource(source);
+    return Debugger::Elsewhere{decodeForDisplay(nameOf(source)),
+                               open ? open->breakpoints.condition(line) : std::string()};
 }
 
 bool ScriptEditor::changedSinceRun() const {
@@ -80,10 +110,12 @@ void ScriptEditor::showFrame(unsigned frame) {
 
 std::vector<PlannedBreakpoint> ScriptEditor::plannedBreakpoints() {
     const auto code = inspection_.session().code();
-    const bool known = code && inspection_.enabled() && runIsShown() && !changedSinceRun();
-    std::vector<PlannedBreakpoint> planned = plan().all(known ? code.get() : nullptr);
+    const auto source =
+        code && inspection_.enabled() ? sourceInView(*code) : std::optional<std::string>();
+    std::vector<PlannedBreakpoint> planned =
+        source ? plan().all(code.get(), *source) : plan().all(nullptr);
     // Of a text that is not built it is known where there is nothing at all.
-    if (!known)
+    if (!source)
         for (PlannedBreakpoint& one : planned)
             one.verified = hasWords(toControl(ScriptLine{one.line}));
     return planned;

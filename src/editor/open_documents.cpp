@@ -90,6 +90,7 @@ OpenDocument& OpenDocuments::add() {
 void OpenDocuments::show(OpenDocument& document) {
     if (&document == &shown()) return;
     shown().recovery.keepIfChanged();
+    shown().stops = shown().plan.active();
     shown().text.hide();
     shown_ = indexOf(document);
     document.text.show();

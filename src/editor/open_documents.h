@@ -41,7 +41,8 @@ class OpenDocument {
     Problems problems;
     RecoveryKeeper recovery;
     ControlText text;
-    std::vector<std::string> watches;  ///< while those of another text are looked at
+    std::vector<BreakpointWish> stops;  ///< where a run stops in it, while another text is shown
+    std::vector<std::string> watches;   ///< while those of another text are looked at
     /// Of the text: another number after each change, and another one than that of any other text.
     std::uint64_t version = 0;
     std::optional<std::uint64_t> tour;  ///< the version that is the untouched tour

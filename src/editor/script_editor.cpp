@@ -47,7 +47,12 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
     };
     inspection_.lineInText = [this](std::int32_t line) { return debugger_.lineInText(line); };
     hostDocument_ = watchDocument_ = documents_.shown().id;
+    inspection_.onScriptBuilt = [this] { planOtherSources(); };
     debugger_.showsElsewhere = [this] { return showStop(); };
+    debugger_.notYetSet = [this](std::string_view name) {
+        return inspection_.canLook() && inspection_.session().notYetSet(0, name);
+    };
+    debugger_.elsewhere = [this](ScriptLine line) { return stopElsewhere(line); };
     inspection_.onBreath = [this] {
         if (window_.pumpEvents()) session_.requestStop();
     };

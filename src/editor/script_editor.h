@@ -276,6 +276,9 @@ class ScriptEditor {
     bool commandWhileHeld(int id);
     void resume(const std::function<void()>& goOn);
     void planBreakpoints();
+    void planOtherSources();
+    std::optional<std::string> sourceInView(const CodeLines& code) const;
+    std::optional<Debugger::Elsewhere> stopElsewhere(ScriptLine line) const;
     void toggleBreakpointAt(std::int32_t line);
     bool hasWords(ControlLine line) const;
     std::uint32_t millisecondsUsed() const;

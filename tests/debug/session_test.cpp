@@ -1,4 +1,6 @@
 // Runs under a debugger whose answers are code.
+#include <gmock/gmock.h>
+
 #include <chrono>
 
 #if defined(__GLIBC__)
@@ -9,6 +11,8 @@
 
 namespace korvant::test {
 namespace {
+
+using ::testing::ElementsAre;
 
 class Session : public DebugFixture {};
 
@@ -80,6 +84,77 @@ TEST_F(Session, AStopLeavesAndComesBackWhereItMaySuspend) {
     EXPECT_TRUE(debug.goOn());
     EXPECT_EQ(debug.state(), DebugState::idle);
     EXPECT_FALSE(debug.goOn());
+}
+
+/// The window's way: runs with its lines, which leave at each stop.
+class Suspending : public Session {
+  protected:
+    Suspending() {
+        debug.setStyle(StopStyle::suspend);
+        debug.attach();
+    }
+    /// Values of `expression` at each stop, suspended or held.
+    std::vector<std::string> valuesAt(const std::string& script, std::vector<std::int32_t> lines,
+                                      const std::string& expression, StepMode mode) {
+        std::vector<std::string> seen;
+        atStop = [&](const StopInfo& info) {
+            const std::string place = info.place.source + std::to_string(info.place.line);
+            seen.push_back(place + (debug.state() == DebugState::held ? "! " : " ") +
+                           value(expression));
+        };
+        bool ran = run(script, &lines);
+        while (ran && outcome().line != 0 && seen.size() < 30) ran = resume(mode, &lines);
+        EXPECT_TRUE(ran) << messages();
+        return seen;
+    }
+};
+
+constexpr char kBranch[] =
+    "int main() {\n    int a;\n    int b = 1;\n    if (b == 2)\n        a = 5;\n    b = 2;\n"
+    "    if (b == 2)\n        a = 7;\n    return a;\n}\n";
+
+TEST_F(Suspending, WhatABranchMaySetIsNotYetSetUntilThen) {
+    const std::string unset = "error: \"a\" is not yet set.";
+    EXPECT_THAT(valuesAt(kBranch, {6, 9}, "a", StepMode::run), ElementsAre("6 " + unset, "9 7"));
+    EXPECT_THAT(
+        valuesAt(kBranch, {3}, "a", StepMode::into),
+        ElementsAre("3 " + unset, "4 " + unset, "6 " + unset, "7 " + unset, "8 " + unset, "9 7"));
+}
+
+TEST_F(Suspending, LinesStopInsideCallsOfTheLibraryAndWhileGlobalsAreMade) {
+    constexpr char kSorting[] =
+        "int made = first();\nint first() {\n    return 4;\n}\n"
+        "class Rock {\n    int m;\n    int opCmp(const Rock &in o) {\n        return m - o.m;\n"
+        "    }\n}\nint main() {\n    Rock[] rocks(2);\n    rocks.sortAsc();\n    return 0;\n}\n";
+    EXPECT_THAT(valuesAt(kSorting, {3, 8, 13}, "1 + 1", StepMode::run),
+                ElementsAre("3! 2", "13 2", "8! 2"));
+    EXPECT_THAT(valuesAt(kSorting, {13}, "1 + 1", StepMode::into), ElementsAre("13 2", "8! 2"));
+}
+
+TEST_F(Suspending, ABreakpointBelongsToItsSource) {
+    shareLibrary("other.as", "int twice(int n) {\n    int r = n;\n    r += n;\n    return r;\n}\n",
+                 "twice");
+    constexpr char kScript[] = "int main() {\n    int a = share(1);\n    return a;\n}\n";
+    EXPECT_THAT(valuesAt(kScript, {2, 3, 4}, "1", StepMode::run), ElementsAre("2 1", "3 1"));
+    BreakpointWish wish;
+    wish.place.line = 3;
+    wish.logText = "{r}";
+    BreakpointWish plain;
+    plain.place.line = 4;
+    debug.breakpoints().setLines("other.as", {wish, plain});
+    EXPECT_THAT(valuesAt(kScript, {}, "r", StepMode::run), ElementsAre("other.as4 2"));
+    EXPECT_EQ(output, "1\n");
+}
+
+/// A step ends at a line whose breakpoint does not stop.
+TEST_F(Suspending, StepsEndAtLinesThatOnlyPrint) {
+    BreakpointWish wish;
+    wish.place.line = 3;
+    wish.logText = "here";
+    debug.breakpoints().setLines({}, {wish});
+    const char kScript[] = "int main() {\n    int a = 1;\n    a = 2;\n    return a;\n}\n";
+    EXPECT_THAT(valuesAt(kScript, {2, 3}, "1", StepMode::over), ElementsAre("2 1", "3 1", "4 1"));
+    EXPECT_EQ(output, "here\n");
 }
 
 TEST_F(Session, RestartsFromInsideAStop) {

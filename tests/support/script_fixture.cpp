@@ -137,6 +137,16 @@ std::string ScriptFixture::messages() {
     return all;
 }
 
+void ScriptFixture::shareLibrary(const std::string& source, const std::string& text,
+                                 const char* name) {
+    asIScriptModule* const module = engine_->GetModule("library", asGM_ALWAYS_CREATE);
+    module->AddScriptSection(source.c_str(), text.data(), text.size());
+    EXPECT_GE(module->Build(), 0);
+    shared_ = module->GetFunctionByName(name);
+    EXPECT_GE(engine_->RegisterFuncdef("int Share(int n)"), 0);
+    EXPECT_GE(engine_->RegisterGlobalProperty("Share@ share", &shared_), 0);
+}
+
 std::string ScriptFixture::boxes() {
     std::string all;
     for (const MessageBoxRequest& box : frontend.boxes) all += box.text + "\n";

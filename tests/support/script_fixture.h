@@ -78,6 +78,9 @@ class ScriptFixture : public ::testing::Test {
     std::string exceptionOf(std::string_view body);
     /// The messages of the last build, one a line.
     std::string messages();
+    /// Builds `text`, a source of the host's own by the name `source`; scripts call its function
+    /// `int NAME(int)` as share().
+    void shareLibrary(const std::string& source, const std::string& text, const char* name);
     /// The texts of all boxes shown so far, one a line.
     std::string boxes();
 
@@ -90,6 +93,7 @@ class ScriptFixture : public ::testing::Test {
 
     asIScriptEngine* engine_ = nullptr;
     asIScriptContext* context_ = nullptr;
+    asIScriptFunction* shared_ = nullptr;
     RunOutcome outcome_;
 };
 

@@ -256,15 +256,9 @@ TEST_F(EditorTabs, AStopInTheDark) {
 }
 
 TEST_F(EditorTabs, AnExceptionInAnotherFileIsShownThere) {
-    const std::string library = folder.file("library.as");
-    writeFile(library, "int shareOf(int parts) {\n    return 10 / parts;\n}\n");
-    asIScriptModule* const module = engine()->GetModule("library", asGM_ALWAYS_CREATE);
-    const std::string text = readFile(library);
-    module->AddScriptSection(library.c_str(), text.c_str());
-    ASSERT_GE(module->Build(), 0);
-    asIScriptFunction* function = module->GetFunctionByName("shareOf");
-    engine()->RegisterFuncdef("int Share(int parts)");
-    engine()->RegisterGlobalProperty("Share@ share", &function);
+    const std::string library = "int shareOf(int parts) {\n    return 10 / parts;\n}\n";
+    writeFile(folder.file("library.as"), library);
+    shareLibrary(folder.file("library.as"), library, "shareOf");
     const std::string script = "int main() {\n    int parts = 0;\n    return share(parts);\n}\n";
     writeFile(ownFile, script);
     ready();
@@ -286,6 +280,32 @@ TEST_F(EditorTabs, AnExceptionInAnotherFileIsShownThere) {
     untilOpen("drill_report.as library.as!");
     driver.key(WXK_F5);
     untilOpen("drill_report.as! library.as");
+    untilStatus("Ready");
+    closeBox();
+    edit(script);
+}
+
+TEST_F(EditorTabs, ABreakpointInAnotherFileStopsThereAndOneHereDoesNot) {
+    const std::string library =
+        "int twice(int n) {\n    int r = n;\n    r += n;\n    return r;\n}\n";
+    writeFile(folder.file("library.as"), library);
+    shareLibrary(folder.file("library.as"), library, "twice");
+    const std::string script =
+        "int main() {\n    int a = share(1);\n    a += 1;\n    return a;\n}\n";
+    writeFile(ownFile, script);
+    ready();
+    breakAt({3});
+    openFile("library.as");
+    breakAt({4});
+    driver.key(WXK_TAB, wxMOD_CONTROL);
+    untilOpen("drill_report.as! library.as");
+    driver.key(WXK_F5);
+    untilOpen("drill_report.as library.as!");
+    untilStatus("Stopped at line 4 in twice");
+    driver.key(WXK_F5);
+    untilOpen("drill_report.as! library.as");
+    untilStatus("Stopped at line 3 in main");
+    driver.key(WXK_F5);
     untilStatus("Ready");
     closeBox();
     edit(script);

@@ -40,14 +40,15 @@ bool BreakpointPlan::has(std::int32_t line) const {
     return planned && !planned->wishes.enabled;
 }
 
-std::vector<PlannedBreakpoint> BreakpointPlan::all(const CodeLines* code) const {
+std::vector<PlannedBreakpoint> BreakpointPlan::all(const CodeLines* code,
+                                                   const std::string& source) const {
     std::vector<PlannedBreakpoint> all;
     for (const std::int32_t line : classicLines())
         all.push_back({line, wishesAt(line), breakpoints_.condition(ScriptLine{line}), true});
     for (const Planned& planned : planned_)
         if (!planned.wishes.enabled) all.push_back({planned.line, planned.wishes, {}, true});
     for (PlannedBreakpoint& one : all)
-        if (code) one.verified = code->hasCode({}, one.line);
+        if (code) one.verified = code->hasCode(source, one.line);
     std::sort(all.begin(), all.end(), [](const PlannedBreakpoint& a, const PlannedBreakpoint& b) {
         return a.line < b.line;
     });
@@ -98,18 +99,30 @@ void BreakpointPlan::removeAll() {
     breakpoints_.deleteAll();
 }
 
+namespace {
+
+BreakpointWish wishOf(std::int32_t line, const BreakpointWishes& wishes) {
+    BreakpointWish wish;
+    wish.place.line = line;
+    wish.condition = wishes.condition;
+    if (wishes.passes > 0) wish.hitCondition = ">=" + std::to_string(wishes.passes);
+    wish.logText = wishes.prints;
+    return wish;
+}
+
+}  // namespace
+
 std::vector<BreakpointWish> BreakpointPlan::refined() const {
     std::vector<BreakpointWish> wishes;
-    for (const Planned& planned : planned_) {
-        if (!planned.wishes.enabled) continue;
-        BreakpointWish wish;
-        wish.place.line = planned.line;
-        wish.condition = planned.wishes.condition;
-        if (planned.wishes.passes > 0)
-            wish.hitCondition = ">=" + std::to_string(planned.wishes.passes);
-        wish.logText = planned.wishes.prints;
-        wishes.push_back(std::move(wish));
-    }
+    for (const Planned& planned : planned_)
+        if (planned.wishes.enabled) wishes.push_back(wishOf(planned.line, planned.wishes));
+    return wishes;
+}
+
+std::vector<BreakpointWish> BreakpointPlan::active() const {
+    std::vector<BreakpointWish> wishes;
+    for (const PlannedBreakpoint& one : all(nullptr))
+        if (one.wishes.enabled) wishes.push_back(wishOf(one.line, one.wishes));
     return wishes;
 }
 

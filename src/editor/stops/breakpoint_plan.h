@@ -36,8 +36,8 @@ class BreakpointPlan {
     BreakpointPlan(const TextControl& editor, Breakpoints& breakpoints)
         : editor_(editor), breakpoints_(breakpoints) {}
 
-    /// Ascending. `code` may be null: nothing is built.
-    std::vector<PlannedBreakpoint> all(const CodeLines* code) const;
+    /// Ascending. `code` may be null: nothing is built. `source`: what that calls this text.
+    std::vector<PlannedBreakpoint> all(const CodeLines* code, const std::string& source = {}) const;
     BreakpointWishes wishesAt(std::int32_t line) const;
     /// Makes a breakpoint there if there is none.
     void change(std::int32_t line, const BreakpointWishes& wishes);
@@ -51,6 +51,8 @@ class BreakpointPlan {
 
     /// The ones that are more than a stop at a line, for a run.
     std::vector<BreakpointWish> refined() const;
+    /// All that stop or print, for a run of another text that this one belongs to.
+    std::vector<BreakpointWish> active() const;
     void follow(const LineShift& shift);
     void reset() { planned_.clear(); }
 

@@ -135,7 +135,10 @@ void Debugger::resume(const std::function<RunOutcome()>& goOn) {
     const RunOutcome outcome = goOn();
     if (!outcome.stoppedAtLine()) return finishRun(outcome.failed());
     const ScriptLine line{outcome.line};
-    output_.show("Breakpoint reached at line " + formatInt(lines_.editorLine(line).number) + "\n");
+    const std::optional<Elsewhere> other = elsewhere ? elsewhere(line) : std::nullopt;
+    output_.show("Breakpoint reached at line " +
+                 formatInt((other ? line : lines_.editorLine(line)).number) +
+                 (other ? " of " + other->file : std::string()) + "\n");
     showAt(line);
 }
 
@@ -259,9 +262,11 @@ void Debugger::scrollTo(ControlLine line) {
 }
 
 bool Debugger::shouldStop(ScriptLine running) {
-    const ScriptLine line = lines_.editorLine(running);
-    const std::string condition = breakpoints_->condition(line);
-    const std::string place = "reakpoint reached at line " + formatInt(line.number);
+    const std::optional<Elsewhere> other = elsewhere ? elsewhere(running) : std::nullopt;
+    const ScriptLine line = other ? running : lines_.editorLine(running);
+    const std::string condition = other ? other->condition : breakpoints_->condition(line);
+    const std::string place = "reakpoint reached at line " + formatInt(line.number) +
+                              (other ? " of " + other->file : std::string());
     if (condition.empty()) {
         output_.show("B" + place + "\n");
         return true;

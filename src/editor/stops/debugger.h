@@ -68,6 +68,16 @@ class Debugger {
     /// A run stands still at a line of another text than its own, which this has shown. Empty or
     /// false: at one of its own.
     std::function<bool()> showsElsewhere;
+    /// Whether a local variable of the innermost frame holds nothing yet but what lay in memory
+    /// before. Empty: that is not known.
+    std::function<bool(std::string_view name)> notYetSet;
+    /// What a line of another text has where a run stands.
+    struct Elsewhere {
+        std::string file;       ///< its name, UTF-8
+        std::string condition;  ///< of its breakpoint
+    };
+    /// Nothing: a run that stands still is in its own text. Empty: it always is.
+    std::function<std::optional<Elsewhere>(ScriptLine line)> elsewhere;
 
     void addCondition(Breakpoints& breakpoints, ControlLine line);
     /// Shows the variable whose name is selected as a tip, and puts it on top of the output pane.

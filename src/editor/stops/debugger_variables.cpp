@@ -32,7 +32,9 @@ std::string Debugger::variableText(std::string_view name) const {
     const VariableInfo* variable = findVariable(variables, name);
     if (variable == nullptr) return {};
     if (!debugging_) return variable->declaration;
-    return variable->declaration + " = " + formatValue(script, *variable);
+    const bool unset = notYetSet && notYetSet(name);
+    return variable->declaration + " = " +
+           (unset ? kUninitialised : formatValue(script, *variable));
 }
 
 void Debugger::displayVariable() {

@@ -31,6 +31,13 @@ void Inspection::endLooking() {
     session_.values().end();
 }
 
+void Inspection::onBuilt() {
+    try {
+        if (onScriptBuilt) onScriptBuilt();
+    } catch (const std::exception&) {
+    }
+}
+
 void Inspection::onStopped(const StopInfo& info) {
     try {
         stop_ = info;

@@ -33,7 +33,10 @@ class Inspection : public DebugListener {
 
     /// A run is held inside itself: at an exception, or in what the library called.
     bool held() const noexcept { return held_; }
-    bool isException() const noexcept { return held_ && stop_.reason != StopReason::step; }
+    bool isException() const noexcept {
+        return held_ && (stop_.reason == StopReason::exception ||
+                         stop_.reason == StopReason::timeOut || stop_.reason == StopReason::memory);
+    }
     /// Something can be looked at.
     bool canLook() const noexcept { return looking_; }
     const StopInfo& stop() const noexcept { return stop_; }
@@ -70,12 +73,16 @@ class Inspection : public DebugListener {
     /// A value has been set: expressions may have others now.
     void valuesChanged();
 
+    /// A script is built: now it is known which sources it has.
+    std::function<void()> onScriptBuilt;
+
     /// What breakpoints print.
     std::function<void(const std::string&)> onPrinted;
 
     /// The run lets its window live.
     std::function<void()> onBreath;
 
+    void onBuilt() override;
     void onStopped(const StopInfo& info) override;
     void onAttention() override;
     void onWait() override { onAttention(); }

@@ -62,12 +62,6 @@ bool findRegisters() {
 
 namespace {
 
-asUINT sizeAt(const asDWORD* code) {
-    const auto operation = static_cast<asEBCInstr>(*reinterpret_cast<const asBYTE*>(code));
-    const auto size = static_cast<asUINT>(asBCTypeSize[asBCInfo[operation].type]);
-    return size > 0 ? size : 1;
-}
-
 bool jumpsOnCondition(const asDWORD* code) {
     switch (static_cast<asEBCInstr>(*reinterpret_cast<const asBYTE*>(code))) {
         case asBC_JZ:
@@ -110,7 +104,7 @@ bool asksInVain(asIScriptContext& context) noexcept {
     if (code == nullptr || position <= code || position + 1 >= code + length) return false;
     if (!asksAt(position) || !asksAt(position + 1)) return false;
     asDWORD* before = code;
-    for (asDWORD* at = code; at < position; at += sizeAt(at)) before = at;
+    for (asDWORD* at = code; at < position; at += codeSizeAt(at)) before = at;
     return !jumpsOnCondition(before) && !asksAt(before) && samePlace(context, *registers, before);
 }
 

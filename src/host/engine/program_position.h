@@ -38,6 +38,13 @@ inline bool asksAt(const asDWORD* position) noexcept {
     return *reinterpret_cast<const asBYTE*>(position) == asBC_SUSPEND;
 }
 
+/// Of the instruction at a place, at least 1.
+inline asUINT codeSizeAt(const asDWORD* code) noexcept {
+    const auto operation = static_cast<asEBCInstr>(*reinterpret_cast<const asBYTE*>(code));
+    const auto size = static_cast<asUINT>(asBCTypeSize[asBCInfo[operation].type]);
+    return size > 0 ? size : 1;
+}
+
 /// Loops ask once more in each pass, and no statement begins there: in `while` at its own line, in
 /// `for` and `do` at that of whatever stands before in the code. True where `context`, which the
 /// engine asks about, stands at one of the latter.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
 
 #include "host/engine/active_context.h"
 #include "host/engine/engine_memory.h"
@@ -225,16 +227,23 @@ bool LineCallback::isRun(const asIScriptContext& context) const {
     return state_.currentContext == nullptr || state_.currentContext == &context;
 }
 
-bool LineCallback::passedByPolicy(asIScriptContext& context, std::int32_t line) {
-    if (!everyStatement() && !breakpoints_.contains(line) && !steps(state_.stepMode)) return false;
+/// True when that is all. `breakpoint`: there is one on the line, which the policy may pass over.
+bool LineCallback::passedByPolicy(asIScriptContext& context, std::int32_t line, bool& breakpoint) {
+    if (!everyStatement() && !breakpoint && !steps(state_.stepMode)) return false;
     if (context.GetState() != asEXECUTION_ACTIVE) return true;
-    const bool again = line == state_.lastStoppedLine;
+    const bool again = std::abs(state_.lastStoppedLine) == line;
     switch (policy_->atStatement(context, line, again)) {
         case StopPolicy::Answer::goOn:
-            state_.lastStoppedLine = breakpoints_.contains(line) ? line : 0;
+            state_.lastStoppedLine = breakpoint ? line : 0;
             return true;
         case StopPolicy::Answer::suspend:
             stopAt(context, line);
+            return true;
+        case StopPolicy::Answer::pass:
+            breakpoint = false;
+            if (steps(state_.stepMode)) break;
+            // Below 0: a line where a breakpoint of the run's own would stop still.
+            state_.lastStoppedLine = -line;
             return true;
         case StopPolicy::Answer::usual:
             break;
@@ -242,10 +251,30 @@ bool LineCallback::passedByPolicy(asIScriptContext& context, std::int32_t line) 
     return !isRun(context);
 }
 
+namespace {
+
+/// Lists of lines are of the text that the run began in, and no other source of the script.
+bool inFirstSource(asIScriptContext& context) {
+    const asUINT depth = context.GetCallstackSize();
+    const char* here = nullptr;
+    const char* first = nullptr;
+    if (depth < 2) return true;
+    context.GetLineNumber(0, nullptr, &here);
+    context.GetLineNumber(depth - 1, nullptr, &first);
+    return here == first || here == nullptr || first == nullptr || std::strcmp(here, first) == 0;
+}
+
+}  // namespace
+
 void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
-    if (policy_ != nullptr && passedByPolicy(context, line)) return;
+    bool breakpoint = breakpoints_.contains(line);
+    if (policy_ != nullptr) {
+        if (passedByPolicy(context, line, breakpoint)) return;
+    } else if (breakpoint) {
+        breakpoint = inFirstSource(context);
+    }
     std::int32_t& last = state_.lastStoppedLine;
-    if (breakpoints_.contains(line)) {
+    if (breakpoint) {
         if (line != last) stopAt(context, line);
     } else if (state_.stepMode == StepMode::over) {
         // Deliberate: never stops on a line above the last one, so that stepping over the end of a
@@ -258,10 +287,16 @@ void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
     }
 }
 
-/// Natives that called back into the script cannot wait: the engine restarts a destructor, and a
-/// suspended comparator leaves its context unusable.
+/// Natives that called back into the script cannot wait for a suspended one: the engine restarts a
+/// destructor, and a comparator leaves its context unusable. A policy may hold them.
 void LineCallback::stopAt(asIScriptContext& context, std::int32_t line) {
-    if (context.GetState() != asEXECUTION_ACTIVE || context.IsNested()) return;
+    if (context.GetState() != asEXECUTION_ACTIVE) return;
+    if (context.IsNested()) {
+        if (policy_ == nullptr) return;
+        state_.lastStoppedLine = line;
+        state_.stepMode = StepMode::run;
+        return policy_->atNestedStop(context);
+    }
     state_.lastStoppedLine = line;
     context.Suspend();
 }

@@ -98,7 +98,7 @@ class LineCallback final : public WatchTarget {
     bool findEnding(asIScriptContext* context);
     void decide(asIScriptContext& context, std::int32_t line);
     void stopAt(asIScriptContext& context, std::int32_t line);
-    bool passedByPolicy(asIScriptContext& context, std::int32_t line);
+    bool passedByPolicy(asIScriptContext& context, std::int32_t line, bool& breakpoint);
     void giveAttention(asIScriptContext& context);
     bool attentionDue();
     static void exceptionEntry(asIScriptContext* context, void* self) noexcept;

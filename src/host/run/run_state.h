@@ -17,7 +17,7 @@ struct RunState {
     std::atomic<std::uint32_t> deadline{0};      ///< tick after which the run is aborted
     std::atomic<bool> interacting{false};        ///< a built-in waits for the user
     StepMode stepMode = StepMode::run;
-    std::int32_t lastStoppedLine = 0;      ///< 1-based; 0 none
+    std::int32_t lastStoppedLine = 0;      ///< 1-based; 0 none, negative: a policy passed it over
     std::atomic<bool> stopRequest{false};  ///< set by interrupt handlers, lock-free
 };
 

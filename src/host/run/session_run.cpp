@@ -175,7 +175,8 @@ RunOutcome ScriptSession::Impl::executeAndReport(asIScriptContext& context, bool
 RunOutcome ScriptSession::Impl::outcomeOf(int result) const {
     using Kind = RunOutcome::Kind;
     if (result == asEXECUTION_FINISHED) return {Kind::finished, 0, result};
-    if (result == asEXECUTION_SUSPENDED) return {Kind::stopped, state.lastStoppedLine, result};
+    if (result == asEXECUTION_SUSPENDED)
+        return {Kind::stopped, std::max(state.lastStoppedLine, 0), result};
     return {Kind::failed, 0, result};
 }
 

@@ -18,7 +18,8 @@ class StopPolicy {
     enum class Answer {
         goOn,     ///< not here
         suspend,  ///< here: the run is suspended, where the engine allows it
-        usual     ///< as if there were no policy
+        usual,    ///< as if there were no policy
+        pass      ///< as if there were neither a policy nor a breakpoint on the line: steps alone
     };
 
     virtual ~StopPolicy() = default;
@@ -32,6 +33,9 @@ class StopPolicy {
     /// the policy was last asked no statement on another line has run.
     virtual Answer atStatement(asIScriptContext& context, std::int32_t line,
                                bool again) noexcept = 0;
+    /// After `usual` or `pass` the run would be suspended, inside a function of the library where
+    /// the engine cannot. The run's own step is over.
+    virtual void atNestedStop(asIScriptContext& context) noexcept { (void)context; }
     /// Between two statements, after ScriptSession::requestAttention() or every attentionEvery().
     virtual void atAttention(asIScriptContext& context) noexcept = 0;
     /// A native function that takes long, or waits, asks whether it should end. No context of the

@@ -304,6 +304,28 @@ TEST_F(OpenTexts, ClosingTheTextOfARunEndsTheRun) {
     EXPECT_EQ(window->editor.heldTexts(), 1u);
 }
 
+TEST_F(OpenTexts, TheTipOfWhatABranchMaySetIsUninitialised) {
+    edit(make("branch.as",
+              "int main() {\n    int a;\n    int b = 1;\n    if (b == 2)\n        a = 5;\n"
+              "    b = 2;\n    if (b == 2)\n        a = 7;\n    return a;\n}\n"));
+    for (const int line : {6, 9}) {
+        caretToLine(line);
+        editor().command(command_id::kToggleBreakpoint);
+    }
+    editor().functionKey(5);
+    const auto tip = [this] {
+        selectText("a ");
+        editor().displayVariable();
+        return pane().substr(0, pane().find('\n'));
+    };
+    editor().inspection().addWatch("a");
+    EXPECT_EQ(editor().inspection().watches()[0].error, "\"a\" is not yet set.");
+    EXPECT_EQ(tip(), "int a = Unitialized");
+    editor().functionKey(5);
+    EXPECT_EQ(editor().inspection().watches()[0].value.value, "7");
+    EXPECT_EQ(tip(), "int a = 7");
+}
+
 constexpr char kLibrary[] =
     "int shareOf(int parts) {\n"
     "    int whole = 10;\n"
@@ -313,17 +335,50 @@ constexpr char kLibrary[] =
 /// A function of the host's, written in a file of its own, that scripts call.
 class OtherSources : public OpenTexts {
   protected:
-    OtherSources() {
-        asIScriptModule* const module = engine()->GetModule("library", asGM_ALWAYS_CREATE);
-        module->AddScriptSection(library.c_str(), kLibrary);
-        EXPECT_GE(module->Build(), 0);
-        function = module->GetFunctionByName("shareOf");
-        EXPECT_GE(engine()->RegisterFuncdef("int Share(int parts)"), 0);
-        EXPECT_GE(engine()->RegisterGlobalProperty("Share@ share", &function), 0);
+    OtherSources() { shareLibrary(library, kLibrary, "shareOf"); }
+    void breakAt(int line) {
+        caretToLine(line);
+        editor().command(command_id::kToggleBreakpoint);
     }
     std::string library = make("library.as", kLibrary);
-    asIScriptFunction* function = nullptr;
 };
+
+TEST_F(OtherSources, BreakpointsInTheirTabsStopThereAndNoneElsewhereDo) {
+    edit(make("main.as", "int main() {\n    int a = 5;\n    a = 2;\n    return share(a);\n}\n"));
+    breakAt(3);
+    openFile(library);
+    breakAt(2);
+    show("main.as");
+    editor().functionKey(5);
+    EXPECT_EQ(editor().status().stoppedLine, 3);
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    editor().functionKey(5);
+    ASSERT_TRUE(editor().debugging());
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    EXPECT_EQ(editor().status().stoppedLine, 2);
+    EXPECT_THAT(pane(), HasSubstr("Breakpoint reached at line 2 of library.as"));
+    EXPECT_THAT(marks(), ElementsAre(2));
+    EXPECT_TRUE(editor().plannedBreakpoints()[0].verified);
+    breakAt(2);
+    breakAt(3);
+    editor().addCondition();
+    frontend.text = "parts = 3";
+    editor().addCondition();
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().debugging()) << "line 3 of the main text is not line 3 of this one";
+    frontend.text = "parts = 2";
+    show("library.as");
+    caretToLine(3);
+    editor().addCondition();
+    show("main.as");
+    editor().functionKey(5);
+    editor().functionKey(5);
+    EXPECT_TRUE(editor().debugging());
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().debugging());
+    EXPECT_THAT(marks(), ElementsAre(3));
+}
 
 TEST_F(OtherSources, AStopThereShowsTheirFile) {
     edit(make("main.as", "int main() {\n    int a = 5;\n\n\n    return share(a);\n}\n"));

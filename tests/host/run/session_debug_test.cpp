@@ -206,6 +206,13 @@ TEST_F(Debug, BreakpointsUnderNativesArePassedOver) {
     EXPECT_EQ(stops(script, {10}, StepMode::over), (Lines{10, 11, 12, 13}));
 }
 
+TEST_F(Debug, LinesAreOfTheTextThatRunsAndOfNoOtherSource) {
+    shareLibrary("other", "int twice(int n) {\n  int r = n;\n  r += n;\n  return r;\n}\n", "twice");
+    const char kScript[] = "int main() {\n  int a = share(1);\n  return a;\n}\n";
+    EXPECT_EQ(stops(kScript, {2, 3, 4}, StepMode::run), (Lines{2, 3}));
+    EXPECT_EQ(stops(kScript, {2}, StepMode::into), (Lines{2, 2, 3, 4, 3}));
+}
+
 TEST_F(Debug, ConstructorsWithoutALineDoNotStop) {
     const char* script = "class A { int v = 3; }\nint main() {\n A a;\n return a.v;\n}";
     EXPECT_EQ(stops(script, {3}, StepMode::over), (Lines{3, 4}));
