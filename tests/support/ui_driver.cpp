@@ -14,6 +14,8 @@ namespace korvant::test {
 namespace {
 
 constexpr int kTickMs = 4;
+/// What a step has sent arrives before the next one; windows that never come to rest get this long.
+constexpr std::chrono::seconds kSettling{1};
 
 class Ticker : public wxTimer {
   public:
@@ -149,6 +151,10 @@ bool UiDriver::finish() {
 
 void UiDriver::step() {
     if (acting_ || failed_) return;
+    if (settling_ && inputIsOnItsWay() &&
+        std::chrono::steady_clock::now() - waitingSince_ < kSettling)
+        return;
+    settling_ = false;
     const bool waits = steps_.empty() || !steps_.front().ready();
     if (waits) {
         if (std::chrono::steady_clock::now() - waitingSince_ > kPatience)
@@ -160,6 +166,7 @@ void UiDriver::step() {
     acting_ = true;  // the simulator lets events pass, and with them this timer
     if (next.act) next.act();
     acting_ = false;
+    settling_ = true;
     waitingSince_ = std::chrono::steady_clock::now();
 }
 

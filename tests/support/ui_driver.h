@@ -82,6 +82,7 @@ class UiDriver {
     std::deque<Step> steps_;
     std::chrono::steady_clock::time_point waitingSince_;
     bool acting_ = false;
+    bool settling_ = false;
     bool failed_ = false;
 };
 
@@ -93,6 +94,8 @@ void saveScreen(const std::string& path);
 void saveWindow(wxWindow& window, const std::string& path);
 /// Everything inside that frame gets this size.
 void resizeContent(wxTopLevelWindow& window, wxSize size);
+/// Keys or clicks that were sent have not been handled yet.
+bool inputIsOnItsWay();
 /// A menu is open and takes the keys.
 bool menuIsOpen();
 /// The control with the keyboard is marked in this window.

@@ -56,6 +56,13 @@ void resizeContent(wxTopLevelWindow& window, wxSize size) {
     gtk_window_resize(GTK_WINDOW(window.GetHandle()), size.x, size.y);
 }
 
+bool inputIsOnItsWay() {
+    GdkDisplay* display = gdk_display_get_default();
+    if (!display || gdk_display_is_closed(display)) return false;
+    gdk_display_sync(display);
+    return gdk_events_pending() != FALSE;
+}
+
 bool menuIsOpen() {
     GList* windows = gtk_window_list_toplevels();
     bool open = false;

@@ -19,6 +19,11 @@ void resizeContent(wxTopLevelWindow& window, wxSize size) {
     window.SetClientSize(size);
 }
 
+/// The driver's timer only fires when nothing else waits.
+bool inputIsOnItsWay() {
+    return false;
+}
+
 bool menuIsOpen() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
