@@ -89,6 +89,8 @@ class Prepared {
         context_->Prepare(main_);
         return *context_;
     }
+    /// Without what the library gives to every context that a host makes.
+    void takeCallbackOff() { context_->ClearLineCallback(); }
 
   private:
     asIScriptEngine* engine_;
@@ -110,6 +112,7 @@ void execute(benchmark::State& state, const Script& script, Form form) {
     const auto setCallback = [&](asSFuncPtr function) {
         prepared.context().SetLineCallback(function, nullptr, asCALL_CDECL);
     };
+    prepared.takeCallbackOff();
     if (form == Form::empty) setCallback(asFUNCTION(emptyCallback));
     if (form == Form::function) setCallback(asFUNCTION(askFunction));
     if (form == Form::line) setCallback(asFUNCTION(askLine));
