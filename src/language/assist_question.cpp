@@ -126,6 +126,11 @@ void findPlaces(Meanings& meanings, const AssistQuestion& question, AssistAnswer
     const NameUse* const use = meanings.index().useAt(offset);
     if (use == nullptr || inRemarkOrText(meanings.index(), offset)) return;
     answer.word = use->range();
+    const int base = meanings.calledBySuper(*use);
+    if (question.kind == Kind::definition && base != kNoIndex) {
+        answer.places = namesOf(meanings.index(), {base});
+        return;
+    }
     const Meaning meaning = meanings.of(*use);
     if (meaning.declarations.empty()) {
         answer.refusal = undeclared(meaning, std::string(meanings.nameOf(*use)));

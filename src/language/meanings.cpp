@@ -260,6 +260,69 @@ ByteRange Meanings::callAround(const NameUse& use) const {
     return range;
 }
 
+/// What stands between the commas of a call.
+std::vector<ByteRange> Meanings::argumentsAt(std::size_t bracket) const {
+    const auto& tokens = index_->tokens();
+    std::vector<ByteRange> arguments;
+    int depth = 0;
+    for (std::size_t i = bracket; i < tokens.size() && !tokens[i].is(";"); ++i) {
+        const ScriptToken& token = tokens[i];
+        const bool closes = token.is(")") || token.is("]") || token.is("}");
+        if (closes && --depth == 0) break;
+        const bool starts = (i == bracket && !tokens[std::min(i + 1, tokens.size() - 1)].is(")")) ||
+                            (depth == 1 && token.is(","));
+        if (starts) {
+            const auto begin = static_cast<std::size_t>(token.end());
+            arguments.push_back({begin, begin});
+        } else if (!arguments.empty()) {
+            arguments.back().end = static_cast<std::size_t>(token.end());
+        }
+        if (token.is("(") || token.is("[") || token.is("{")) ++depth;
+    }
+    return arguments;
+}
+
+/// Below 0 where the function does not take so many arguments; else the more of its types are just
+/// those, the more.
+int Meanings::fit(int function, const std::vector<ByteRange>& arguments) {
+    const Declaration& one = index_->declarations()[at(function)];
+    const std::vector<std::string> types = parameterTypes(*index_, function);
+    std::size_t needed = 0;
+    for (const int i : index_->declaredIn(one.inner)) {
+        const Declaration& parameter = index_->declarations()[at(i)];
+        if (parameter.kind != DeclarationKind::parameter) continue;
+        const bool given = index_->oneLine(parameter.whole).find('=') != std::string::npos;
+        if (!given) ++needed;
+    }
+    if (arguments.size() < needed || arguments.size() > types.size()) return -1;
+    int same = 0;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if (lastPart(objectType(passedType(oracle_.typeOf(arguments[i])))) ==
+            lastPart(objectType(types[i])))
+            ++same;
+    return same;
+}
+
+int Meanings::calledBySuper(const NameUse& use) {
+    const int type = nameOf(use) == "super" ? index_->classAt(use.begin) : kNoIndex;
+    if (type == kNoIndex) return kNoIndex;
+    const std::size_t bracket = index_->tokenAt(use.begin) + 1;
+    if (bracket < index_->tokens().size() && index_->tokens()[bracket].is("(")) {
+        const std::vector<ByteRange> arguments = argumentsAt(bracket);
+        int best = -1;
+        int called = kNoIndex;
+        for (const int one : functionsCalledAt(bracket))
+            if (const int fits = fit(one, arguments); fits > best) {
+                best = fits;
+                called = one;
+            }
+        if (called != kNoIndex) return called;
+    }
+    for (const int base : index_->basesOf(type))
+        if (index_->declarations()[at(base)].kind == DeclarationKind::classType) return base;
+    return kNoIndex;
+}
+
 /// Of overloads the one that the compiler calls comes first; of a member and what it hides, the
 /// member.
 void Meanings::choose(const NameUse& use, Meaning& meaning) {

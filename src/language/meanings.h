@@ -55,6 +55,9 @@ class Meanings {
     /// Functions of this text that the call with this opening bracket, a token of the oracle, may
     /// mean, the best first: constructors for objects, function types for handles.
     std::vector<int> functionsCalledAt(std::size_t bracket);
+    /// What the word "super" calls: the base's constructor that fits the arguments best, else the
+    /// base; kNoIndex where that is no script's, and for any other word.
+    int calledBySuper(const NameUse& use);
     /// True when the class or interface is the other one or inherits from it.
     bool inherits(int type, int base) const;
     /// The word of a use.
@@ -66,6 +69,8 @@ class Meanings {
     void choose(const NameUse& use, Meaning& meaning);
     Meaning memberOfLibrary(asITypeInfo& type, const NameUse& use);
     ByteRange callAround(const NameUse& use) const;
+    std::vector<ByteRange> argumentsAt(std::size_t bracket) const;
+    int fit(int function, const std::vector<ByteRange>& arguments);
     Meaning ofLabel(const NameUse& use);
     std::vector<int> accessorsIn(int type, const NameUse& use) const;
     std::vector<int> accessorsFor(const NameUse& use) const;

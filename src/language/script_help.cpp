@@ -301,6 +301,8 @@ std::optional<HoverText> hoverAt(Meanings& meanings, const Documentation& librar
     const ScopeIndex& index = meanings.index();
     const NameUse* const use = index.useAt(offset);
     if (use == nullptr || inRemarkOrText(index, offset)) return std::nullopt;
+    if (const int base = meanings.calledBySuper(*use); base != kNoIndex)
+        return HoverText{use->range(), headline(index, base), remarkAbove(index, base)};
     const Meaning meaning = meanings.of(*use);
     if (meaning.declarations.empty())
         return libraryHover(meaning, library, use->range(), meanings.nameOf(*use));

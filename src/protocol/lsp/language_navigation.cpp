@@ -34,8 +34,8 @@ LanguageServer::Target LanguageServer::targetOf(const Json& params) {
     std::size_t offset = 0;
     if (!place(params, target.text, offset)) return target;
     target.meanings = &meaningsOf(*target.text);
-    if (const NameUse* const use = target.meanings->index().useAt(offset))
-        target.declarations = target.meanings->of(*use).declarations;
+    target.use = target.meanings->index().useAt(offset);
+    if (target.use != nullptr) target.declarations = target.meanings->of(*target.use).declarations;
     return target;
 }
 
@@ -45,7 +45,10 @@ Json LanguageServer::declarationJson(const Target& target, int declaration) cons
 }
 
 LanguageServer::Reply LanguageServer::definition(const Json& params) {
-    const Target target = targetOf(params);
+    Target target = targetOf(params);
+    if (target.use != nullptr && target.declarations.empty())
+        if (const int base = target.meanings->calledBySuper(*target.use); base != kNoIndex)
+            target.declarations = {base};
     if (target.declarations.empty()) return {};
     return {declarationJson(target, target.declarations.front()), 0, {}};
 }

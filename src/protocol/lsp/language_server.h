@@ -98,6 +98,7 @@ class LanguageServer {
     struct Target {
         OpenText* text = nullptr;
         Meanings* meanings = nullptr;
+        const NameUse* use = nullptr;
         std::vector<int> declarations;
     };
     Target targetOf(const Json& params);
