@@ -68,6 +68,10 @@ std::shared_ptr<const CodeLines> DebugSession::code() const {
     return impl_->codeLines;
 }
 
+std::string DebugSession::mainText() const {
+    return impl_->text != nullptr ? impl_->text->text() : std::string();
+}
+
 std::vector<std::int32_t> DebugSession::Impl::wantedLines() {
     std::vector<std::int32_t> lines = book.lines();
     if (style == StopStyle::suspend) lines.insert(lines.end(), hostLines.begin(), hostLines.end());

@@ -163,6 +163,8 @@ class DebugSession {
     void cancelEvaluation() noexcept;
     void forgetCancel() noexcept;
 
+    /// The main text of what is built now; empty before the first build.
+    std::string mainText() const;
     /// What is built now; null before the first build. From any thread.
     std::shared_ptr<const CodeLines> code() const;
 

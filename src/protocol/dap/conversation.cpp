@@ -1,5 +1,7 @@
 #include "protocol/dap/conversation.h"
 
+#include <algorithm>
+
 #include "base/system/file_io.h"
 #include "base/text/text_encoding.h"
 #include "protocol/dap/argument_check.h"
@@ -186,11 +188,25 @@ void Conversation::tellContinued() {
     client_.event("continued", {{"threadId", 1}, {"allThreadsContinued", true}});
 }
 
+/// The protocol counts UTF-16 units. Of other sources there is no text at hand.
+std::int32_t Conversation::unitColumn(const ScriptPlace& place) const {
+    const TextDocument& text = program_.text();
+    if (!place.source.empty() || place.line > static_cast<std::int32_t>(text.lineCount()))
+        return place.column;
+    const TextPosition at{static_cast<std::uint32_t>(place.line - 1),
+                          static_cast<std::uint32_t>(place.column - 1)};
+    // Behind the line end, where a block closes without its brace.
+    const std::uint32_t beyond =
+        at.column - std::min<std::uint32_t>(
+                        at.column, static_cast<std::uint32_t>(text.lineText(at.line).size()));
+    return static_cast<std::int32_t>(text.utf16PositionOf(text.offsetOf(at)).column + beyond) + 1;
+}
+
 void Conversation::addPlace(Json& body, const ScriptPlace& place) const {
     if (place.line < 1) return;
     body["source"] = sourceAt(place);
     body["line"] = client_.line(place.line);
-    if (place.column > 0) body["column"] = client_.column(place.column);
+    if (place.column > 0) body["column"] = client_.column(unitColumn(place));
 }
 
 }  // namespace korvant::dap

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "debug/debug_session.h"
+#include "language/text_document.h"
 #include "protocol/dap/dap_client.h"
 #include "protocol/dap/output_relay.h"
 #include "protocol/rpc/mailbox.h"
@@ -29,6 +30,8 @@ class DebuggedProgram {
     virtual bool feed(const std::string& line) = 0;
     /// The script's file as its user spells it; empty when there is none yet.
     virtual std::string sourcePath() const = 0;
+    /// The main text as it was read or built last; empty: none yet.
+    virtual const TextDocument& text() const = 0;
     /// A client has named its file; only told while sourcePath() is empty.
     virtual void nameSource(const std::string& path) = 0;
 };
@@ -108,6 +111,7 @@ class Conversation {
     Answer listOf(const std::vector<int>& ids) const;
     std::string sourceOf(const Json& source);
     Json sourceAt(const ScriptPlace& place) const;
+    std::int32_t unitColumn(const ScriptPlace& place) const;
 
     // conversation_running.cpp
     Answer goOn(const Json& arguments);

@@ -164,10 +164,14 @@ Answer Conversation::completions(const Json& arguments) {
     const Json& text = rpc::memberOf(arguments, "text");
     unsigned frame = 0;
     if (!frameOf(arguments, frame)) return Answer::refused("there is no such frame");
-    std::string before = text.get<std::string>();
+    const TextDocument typed(text.get<std::string>());
+    const std::int64_t line = client_.scriptLine(rpc::numberOf(arguments, "line", client_.line(1)));
     const std::int64_t column = client_.scriptColumn(rpc::numberOf(arguments, "column", 1)) - 1;
-    before.resize(static_cast<std::size_t>(
-        std::clamp<std::int64_t>(column, 0, static_cast<std::int64_t>(before.size()))));
+    constexpr std::int64_t kMost = 1 << 30;
+    const std::size_t caret = typed.offsetOfUtf16(
+        {static_cast<std::uint32_t>(std::clamp<std::int64_t>(line - 1, 0, kMost)),
+         static_cast<std::uint32_t>(std::clamp<std::int64_t>(column, 0, kMost))});
+    const std::string before = typed.text().substr(0, caret);
     std::size_t begin = before.size();
     while (begin > 0 && isWordByte(before[begin - 1])) --begin;
     const std::string word = before.substr(begin);

@@ -247,6 +247,7 @@ Answer DebugServer::disconnect(const Json& arguments) {
 
 /// With waitForClient the first run waits here: it is built, and nothing of it has happened.
 void DebugServer::onBuilt() {
+    document_ = TextDocument(session_.mainText());
     {
         const std::lock_guard lock(serving_);
         inRun_ = true;

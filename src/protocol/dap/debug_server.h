@@ -49,6 +49,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
     Answer disconnect(const Json& arguments) override;
     bool feed(const std::string&) override { return false; }
     std::string sourcePath() const override { return options_.sourcePath; }
+    const TextDocument& text() const override { return document_; }
     void nameSource(const std::string& path) override { options_.sourcePath = path; }
 
     // DebugListener
@@ -73,6 +74,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
 
     Options options_;
     std::unique_ptr<rpc::LoopbackListener> listener_;
+    TextDocument document_;  ///< the script that was built last; script's thread
     DebugSession session_;
     std::recursive_mutex serving_;  ///< whoever answers the client, or begins a run, has it
     std::shared_ptr<Peer> peer_;    ///< the client; guarded by serving_

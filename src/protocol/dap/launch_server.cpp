@@ -115,6 +115,7 @@ Answer LaunchServer::readProgram(const Json& arguments) {
         path_.clear();
         return Answer::refused(why);
     }
+    document_ = TextDocument(text_);
     return {};
 }
 
@@ -205,7 +206,10 @@ void LaunchServer::run() {
 /// Reads the text anew. False when it is gone.
 bool LaunchServer::readAgain() {
     std::string error;
-    if (services_.readScript(path_, text_, error)) return true;
+    if (services_.readScript(path_, text_, error)) {
+        document_ = TextDocument(text_);
+        return true;
+    }
     output_.write("stderr", error + "\n");
     return false;
 }

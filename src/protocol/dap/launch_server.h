@@ -56,6 +56,7 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     Answer disconnect(const Json& arguments) override;
     bool feed(const std::string& line) override;
     std::string sourcePath() const override { return path_; }
+    const TextDocument& text() const override { return document_; }
     void nameSource(const std::string&) override {}
 
     // DebugListener
@@ -94,6 +95,7 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     Conversation conversation_;
     std::string path_;
     std::string text_;
+    TextDocument document_;  ///< the same, for places in it
     std::string refusal_;  ///< why the client's terminal does not run what it was asked to
     Json hello_;           ///< how the client introduced itself
     Json request_;         ///< the launch that has not been answered

@@ -7,7 +7,9 @@ namespace {
 
 // Source: the protocol's error codes.
 constexpr int kNotInitialized = -32002, kUnknownMethod = -32601, kInvalidRequest = -32600,
-              kInvalidParams = -32602;
+              kInvalidParams = -32602, kNoJson = -32700;
+
+constexpr std::size_t kMostPosted = 1000;
 
 /// A text is looked at when nothing has come for so long.
 constexpr std::chrono::milliseconds kPause{120};
@@ -28,8 +30,7 @@ LanguageServer::LanguageServer(std::shared_ptr<rpc::Channel> channel, LanguageSe
     : services_(std::move(services)),
       documentation_(services_.families),
       engine_(services_.engine(), services_.engine),
-      stream_(std::make_unique<rpc::MessageStream>(
-          std::move(channel), rpc::MessageStream::Listener{{}, {}, [this] { clientIsGone(); }})) {
+      stream_(std::make_unique<rpc::MessageStream>(std::move(channel), listener())) {
     if (!services_.checks) return;
     service_ = services_.checks([this](std::function<void()> work) {
         const std::lock_guard lock(mutex_);
@@ -38,6 +39,19 @@ LanguageServer::LanguageServer(std::shared_ptr<rpc::Channel> channel, LanguageSe
         stream_->mailbox().wake();
     });
     if (service_) service_->onResult([this](const CheckResult& result) { takeResult(result); });
+}
+
+/// What is no message is answered by an error without a number, and what comes behind it is served.
+rpc::MessageStream::Listener LanguageServer::listener() {
+    rpc::MessageStream::Listener listener;
+    listener.onEnd = [this] { clientIsGone(); };
+    listener.forgives = true;
+    listener.onBroken = [this](const std::string& why) {
+        const std::lock_guard lock(mutex_);
+        if (posted_.size() < kMostPosted)
+            posted_.push_back([this, why] { stream_->send(errorJson({}, kNoJson, why)); });
+    };
+    return listener;
 }
 
 /// The check first, which posts into the stream.

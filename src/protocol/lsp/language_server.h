@@ -75,6 +75,7 @@ class LanguageServer {
     void open(const Json& params);
     void change(const Json& params);
     void closeText(const Json& params);
+    rpc::MessageStream::Listener listener();
 
     // language_checking.cpp
     /// What the check has posted from its thread.

@@ -121,6 +121,31 @@ TEST_F(Launch, ValuesSayWhatTheyAreAndHowTheyAreNamed) {
     EXPECT_EQ(client.scope("Globals")["total"]["value"], "0");
 }
 
+/// A bee of three bytes in UTF-8 and one unit, and a clef of four bytes and two units.
+TEST_F(Launch, ColumnsCountAsTheProtocolDoes) {
+    launch("int main() {\r\n    /* \xE8\x9C\x82\xF0\x9D\x84\x9E */ int word = 1; word = 2;\r\n"
+           "    return word;\r\n}\r\n",
+           2);
+    EXPECT_EQ(client.topFrame()["column"], 15);
+    client.good("next", {{"threadId", 1}, {"granularity", "statement"}});
+    client.stopped();
+    EXPECT_EQ(client.topFrame()["column"], 29);
+    const auto offered = [&](const Json& place) {
+        Json arguments = place;
+        arguments["text"] = "\"\xF0\x9D\x84\x9E\" + wo\nmain";
+        arguments["frameId"] = client.topFrame()["id"];
+        return client.good("completions", arguments)["targets"];
+    };
+    EXPECT_EQ(offered({{"column", 10}}), Json({{{"label", "word"}}}));
+    EXPECT_EQ(offered({{"column", 3}, {"line", 2}}), Json({{{"label", "main"}}}));
+    text = "int main() {\n    /* \xE8\x9C\x82 */ nothing();\n    return 0;\n}\n";
+    client.good("restart", Json::object());
+    client.event("output");
+    const Json told = client.event("output");
+    EXPECT_NE(told.value("output", "").find(":2:15: error:"), std::string::npos) << told.dump();
+    EXPECT_EQ(told["column"], 13) << told.dump();
+}
+
 TEST_F(Launch, RestartBeginsAfreshAndSaysSo) {
     launch(kWalk, 13);
     client.good("setBreakpoints", {{"source", {{"path", kProgram}}},

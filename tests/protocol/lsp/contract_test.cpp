@@ -45,6 +45,26 @@ TEST(LanguageServer, HasALifeInItsOrder) {
     EXPECT_EQ(gone.finish(), 1);
 }
 
+TEST(LanguageServer, WhatIsNoMessageIsPassedOver) {
+    LanguageClient client;
+    const std::string noise[] = {
+        "Content-Length: 99999999999999999999\r\n\r\n{}",
+        "Content-Length: 4000000000\r\n\r\n{}",
+        "Content-Length: -5\r\n\r\n{}",
+        "Content-Length: abc\r\n\r\n{}",
+        "X: " + std::string(std::size_t{1} << 20, 'a') + "\r\n\r\n",
+        rpc::framed("{\"a\":\xFF\xFE}"),
+        rpc::framed(std::string("{\"a\":\0}", 7)),
+        rpc::framed(std::string(100000, '[') + std::string(100000, ']'))};
+    for (const std::string& bytes : noise) {
+        EXPECT_EQ(client.noise(bytes).value("code", 0), -32700) << bytes.substr(0, 40);
+        EXPECT_TRUE(client.ask("textDocument/hover", at(0, 0))["result"].is_null());
+    }
+    client.ask("shutdown", nullptr);
+    client.tell("exit", nullptr);
+    EXPECT_EQ(client.left(), 0);
+}
+
 TEST(LanguageServer, TellsWhatIsWrongAndTakesItBack) {
     LanguageClient client;
     client.open(kUri, "int main() {\n    string s = \"\xF0\x9F\x98\x80\" + wrong;\n}\n");

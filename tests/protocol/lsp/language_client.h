@@ -43,9 +43,10 @@ class MemoryChannel final : public rpc::Channel {
         changed_.notify_all();
     }
 
-    void say(const Json& message) {
+    void say(const Json& message) { sayBytes(rpc::framed(rpc::writeJson(message))); }
+    void sayBytes(std::string_view bytes) {
         const std::lock_guard lock(mutex_);
-        toServer_ += rpc::framed(rpc::writeJson(message));
+        toServer_ += bytes;
         changed_.notify_all();
     }
     /// The first message that `wanted` accepts, taken out; nothing within a minute.
@@ -96,6 +97,14 @@ class LanguageClient {
             [&](const Json& message) { return message.contains("id") && message["id"] == id; });
         EXPECT_TRUE(answer.has_value()) << method << " is not answered";
         return answer.value_or(Json::object());
+    }
+    /// What is no message; the error by which it is answered.
+    Json noise(std::string_view bytes) {
+        channel_->sayBytes(bytes);
+        const auto answer = channel_->await([](const Json& message) {
+            return message.contains("id") && message["id"].is_null();
+        });
+        return answer ? (*answer)["error"] : Json();
     }
     void tell(const std::string& method, const Json& params) {
         channel_->say({{"jsonrpc", "2.0"}, {"method", method}, {"params", params}});
