@@ -1,7 +1,7 @@
 #include "language/meanings.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 
 #include "language/scope_chain.h"
 
@@ -343,14 +343,59 @@ int Meanings::ownerOf(int declaration) const {
     return index_->scopes()[at(index_->declarations()[at(declaration)].scope)].owner;
 }
 
-bool Meanings::inherits(int type, int base) const {
-    if (type == kNoIndex || base == kNoIndex) return false;
-    const std::vector<int> lineage = index_->lineageOf(type);
-    return std::find(lineage.begin(), lineage.end(), base) != lineage.end();
+std::vector<int> Meanings::derivedFrom(int type) const {
+    const auto& declarations = index_->declarations();
+    if (derived_.empty()) {
+        derived_.resize(declarations.size());
+        for (int i = 0; i < static_cast<int>(declarations.size()); ++i)
+            if (isType(declarations[at(i)].kind))
+                for (const int base : index_->basesOf(i)) derived_[at(base)].push_back(i);
+    }
+    std::vector<int> found;
+    std::set<int> seen = {type};
+    std::vector<int> waiting = derived_[at(type)];
+    while (!waiting.empty()) {
+        const int next = waiting.back();
+        waiting.pop_back();
+        if (!seen.insert(next).second) continue;
+        found.push_back(next);
+        waiting.insert(waiting.end(), derived_[at(next)].begin(), derived_[at(next)].end());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
-bool Meanings::sameParameters(int left, int right) const {
-    return parameterTypes(*index_, left) == parameterTypes(*index_, right);
+/// A method with all that override it or that it overrides, through a chain of classes. The one
+/// found last is asked first: it is at an end of its chain, and the others stand in its line.
+std::set<int> Meanings::overridesOf(int method) const {
+    const auto& declarations = index_->declarations();
+    const std::vector<std::string> types = parameterTypes(*index_, method);
+    std::map<int, std::vector<int>> byOwner;
+    for (const NameUse* const use : index_->usesOf(declarations[at(method)].name)) {
+        const int other = use->role == NameUse::Role::declares ? use->declaration : kNoIndex;
+        if (other == kNoIndex || declarations[at(other)].kind != DeclarationKind::method) continue;
+        if (parameterTypes(*index_, other) == types) byOwner[ownerOf(other)].push_back(other);
+    }
+    std::set<int> family = {method};
+    std::set<int> above, below;  // whose lines have been followed
+    std::vector<int> waiting = {ownerOf(method)};
+    while (!waiting.empty()) {
+        const int owner = waiting.back();
+        waiting.pop_back();
+        if (owner == kNoIndex) continue;
+        const auto follow = [&](const std::vector<int>& related, std::set<int>& followed) {
+            for (const int type : related) {
+                const auto found = byOwner.find(type);
+                const bool isNew = followed.insert(type).second;
+                if (found == byOwner.end() || !isNew) continue;
+                family.insert(found->second.begin(), found->second.end());
+                if (type != owner) waiting.push_back(type);
+            }
+        };
+        if (above.count(owner) == 0) follow(index_->lineageOf(owner), above);
+        if (below.count(owner) == 0) follow(derivedFrom(owner), below);
+    }
+    return family;
 }
 
 std::vector<int> Meanings::familyOf(int declaration) const {
@@ -371,22 +416,7 @@ std::vector<int> Meanings::familyOf(int declaration) const {
                 index_->pathOf(use->declaration) == index_->pathOf(declaration))
                 family.insert(use->declaration);
     if (one.kind != DeclarationKind::method) return {family.begin(), family.end()};
-    // Related through a chain of classes: until nothing is added any more.
-    for (bool grown = true; grown;) {
-        grown = false;
-        for (std::size_t i = 0; i < declarations.size(); ++i) {
-            const int other = static_cast<int>(i);
-            if (declarations[i].kind != DeclarationKind::method ||
-                declarations[i].name != one.name || family.count(other) > 0)
-                continue;
-            const bool related = std::any_of(family.begin(), family.end(), [&](int member) {
-                return sameParameters(member, other) &&
-                       (inherits(ownerOf(member), ownerOf(other)) ||
-                        inherits(ownerOf(other), ownerOf(member)));
-            });
-            if (related) grown = family.insert(other).second;
-        }
-    }
+    family = overridesOf(declaration);
     return {family.begin(), family.end()};
 }
 

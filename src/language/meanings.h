@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -58,8 +59,8 @@ class Meanings {
     /// What the word "super" calls: the base's constructor that fits the arguments best, else the
     /// base; kNoIndex where that is no script's, and for any other word.
     int calledBySuper(const NameUse& use);
-    /// True when the class or interface is the other one or inherits from it.
-    bool inherits(int type, int base) const;
+    /// Classes and interfaces of this text that inherit from one, in the order of the text.
+    std::vector<int> derivedFrom(int type) const;
     /// The word of a use.
     std::string_view nameOf(const NameUse& use) const;
 
@@ -74,12 +75,13 @@ class Meanings {
     Meaning ofLabel(const NameUse& use);
     std::vector<int> accessorsIn(int type, const NameUse& use) const;
     std::vector<int> accessorsFor(const NameUse& use) const;
-    bool sameParameters(int left, int right) const;
+    std::set<int> overridesOf(int method) const;
     int ownerOf(int declaration) const;
 
     OracleEngine& engine_;
     std::shared_ptr<const ScopeIndex> index_;
     Oracle oracle_;
+    mutable std::vector<std::vector<int>> derived_;  ///< by base; empty: not asked for yet
 };
 
 /// The types of a function's parameters, plainly written, for comparing two declarations.

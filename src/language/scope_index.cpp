@@ -149,13 +149,23 @@ std::vector<int> ScopeIndex::basesOf(int type) const {
 }
 
 std::vector<int> ScopeIndex::lineageOf(int type) const {
+    constexpr std::size_t kFew = 32;
     std::vector<int> lineage;
     std::vector<int> waiting = {type};
+    std::vector<bool> seen;  // where they are many
     while (!waiting.empty()) {
         const int next = waiting.back();
         waiting.pop_back();
-        if (std::find(lineage.begin(), lineage.end(), next) != lineage.end()) continue;
+        const bool known = seen.empty()
+                               ? std::find(lineage.begin(), lineage.end(), next) != lineage.end()
+                               : seen[at(next)];
+        if (known) continue;
         lineage.push_back(next);
+        if (!seen.empty()) seen[at(next)] = true;
+        if (seen.empty() && lineage.size() == kFew) {
+            seen.resize(syntax_.declarations.size());
+            for (const int one : lineage) seen[at(one)] = true;
+        }
         const std::vector<int> bases = basesOf(next);
         waiting.insert(waiting.end(), bases.rbegin(), bases.rend());
     }

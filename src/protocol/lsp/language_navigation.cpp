@@ -68,10 +68,8 @@ LanguageServer::Reply LanguageServer::implementation(const Json& params) {
     Json list = Json::array();
     const int meant = target.declarations.front();
     if (isType(declarations[at(meant)].kind)) {
-        for (int i = 0; i < static_cast<int>(declarations.size()); ++i)
-            if (isType(declarations[at(i)].kind) && i != meant &&
-                target.meanings->inherits(i, meant))
-                list.push_back(declarationJson(target, i));
+        for (const int i : target.meanings->derivedFrom(meant))
+            list.push_back(declarationJson(target, i));
     } else {
         for (const int i : target.meanings->familyOf(meant))
             if (!declarations[at(i)].body.empty()) list.push_back(declarationJson(target, i));

@@ -47,15 +47,14 @@ TEST(LanguageServer, HasALifeInItsOrder) {
 
 TEST(LanguageServer, WhatIsNoMessageIsPassedOver) {
     LanguageClient client;
-    const std::string noise[] = {
-        "Content-Length: 99999999999999999999\r\n\r\n{}",
-        "Content-Length: 4000000000\r\n\r\n{}",
-        "Content-Length: -5\r\n\r\n{}",
-        "Content-Length: abc\r\n\r\n{}",
-        "X: " + std::string(std::size_t{1} << 20, 'a') + "\r\n\r\n",
-        rpc::framed("{\"a\":\xFF\xFE}"),
-        rpc::framed(std::string("{\"a\":\0}", 7)),
-        rpc::framed(std::string(100000, '[') + std::string(100000, ']'))};
+    const std::string noise[] = {"Content-Length: 99999999999999999999\r\n\r\n{}",
+                                 "Content-Length: 4000000000\r\n\r\n{}",
+                                 "Content-Length: -5\r\n\r\n{}",
+                                 "Content-Length: abc\r\n\r\n{}",
+                                 "X: " + std::string(std::size_t{1} << 20, 'a') + "\r\n\r\n",
+                                 rpc::framed("{\"a\":\xFF\xFE}"),
+                                 rpc::framed(std::string("{\"a\":\0}", 7)),
+                                 rpc::framed(std::string(100000, '[') + std::string(100000, ']'))};
     for (const std::string& bytes : noise) {
         EXPECT_EQ(client.noise(bytes).value("code", 0), -32700) << bytes.substr(0, 40);
         EXPECT_TRUE(client.ask("textDocument/hover", at(0, 0))["result"].is_null());
@@ -121,6 +120,32 @@ TEST(LanguageServer, DeepAndEndlessTextsAreAnswered) {
                 client.ask(std::string("textDocument/") + method, at(1, 20)).contains("error"))
                 << method << " " << text.substr(0, 40);
     }
+}
+
+/// Whose work grows with the square of the classes took minutes.
+TEST(LanguageServer, ALongLineOfClassesIsAnsweredSoon) {
+    constexpr int kClasses = 5000;
+    std::string text = "class C0 { void f() {} }\n";
+    for (int i = 1; i < kClasses; ++i)
+        text +=
+            "class C" + std::to_string(i) + " : C" + std::to_string(i - 1) + " { void f() {} }\n";
+    LanguageClient client;
+    client.open(kUri, text);
+    const auto began = std::chrono::steady_clock::now();
+    for (const int line : {0, kClasses / 2, kClasses - 1}) {
+        const std::string before = text.substr(0, text.find("f()"));
+        const auto column =
+            line == 0 ? before.size() : std::string("class C2500 : C2499 { void ").size();
+        const auto found =
+            client.ask("textDocument/references", at(line, static_cast<int>(column)));
+        EXPECT_EQ(found["result"].size(), static_cast<std::size_t>(kClasses));
+        EXPECT_EQ(
+            client.ask("textDocument/implementation", at(line, static_cast<int>(column)))["result"]
+                .size(),
+            static_cast<std::size_t>(kClasses));
+    }
+    EXPECT_EQ(client.ask("textDocument/implementation", at(0, 7))["result"].size(), kClasses - 1u);
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(10));
 }
 
 /// A text as a client keeps it, edited at random.
