@@ -101,9 +101,8 @@ class LanguageClient {
     /// What is no message; the error by which it is answered.
     Json noise(std::string_view bytes) {
         channel_->sayBytes(bytes);
-        const auto answer = channel_->await([](const Json& message) {
-            return message.contains("id") && message["id"].is_null();
-        });
+        const auto answer = channel_->await(
+            [](const Json& message) { return message.contains("id") && message["id"].is_null(); });
         return answer ? (*answer)["error"] : Json();
     }
     void tell(const std::string& method, const Json& params) {
