@@ -110,7 +110,11 @@ Commands questions() {
         {"setExpression",
          {needed("expression", Type::text), needed("value", Type::text), frame, format}},
         {"evaluate", {needed("expression", Type::text), frame, {"context", Type::text}, format}},
-        {"completions", {needed("text", Type::text), needed("column", Type::number), {"line", Type::number}, frame}}};
+        {"completions",
+         {needed("text", Type::text),
+          needed("column", Type::number),
+          {"line", Type::number},
+          frame}}};
 }
 
 const Commands& table() {

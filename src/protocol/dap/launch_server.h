@@ -96,9 +96,9 @@ class LaunchServer final : public DebuggedProgram, private DebugListener {
     std::string path_;
     std::string text_;
     TextDocument document_;  ///< the same, for places in it
-    std::string refusal_;  ///< why the client's terminal does not run what it was asked to
-    Json hello_;           ///< how the client introduced itself
-    Json request_;         ///< the launch that has not been answered
+    std::string refusal_;    ///< why the client's terminal does not run what it was asked to
+    Json hello_;             ///< how the client introduced itself
+    Json request_;           ///< the launch that has not been answered
     bool startWanted_ = false;
     bool noDebug_ = false;
     bool stopOnEntry_ = false;

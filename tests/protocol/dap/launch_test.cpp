@@ -123,9 +123,10 @@ TEST_F(Launch, ValuesSayWhatTheyAreAndHowTheyAreNamed) {
 
 /// A bee of three bytes in UTF-8 and one unit, and a clef of four bytes and two units.
 TEST_F(Launch, ColumnsCountAsTheProtocolDoes) {
-    launch("int main() {\r\n    /* \xE8\x9C\x82\xF0\x9D\x84\x9E */ int word = 1; word = 2;\r\n"
-           "    return word;\r\n}\r\n",
-           2);
+    launch(
+        "int main() {\r\n    /* \xE8\x9C\x82\xF0\x9D\x84\x9E */ int word = 1; word = 2;\r\n"
+        "    return word;\r\n}\r\n",
+        2);
     EXPECT_EQ(client.topFrame()["column"], 15);
     client.good("next", {{"threadId", 1}, {"granularity", "statement"}});
     client.stopped();
