@@ -79,6 +79,8 @@ constexpr Translated kTexts[] = {
      "Il faut une couleur ici : #RRGGBB, \253 rouge, vert, bleu \273 ou un nombre.",
      "Aqu\355 se necesita un color: #RRGGBB, \253rojo, verde, azul\273 o un n\372mero."},
     {"Yes or no is needed here.", "Il faut oui ou non ici.", "Aqu\355 se necesita s\355 o no."},
+    {"A line has at most 30,000 characters here.", "Une ligne a ici 30 000 caract\350res au plus.",
+     "Aqu\355 una l\355nea tiene 30.000 caracteres como m\341ximo."},
     {"The file exists. Overwrite it?", "Le fichier existe. L'\351craser ?",
      "El archivo existe. \277Sobrescribirlo?"},
     {"Stop the script", "Arr\352ter le script", "Detener el script"},

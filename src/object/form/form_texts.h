@@ -51,6 +51,7 @@ enum class FormText {
     needsOption,   ///< a refused text: none of the options
     needsColour,   ///< a refused text: no colour
     needsYesOrNo,  ///< a refused text: no boolean
+    tooLong,       ///< a text that no field takes
     overwrite,     ///< question before a chosen file is overwritten
     stopScript,
     keepChanges,     ///< question before a form with changes is left

@@ -32,6 +32,7 @@ constexpr std::size_t kPlainLabel = 800;      ///< a longer one gets scroll bars
 constexpr std::size_t kLongestWord = 30;      ///< and one with a longer word than this is cut there
 constexpr std::size_t kLongestText = 64'000;  ///< fields take a second and more for longer ones,
 constexpr std::size_t kLongestLine = 8'000;   ///< and for lines that are longer than this
+constexpr std::size_t kLongestTyped = 60'000;  ///< fields of one line cut longer ones, unasked
 constexpr std::size_t kPreview = 1'000;
 
 bool isLong(const std::string& label) {
@@ -175,6 +176,8 @@ PromptString::PromptString(wxWindow* parent, const std::string& label, const std
 }
 
 wxString PromptString::take(const wxString& text) {
+    if (toUtf8(text).size() > kLongestTyped && !needsLines(text))
+        return uiText(UiText::tooLongForField);
     value = fromTyped(text);
     return {};
 }

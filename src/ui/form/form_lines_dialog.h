@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+class wxStaticText;
 class wxTextCtrl;
 
 namespace korvant::ui {
@@ -15,10 +16,14 @@ class FormLinesDialog : public wxDialog {
     FormLinesDialog(wxWindow* parent, const wxString& title, std::int32_t locale);
 
     void setText(const wxString& text);
+    /// The beginning of a text that is too long to be edited here.
+    void setPreview(const wxString& text);
+    bool editable() const;
     wxString text() const;
 
   private:
     wxTextCtrl* field_;
+    wxStaticText* remark_;
 };
 
 }  // namespace korvant::ui

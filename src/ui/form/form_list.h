@@ -92,7 +92,7 @@ class CListCtrlEx : public Guarded<wxPropertyGrid> {
     // Editing.
     void beginEdit(FormRow& row);
     void open(FormRow& row);
-    void openLines(FormRow& row, const wxString& typed);
+    void openLines(FormRow& row, const wxString& typed, bool replaces = false);
     void toggle(FormRow& row);
     std::optional<std::string> chosenFile(const FormRow& row);
     std::optional<std::string> chosenColour(const FormRow& row);

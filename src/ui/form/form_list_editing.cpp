@@ -6,13 +6,15 @@
 #include "ui/form/form_choosers.h"
 #include "ui/form/form_lines_dialog.h"
 #include "ui/form/form_list.h"
+#include "ui/form/form_typed_text.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_runtime.h"
 
 namespace korvant::ui {
 
 RowEditor CListCtrlEx::editorOf(std::int32_t property) const {
-    const bool lines = needsSeveralLines(session_.textValue(property));
+    const std::string& text = session_.textValue(property);
+    const bool lines = needsSeveralLines(text) || isTooLongToEdit(text);
     switch (session_.row(property).letter) {
         case 's':
             return lines ? RowEditor::lines : RowEditor::field;
@@ -20,6 +22,7 @@ RowEditor CListCtrlEx::editorOf(std::int32_t property) const {
             return lines ? RowEditor::lines : RowEditor::fieldAndButton;
         case 'F':
         case 'f':
+            return isTooLongToEdit(text) ? RowEditor::lines : RowEditor::fieldAndButton;
         case 'c':
             return RowEditor::fieldAndButton;
         case 'l':
@@ -63,7 +66,10 @@ bool CListCtrlEx::commit() {
         field_.close();
         return true;
     }
-    const EditCommit outcome = session_.commitText(row.property(), field_.typed());
+    const bool tooLong = toUtf8(field_.text()->GetValue()).size() > kLongestLine;
+    const EditCommit outcome =
+        tooLong ? EditCommit{false, formText(FormText::tooLong, session_.locale())}
+                : session_.commitText(row.property(), field_.typed());
     if (outcome.accepted) field_.close();
     return take(row, outcome);
 }
@@ -118,14 +124,20 @@ void CListCtrlEx::optionsClosed() {
     });
 }
 
-void CListCtrlEx::openLines(FormRow& row, const wxString& typed) {
+/// What is typed goes behind the text; it replaces one that is too long for any field.
+void CListCtrlEx::openLines(FormRow& row, const wxString& typed, bool replaces) {
     const std::int32_t property = row.property();
     const EditRow& about = session_.row(property);
     const wxTextCtrl* const field = field_.text();
     const TypedText text(session_.state(property).text);
+    const bool tooLong = !field && isTooLongToEdit(session_.textValue(property));
     FormLinesDialog dialog(wxGetTopLevelParent(this), toDisplay(about.label), session_.locale());
-    dialog.setText((field ? field->GetValue() : fromUtf8(text.shown())) + typed);
-    if (showModal(dialog) != wxID_OK) return;
+    if (tooLong && !replaces)
+        dialog.setPreview(fromUtf8(onOneLine(session_.textValue(property))));
+    else
+        dialog.setText(tooLong ? typed
+                               : (field ? field->GetValue() : fromUtf8(text.shown())) + typed);
+    if (showModal(dialog) != wxID_OK || !dialog.editable()) return;
     field_.close();
     take(row, session_.commitText(property, text.toBytes(toUtf8(dialog.text()))));
     SetFocus();

@@ -151,7 +151,7 @@ void CListCtrlEx::typeOn(FormRow& row, const wxString& typed) {
     const std::int32_t property = row.property();
     if (!session_.state(property).editable) return;
     const RowEditor editor = editorOf(property);
-    if (editor == RowEditor::lines) return openLines(row, typed);
+    if (editor == RowEditor::lines) return openLines(row, typed, true);
     if (editor == RowEditor::toggle) {
         if (typed == " ") return toggle(row);
         const auto begins = [&](FormText text) {

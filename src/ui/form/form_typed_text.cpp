@@ -93,6 +93,19 @@ bool needsSeveralLines(std::string_view bytes) noexcept {
     return bytes.find_first_of("\n\r") != std::string_view::npos;
 }
 
+bool isTooLongToEdit(std::string_view bytes) noexcept {
+    // In Windows Western a byte may become three.
+    for (std::size_t begin = 0; bytes.size() - begin > kLongestLine / 3;) {
+        const std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
+        if (end - begin > kLongestLine / 3 &&
+            decodeForDisplay(bytes.substr(begin, end - begin)).size() > kLongestLine)
+            return true;
+        if (end == bytes.size()) break;
+        begin = end + 1;
+    }
+    return false;
+}
+
 std::string onOneLine(std::string_view bytes) {
     std::size_t length = std::min(bytes.size(), kCellBytes);
     while (length < bytes.size() && length > 0 && (bytes[length] & 0xC0) == 0x80) --length;

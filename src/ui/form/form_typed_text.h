@@ -25,8 +25,14 @@ class TypedText {
     bool pictures_ = false;         ///< control characters are shown as pictures
 };
 
+/// What a row takes, in bytes of UTF-8: fields of one line cut longer texts without a word, and
+/// take seconds for longer lines.
+constexpr std::size_t kLongestLine = 30'000;
+
 /// A field of one line does not show all of the text.
 bool needsSeveralLines(std::string_view bytes) noexcept;
+/// A line of it is longer than any field takes.
+bool isTooLongToEdit(std::string_view bytes) noexcept;
 
 /// UTF-8 of the beginning of a text, on one line; enough to fill any column.
 std::string onOneLine(std::string_view bytes);

@@ -29,6 +29,8 @@ constexpr Row kTexts[] = {
     {"This text is too long to be edited here; it stays as it is.",
      "Ce texte est trop long pour être modifié ici ; il reste tel quel.",
      "Este texto es demasiado largo para editarlo aquí; queda como está."},
+    {"At most 60,000 characters fit in here.", "60 000 caractères au plus tiennent ici.",
+     "Aquí caben 60.000 caracteres como máximo."},
     {"This number is too large; the limit is 3.4e+38.",
      "Ce nombre est trop grand ; la limite est 3.4e+38.",
      "Este número es demasiado grande; el límite es 3.4e+38."},

@@ -17,6 +17,7 @@ enum class UiText {
     needsWholeNumber,  ///< a refused text of an integer prompt
     needsNumber,       ///< a refused text of a prompt for a real number
     tooLongToEdit,     ///< a text prompt whose initial text no field can take
+    tooLongForField,   ///< a refused text: the field may have cut it
     beyondFloat,       ///< a number that single precision does not hold
     moreColours,
     count_
