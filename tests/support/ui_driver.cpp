@@ -7,6 +7,7 @@
 #include <wx/toplevel.h>
 
 #include <cstdlib>
+#include <utility>
 
 #include "ui/kit/ui_runtime.h"
 
@@ -17,10 +18,15 @@ constexpr int kTickMs = 4;
 /// What a step has sent arrives before the next one; windows that never come to rest get this long.
 constexpr std::chrono::seconds kSettling{1};
 
+/// Begins anew each time: a timer that is being told is not told again by the loop of a window that
+/// opens meanwhile.
 class Ticker : public wxTimer {
   public:
-    explicit Ticker(std::function<void()> tick) : tick_(std::move(tick)) { Start(kTickMs); }
-    void Notify() override { tick_(); }
+    explicit Ticker(std::function<void()> tick) : tick_(std::move(tick)) { StartOnce(kTickMs); }
+    void Notify() override {
+        StartOnce(kTickMs);
+        tick_();
+    }
 
   private:
     std::function<void()> tick_;
@@ -150,7 +156,11 @@ bool UiDriver::finish() {
 }
 
 void UiDriver::step() {
-    if (acting_ || failed_) return;
+    // The simulator lets events pass, and with them this timer; but a window that such an event
+    // opens has to be answered while it does.
+    wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
+    if (actingIn_ && actingIn_ == loop) return;
+    if (failed_) return closeEverything();  // what a test opens after that has nobody to answer it
     if (settling_ && inputIsOnItsWay() &&
         std::chrono::steady_clock::now() - waitingSince_ < kSettling)
         return;
@@ -163,9 +173,9 @@ void UiDriver::step() {
     }
     const Step next = std::move(steps_.front());
     steps_.pop_front();
-    acting_ = true;  // the simulator lets events pass, and with them this timer
+    wxEventLoopBase* const outer = std::exchange(actingIn_, loop);
     if (next.act) next.act();
-    acting_ = false;
+    actingIn_ = outer;
     settling_ = true;
     waitingSince_ = std::chrono::steady_clock::now();
 }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+class wxEventLoopBase;
 class wxTopLevelWindow;
 
 namespace korvant::test {
@@ -81,7 +82,7 @@ class UiDriver {
     std::unique_ptr<wxTimer> timer_;  ///< made once the toolkit runs
     std::deque<Step> steps_;
     std::chrono::steady_clock::time_point waitingSince_;
-    bool acting_ = false;
+    wxEventLoopBase* actingIn_ = nullptr;  ///< the loop whose step is under way
     bool settling_ = false;
     bool failed_ = false;
 };

@@ -102,6 +102,25 @@ TEST_F(FormConfirm, LinksOfTheCheckLeadToTheirRows) {
     EXPECT_FALSE(edit(pump));
 }
 
+/// The script's texts are in an encoding without the pointer's character.
+TEST_F(FormConfirm, CheckShowsItsPointerInEveryLanguage) {
+    const char* titles[] = {"Check", "V\303\251rifier", "Comprobar"};
+    for (int locale = 0; locale < 3; ++locale) {
+        const LocaleFor language(locale);
+        ScriptObject object;
+        object.setTitle("One");
+        object.addProperty("a", "D\351bit", 0.0, "m", true);
+        object.addErrorConstraint("a", "a>0", "D\351bit \340 0");
+        const wxString title = wxString::FromUTF8(titles[locale]);
+        driver_.form("One").press(WXK_F9).window(title).run([title] {
+            const wxString text = findChild<ui::HtmlView>(findWindow(title))->text();
+            EXPECT_TRUE(text.Contains(wxString::FromUTF8("\342\226\270 D\303\251bit"))) << text;
+        });
+        driver_.press(WXK_RETURN).form("One").press(WXK_ESCAPE);
+        EXPECT_FALSE(edit(object));
+    }
+}
+
 TEST_F(FormConfirm, CheckOfASoundFormSaysSoInItsLanguage) {
     const char* sentences[] = {"No errors or warnings", "Aucune erreur ni avertissement",
                                "No hay errores ni advertencias"};

@@ -65,6 +65,21 @@ TEST(FormExamples, DrillHoleGetsAnotherInterval) {
               "Current interval: 0\nCurrent interval: 1\n");
 }
 
+TEST(FormExamples, WhatAScriptWithWindowsPrintsIsOnStandardOutput) {
+    const TemporaryFolder folder;
+    writeFile(folder.path() / "script.as",
+              "int main() { Print(\"before\\n\"); Information(\"Seen?\"); Print(\"after\\n\"); "
+              "return 0; }");
+    std::thread user([] { EXPECT_TRUE(typeInWindow("KorvantIDE", {"Return"})); });
+    ProcessOptions options;
+    options.folder = folder.path().string();
+    options.seconds = 60;
+    const ProcessResult result = runKorvant({"run", "--gui", "script.as"}, options);
+    user.join();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(result.output, "before\nafter\n");
+}
+
 TEST(FormExamples, AHostWithoutAnEngineShowsItsForms) {
     std::thread user([] {
         for (const char* title : {"Pump", "Drill hole"})

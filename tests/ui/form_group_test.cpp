@@ -1,9 +1,12 @@
 // The elements of a group.
 #include <gtest/gtest.h>
 #include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/notebook.h>
 
 #include "form_objects.h"
 #include "form_probe.h"
+#include "ui/kit/html_view.h"
 
 namespace korvant::test {
 namespace {
@@ -72,6 +75,29 @@ TEST_F(FormGroup, BrowsingTakesWhatIsBeingTyped) {
     EXPECT_EQ(confirmed(), (Names{"Rubble", "Grey clay", "Karst"}));
 }
 
+/// The list of elements and the tab show what is wrong with the others.
+TEST_F(FormGroup, ElementsThatFailAreMarkedWhileAnotherIsShown) {
+    driver_.press(WXK_END).row("Bottom").enter("-5").press(WXK_RETURN).untilShows("-5");
+    driver_.run([] { findChild<wxChoice>(shownForm())->SetFocus(); });
+    driver_.when("focus on the elements",
+                 [] { return dynamic_cast<wxChoice*>(wxWindow::FindFocus()) != nullptr; });
+    driver_.press(WXK_DOWN).when("the second element", [] {
+        return shownList()->session().groupBar(shownList()->page()).current == 1;
+    });
+    driver_.run([] {
+        const auto* choice = findChild<wxChoice>(shownForm());
+        ASSERT_NE(choice, nullptr);
+        EXPECT_EQ(choice->GetString(0), wxString::FromUTF8("\xE2\x9C\x96 1: Fill"));
+        EXPECT_EQ(choice->GetString(1), "2: Grey clay");
+        const auto* book = findChild<wxNotebook>(shownForm());
+        EXPECT_NE(book->GetPageImage(1), wxNotebook::NO_IMAGE);
+        EXPECT_EQ(book->GetPageImage(0), wxNotebook::NO_IMAGE);
+    });
+    driver_.press(WXK_RETURN, wxMOD_CONTROL).untilReport().row("Bottom").untilShows("-5");
+    driver_.press(WXK_ESCAPE).enter("5");
+    EXPECT_EQ(confirmed(), (Names{"Fill", "Grey clay", "Karst"}));
+}
+
 TEST_F(FormGroup, HiddenButtonsBelongToFalseFlags) {
     ScriptObject object, layer;
     layer.addProperty("x", "X", 1.0, "", true);
@@ -88,6 +114,33 @@ TEST_F(FormGroup, HiddenButtonsBelongToFalseFlags) {
     EXPECT_FALSE(object.edit());
     EXPECT_TRUE(driver.done());
     EXPECT_EQ(confirmed(), (Names{"Fill", "Grey clay", "Karst"}));
+}
+
+TEST(FormGroupInside, SaysWhichElementIsMissing) {
+    const FormsInstalled forms;
+    const LocaleFor english(0);
+    ScriptObject sample, layer, object;
+    sample.addProperty("grade", "Grade", 0.5, "g/t", true);
+    layer.addClass("Layers", true);
+    layer.addProperty("rock", "Rock", "sand", true, false);
+    layer.addClass("Samples", true);
+    layer.addGroup("Samples", sample, true, true, true, true);
+    object.setTitle("Nested");
+    object.addClass("Layers", true);
+    object.addGroup("Layers", layer, true, true, true, true);
+    FormDriver driver;
+    driver.window("Nested").press(WXK_PAGEDOWN, wxMOD_CONTROL).when("the inner page", [] {
+        const wxWindow* add = groupButton(0);
+        return shownList() && shownList()->page() == 1 && add && !add->IsEnabled();
+    });
+    driver.run([] {
+        auto* text = findChild<ui::HtmlView>(shownList()->GetGrandParent());
+        EXPECT_TRUE(text->text().Contains("Layers")) << text->text();
+        EXPECT_FALSE(text->text().Contains("Press Add")) << text->text();
+    });
+    driver.press(WXK_ESCAPE);
+    EXPECT_FALSE(object.edit());
+    EXPECT_TRUE(driver.done());
 }
 
 }  // namespace

@@ -59,8 +59,9 @@ std::string typedText() {
 
 wxWindow* groupButton(int index) {
     const wxWindow* form = shownForm();
-    const auto* bar = form ? findChild<ui::FormGroupBar>(form) : nullptr;
-    return bar && bar->IsShownOnScreen() ? findChild<wxButton>(bar, index) : nullptr;
+    for (int i = 0; const auto* bar = form ? findChild<ui::FormGroupBar>(form, i) : nullptr; ++i)
+        if (bar->IsShownOnScreen()) return findChild<wxButton>(bar, index);
+    return nullptr;
 }
 
 namespace {
