@@ -7,6 +7,7 @@
 #include "debug_port.h"
 #include "exit_code.h"
 #include "module_library.h"
+#include "process_display.h"
 #include "source_report.h"
 
 namespace korvant_app {
@@ -49,10 +50,11 @@ class TellScope {
     TellScope& operator=(const TellScope&) = delete;
 
   private:
-    /// The console shows it as well.
+    /// The console's window shows it as well; a console without one would write it here again.
     static std::int32_t KORVANTIDE_CALL print(void*, const char* bytes, std::uint64_t count) {
+        static const bool window = hasDisplay();
         std::fwrite(bytes, 1, static_cast<std::size_t>(count), stdout);
-        return 0;
+        return window ? 0 : 1;
     }
     static void KORVANTIDE_CALL message(void* user, const KorvantBuildMessage* message) {
         const GuiRun& run = *static_cast<const GuiRun*>(user);
