@@ -2,7 +2,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <new>
+#include <string>
+#include <system_error>
 
 #include "commands.h"
 #include "host/engine/engine_memory.h"
@@ -29,9 +32,23 @@ int withoutCommand(const CLI::App& app) {
     return korvant_app::kFinished;
 }
 
+/// The first word is no command; most likely somebody names a script and leaves out what to do.
+int unknownCommand(const std::string& word) {
+    std::string text = "there is no command \"" + word + "\"";
+    std::error_code unknown;
+    if (std::filesystem::exists(word, unknown)) text += "; to run a script: korvant run " + word;
+    korvant_app::complain(text);
+    std::fputs("Run with --help for more information.\n", stderr);
+    return korvant_app::kWrongUsage;
+}
+
 int parse(CLI::App& app, int argc, char** argv, const int& exitCode) {
     try {
         app.parse(argc, argv);
+    } catch (const CLI::ExtrasError& error) {
+        if (app.get_subcommands().empty() && argv[1][0] != '-') return unknownCommand(argv[1]);
+        app.exit(error);
+        return korvant_app::kWrongUsage;
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? korvant_app::kFinished : korvant_app::kWrongUsage;
     } catch (const std::exception& error) {

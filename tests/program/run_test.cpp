@@ -59,6 +59,10 @@ TEST_F(Program, WrongUsageAndUnreadableFilesHaveTheirOwnCodes) {
         {"run", "--no-such-switch", "a.as"},
         {"run", "--file-access", "/no/such/folder", "a.as"}};
     for (const auto& arguments : wrong) EXPECT_EQ(64, start(arguments).exitCode) << arguments[0];
+    EXPECT_EQ(start({"dance"}).errors,
+              "korvant: there is no command \"dance\"\nRun with --help for more information.\n");
+    const std::string script = mainOf("");
+    EXPECT_THAT(start({script}).errors, HasSubstr("; to run a script: korvant run " + script));
     for (const char* name : {"missing.as", "."}) {
         const ProcessResult result = start({"run", name});
         EXPECT_EQ(66, result.exitCode);
