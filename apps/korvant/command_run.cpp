@@ -91,11 +91,13 @@ int runScript(const Run& run) {
     const WarningScope warnings(*source, run.quiet);
     if (run.debugPort && !openDebugPort(*run.debugPort, run.file, &StartScriptDebugServer))
         return kRunFailed;
+    bool written = true;
     if (run.observed.wanted())
-        runObserved(engine.engine(), engine.context(), *source, run.observed);
+        written = runObserved(engine.engine(), engine.context(), *source, run.observed);
     else
         RunApplication(engine.engine(), engine.context(), source->text, nullptr);
-    const int exitCode = reportAnswered(*source, book ? &*book : nullptr);
+    int exitCode = reportAnswered(*source, book ? &*book : nullptr);
+    if (!written && exitCode == kFinished) exitCode = kRunFailed;
     TellScriptDebugExit(exitCode);
     StopScriptDebugServer();
     return exitCode;

@@ -22,10 +22,15 @@ CLI::Option* addSize(CLI::App& command, const char* name, std::size_t& bytes, co
         ->type_name("MIB");
 }
 
+std::string checkCount(const std::string& text) {
+    const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+    return digits && !text.empty() ? "" : "must be a whole number from 0";
+}
+
 template <class Number>
 CLI::Option* addCount(CLI::App& command, const char* name, Number& value, const char* help) {
     return command.add_option(name, value, help)
-        ->check(CLI::NonNegativeNumber)
+        ->check(checkCount)
         ->type_name("N")
         ->capture_default_str();
 }

@@ -17,7 +17,7 @@ class Passer final : public korvant::DebugListener {
 
 }  // namespace
 
-void runObserved(asIScriptEngine* engine, asIScriptContext* context, const Source& source,
+bool runObserved(asIScriptEngine* engine, asIScriptContext* context, const Source& source,
                  const korvant::RunObserver::Files& wanted) {
     using korvant::DebugSession;
     korvant::ScriptSession& script = korvant::moduleSession();
@@ -34,6 +34,7 @@ void runObserved(asIScriptEngine* engine, asIScriptContext* context, const Sourc
     const auto report = observer.finish(*session, korvant::absolutePath(source.name));
     for (const std::string& failure : report.failures) complain(failure);
     std::fputs(report.summary.c_str(), stderr);
+    return report.failures.empty();
 }
 
 }  // namespace korvant_app

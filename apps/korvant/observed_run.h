@@ -8,8 +8,8 @@ namespace korvant_app {
 
 /// Builds and runs the script as RunApplication does, beside a debugging client where there is one,
 /// and writes what was seen, however the run ended; a summary goes to standard error, and so does
-/// why a file cannot be written.
-void runObserved(asIScriptEngine* engine, asIScriptContext* context, const Source& source,
+/// why a file cannot be written. False for that.
+bool runObserved(asIScriptEngine* engine, asIScriptContext* context, const Source& source,
                  const korvant::RunObserver::Files& wanted);
 
 }  // namespace korvant_app

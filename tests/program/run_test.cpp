@@ -61,6 +61,8 @@ TEST_F(Program, WrongUsageAndUnreadableFilesHaveTheirOwnCodes) {
     for (const auto& arguments : wrong) EXPECT_EQ(64, start(arguments).exitCode) << arguments[0];
     EXPECT_EQ(start({"dance"}).errors,
               "korvant: there is no command \"dance\"\nRun with --help for more information.\n");
+    EXPECT_EQ(start({"run", "--ceiling", "-5", "a.as"}).errors,
+              "--ceiling: must be a whole number from 0\nRun with --help for more information.\n");
     const std::string script = mainOf("");
     EXPECT_THAT(start({script}).errors, HasSubstr("; to run a script: korvant run " + script));
     for (const char* name : {"missing.as", "."}) {
@@ -223,6 +225,9 @@ TEST_F(Program, CoverageAndProfileReplaceTheFilesOfBefore) {
     EXPECT_THAT(result.errors, Not(HasSubstr("could not write")));
     for (const char* file : {"c", "p"})
         EXPECT_THAT(readFile(folder_.file(file)), Not(HasSubstr("?"))) << file;
+    const ProcessResult lost = start({"run", "--coverage=no/such/folder/c", name});
+    EXPECT_EQ(lost.exitCode, 1) << "whoever waits for the file is not told that all is well";
+    EXPECT_THAT(lost.errors, HasSubstr("could not write no/such/folder/c"));
 }
 
 TEST_F(Program, APipeWhoseReaderHasGoneEndsQuietlyAndAFullDiskDoesNot) {
