@@ -96,7 +96,7 @@ bool ScriptEditor::showSource(const std::string& source) {
 std::string ScriptEditor::fileOf(const ScriptPlace& place) const {
     if (!place.source.empty()) return decodeForDisplay(nameOf(place.source));
     const OpenDocument* const ran = documents_.find(runDocument_);
-    return ran && documents_.count() > 1 ? ran->document.name() : std::string();
+    return ran && !ran->document.path().empty() ? ran->document.name() : std::string();
 }
 
 void ScriptEditor::showFrame(unsigned frame) {

@@ -136,7 +136,7 @@ class ScriptEditor {
     std::int32_t lineInView(const ScriptPlace& place) const;
     /// The text in view is the one that was built last.
     bool runIsShown() const { return current().id == runDocument_; }
-    /// The name of a place's file, UTF-8; empty where there is only one text.
+    /// The name of a place's file, UTF-8; empty where the text is in none.
     std::string fileOf(const ScriptPlace& place) const;
     /// Shows the text of a frame of the stack, if it can be had.
     void showFrame(unsigned frame);

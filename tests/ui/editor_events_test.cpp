@@ -1,6 +1,6 @@
 // What the window does by itself: while one types, when a script runs, stops, fails and ends.
-#include <wx/checkbox.h>
 #include <wx/clipbrd.h>
+#include <wx/image.h>
 #include <wx/textctrl.h>
 
 #include <fstream>
@@ -17,6 +17,7 @@
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/time_used.h"
 #include "ui/editor/panels/welcome_pane.h"
+#include "ui/kit/painted_check.h"
 
 using namespace korvant;
 using korvant::test::FullWindow;
@@ -169,6 +170,40 @@ TEST_F(EditorEvents, RunShowsWhatPausesAndStopsIt) {
     closeBox();
     edit(script);
 }
+
+#ifndef _WIN32
+/// What opens and shows while a script computes was neither placed nor painted before its end.
+TEST_F(EditorEvents, WhatARunningScriptOpensIsPainted) {
+    const std::string path = folder.file("seen.png");
+    const auto seen = [&path](wxWindow& window, const std::function<bool(wxColour)>& wanted) {
+        test::saveWindow(window, path);
+        const wxImage picture(path, wxBITMAP_TYPE_PNG);
+        int found = 0;
+        for (int y = 0; picture.IsOk() && y < picture.GetHeight(); ++y)
+            for (int x = 0; x < picture.GetWidth(); ++x)
+                found +=
+                    wanted({picture.GetRed(x, y), picture.GetGreen(x, y), picture.GetBlue(x, y)});
+        return found;
+    };
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    frontend.meanwhile = [&] {
+        const auto isRed = [](wxColour c) { return c.Red() > 150 && c.Green() < 90; };
+        const auto isDark = [](wxColour c) { return c.Red() < 90 && c.Green() < 90; };
+        EXPECT_GT(seen(*part<ui::MainToolbar>()->button(command_id::kStop), isRed), 40);
+        EXPECT_GT(seen(*part<ui::ConsolePane>(), isDark), 40);
+    };
+    ready();
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    driver.when("its end", [this] { return !frontend.labels.empty(); });
+    closeBox();
+    edit(
+        "int main() {\n    Print(\"begins here\\n\");\n    uint begin = GetSystemTime();\n"
+        "    while (GetSystemTime() - begin < 600) {}\n    Information(\"\");\n"
+        "    return 0;\n}\n");
+    EXPECT_EQ(frontend.labels.size(), 1U);
+}
+#endif
 
 /// Pairs of windows that stand in the same place; those at the edges are grips.
 std::vector<std::string> coveredOf(const wxWindow* parent) {
@@ -533,10 +568,10 @@ TEST_F(EditorEvents, WelcomeStaysAwayWhenItIsToldTo) {
     ready();
     driver.when("the pane", [this] { return part<ui::WelcomePane>() != nullptr; });
     driver.click([this]() -> wxWindow* {
-        return korvant::test::findChild<wxCheckBox>(part<ui::WelcomePane>());
+        return korvant::test::findChild<ui::PaintedCheck>(part<ui::WelcomePane>());
     });
     driver.when("no tick", [this] {
-        return !korvant::test::findChild<wxCheckBox>(part<ui::WelcomePane>())->GetValue();
+        return !korvant::test::findChild<ui::PaintedCheck>(part<ui::WelcomePane>())->value();
     });
     driver.click([this]() -> wxWindow* {
         const auto* welcome = part<ui::WelcomePane>();

@@ -11,6 +11,7 @@ namespace korvant {
 namespace {
 
 constexpr int kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
+constexpr std::uintptr_t kOutputExtra = 1;
 constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
 constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
 /// The last of the language's words in the classic list.
@@ -114,6 +115,8 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
     colourEditor(editor, theme, font);
     colourSelection(editor, theme);
     setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
+    output.send(sci::kSetExtraAscent, kOutputExtra);
+    output.send(sci::kSetExtraDescent, kOutputExtra);
     setStyle(output, sci::kStyleDefault, font, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, std::intptr_t{0});
@@ -127,6 +130,8 @@ void removeTheme(const TextControl& editor, const TextControl& output) {
     editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sci::rgb(255, 255, 255)));
     setUpConveniences(editor);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, kMarkMarginWidth);
+    output.send(sci::kSetExtraAscent, 0);
+    output.send(sci::kSetExtraDescent, 0);
     output.send(sci::kSetCaretFore, static_cast<std::uintptr_t>(sci::rgb(0, 0, 0)));
 }
 

@@ -9,7 +9,14 @@ namespace {
 
 constexpr int kDeepest = 64;
 constexpr std::uint64_t kLookedAt = 16;  // members, for a text among them
+constexpr std::size_t kTold = 4;         // members, where there is no text
 constexpr char kGlobals[] = "Global variables";
+
+/// "granite (0)" is an enum's value; its name is enough among others.
+std::string withoutNumber(const std::string& value) {
+    const std::size_t bracket = value.find(" (");
+    return value.back() == ')' && bracket != std::string::npos ? value.substr(0, bracket) : value;
+}
 
 }  // namespace
 
@@ -26,13 +33,21 @@ void ValueRows::add(DebugValue value, ValueNode parent, int depth, const std::st
     if (row.open) addChildren(value, depth + 1, path);
 }
 
-/// An array by its length, an object by its first text, else by its type.
+/// An array by its length, an object by its title or its first text, else by its first plain
+/// members, else by its type.
 std::string ValueRows::summaryOf(const DebugValue& value) {
     if (value.node == 0 || value.heading) return {};
-    if (value.named == 0) return std::to_string(value.indexed) + " elements";
-    for (const DebugValue& child : session_.values().children(value.node, 0, kLookedAt))
+    if (value.named == 0)
+        return std::to_string(value.indexed) + (value.indexed == 1 ? " element" : " elements");
+    if (!value.value.empty() && value.value.front() == '"') return value.value;
+    std::string plain;
+    std::size_t told = 0;
+    for (const DebugValue& child : session_.values().children(value.node, 0, kLookedAt)) {
         if (child.type == "string" || child.type == "const string") return child.value;
-    return value.type;
+        if (child.node != 0 || child.heading || told == kTold) continue;
+        plain += (told++ > 0 ? ", " : "") + withoutNumber(child.value);
+    }
+    return plain.empty() ? value.type : plain;
 }
 
 void ValueRows::addChildren(const DebugValue& value, int depth, const std::string& path) {
@@ -101,6 +116,11 @@ void ValueRows::toggle(std::size_t index) {
         open_.erase(path);
     else if (rows_[index].hasChildren())
         open_[path] = kPage;
+    readAgain();
+}
+
+void ValueRows::closeAll() {
+    open_.clear();
     readAgain();
 }
 

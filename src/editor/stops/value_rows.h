@@ -36,6 +36,7 @@ class ValueRows {
     const std::vector<ValueRow>& rows() const noexcept { return rows_; }
     /// Opens or closes a row; on a row of the rest, shows the next page.
     void toggle(std::size_t index);
+    void closeAll();
     /// Empty, or what is wrong with the expression.
     std::string set(std::size_t index, const std::string& expression);
     /// "name = value" with everything in it.

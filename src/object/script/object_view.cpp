@@ -78,7 +78,10 @@ std::string classOf(const ObjectModel& model, std::int32_t index) {
 
 class ObjectView final : public TypeView {
     std::string text(const void* object, std::size_t) const override {
-        const auto count = modelOf(object).properties.size();
+        const ObjectModel& model = modelOf(object);
+        if (const std::string& title = model.title.text(); !title.empty())
+            return "\"" + decodeForDisplay(title) + "\"";
+        const auto count = model.properties.size();
         return "Object {" + std::to_string(count) + (count == 1 ? " property}" : " properties}");
     }
 

@@ -71,10 +71,12 @@ ConsoleCanvas::ConsoleCanvas(wxWindow* parent, const ConsoleGrid& grid, wxScroll
     connect();
 }
 
-void ConsoleCanvas::setTextFont(const wxFont& font) {
+void ConsoleCanvas::setTextFont(const wxFont& font, int beyond) {
     SetFont(font);
     strong_ = font.Bold();
+    beyond_ = beyond;
     cell_ = GetTextExtent(wxT("M"));
+    cell_.y += 2 * beyond;
     Refresh(false);
 }
 
@@ -226,7 +228,7 @@ void ConsoleCanvas::paintRun(wxDC& dc, int row, int column, std::span<const Cons
     }
     dc.SetFont(colours_.strongIntense && (attributes & 8) != 0 ? strong_ : GetFont());
     dc.SetTextForeground(front);
-    dc.DrawText(textOf(cells), corner);
+    dc.DrawText(textOf(cells), corner + wxPoint(0, beyond_));
 }
 
 void ConsoleCanvas::paintCursor(wxDC& dc) {

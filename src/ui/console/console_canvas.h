@@ -56,7 +56,8 @@ class ConsoleCanvas : public wxWindow {
     void followCursor();
     std::int64_t firstShown() const { return first_; }
     void setColours(const ConsoleColours& colours);
-    void setTextFont(const wxFont& font);
+    /// `beyond`: pixels above and below the letters of a row.
+    void setTextFont(const wxFont& font, int beyond = 0);
     /// The cursor's line is being typed.
     void setTyping(bool typing);
     int shownRows() const;
@@ -91,6 +92,7 @@ class ConsoleCanvas : public wxWindow {
     ConsoleColours colours_ = consoleColours();
     wxFont strong_;
     wxSize cell_;
+    int beyond_ = 0;
     int left_ = 0;  ///< the first column that is shown
     bool typing_ = false;
     std::int64_t first_ = 0;

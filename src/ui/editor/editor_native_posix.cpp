@@ -131,8 +131,10 @@ bool isUserInput(GdkEventType type) {
     }
 }
 
-/// What is to be painted waits for the desktop's clock, which ticks only in an event loop.
-void paintNow() {
+/// What is to be placed and painted waits for the desktop's clock, which ticks only in an event
+/// loop.
+void paintNow(GtkWidget* top) {
+    gtk_container_check_resize(GTK_CONTAINER(top));
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     gdk_window_process_all_updates();
     G_GNUC_END_IGNORE_DEPRECATIONS
@@ -247,7 +249,7 @@ BusyInput pumpWhileBusy(wxFrame& frame, const UsableParts& usable) {
         gdk_event_put(event);
         gdk_event_free(event);
     }
-    paintNow();
+    paintNow(top);
     return asked;
 }
 

@@ -5,7 +5,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kIcon = 16, kLeft = 10, kGap = 8, kRight = 12;
+constexpr int kLeft = 10, kGap = 8, kLinkKeyGap = 10, kRight = 12;
 constexpr double kRadius = 5;
 
 }  // namespace
@@ -77,10 +77,14 @@ int PaintedButton::wantedWidth() const {
     if (face_.icon && wordless()) return dip(32);
     const wxFont& font = kind_ == Kind::main || face_.strong ? look().strong : look().plain;
     int width = dip(kind_ == Kind::link ? 0 : face_.icon && !face_.endIcon ? kLeft : kRight);
-    if (face_.icon) width += dip(kIcon + kGap);
+    if (face_.icon) width += dip(iconSize_ + iconGap_);
     width += textWidth(*this, face_.label, font);
-    if (!face_.key.empty()) width += dip(kGap) + textWidth(*this, face_.key, look().small);
+    if (!face_.key.empty()) width += dip(keyGap()) + textWidth(*this, face_.key, look().small);
     return width + dip(kind_ == Kind::link ? 0 : face_.endIcon ? 4 : kRight);
+}
+
+int PaintedButton::keyGap() const {
+    return kind_ == Kind::link ? kLinkKeyGap : kGap;
 }
 
 Rgb PaintedButton::textColour() const {
@@ -88,6 +92,7 @@ Rgb PaintedButton::textColour() const {
     if (!IsEnabled()) return look()->disabled;
     if (kind_ == Kind::link) return look()->accent;
     if (kind_ == Kind::danger) return look()->error;
+    if (kind_ == Kind::option && !toggled_) return look()->secondText;
     return look()->text;
 }
 
@@ -117,25 +122,25 @@ void PaintedButton::paintBack(wxGraphicsContext& context) {
 void PaintedButton::paint(wxGraphicsContext& context) {
     paintBack(context);
     const wxSize size = GetClientSize();
-    const double top = (size.y - dip(kIcon)) / 2;
+    const double top = (size.y - dip(iconSize_)) / 2;
     const Rgb colour = textColour();
     const Rgb iconColour = face_.iconColour && IsEnabled() ? (*look()).*face_.iconColour : colour;
     const auto icon = [&](double x) {
-        paintIcon(context, *face_.icon, x, top, dip(kIcon), colourOf(iconColour));
+        paintIcon(context, *face_.icon, x, top, dip(iconSize_), colourOf(iconColour));
     };
     if (face_.icon && wordless()) {
-        icon((size.x - dip(kIcon)) / 2);
+        icon((size.x - dip(iconSize_)) / 2);
     } else {
         double x = dip(kind_ == Kind::link ? 0 : face_.icon && !face_.endIcon ? kLeft : kRight);
         if (kind_ == Kind::option) x = (size.x - textWidth(*this, face_.label, look().plain)) / 2.0;
         if (face_.icon && !face_.endIcon) {
             icon(x);
-            x += dip(kIcon + kGap);
+            x += dip(iconSize_ + iconGap_);
         }
         const wxFont& font = kind_ == Kind::main || face_.strong ? look().strong : look().plain;
         text(context, face_.label, font, colour, x, 0, size.y);
-        x += textWidth(*this, face_.label, font) + dip(kGap);
-        if (face_.icon && face_.endIcon) icon(x - dip(kGap) + dip(2));
+        x += textWidth(*this, face_.label, font) + dip(keyGap());
+        if (face_.icon && face_.endIcon) icon(x - dip(keyGap()) + dip(2));
         const Rgb keyColour = kind_ == Kind::main ? look()->mainKey
                               : IsEnabled()       ? look()->secondText
                                                   : look()->disabled;

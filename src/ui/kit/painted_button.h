@@ -39,6 +39,11 @@ class PaintedButton : public PaintedWindow {
     bool isPressed() const { return toggled_; }
     /// Behind the button.
     void setBack(Rgb ThemeTable::*back) { back_ = back; }
+    /// Of the icon before a link's word.
+    void setIconPlace(int size, int gap) {
+        iconSize_ = size;
+        iconGap_ = gap;
+    }
     /// Only one button of a bar is reached by Tab.
     void setTabStop(bool stop) { tabStop_ = stop; }
     bool AcceptsFocusFromKeyboard() const override { return tabStop_ && AcceptsFocus(); }
@@ -51,6 +56,7 @@ class PaintedButton : public PaintedWindow {
     void paint(wxGraphicsContext& context) override;
     void paintBack(wxGraphicsContext& context);
     Rgb textColour() const;
+    int keyGap() const;
     bool wordless() const { return !words_ || (face_.label.empty() && face_.key.empty()); }
     void onKey(wxKeyEvent& event);
     void refreshName();
@@ -59,6 +65,7 @@ class PaintedButton : public PaintedWindow {
     Face face_;
     std::function<void()> pressed_;
     Rgb ThemeTable::*back_ = &ThemeTable::chrome;
+    int iconSize_ = 16, iconGap_ = 8;
     bool words_ = true;
     bool toggled_ = false;
     bool down_ = false;

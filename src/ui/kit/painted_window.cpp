@@ -11,7 +11,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kFocusWidth = 2;
+constexpr int kFocusWidth = 2, kFieldRadius = 5;
 constexpr double kFocusRadius = 4;
 
 }  // namespace
@@ -57,7 +57,7 @@ void PaintedWindow::text(wxGraphicsContext& context, const wxString& text, const
     context.SetFont(font, colourOf(colour));
     double width = 0, tall = 0;
     context.GetTextExtent(text, &width, &tall);
-    context.DrawText(text, x, std::floor(y + (height - tall) / 2));
+    context.DrawText(text, x, std::ceil(y + (height - tall) / 2));
 }
 
 void PaintedWindow::fill(wxGraphicsContext& context, const wxRect& place, Rgb colour) const {
@@ -71,6 +71,16 @@ void PaintedWindow::rounded(wxGraphicsContext& context, const wxRect& place, dou
     context.SetPen(wxNullGraphicsPen);
     context.SetBrush(wxBrush(colourOf(colour)));
     context.DrawRoundedRectangle(place.x, place.y, place.width, place.height, radius);
+}
+
+void PaintedWindow::fieldBox(wxGraphicsContext& context, const wxRect& place, bool focused,
+                             bool enabled) const {
+    const double edge = focused ? dip(kFocusWidth) : 1, half = edge / 2;
+    const Rgb line = focused ? look_->accent : enabled ? look_->fieldEdge : look_->border;
+    context.SetPen(wxPen(colourOf(line), static_cast<int>(edge)));
+    context.SetBrush(wxBrush(colourOf(enabled ? look_->editor : look_->chrome)));
+    context.DrawRoundedRectangle(place.x + half, place.y + half, place.width - edge,
+                                 place.height - edge, dip(kFieldRadius));
 }
 
 void PaintedWindow::focusMark(wxGraphicsContext& context, const wxRect& place) const {

@@ -39,6 +39,9 @@ class PaintedWindow : public Guarded<wxControl> {
               double x, double y, double height) const;
     void fill(wxGraphicsContext& context, const wxRect& place, Rgb colour) const;
     void rounded(wxGraphicsContext& context, const wxRect& place, double radius, Rgb colour) const;
+    /// The box of a field without an edge of its own.
+    void fieldBox(wxGraphicsContext& context, const wxRect& place, bool focused,
+                  bool enabled = true) const;
     void focusMark(wxGraphicsContext& context, const wxRect& place) const;
 
   private:

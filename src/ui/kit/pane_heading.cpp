@@ -7,10 +7,10 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kCell = 28, kRightMargin = 8;
-constexpr int kFoldedStart = 24, kPlainStart = 16, kArrow = 5;
+constexpr int kCell = 28, kSmallCell = 24, kRightMargin = 8, kBareMargin = 7, kBareIcon = 14;
+constexpr int kFoldedStart = 24, kBareStart = 12, kArrow = 5;
 constexpr int kAccent = 2, kAccentBeyond = 4;
-constexpr int kTitleGap = 24, kLeastGap = 8, kRemarkGap = 10, kUnderlinedRemarkGap = 24;
+constexpr int kLeastGap = 8, kRemarkGap = 10, kUnderlinedRemarkGap = 24;
 constexpr int kBadgeGap = 6, kBadgePadding = 7, kBadgeHeight = 16;
 
 }  // namespace
@@ -64,6 +64,7 @@ PaintedButton* PaneHeading::addButton(Icon icon, const wxString& name,
     auto* button =
         new PaintedButton(this, look(), PaintedButton::Kind::plain,
                           {icon, {}, {}, name, &ThemeTable::secondText}, std::move(pressed));
+    if (style_ == Style::bare) button->setIconPlace(kBareIcon, 0);
     buttons_.push_back(button);
     placeButtons();
     return button;
@@ -77,8 +78,8 @@ void PaneHeading::showButton(PaintedButton* button, bool shown) {
 
 void PaneHeading::placeButtons() {
     const wxSize size = GetClientSize();
-    const int cell = dip(kCell);
-    int x = size.x - dip(kRightMargin);
+    const int cell = dip(style_ == Style::underlined ? kCell : kSmallCell);
+    int x = size.x - dip(style_ == Style::bare ? kBareMargin : kRightMargin);
     for (auto i = buttons_.rbegin(); i != buttons_.rend(); ++i) {
         if (!(*i)->IsShown()) continue;
         x -= cell;
@@ -87,17 +88,19 @@ void PaneHeading::placeButtons() {
 }
 
 int PaneHeading::titleStart() const {
-    return dip(style_ == Style::folding ? kFoldedStart : style_ == Style::bare ? 12 : kPlainStart);
+    return dip(style_ == Style::folding ? kFoldedStart
+               : style_ == Style::bare  ? kBareStart
+                                        : start_);
 }
 
 /// Smaller where the titles would not fit.
 int PaneHeading::titleGap() const {
     const auto gaps = static_cast<int>(titles_.size()) - 1;
-    if (gaps < 1) return dip(kTitleGap);
+    if (gaps < 1) return dip(gap_);
     int room = GetClientSize().x - titleStart() - dip(kRightMargin);
     for (int i = 0; i <= gaps; ++i)
         room -= titleWidth(titles_[static_cast<std::size_t>(i)], i == chosen_);
-    return std::clamp(room / gaps, dip(kLeastGap), dip(kTitleGap));
+    return std::clamp(room / gaps, dip(kLeastGap), dip(gap_));
 }
 
 int PaneHeading::titleWidth(const Title& title, bool isChosen) const {
@@ -125,7 +128,7 @@ int PaneHeading::paintTitle(wxGraphicsContext& context, int index, int x) {
     }
     if (isChosen && style_ == Style::underlined)
         fill(context,
-             {x - dip(kAccentBeyond), size.y - dip(kAccent), width + 2 * dip(kAccentBeyond),
+             {x - dip(kAccentBeyond), size.y - 1 - dip(kAccent), width + 2 * dip(kAccentBeyond),
               dip(kAccent)},
              look()->accent);
     return x + width;

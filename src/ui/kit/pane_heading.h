@@ -31,6 +31,12 @@ class PaneHeading : public PaintedWindow {
     /// Without a line on top, for a heading below another line; with one below always.
     void setTopLine(bool shown) { topLine_ = shown; }
 
+    /// Where the first title stands, and the distance between titles where there is room.
+    void setTitlePlace(int start, int gap) {
+        start_ = start;
+        gap_ = gap;
+    }
+
     /// A button at the right; the last one added is the rightmost.
     PaintedButton* addButton(Icon icon, const wxString& name, std::function<void()> pressed);
     void showButton(PaintedButton* button, bool shown);
@@ -54,6 +60,7 @@ class PaneHeading : public PaintedWindow {
     wxString remark_;
     std::vector<PaintedButton*> buttons_;
     int chosen_ = 0;
+    int start_ = 16, gap_ = 24;
     bool folded_ = false;
     bool topLine_ = true;
 };

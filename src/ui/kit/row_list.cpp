@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "ui/kit/painted_check.h"
 #include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 namespace {
 
-constexpr int kIcon = 16, kCheck = 14, kGap = 10, kFoldSize = 12, kBar = 3, kWheelRows = 3;
+constexpr int kCheck = 14, kGap = 10, kFoldSize = 12, kChevron = 14, kBar = 3, kWheelRows = 3;
 
 }  // namespace
 
@@ -161,6 +162,11 @@ void RowList::onClick(wxMouseEvent& event) {
 void RowList::paintFold(wxGraphicsContext& context, const ListRow& shown, int y) const {
     const double x = dip(metrics_.foldX + metrics_.indent * shown.depth);
     const double size = dip(kFoldSize), middle = y + rowHeight() / 2.0;
+    if (metrics_.chevrons) {
+        const int chevron = dip(kChevron);
+        return paintIcon(context, shown.fold == ListRow::Fold::open ? Icon::down : Icon::right, x,
+                         y + (rowHeight() - chevron) / 2, chevron, colourOf(look()->secondText));
+    }
     wxGraphicsPath path = context.CreatePath();
     if (shown.fold == ListRow::Fold::open) {
         path.MoveToPoint(x, middle - size / 4);
@@ -179,16 +185,9 @@ void RowList::paintFold(wxGraphicsContext& context, const ListRow& shown, int y)
 
 void RowList::paintCheck(wxGraphicsContext& context, bool checked, int y) const {
     const int size = dip(kCheck);
-    const wxRect place(dip(metrics_.checkX), y + (rowHeight() - size) / 2, size, size);
-    if (checked) {
-        rounded(context, place, dip(3), look()->accent);
-        paintIcon(context, Icon::check, place.x + dip(1), place.y + dip(1), size - dip(2),
-                  colourOf(look()->editor));
-        return;
-    }
-    context.SetPen(wxPen(colourOf(look()->fieldEdge)));
-    context.SetBrush(wxBrush(colourOf(look()->editor)));
-    context.DrawRoundedRectangle(place.x + 0.5, place.y + 0.5, size - 1, size - 1, dip(3));
+    paintCheckMark(context, look(),
+                   {dip(metrics_.checkX), y + (rowHeight() - size) / 2, size, size}, dip(3),
+                   checked);
 }
 
 int RowList::paintName(wxGraphicsContext& context, const ListRow& item, int y, int limit) {
@@ -227,13 +226,14 @@ void RowList::paintRow(wxGraphicsContext& context, int index, int y) {
     if (shown.check) paintCheck(context, *shown.check, y);
     if (shown.icon) {
         const int x = dip(metrics_.iconX + metrics_.indent * shown.depth);
-        paintIcon(context, *shown.icon, x, y + (rowHeight() - dip(kIcon)) / 2, dip(kIcon),
+        const int size = dip(metrics_.iconSize);
+        paintIcon(context, *shown.icon, x, y + (rowHeight() - size) / 2, size,
                   colourOf((*look()).*(isSelected && shown.iconColour == &ThemeTable::stopMark
                                            ? &ThemeTable::warning
                                            : shown.iconColour)),
                   shown.icon == Icon::breakpointCondition || shown.icon == Icon::breakpointPrints
                       ? *wxWHITE
-                      : colourOf(look()->panel));
+                      : colourOf((*look()).*metrics_.back));
     }
     const int rightWidth = textWidth(*this, shown.right, look().small);
     const int rightX = width - dip(metrics_.rightMargin) - rightWidth;
@@ -243,7 +243,8 @@ void RowList::paintRow(wxGraphicsContext& context, int index, int y) {
     const bool column = metrics_.valueShare > 0 && !shown.value.empty();
     int end = paintName(context, shown, y, column ? valueX() - dip(6) : limit);
     if (!shown.value.empty())
-        end = paintValue(context, shown, column ? valueX() : end + dip(kGap), y, limit);
+        end =
+            paintValue(context, shown, column ? valueX() : end + dip(metrics_.valueGap), y, limit);
     const wxString remark = shortened(*this, shown.remark, look().small, limit - end - dip(kGap));
     text(context, remark, look().small, second, end + dip(kGap), y, rowHeight());
     if (isSelected && focused()) focusMark(context, {0, y, width, rowHeight()});
@@ -251,7 +252,7 @@ void RowList::paintRow(wxGraphicsContext& context, int index, int y) {
 
 void RowList::paintScrollBar(wxGraphicsContext& context) const {
     const int rows = rowCount(), seen = rowsInView();
-    if (rows <= seen) return;
+    if (rows <= seen || (metrics_.quietBar && !hovered())) return;
     const wxSize size = GetClientSize();
     const int height = std::max(size.y * seen / rows, dip(24));
     const int y = (size.y - height) * first_ / std::max(rows - seen, 1);
@@ -261,7 +262,7 @@ void RowList::paintScrollBar(wxGraphicsContext& context) const {
 
 void RowList::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
-    fill(context, wxRect(size), look()->panel);
+    fill(context, wxRect(size), (*look()).*metrics_.back);
     const int rows = rowCount();
     int y = dip(metrics_.top);
     for (int i = first_; i < rows && y < size.y; ++i, y += rowHeight()) paintRow(context, i, y);

@@ -35,6 +35,11 @@ struct ListMetrics {
     double valueShare = 0;  ///< of the width; 0: behind the name
     int rightMargin = 12;
     int rowHeight = 24;
+    int iconSize = 16;
+    int valueGap = 10;      ///< between name and value where they follow each other
+    bool chevrons = false;  ///< thin signs of folding
+    bool quietBar = false;  ///< the scroll bar shows under the pointer alone
+    Rgb ThemeTable::*back = &ThemeTable::panel;
     int top = 0;      ///< above the first row
     int emptyX = 24;  ///< of what stands there without rows
 };

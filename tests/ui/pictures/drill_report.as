@@ -41,12 +41,12 @@ class Hole {
     }
 }
 
-void report(Hole[] &in holes) {
+void report(Hole[] &inout holes) {
     Print("Hole      Samples   Gold g/t   Carrier\n");
     for (uint i = 0; i < holes.length(); i++) {
         double grade = holes[i].grade();
         if (grade >= kCutOff) SetTextColor(2, 0);
-        Print(holes[i].name + column("" + holes[i].samples.length(), 10) +
+        Print(holes[i].name + column("" + holes[i].samples.length(), 12) +
               column(fixed(grade, 2), 11) + "   " + rockName(holes[i].carrier()) + "\n");
         ResetText();
     }

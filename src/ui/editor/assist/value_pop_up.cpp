@@ -10,13 +10,17 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kHeading = 36, kFooter = 32, kRow = 24, kRowsFirst = 3, kRowsSeen = 8, kPad = 4,
-              kLeft = 12, kNarrowest = 240, kWidest = 460, kTreeWidth = 344;
+              kLeft = 12, kBefore = 8, kNarrowest = 240, kWidest = 460, kTreeWidth = 344;
 
 ListMetrics metrics() {
     ListMetrics places;
-    places.foldX = 8;
+    places.foldX = 7;
     places.nameX = 25;
     places.iconX = 25;
+    places.valueGap = 14;
+    places.chevrons = true;
+    places.quietBar = true;
+    places.back = &ThemeTable::popUp;
     places.top = kPad;
     return places;
 }
@@ -102,6 +106,7 @@ ValuePopUp::ValuePopUp(wxWindow* parent, const Look& look, Inspection& inspectio
     });
     for (PaintedButton* link : {watch_, copy_}) {
         link->setBack(&ThemeTable::popUp);
+        link->setIconPlace(14, 6);
         link->setTabStop(false);
         link->SetCanFocus(false);
     }
@@ -157,7 +162,7 @@ void ValuePopUp::layOut(const wxRect& line) {
         link->SetSize(x, footer + FromDIP(2), link->wantedWidth(), FromDIP(kFooter - 4));
         x += link->wantedWidth() + FromDIP(20);
     }
-    showBeside(line, size);
+    showBeside({line.x - FromDIP(kBefore), line.y, line.width, line.height + 1}, size);
 }
 
 }  // namespace korvant::ui

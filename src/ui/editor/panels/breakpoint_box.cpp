@@ -1,20 +1,20 @@
 #include "ui/editor/panels/breakpoint_box.h"
 
-#include <wx/checkbox.h>
-#include <wx/radiobut.h>
 #include <wx/stc/stc.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
 
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 #include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
 
 constexpr int kWidth = 440, kHeight = 220, kHeading = 40, kFooter = 40, kRow = 32, kLeft = 16,
-              kFieldX = 150, kRight = 16, kFieldHeight = 28, kPassesWidth = 64;
+              kFieldX = 150, kRight = 16, kFieldHeight = 28, kPassesWidth = 64,
+              kFirst = kHeading + 6, kInField = 9;
 constexpr const char* kLabels[] = {"Stop every time", "Stop when", "Stop after", "Only print"};
 
 }  // namespace
@@ -31,13 +31,18 @@ BreakpointBox::BreakpointBox(wxStyledTextCtrl& control, const Look& look, Action
 void BreakpointBox::makeChoices() {
     for (int i = kEveryTime; i < kChoices; ++i) {
         const auto choice = static_cast<Choice>(i);
-        radios_[i] =
-            new wxRadioButton(this, wxID_ANY, words(kLabels[i]), {}, {}, i == 0 ? wxRB_GROUP : 0);
-        Bind(
-            wxEVT_RADIOBUTTON, [this, choice](wxCommandEvent&) { choose(choice, true); },
-            radios_[i]->GetId());
+        choices_[i] = new PaintedCheck(this, look(), PaintedCheck::Kind::choice, words(kLabels[i]),
+                                       [this, choice](bool) { choose(choice, true); });
+        choices_[i]->setBack(&ThemeTable::popUp);
         if (choice == kEveryTime) continue;
-        fields_[i] = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
+        fields_[i] = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER | wxBORDER_NONE);
+        native::bareField(*fields_[i]);
+        native::setAccessibleName(*fields_[i], words(kLabels[i]));
+        for (const auto& event : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS})
+            fields_[i]->Bind(event, [this](wxFocusEvent& change) {
+                Refresh();
+                change.Skip();
+            });
         Bind(
             wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { take(); }, fields_[i]->GetId());
     }
@@ -46,7 +51,8 @@ void BreakpointBox::makeChoices() {
 
 void BreakpointBox::makeEnd() {
     using Kind = PaintedButton::Kind;
-    on_ = new wxCheckBox(this, wxID_ANY, words("Switched on"));
+    on_ = new PaintedCheck(this, look(), PaintedCheck::Kind::box, words("Switched on"));
+    on_->setBack(&ThemeTable::popUp);
     const auto button = [this](Kind kind, const wxString& label, std::function<void()> act) {
         PaintedButton::Face face;
         face.label = label;
@@ -68,7 +74,7 @@ void BreakpointBox::makeEnd() {
 void BreakpointBox::onKey(wxKeyEvent& event) {
     const int code = event.GetKeyCode();
     if (code == WXK_ESCAPE) return close();
-    const bool onChoice = dynamic_cast<wxRadioButton*>(FindFocus()) || FindFocus() == on_;
+    const bool onChoice = dynamic_cast<PaintedCheck*>(FindFocus()) != nullptr;
     if ((code == WXK_RETURN || code == WXK_NUMPAD_ENTER) && onChoice) return take();
     const bool moves = (code == WXK_UP || code == WXK_DOWN) && !event.HasAnyModifiers();
     if (!moves) return event.Skip();
@@ -81,16 +87,9 @@ void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
     fields_[kWhen]->ChangeValue(fromUtf8(wishes.condition));
     fields_[kAfter]->ChangeValue(wxString::Format("%d", wishes.passes > 0 ? wishes.passes : 10));
     fields_[kPrints]->ChangeValue(fromUtf8(wishes.prints));
-    on_->SetValue(wishes.enabled);
+    on_->setValue(wishes.enabled);
     for (wxTextCtrl* field : fields_)
-        if (field) {
-            field->SetFont(look().code);
-            field->SetBackgroundColour(colourOf(look()->editor));
-            field->SetForegroundColour(colourOf(look()->text));
-        }
-    for (wxWindow* word :
-         std::initializer_list<wxWindow*>{radios_[0], radios_[1], radios_[2], radios_[3], on_})
-        word->SetForegroundColour(colourOf(look()->text));
+        if (field) field->SetFont(look().code);
     setAccessibleName(wxString::Format(words("Breakpoint at line %d"), line));
     place();
     Show();
@@ -114,20 +113,30 @@ void BreakpointBox::close() {
 
 void BreakpointBox::choose(Choice choice, bool focus) {
     choice_ = choice;
-    radios_[choice]->SetValue(true);
+    for (int i = kEveryTime; i < kChoices; ++i) choices_[i]->setValue(i == choice);
     for (int i = kWhen; i < kChoices; ++i) fields_[i]->Enable(i == choice);
+    colourFields();
+    Refresh();
     if (!focus) return;
     if (fields_[choice]) {
         fields_[choice]->SetFocus();
-        fields_[choice]->SelectAll();
+        fields_[choice]->SetInsertionPointEnd();
     } else {
-        radios_[choice]->SetFocus();
+        choices_[choice]->SetFocus();
+    }
+}
+
+void BreakpointBox::colourFields() {
+    for (int i = kWhen; i < kChoices; ++i) {
+        const bool used = i == choice_;
+        fields_[i]->SetBackgroundColour(colourOf(used ? look()->editor : look()->chrome));
+        fields_[i]->SetForegroundColour(colourOf(used ? look()->text : look()->secondText));
     }
 }
 
 BreakpointWishes BreakpointBox::wishes() const {
     BreakpointWishes wishes;
-    wishes.enabled = on_->GetValue();
+    wishes.enabled = on_->value();
     long passes = 0;
     if (choice_ == kWhen) wishes.condition = toUtf8(fields_[kWhen]->GetValue());
     if (choice_ == kAfter && fields_[kAfter]->GetValue().ToLong(&passes))
@@ -150,18 +159,32 @@ void BreakpointBox::place() {
     const int top = below + own.y <= size.y ? below : std::max(y - own.y - dip(4), 0);
     SetSize(dip(40), top, own.x, own.y);
     for (int i = kEveryTime; i < kChoices; ++i) {
-        const int at = dip(kHeading + 4) + i * dip(kRow);
-        radios_[i]->SetSize(dip(kLeft), at, dip(kFieldX - kLeft - 6), dip(kFieldHeight));
-        const int width = i == kAfter ? kPassesWidth : kWidth - kFieldX - kRight;
-        if (fields_[i]) fields_[i]->SetSize(dip(kFieldX), at, dip(width), dip(kFieldHeight));
+        const int at = dip(kFirst) + i * dip(kRow);
+        const int most = dip(kFieldX - kLeft - 6), wanted = choices_[i]->wantedWidth();
+        choices_[i]->SetSize(dip(kLeft), at, i == kEveryTime ? wanted : std::min(wanted, most),
+                             dip(kFieldHeight));
+        if (fields_[i]) placeField(static_cast<Choice>(i), at);
     }
-    radios_[0]->SetSize(dip(kLeft), dip(kHeading + 4), dip(200), dip(kFieldHeight));
     const int foot = own.y - dip(kFooter) + dip(6);
-    on_->SetSize(dip(kLeft), foot, dip(200), dip(kFieldHeight));
+    on_->SetSize(dip(kLeft), foot, on_->wantedWidth(), dip(kFieldHeight));
     const int done = done_->wantedWidth(), gone = delete_->wantedWidth();
     done_->SetSize(own.x - dip(kRight) - done, foot, done, dip(kFieldHeight));
     delete_->SetSize(own.x - dip(kRight + 20) - done - gone, foot, gone, dip(kFieldHeight));
     close_->SetSize(own.x - dip(36), dip(6), dip(28), dip(28));
+}
+
+wxRect BreakpointBox::fieldPlace(Choice choice) const {
+    const int width = choice == kAfter ? kPassesWidth : kWidth - kFieldX - kRight;
+    return {dip(kFieldX), dip(kFirst) + choice * dip(kRow), dip(width), dip(kFieldHeight)};
+}
+
+/// Centred in its box, which is painted.
+void BreakpointBox::placeField(Choice choice, int y) {
+    wxTextCtrl& field = *fields_[choice];
+    const wxRect box = fieldPlace(choice);
+    const int tall = std::min(field.GetBestSize().y, box.height - 4);
+    field.SetSize(box.x + dip(kInField), y + (box.height - tall) / 2, box.width - 2 * dip(kInField),
+                  tall);
 }
 
 void BreakpointBox::paint(wxGraphicsContext& context) {
@@ -179,8 +202,9 @@ void BreakpointBox::paint(wxGraphicsContext& context) {
     text(context, wxString::Format(words("Breakpoint at line %d"), line_), look().strong,
          look()->text, dip(38), 0, dip(kHeading));
     text(context, words("passes"), look().plain, look()->secondText,
-         dip(kFieldX + kPassesWidth + 12), dip(kHeading + 4) + kAfter * dip(kRow),
-         dip(kFieldHeight));
+         dip(kFieldX + kPassesWidth + 12), dip(kFirst) + kAfter * dip(kRow), dip(kFieldHeight));
+    for (int i = kWhen; i < kChoices; ++i)
+        fieldBox(context, fieldPlace(static_cast<Choice>(i)), fields_[i]->HasFocus(), i == choice_);
 }
 
 }  // namespace korvant::ui

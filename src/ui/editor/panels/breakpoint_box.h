@@ -5,9 +5,8 @@
 
 #include "editor/stops/breakpoint_plan.h"
 #include "ui/kit/painted_button.h"
+#include "ui/kit/painted_check.h"
 
-class wxCheckBox;
-class wxRadioButton;
 class wxStyledTextCtrl;
 class wxTextCtrl;
 
@@ -33,6 +32,9 @@ class BreakpointBox : public PaintedWindow {
     void makeChoices();
     void makeEnd();
     void place();
+    void placeField(Choice choice, int y);
+    wxRect fieldPlace(Choice choice) const;
+    void colourFields();
     void choose(Choice choice, bool focus);
     void onKey(wxKeyEvent& event);
     void take();
@@ -42,9 +44,9 @@ class BreakpointBox : public PaintedWindow {
 
     wxStyledTextCtrl& control_;
     Actions actions_;
-    wxRadioButton* radios_[kChoices] = {};
+    PaintedCheck* choices_[kChoices] = {};
     wxTextCtrl* fields_[kChoices] = {};
-    wxCheckBox* on_ = nullptr;
+    PaintedCheck* on_ = nullptr;
     PaintedButton *close_ = nullptr, *delete_ = nullptr, *done_ = nullptr;
     Choice choice_ = kEveryTime;
     int line_ = 0;

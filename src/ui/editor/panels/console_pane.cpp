@@ -11,7 +11,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kTextMargin = 12;
+constexpr int kTextMargin = 12, kRowBeyond = 1;
 constexpr char kNothingYet[] = "Nothing printed yet.";
 
 /// The colours of scripts, readable on the pane: by attribute bits without the intense one.
@@ -77,7 +77,7 @@ void ConsolePane::lend(bool lent) {
 }
 
 void ConsolePane::applyLook() {
-    canvas_->setTextFont(look().code);
+    canvas_->setTextFont(look().code, dip(kRowBeyond));
     canvas_->setColours(coloursOf(*look(), dip(kTextMargin)));
     Refresh();
 }

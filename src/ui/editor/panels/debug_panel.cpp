@@ -1,5 +1,7 @@
 #include "ui/editor/panels/debug_panel.h"
 
+#include <wx/textctrl.h>
+
 #include <algorithm>
 
 #include "ui/editor/panels/row_field.h"
@@ -58,6 +60,7 @@ void DebugPanel::makeSections() {
                              {words("Stack"), {}},
                              {words("Watches"), {}},
                              {words("Breakpoints"), {}}});
+    tabs_->setTitlePlace(14, 20);
     tabs_->setTopLine(false);
     tabs_->onChosen = [this](int tab) {
         tabs_->choose(tab);
@@ -78,6 +81,12 @@ void DebugPanel::makeSections() {
     }
     sections_[kStack].heading->addButton(Icon::close, words("Close"),
                                          [this] { actions_.closed(); });
+    sections_[kVariables].heading->addButton(Icon::find, words("Find a variable"),
+                                             [this] { openFilter(); });
+    sections_[kVariables].heading->addButton(Icon::more, words("More"), [this] {
+        const wxRect heading = sections_[kVariables].heading->GetRect();
+        openVariableMenu({heading.GetRight() - dip(kHeading), heading.GetBottom()});
+    });
     sections_[kWatches].heading->addButton(Icon::plus, words("Add an expression"), [this] {
         editWatch(static_cast<int>(inspection_.watches().size()));
     });
@@ -88,6 +97,7 @@ void DebugPanel::makeSections() {
     sections_[kBreakpoints].heading->addButton(Icon::trash, words("Delete all breakpoints"),
                                                [this] { actions_.removeBreakpoints(); });
     sections_[kBreakpoints].list->setEmptyText(words("Click beside a line number to stop there."));
+    makeFilter();
 }
 
 void DebugPanel::connectStack() {
@@ -106,22 +116,23 @@ void DebugPanel::chooseFrame(int index) {
 void DebugPanel::refreshFrame() {
     std::vector<FrameChooser::Frame> frames;
     for (std::size_t i = 0; i < stack_.size(); ++i) {
+        const ScriptPlace& place = stack_[i].place;
         const ListRow row = stackRow(static_cast<int>(i));
-        frames.push_back({row.name, row.right});
+        frames.push_back({row.name, place.source.empty() ? lineWords(place) : row.right});
     }
     frame_->setFrames(std::move(frames), inspection_.frame(), inspection_.isException());
 }
 
 void DebugPanel::connectVariables() {
     RowList& list = *sections_[kVariables].list;
-    list.count = [this] { return static_cast<int>(values_.rows().size()); };
+    list.count = [this] { return static_cast<int>(valueRows_.size()); };
     list.row = [this](int index) { return variableRow(index); };
-    list.onFold = [this, &list](int index) {
-        values_.toggle(static_cast<std::size_t>(index));
-        list.rowsChanged();
+    list.onFold = [this](int index) {
+        values_.toggle(placeOf(index));
+        readVariables();
     };
     list.onActivated = [this, &list](int index) {
-        const ValueRow& row = values_.rows()[static_cast<std::size_t>(index)];
+        const ValueRow& row = valueAt(index);
         if (row.more > 0 || (row.hasChildren() && !row.value.settable))
             list.onFold(index);
         else
@@ -129,7 +140,10 @@ void DebugPanel::connectVariables() {
     };
     list.onEdit = [this](int index) { editVariable(index); };
     list.onCopy = [this](int index) {
-        copyToClipboard(fromUtf8(values_.copyText(static_cast<std::size_t>(index))));
+        copyToClipboard(fromUtf8(values_.copyText(placeOf(index))));
+    };
+    list.onMenu = [this, &list](int, wxPoint place) {
+        openVariableMenu(ScreenToClient(list.ClientToScreen(place)));
     };
 }
 
@@ -167,13 +181,13 @@ void DebugPanel::connectBreakpoints() {
 }
 
 void DebugPanel::editVariable(int index) {
-    const ValueRow& row = values_.rows()[static_cast<std::size_t>(index)];
+    const ValueRow& row = valueAt(index);
     if (!row.value.settable || row.more > 0) return;
     RowList& list = *sections_[kVariables].list;
     editInPlace(list, look(), list.valueRect(index), fromUtf8(row.value.value),
-                [this, index](const wxString& text) {
-                    const std::string problem =
-                        values_.set(static_cast<std::size_t>(index), toUtf8(text));
+                [this, place = placeOf(index)](const wxString& text) {
+                    const std::string problem = values_.set(place, toUtf8(text));
+                    readVariables();
                     if (problem.empty()) inspection_.valuesChanged();
                     return fromUtf8(problem);
                 });
@@ -212,6 +226,7 @@ void DebugPanel::refresh(const std::vector<BreakpointRow>& breakpoints) {
         values_.read(inspection_.frame());
     else
         values_.clear();
+    readVariables();
     sections_[kStack].list->select(stack_.empty() ? -1 : static_cast<int>(inspection_.frame()));
     const wxString function =
         stack_.empty() ? wxString() : fromUtf8(stack_[inspection_.frame()].name);
@@ -273,8 +288,9 @@ void DebugPanel::placeSections(int left, int width, int height) {
         part.heading->Show();
         part.heading->SetSize(left, y, width, heading);
         y += heading;
+        const int field = section == kVariables ? placeFilter(left, y, width, rows > 0) : 0;
         part.list->Show(rows > 0);
-        part.list->SetSize(left, y, width, rows);
+        part.list->SetSize(left, y + field, width, std::max(rows - field, 0));
         y += rows;
     }
 }
@@ -296,7 +312,9 @@ void DebugPanel::place() {
         part.heading->Hide();
         const bool shown = section == kSectionOf[tabs_->chosen()];
         part.list->Show(shown);
-        if (shown) part.list->SetSize(left, top, width, std::max(size.y - top, 0));
+        const bool variables = section == kVariables;
+        const int field = variables ? placeFilter(left, top, width, shown) : 0;
+        if (shown) part.list->SetSize(left, top + field, width, std::max(size.y - top - field, 0));
     }
 }
 
@@ -312,6 +330,7 @@ void DebugPanel::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
     fill(context, wxRect(size), look()->panel);
     fill(context, {0, 0, 1, size.y}, look()->border);
+    if (filter_->IsShown()) fieldBox(context, filterBox_, filter_->HasFocus());
 }
 
 }  // namespace korvant::ui

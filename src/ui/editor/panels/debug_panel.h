@@ -10,6 +10,8 @@
 #include "ui/kit/pane_heading.h"
 #include "ui/kit/row_list.h"
 
+class wxTextCtrl;
+
 namespace korvant::ui {
 
 /// A breakpoint as its row and its mark in the margin show it.
@@ -33,7 +35,7 @@ struct DebugPanelActions {
     std::function<void()> switchBreakpoints;
     std::function<void()> closed;
     std::function<void(unsigned frame)> frameChosen;
-    /// The file of a place, where several are open; else empty.
+    /// The file of a place; empty where it is in none.
     std::function<std::string(const ScriptPlace& place)> fileOf;
 };
 
@@ -54,6 +56,9 @@ class DebugPanel : public PaintedWindow {
     enum Section { kStack, kVariables, kWatches, kBreakpoints };
     FrameChooser* frameChooser() const { return frame_; }
     void addWatch(const std::string& expression);
+    /// Shows only variables with the text of the field in their name or value; Escape ends it.
+    void openFilter();
+    wxTextCtrl* filter() const { return filter_; }
     void showSection(int section);
 
   private:
@@ -66,6 +71,16 @@ class DebugPanel : public PaintedWindow {
     void connectStack();
     void connectVariables();
     void connectWatches();
+    void makeFilter();
+    void closeFilter();
+    /// The height that it takes.
+    int placeFilter(int left, int y, int width, bool visible);
+    void readVariables();
+    bool passesFilter(const ValueRow& row) const;
+    const ValueRow& valueAt(int index) const;
+    std::size_t placeOf(int index) const { return valueRows_[static_cast<std::size_t>(index)]; }
+    void openVariableMenu(const wxPoint& place);
+    void chooseForVariable(int item);
     void connectBreakpoints();
     void place();
     void placeSections(int left, int width, int height);
@@ -74,6 +89,7 @@ class DebugPanel : public PaintedWindow {
     ListRow variableRow(int index) const;
     ListRow watchRow(int index) const;
     ListRow breakpointRow(int index) const;
+    static wxString lineWords(const ScriptPlace& place);
     void refreshFrame();
     void chooseFrame(int index);
     void editVariable(int index);
@@ -83,6 +99,10 @@ class DebugPanel : public PaintedWindow {
     Inspection& inspection_;
     DebugPanelActions actions_;
     ValueRows values_;
+    std::vector<std::size_t> valueRows_;  ///< those of values_ that are shown
+    wxTextCtrl* filter_ = nullptr;
+    wxRect filterBox_;
+    bool filtering_ = false;
     std::vector<DebugFrame> stack_;
     std::vector<BreakpointRow> breakpoints_;
     std::vector<Part> sections_;

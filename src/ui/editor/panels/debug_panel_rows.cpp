@@ -33,13 +33,16 @@ Icon iconOf(BreakpointRow::Kind kind) {
     return kIcons[static_cast<int>(kind)];
 }
 
+wxString DebugPanel::lineWords(const ScriptPlace& place) {
+    return place.line > 0 ? wxString::Format(words("line %d"), place.line) : wxString();
+}
+
 ListRow DebugPanel::stackRow(int index) const {
     const DebugFrame& frame = stack_[static_cast<std::size_t>(index)];
     ListRow row;
     row.name = fromUtf8(frame.name);
     row.nameStrong = index == 0;
-    row.right =
-        frame.place.line > 0 ? wxString::Format(words("line %d"), frame.place.line) : wxString();
+    row.right = lineWords(frame.place);
     const std::string file = actions_.fileOf(frame.place);
     if (!file.empty()) row.right = fromUtf8(file) + ", " + row.right;
     if (frame.native) row.nameColour = &ThemeTable::secondText;
@@ -54,7 +57,7 @@ ListRow DebugPanel::stackRow(int index) const {
 }
 
 ListRow DebugPanel::variableRow(int index) const {
-    const ValueRow& value = values_.rows()[static_cast<std::size_t>(index)];
+    const ValueRow& value = valueAt(index);
     ListRow row;
     row.depth = value.depth;
     if (value.more > 0) {
@@ -75,7 +78,9 @@ ListRow DebugPanel::variableRow(int index) const {
     if (value.value.changed) row.iconColour = &ThemeTable::accent;
     row.changed = value.value.changed;
     row.value = fromUtf8(value.summary.empty() ? value.value.value : value.summary);
-    row.right = fromUtf8(value.value.type);
+    // An array says what its elements are.
+    const bool element = !row.name.empty() && row.name[0] == '[' && value.hasChildren();
+    if (!element) row.right = fromUtf8(value.value.type);
     return row;
 }
 

@@ -1,6 +1,5 @@
 #include "ui/editor/panels/find_bar.h"
 
-#include <wx/checkbox.h>
 #include <wx/stc/stc.h>
 #include <wx/textctrl.h>
 
@@ -12,8 +11,9 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kFieldX = 37, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
-              kOptionWidth = 28, kOptionGap = 2, kInField = 8, kCountX = 412, kButtonHeight = 28;
+constexpr int kFieldX = 36, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
+              kOptionWidth = 28, kOptionGap = 2, kOptionEnd = 4, kInField = 9, kCountX = 412,
+              kButtonHeight = 28;
 constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
 constexpr std::size_t kMostMatches = 100000;
 
@@ -38,11 +38,13 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
         for (const auto& event : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS})
             (*field)->Bind(event, [this](wxFocusEvent& change) {
                 Refresh();
+                showSelection();
                 change.Skip();
             });
     }
     replacement_->SetHint(words("Replace with"));
-    inSelection_ = new wxCheckBox(this, wxID_ANY, words("Only in the selection"));
+    inSelection_ =
+        new PaintedCheck(this, look, PaintedCheck::Kind::box, words("Only in the selection"));
     native::setAccessibleName(*field_, words("Find"));
     native::setAccessibleName(*replacement_, words("Replace with"));
     makeButtons();
@@ -115,11 +117,10 @@ void FindBar::onFieldKey(wxKeyEvent& event) {
 
 void FindBar::applyLook() {
     for (wxWindow* field : std::initializer_list<wxWindow*>{field_, replacement_}) {
-        field->SetFont(look().plain);
+        field->SetFont(look().code);
         field->SetBackgroundColour(colourOf(look()->editor));
         field->SetForegroundColour(colourOf(look()->text));
     }
-    inSelection_->SetForegroundColour(colourOf(look()->text));
     const auto indicator = [this](int number, const Tint& tint) {
         text_.IndicatorSetStyle(number, wxSTC_INDIC_ROUNDBOX);
         text_.IndicatorSetForeground(number, colourOf(tint.colour));
@@ -151,6 +152,7 @@ void FindBar::leave() {
         text_.IndicatorClearRange(0, text_.GetLength());
     }
     matches_.clear();
+    text_.HideSelection(false);
 }
 
 std::vector<FindBar::Match> FindBar::matchesIn(int begin, int end) const {
@@ -190,11 +192,18 @@ int FindBar::currentMatch() const {
     return -1;
 }
 
+/// The colour of the match that has been found is not mixed with another one while one searches.
+void FindBar::showSelection() {
+    const bool searching = IsShown() && (field_->HasFocus() || replacement_->HasFocus());
+    text_.HideSelection(searching && currentMatch() >= 0);
+}
+
 void FindBar::mark() {
     for (const int indicator : {kAllIndicator, kCurrentIndicator}) {
         text_.SetIndicatorCurrent(indicator);
         text_.IndicatorClearRange(0, text_.GetLength());
     }
+    showSelection();
     const int current = currentMatch();
     for (std::size_t i = 0; i < matches_.size(); ++i) {
         const bool isCurrent = static_cast<int>(i) == current;
@@ -271,7 +280,7 @@ void FindBar::replaceOne() {
 }
 
 void FindBar::replaceAll() {
-    const bool part = inSelection_->GetValue();
+    const bool part = inSelection_->value();
     int begin = part ? text_.GetSelectionStart() : 0;
     int end = part ? text_.GetSelectionEnd() : text_.GetLength();
     text_.BeginUndoAction();
@@ -298,8 +307,8 @@ void FindBar::placeField(wxTextCtrl& field, int y, int width) {
 
 void FindBar::place() {
     const int height = dip(kFieldHeight), first = dip(kFirstRow), second = dip(kSecondRow);
-    more_->SetSize(dip(4), first, dip(28), height);
-    int x = dip(kFieldX + kFieldWidth - kOptionGap);
+    more_->SetSize(dip(4), first - dip(2), dip(28), height);
+    int x = dip(kFieldX + kFieldWidth - kOptionEnd);
     for (auto option = options_.rbegin(); option != options_.rend(); ++option) {
         x -= dip(kOptionWidth);
         (*option)->SetSize(x, first + dip(kOptionGap), dip(kOptionWidth),
@@ -307,13 +316,13 @@ void FindBar::place() {
         x -= dip(kOptionGap);
     }
     placeField(*field_, first, x - dip(kFieldX + kInField));
-    x = dip(kCountX) + std::max(textWidth(*this, said_, look().strong) + dip(12), dip(56));
+    x = dip(kCountX) + std::max(textWidth(*this, said_, look().strong) + dip(12), dip(55));
     for (PaintedButton* button : {previous_, next_}) {
         button->SetSize(x, first, dip(28), height);
         x += dip(32);
     }
-    markAll_->SetSize(x + dip(12), first, markAll_->wantedWidth(), dip(kButtonHeight));
-    close_->SetSize(GetClientSize().x - dip(36), first, dip(28), height);
+    markAll_->SetSize(x + dip(8), first, markAll_->wantedWidth(), dip(kButtonHeight));
+    close_->SetSize(GetClientSize().x - dip(34), first, dip(28), height);
     for (wxWindow* part :
          std::initializer_list<wxWindow*>{replacement_, replace_, replaceAll_, inSelection_})
         part->Show(replaceRow_);
@@ -324,17 +333,11 @@ void FindBar::place() {
         button->SetSize(x, second, button->wantedWidth(), dip(kButtonHeight));
         x += button->wantedWidth() + dip(8);
     }
-    inSelection_->SetSize(x + dip(6), second, inSelection_->GetBestSize().x, height);
+    inSelection_->SetSize(x + dip(6), second, inSelection_->wantedWidth(), height);
 }
 
 void FindBar::paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const {
-    const bool focused = field.HasFocus();
-    const double edge = focused ? dip(2) : 1, half = edge / 2;
-    context.SetPen(
-        wxPen(colourOf(focused ? look()->accent : look()->fieldEdge), static_cast<int>(edge)));
-    context.SetBrush(wxBrush(colourOf(look()->editor)));
-    context.DrawRoundedRectangle(dip(kFieldX) + half, y + half, dip(kFieldWidth) - edge,
-                                 dip(kFieldHeight) - edge, dip(5));
+    fieldBox(context, {dip(kFieldX), y, dip(kFieldWidth), dip(kFieldHeight)}, field.HasFocus());
 }
 
 void FindBar::paint(wxGraphicsContext& context) {

@@ -6,8 +6,8 @@
 
 #include "ui/editor/editor_settings.h"
 #include "ui/kit/painted_button.h"
+#include "ui/kit/painted_check.h"
 
-class wxCheckBox;
 class wxStyledTextCtrl;
 class wxTextCtrl;
 
@@ -42,6 +42,7 @@ class FindBar : public PaintedWindow {
     void place();
     void placeField(wxTextCtrl& field, int y, int width);
     void paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const;
+    void showSelection();
     void connectField(wxTextCtrl& field);
     void onFieldKey(wxKeyEvent& event);
     void search();
@@ -60,7 +61,7 @@ class FindBar : public PaintedWindow {
     std::function<void()> layOut_, closed_;
     wxTextCtrl* field_ = nullptr;
     wxTextCtrl* replacement_ = nullptr;
-    wxCheckBox* inSelection_ = nullptr;
+    PaintedCheck* inSelection_ = nullptr;
     PaintedButton *more_ = nullptr, *previous_ = nullptr, *next_ = nullptr, *markAll_ = nullptr,
                   *close_ = nullptr, *replace_ = nullptr, *replaceAll_ = nullptr;
     std::vector<PaintedButton*> options_;

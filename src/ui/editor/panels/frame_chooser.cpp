@@ -9,7 +9,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kSide = 8, kInset = 10, kIcon = 16, kTextX = 30, kGap = 8;
+constexpr int kSide = 8, kInset = 10, kIcon = 14, kTextX = 30, kGap = 6, kTop = 6, kHeight = 28;
 constexpr double kRadius = 5;
 constexpr int kFirstItem = 1;
 
@@ -63,9 +63,9 @@ void FrameChooser::onKey(wxKeyEvent& event) {
 
 void FrameChooser::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
-    fill(context, wxRect(size), look()->panel);
-    const wxRect field(dip(kSide), dip(4), size.x - dip(2 * kSide), size.y - dip(8));
-    context.SetPen(wxPen(colourOf(look()->fieldEdge)));
+    fill(context, wxRect(size), look()->chrome);
+    const wxRect field(dip(kSide), dip(kTop), size.x - dip(2 * kSide), dip(kHeight));
+    context.SetPen(wxPen(colourOf(look()->border)));
     context.SetBrush(wxBrush(colourOf(hovered() ? look()->hover : look()->editor)));
     context.DrawRoundedRectangle(field.x + 0.5, field.y + 0.5, field.width - 1, field.height - 1,
                                  dip(kRadius));
@@ -77,8 +77,8 @@ void FrameChooser::paint(wxGraphicsContext& context) {
     const Rgb colour = chosen_ > 0    ? look()->secondText
                        : isException_ ? look()->error
                                       : look()->stopMark;
-    paintIcon(context, icon, field.x + dip(kInset - 2), iconY, dip(kIcon), colourOf(colour));
-    const int arrowX = field.GetRight() - dip(kInset + kIcon - 4);
+    paintIcon(context, icon, field.x + dip(kInset - 1), iconY, dip(kIcon), colourOf(colour));
+    const int arrowX = field.GetRight() - dip(kInset + kIcon - 3);
     paintIcon(context, Icon::down, arrowX, iconY, dip(kIcon), colourOf(look()->secondText));
     const int placeWidth = textWidth(*this, frames_[chosen_].place, look().small);
     const int placeX = arrowX - dip(kGap) - placeWidth;

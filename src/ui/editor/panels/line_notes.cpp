@@ -14,6 +14,16 @@ namespace {
 
 constexpr int kGap = 28, kIcon = 14, kTextX = 20, kLeastRoom = 120;
 
+/// "No matching signatures to 'f(int, int)'": there is little room, and the tip and the list have
+/// the rest.
+wxString withoutTypes(const wxString& text) {
+    const std::size_t begin = text.find('('), end = text.find(")'");
+    if (begin == wxString::npos || end == wxString::npos || end < begin) return text;
+    const bool quoted = text.Left(begin).Freq('\'') % 2 == 1;
+    const bool oneName = text.Mid(begin, end - begin).Freq('\'') == 0;
+    return quoted && oneName ? text.Left(begin) + text.Mid(end + 1) : text;
+}
+
 }  // namespace
 
 /// A window of its own, because the control has no text behind the end of a line. The text keeps
@@ -27,11 +37,11 @@ class LineNote : public PaintedWindow {
     bool AcceptsFocus() const override { return false; }
 
     void show(const Diagnostic& problem, const wxRect& place) {
-        const wxString text = fromUtf8(problem.text);
-        if (text != text_) SetToolTip(text);
+        const wxString whole = fromUtf8(problem.text), text = withoutTypes(whole);
+        if (text != text_) SetToolTip(whole);
         text_ = text;
         isError_ = problem.kind == Diagnostic::Kind::error;
-        setAccessibleName(text);
+        setAccessibleName(whole);
         const int width =
             std::min(place.width, dip(kTextX + 4) + textWidth(*this, text_, look().plain));
         SetSize(place.x, place.y, width, place.height);

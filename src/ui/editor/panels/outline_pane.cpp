@@ -12,7 +12,8 @@ constexpr int kHeading = 36;
 
 ListMetrics metrics() {
     ListMetrics places;
-    places.iconX = 11;
+    places.iconX = 12;
+    places.iconSize = 14;
     places.nameX = 34;
     places.indent = 16;
     places.top = 4;

@@ -14,8 +14,14 @@ class ProblemList : public RowList {
 
   private:
     ListRow rowOf(int index) const;
+    const Diagnostic& at(int index) const;
+    bool isCandidate(std::size_t place) const;
+    void readRows();
 
     std::function<const Problems&()> problems_;
+    std::vector<std::size_t> rows_;  ///< places in what problems_ gives
+    const Problems* readFrom_ = nullptr;
+    std::uint64_t read_ = 0;
 };
 
 }  // namespace korvant::ui

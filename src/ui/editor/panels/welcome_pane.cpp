@@ -1,15 +1,14 @@
 #include "ui/editor/panels/welcome_pane.h"
 
-#include <wx/checkbox.h>
-
 #include <algorithm>
 #include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
 
-constexpr int kLeft = 24, kRight = 24, kTitle = 24, kIntro = 62, kIntroRow = 20, kSteps = 116,
-              kStep = 56, kStepGap = 8, kStart = 392, kLinks = 408, kLink = 28, kFoot = 46;
+constexpr int kLeft = 25, kRight = 24, kTitle = 24, kIntro = 62, kIntroRow = 20, kSteps = 116,
+              kStep = 56, kStepGap = 8, kStart = 392, kLinks = 406, kLink = 28, kFoot = 46,
+              kCheckGap = 10, kLinkGap = 10;
 
 constexpr const char* kIntroRows[] = {"A script is written on the left, run, and",
                                       "looked into while it stands still."};
@@ -41,21 +40,15 @@ WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, b
     close_ = new PaintedButton(this, look, PaintedButton::Kind::plain,
                                {Icon::close, {}, {}, words("Close"), &ThemeTable::secondText},
                                actions.closed);
-    atStart_ = new wxCheckBox(this, wxID_ANY, words("Show this when the editor starts"));
-    atStart_->SetValue(showAtStart);
-    Bind(wxEVT_CHECKBOX,
-         [tell = actions.showAtStart](wxCommandEvent& event) { tell(event.IsChecked()); });
+    atStart_ = new PaintedCheck(this, look, PaintedCheck::Kind::box,
+                                words("Show this when the editor starts"), actions.showAtStart);
+    atStart_->setWord(&ThemeTable::secondText, kCheckGap);
+    atStart_->setValue(showAtStart);
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         place();
         event.Skip();
     });
     setAccessibleName(words("Welcome"));
-    applyLook();
-}
-
-void WelcomePane::applyLook() {
-    atStart_->SetForegroundColour(colourOf(look()->secondText));
-    atStart_->SetBackgroundColour(colourOf(look()->chrome));
 }
 
 void WelcomePane::addLink(Icon icon, const wxString& label, const wxString& key,
@@ -63,6 +56,7 @@ void WelcomePane::addLink(Icon icon, const wxString& label, const wxString& key,
     links_.push_back(new PaintedButton(this, look(), PaintedButton::Kind::link,
                                        {icon, label, key, {}, &ThemeTable::accent},
                                        std::move(act)));
+    links_.back()->setIconPlace(16, kLinkGap);
     links_.back()->SetCursor(wxCursor(wxCURSOR_HAND));
 }
 
@@ -74,7 +68,7 @@ void WelcomePane::place() {
         y += dip(kLink);
     }
     close_->SetSize(size.x - dip(36), dip(8), dip(28), dip(28));
-    atStart_->SetSize(dip(kLeft), std::max(size.y - dip(kFoot), y), size.x - dip(kLeft + kRight),
+    atStart_->SetSize(dip(kLeft), std::max(size.y - dip(kFoot), y), atStart_->wantedWidth(),
                       dip(26));
 }
 
@@ -85,21 +79,21 @@ void WelcomePane::paintStep(wxGraphicsContext& context, int step, int y) {
     context.SetPen(wxPen(colourOf(look()->border)));
     context.SetBrush(wxBrush(colourOf(look()->panel)));
     context.DrawRoundedRectangle(x + 0.5, y + 0.5, width - 1, dip(kStep) - 1, dip(5));
-    rounded(context, {x + dip(12), y + dip(15), dip(26), dip(26)}, dip(13), look()->selected);
+    rounded(context, {x + dip(13), y + dip(15), dip(26), dip(26)}, dip(13), look()->selected);
     const wxString number = wxString::Format("%d", step + 1);
     text(context, number, look().strong, look()->accent,
-         x + dip(25) - textWidth(*this, number, look().strong) / 2, y + dip(15), dip(26));
-    text(context, words(shown.title), look().strong, look()->text, x + dip(52), y + dip(8),
+         x + dip(26) - textWidth(*this, number, look().strong) / 2, y + dip(15), dip(26));
+    text(context, words(shown.title), look().strong, look()->text, x + dip(52), y + dip(9),
          dip(20));
     text(context, words(shown.what), look().small, look()->secondText, x + dip(52), y + dip(28),
          dip(20));
-    const int key = textWidth(*this, shown.key, look().small) + dip(10);
+    const int key = textWidth(*this, shown.key, look().small) + dip(12);
     const wxRect place(x + width - dip(12) - key, y + dip(9), key, dip(20));
     context.SetPen(wxPen(colourOf(look()->border)));
     context.SetBrush(wxBrush(colourOf(look()->chrome)));
     context.DrawRoundedRectangle(place.x + 0.5, place.y + 0.5, place.width - 1, place.height - 1,
                                  dip(3));
-    text(context, shown.key, look().small, look()->text, place.x + dip(5), place.y, place.height);
+    text(context, shown.key, look().small, look()->text, place.x + dip(6), place.y, place.height);
 }
 
 void WelcomePane::paint(wxGraphicsContext& context) {

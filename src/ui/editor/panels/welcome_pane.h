@@ -5,8 +5,7 @@
 #include <vector>
 
 #include "ui/kit/painted_button.h"
-
-class wxCheckBox;
+#include "ui/kit/painted_check.h"
 
 namespace korvant::ui {
 
@@ -20,7 +19,6 @@ class WelcomePane : public PaintedWindow {
 
     /// `tour`: the script beside it is the tour.
     WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, bool tour, Actions actions);
-    void applyLook();
 
   private:
     void place();
@@ -30,7 +28,7 @@ class WelcomePane : public PaintedWindow {
 
     std::vector<PaintedButton*> links_;
     PaintedButton* close_;
-    wxCheckBox* atStart_;
+    PaintedCheck* atStart_;
     bool tour_;
 };
 

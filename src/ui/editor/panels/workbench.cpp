@@ -322,7 +322,6 @@ void Workbench::applyTextLook() {
     if (marks_) marks_->use(!plain);
     if (assist_) assist_->use(!settings_.classic);
     if (findBar_) findBar_->applyLook();
-    if (welcome_) welcome_->applyLook();
     if (console_) console_->applyLook();
 }
 

@@ -42,14 +42,14 @@ BreakpointRow rowOf(const PlannedBreakpoint& planned) {
         row.remark = toUtf8(words("switched off"));
     } else if (!wishes.prints.empty()) {
         row.kind = Kind::prints;
-        row.remark = "prints \"" + wishes.prints + "\"";
+        row.remark = toUtf8(words("prints ")) + "\u201c" + wishes.prints + "\u201d";
     } else if (!wishes.condition.empty() || !planned.classicCondition.empty()) {
         row.kind = Kind::condition;
         row.remark = toUtf8(words("when ")) +
                      (wishes.condition.empty() ? planned.classicCondition : wishes.condition);
     } else if (wishes.passes > 0) {
         row.kind = Kind::condition;
-        row.remark = "after " + std::to_string(wishes.passes) + " passes";
+        row.remark = toUtf8(wxString::Format(words("after %d passes"), int(wishes.passes)));
     }
     if (wishes.enabled && !planned.verified) {
         row.kind = Kind::unverified;
@@ -150,7 +150,7 @@ void Workbench::showStop(const EditorStatus& status) {
                         line == 0 ? wxString() : fromUtf8(editor_.explainException()));
     if (line == 0) return;
     controls_.text->GotoLine(line - 1);
-    const int above = controls_.text->LinesOnScreen() / 3;
+    const int above = controls_.text->LinesOnScreen() / 2;
     controls_.text->SetFirstVisibleLine(
         std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
     exceptionBox_->place();
@@ -288,7 +288,7 @@ void Workbench::refreshToolbar(const EditorStatus& status) {
     state.words = layout_.stepWords;
     state.outline = settings_.outline;
     state.bottom = settings_.bottom;
-    state.side = sideShown_;
+    state.side = sideShown_ || welcomeShown_;
     state.find = findShown_;
     state.runMilliseconds = status.runMilliseconds;
     state.limitMilliseconds = status.limitMilliseconds;

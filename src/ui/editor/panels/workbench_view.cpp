@@ -143,6 +143,7 @@ bool Workbench::viewCommand(int id) {
         case command_id::kShowBottom:
             return toggle(&EditorSettings::bottom), true;
         case command_id::kShowSide:
+            if (welcomeShown_ && !sideShown_) return closeWelcome(), true;
             sideByStop_ = false;
             closedByHand_ = sideShown_;
             return showSide(!sideShown_), true;
