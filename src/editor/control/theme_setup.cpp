@@ -11,7 +11,7 @@ namespace korvant {
 namespace {
 
 constexpr int kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
-constexpr std::uintptr_t kOutputExtra = 1;
+constexpr std::uintptr_t kOutputExtra = 1, kUsualScrollWidth = 2000;
 constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
 constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
 /// The last of the language's words in the classic list.
@@ -117,6 +117,11 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
     setSpacing(editor, kExtraAscent, kExtraDescent, kTextIndent, kGuidesLookBoth);
     output.send(sci::kSetExtraAscent, kOutputExtra);
     output.send(sci::kSetExtraDescent, kOutputExtra);
+    editor.send(sci::kSetCaretLineVisibleAlways, 1);
+    for (const TextControl* control : {&editor, &output}) {
+        control->send(sci::kSetScrollWidth, 1);
+        control->send(sci::kSetScrollWidthTracking, 1);
+    }
     setStyle(output, sci::kStyleDefault, font, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, std::intptr_t{0});
@@ -129,6 +134,11 @@ void removeTheme(const TextControl& editor, const TextControl& output) {
     uncolourNames(editor);
     editor.send(sci::kCallTipSetBack, static_cast<std::uintptr_t>(sci::rgb(255, 255, 255)));
     setUpConveniences(editor);
+    editor.send(sci::kSetCaretLineVisibleAlways, 0);
+    for (const TextControl* control : {&editor, &output}) {
+        control->send(sci::kSetScrollWidthTracking, 0);
+        control->send(sci::kSetScrollWidth, kUsualScrollWidth);
+    }
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, kMarkMarginWidth);
     output.send(sci::kSetExtraAscent, 0);
     output.send(sci::kSetExtraDescent, 0);

@@ -6,7 +6,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kLeft = 10, kGap = 8, kLinkKeyGap = 10, kRight = 12;
-constexpr double kRadius = 5;
+constexpr double kRadius = 6;
 
 }  // namespace
 
@@ -100,17 +100,18 @@ void PaintedButton::paintBack(wxGraphicsContext& context) {
     const wxRect all(GetClientSize());
     fill(context, all, (*look()).*back_);
     if (kind_ == Kind::main)
-        return rounded(context, all, dip(5), IsEnabled() ? look()->mainFill : look()->disabled);
+        return rounded(context, all, FromDIP(kRadius),
+                       IsEnabled() ? look()->mainFill : look()->disabled);
     if (kind_ == Kind::framed) {
         context.SetPen(wxPen(colourOf(look()->border)));
         context.SetBrush(wxBrush(colourOf(look()->dark ? look()->pressed : look()->editor)));
-        context.DrawRoundedRectangle(0.5, 0.5, all.width - 1, all.height - 1, dip(5));
+        context.DrawRoundedRectangle(0, 0, all.width - 1, all.height - 1, dip(5));
     }
     if (kind_ == Kind::link || !IsEnabled()) return;
     if (kind_ == Kind::option && toggled_) {
         context.SetPen(wxPen(colourOf(look()->accent)));
         context.SetBrush(wxBrush(colourOf(look()->selected)));
-        context.DrawRoundedRectangle(0.5, 0.5, all.width - 1, all.height - 1, dip(4));
+        context.DrawRoundedRectangle(0, 0, all.width - 1, all.height - 1, dip(4));
         return;
     }
     if (toggled_ || down_)

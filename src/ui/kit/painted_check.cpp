@@ -5,7 +5,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kBox = 14, kChoice = 16, kBoxGap = 9, kChoiceGap = 10, kBeyond = 4;
+constexpr int kBox = 14, kChoice = 16, kBoxGap = 8, kChoiceGap = 10, kBeyond = 4;
 constexpr double kRadius = 3, kDotShare = 0.375;
 
 }  // namespace
@@ -68,8 +68,7 @@ void PaintedCheck::paintMark(wxGraphicsContext& context, const wxRect& place) {
     context.SetPen(value_ ? wxNullGraphicsPen
                           : context.CreatePen(wxPen(colourOf(look()->fieldEdge))));
     context.SetBrush(wxBrush(colourOf(value_ ? look()->accent : look()->editor)));
-    if (!value_)
-        return context.DrawEllipse(place.x + 0.5, place.y + 0.5, place.width - 1, place.height - 1);
+    if (!value_) return context.DrawEllipse(place.x, place.y, place.width - 1, place.height - 1);
     context.DrawEllipse(place.x, place.y, place.width, place.height);
     const double dot = place.width * kDotShare, inset = (place.width - dot) / 2;
     context.SetBrush(wxBrush(colourOf(look()->editor)));

@@ -8,9 +8,9 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kCell = 28, kSmallCell = 24, kRightMargin = 8, kBareMargin = 7, kBareIcon = 14;
-constexpr int kFoldedStart = 24, kBareStart = 12, kArrow = 5;
+constexpr int kFoldedStart = 24, kBareStart = 12, kArrow = 6, kFoldIcon = 14;
 constexpr int kAccent = 2, kAccentBeyond = 4;
-constexpr int kLeastGap = 8, kRemarkGap = 10, kUnderlinedRemarkGap = 24;
+constexpr int kLeastGap = 8, kRemarkGap = 8, kUnderlinedRemarkGap = 24;
 constexpr int kBadgeGap = 6, kBadgePadding = 7, kBadgeHeight = 16;
 
 }  // namespace
@@ -137,11 +137,12 @@ int PaneHeading::paintTitle(wxGraphicsContext& context, int index, int x) {
 void PaneHeading::paint(wxGraphicsContext& context) {
     const wxSize size = GetClientSize();
     fill(context, wxRect(size), look()->chrome);
-    if (topLine_) fill(context, {0, 0, size.x, 1}, look()->border);
-    fill(context, {0, size.y - 1, size.x, 1}, look()->border);
+    if (topLine_)
+        fill(context, {0, 0, size.x, 1}, style_ == Style::folding ? look()->hair : look()->border);
+    fill(context, {0, size.y - 1, size.x, 1}, (*look()).*end_);
     if (style_ == Style::folding)
-        paintIcon(context, folded_ ? Icon::right : Icon::down, dip(kArrow), (size.y - dip(16)) / 2,
-                  dip(16), colourOf(look()->secondText));
+        paintIcon(context, folded_ ? Icon::right : Icon::down, dip(kArrow),
+                  (size.y - dip(kFoldIcon)) / 2, dip(kFoldIcon), colourOf(look()->secondText));
     int x = titleStart();
     for (int i = 0; i < static_cast<int>(titles_.size()); ++i)
         x = paintTitle(context, i, i == 0 ? x : x + titleGap());

@@ -30,6 +30,8 @@ class PaneHeading : public PaintedWindow {
     bool folded() const { return folded_; }
     /// Without a line on top, for a heading below another line; with one below always.
     void setTopLine(bool shown) { topLine_ = shown; }
+    /// The line below parts it from other chrome, not from its own rows.
+    void setStrongEnd() { end_ = &ThemeTable::border; }
 
     /// Where the first title stands, and the distance between titles where there is room.
     void setTitlePlace(int start, int gap) {
@@ -59,6 +61,7 @@ class PaneHeading : public PaintedWindow {
     std::vector<Title> titles_;
     wxString remark_;
     std::vector<PaintedButton*> buttons_;
+    Rgb ThemeTable::*end_ = &ThemeTable::hair;
     int chosen_ = 0;
     int start_ = 16, gap_ = 24;
     bool folded_ = false;

@@ -366,6 +366,41 @@ void keepScrollBarsVisible(wxWindow& window) {
         gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(window.GetHandle()), FALSE);
 }
 
+namespace {
+
+constexpr char kStyleKey[] = "korvant-scroll-bars";
+
+void styleWidget(GtkWidget* widget, const std::string& css) {
+    if (!widget) return;
+    GtkStyleContext* context = gtk_widget_get_style_context(widget);
+    auto* before = static_cast<GtkCssProvider*>(g_object_get_data(G_OBJECT(widget), kStyleKey));
+    if (before) gtk_style_context_remove_provider(context, GTK_STYLE_PROVIDER(before));
+    g_object_set_data(G_OBJECT(widget), kStyleKey, nullptr);
+    if (css.empty()) return;
+    GtkCssProvider* style = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(style, css.c_str(), -1, nullptr);
+    gtk_style_context_add_provider(context, GTK_STYLE_PROVIDER(style),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_set_data_full(G_OBJECT(widget), kStyleKey, style, g_object_unref);
+}
+
+}  // namespace
+
+void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& edge) {
+    GtkWidget* widget = window.GetHandle();
+    if (!GTK_IS_SCROLLED_WINDOW(widget)) return;
+    auto* scrolled = GTK_SCROLLED_WINDOW(widget);
+    const std::string slider =
+        thumb.IsOk()
+            ? "slider{background-color:" + thumb.GetAsString(wxC2S_CSS_SYNTAX).utf8_string() +
+                  ";border-color:" + edge.GetAsString(wxC2S_CSS_SYNTAX).utf8_string() + "}"
+            : std::string();
+    for (GtkWidget* bar : {gtk_scrolled_window_get_vscrollbar(scrolled),
+                           gtk_scrolled_window_get_hscrollbar(scrolled)})
+        styleWidget(bar, slider);
+    styleWidget(widget, thumb.IsOk() ? "overshoot,undershoot{background:none;border:none}" : "");
+}
+
 void setAccessibleName(wxWindow& window, const wxString& name) {
     AtkObject* object = gtk_widget_get_accessible(window.GetHandle());
     if (object) atk_object_set_name(object, name.utf8_str());

@@ -140,6 +140,8 @@ void setAccessibleName(wxWindow& window, const wxString& name) {
 
 void setAccessibleRole(wxWindow&, AccessibleRole) {}
 
+void colourScrollBars(wxWindow&, const wxColour&, const wxColour&) {}
+
 wxString monospacedFace() {
     return {};
 }

@@ -86,7 +86,6 @@ void addHole(Hole[] &inout holes, string name, int count, double grade) {
     Hole@ made = holes[holes.length() - 1];
     made.name = name;
     made.log.setTitle("Hole log");
-    made.log.addClass("Hole", true);
     made.log.addProperty("geologist", "Geologist", "A. Moreau", true);
     made.log.addProperty("collar", "Collar", 512.4, "m", true);
     made.samples.resize(count);
@@ -99,10 +98,10 @@ void addHole(Hole[] &inout holes, string name, int count, double grade) {
 }
 
 bool readHoles(string file, Hole[] &inout holes) {
-    addHole(holes, "NR-01", 3, 0.48);
-    addHole(holes, "NR-02", 14, 1.1);
-    addHole(holes, "NR-03", 11, 0.22);
-    addHole(holes, "NR-04", 16, 1.24);
-    addHole(holes, "NR-05", 8, 0.55);
+    addHole(holes, "NR-01", 9, 0.5);
+    addHole(holes, "NR-02", 14, 7 / 4.0);
+    addHole(holes, "NR-03", 11, 0.25);
+    addHole(holes, "NR-04", 16, 1.5);
+    addHole(holes, "NR-05", 8, 0.5);
     return true;
 }

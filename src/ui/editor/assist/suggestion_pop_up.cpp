@@ -9,8 +9,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kRow = 24, kRowsSeen = 8, kPad = 4, kFooter = 28, kIconX = 11, kNameX = 31,
-              kIcon = 16, kListWidth = 263, kCardWidth = 384, kRight = 20, kInset = 3, kBar = 4,
+constexpr int kRow = 24, kRowsSeen = 8, kPad = 4, kFooter = 28, kIconX = 11, kNameX = 32,
+              kIcon = 16, kListWidth = 264, kCardWidth = 384, kRight = 20, kInset = 3, kBar = 4,
               kGap = 12;
 
 Icon iconOf(Suggestion::Kind kind) {
@@ -184,7 +184,7 @@ void SuggestionPopUp::show(const SuggestionList& list, const wxRect& line) {
     card_->Show(described);
     rows_->SetSize(0, 0, FromDIP(kListWidth), height);
     wxRect place = line;
-    place.x -= FromDIP(kNameX) + 1;
+    place.x -= FromDIP(kNameX);
     showBeside(place, {width, height});
 }
 

@@ -9,7 +9,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kHeading = 36, kFooter = 32, kRow = 24, kRowsFirst = 3, kRowsSeen = 8, kPad = 4,
+constexpr int kHeading = 36, kFooter = 31, kRow = 24, kRowsFirst = 3, kRowsSeen = 8, kPad = 4,
               kLeft = 12, kBefore = 8, kNarrowest = 240, kWidest = 460, kTreeWidth = 344;
 
 ListMetrics metrics() {
@@ -159,7 +159,7 @@ void ValuePopUp::layOut(const wxRect& line) {
     const int footer = size.y - FromDIP(kFooter);
     int x = FromDIP(kLeft);
     for (PaintedButton* link : {watch_, copy_}) {
-        link->SetSize(x, footer + FromDIP(2), link->wantedWidth(), FromDIP(kFooter - 4));
+        link->SetSize(x, footer + FromDIP(1), link->wantedWidth(), FromDIP(kFooter - 3));
         x += link->wantedWidth() + FromDIP(20);
     }
     showBeside({line.x - FromDIP(kBefore), line.y, line.width, line.height + 1}, size);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kWidth = 440, kHeight = 220, kHeading = 40, kFooter = 40, kRow = 32, kLeft = 16,
               kFieldX = 150, kRight = 16, kFieldHeight = 28, kPassesWidth = 64,
-              kFirst = kHeading + 6, kInField = 9;
+              kFirst = kHeading + 6, kInField = 9, kApart = 3;
 constexpr const char* kLabels[] = {"Stop every time", "Stop when", "Stop after", "Only print"};
 
 }  // namespace
@@ -155,8 +155,8 @@ void BreakpointBox::place() {
     const wxSize size = control_.GetClientSize(), own(dip(kWidth), dip(kHeight));
     const int row = control_.TextHeight(0);
     const int y = control_.PointFromPosition(control_.PositionFromLine(line_ - 1)).y;
-    const int below = y + row + dip(4);
-    const int top = below + own.y <= size.y ? below : std::max(y - own.y - dip(4), 0);
+    const int below = y + row + dip(kApart);
+    const int top = below + own.y <= size.y ? below : std::max(y - own.y - dip(kApart), 0);
     SetSize(dip(40), top, own.x, own.y);
     for (int i = kEveryTime; i < kChoices; ++i) {
         const int at = dip(kFirst) + i * dip(kRow);
@@ -183,8 +183,8 @@ void BreakpointBox::placeField(Choice choice, int y) {
     wxTextCtrl& field = *fields_[choice];
     const wxRect box = fieldPlace(choice);
     const int tall = std::min(field.GetBestSize().y, box.height - 4);
-    field.SetSize(box.x + dip(kInField), y + (box.height - tall) / 2, box.width - 2 * dip(kInField),
-                  tall);
+    field.SetSize(box.x + dip(kInField), y + (box.height - tall + 1) / 2,
+                  box.width - 2 * dip(kInField), tall);
 }
 
 void BreakpointBox::paint(wxGraphicsContext& context) {

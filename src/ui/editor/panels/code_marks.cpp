@@ -14,7 +14,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kSize = 16;
+constexpr int kSize = 14;
 /// Numbers of markers beside the classic one.
 constexpr int kWarningMark = 6, kErrorMark = 7, kProblemMarks = 1 << kWarningMark | 1 << kErrorMark;
 constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMark = 13,
@@ -60,8 +60,9 @@ void CodeMarks::paintMark(wxGraphicsContext& context, int marker, int margin, in
     for (int i = 0; i < margin; ++i) x += control_.GetMarginWidth(i);
     const int size = control_.FromDIP(kSize);
     x += (control_.GetMarginWidth(margin) - size) / 2;
-    paintIcon(context, found->second.icon, x, y + (control_.TextHeight(0) - size) / 2, size,
-              found->second.first, found->second.second);
+    const double half = margin == kBookmarkMargin ? 0.5 : 0;  // as round as can be
+    paintIcon(context, found->second.icon, x + half, y + (control_.TextHeight(0) - size) / 2 + half,
+              size, found->second.first, found->second.second);
 }
 
 /// The mark of a kind stands in the place of the plain one, and a problem's gives way to any other.

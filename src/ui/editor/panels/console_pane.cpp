@@ -142,10 +142,12 @@ bool ConsolePane::wantsBar() const {
 void ConsolePane::layOut() {
     const wxSize size = GetClientSize();
     canvas_->Show(inUse_ || !empty());
-    bar_->Show(canvas_->IsShown() && wantsBar());
+    // The toolkit complains of a bar that is shorter than its parts.
+    const bool fits = size.y >= bar_->GetBestSize().y;
+    bar_->Show(canvas_->IsShown() && fits && wantsBar());
     const int bar = bar_->IsShown() ? bar_->GetBestSize().x : 0;
     canvas_->SetSize(0, 0, std::max(size.x - bar, 0), size.y);
-    bar_->SetSize(std::max(size.x - bar, 0), 0, bar, size.y);
+    if (bar > 0) bar_->SetSize(std::max(size.x - bar, 0), 0, bar, size.y);
 }
 
 void ConsolePane::paint(wxGraphicsContext& context) {

@@ -19,17 +19,22 @@ constexpr const char* kTitles[] = {"Call stack", "Variables", "Watches", "Breakp
 ListMetrics metricsOf(int section) {
     ListMetrics metrics;
     if (section == DebugPanel::kVariables) {
-        metrics.iconX = 19;
+        metrics.iconX = 20;
+        metrics.foldX = 4;
+        metrics.iconSize = 14;
         metrics.nameX = 40;
         metrics.valueShare = 0.444;
         metrics.rightMargin = 8;
     } else if (section == DebugPanel::kWatches) {
         metrics.valueShare = 0.452;
-        metrics.top = 3;
+        metrics.top = 2;
     } else if (section == DebugPanel::kBreakpoints) {
         metrics.iconX = 28;
         metrics.nameX = 50;
         metrics.top = 2;
+    } else {
+        metrics.iconX = 6;
+        metrics.iconSize = 14;
     }
     return metrics;
 }
@@ -62,6 +67,7 @@ void DebugPanel::makeSections() {
                              {words("Breakpoints"), {}}});
     tabs_->setTitlePlace(14, 20);
     tabs_->setTopLine(false);
+    tabs_->setStrongEnd();
     tabs_->onChosen = [this](int tab) {
         tabs_->choose(tab);
         place();
@@ -268,9 +274,8 @@ int DebugPanel::wantedHeight(int section) const {
     const Part& part = sections_[static_cast<std::size_t>(section)];
     if (part.heading->folded()) return 0;
     const int rows = part.list->wantedHeight();
-    const int least = section == kBreakpoints ? dip(kRow + 4) : dip(kRow);
-    return std::clamp(rows + dip(section == kBreakpoints ? 2 : 0), least,
-                      dip(kRow * kMostRows + 4));
+    const int beyond = section == kStack ? 0 : section == kWatches ? 2 : 4;
+    return std::clamp(rows + dip(beyond), dip(kRow + beyond), dip(kRow * kMostRows + 2 + beyond));
 }
 
 void DebugPanel::placeSections(int left, int width, int height) {

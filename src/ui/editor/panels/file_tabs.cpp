@@ -13,7 +13,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kPadding = 16, kGap = 12, kCross = 16, kRight = 10, kMostText = 220;
+constexpr int kPadding = 16, kGap = 13, kCross = 14, kRight = 12, kMostText = 220;
 constexpr int kAccent = 2, kLineHeight = 20, kMore = 32, kCellBeyond = 3, kWheelStep = 60;
 constexpr double kDot = 4, kCellRadius = 4;
 constexpr int kFirstItem = 1;
@@ -199,16 +199,13 @@ void FileTabs::paintTab(wxGraphicsContext& context, std::size_t index) {
     const bool isHovered = hovered() && tabAt(pointer_) == index;
     const int right = tab.GetRight();
     if (isShown) {
-        fill(context, tab, look()->editor);
-        fill(context, {tab.x, 0, tab.width, dip(kAccent)}, look()->accent);
-        if (tab.x > 0) fill(context, {tab.x, 0, 1, tab.height}, look()->border);
-        fill(context, {right, 0, 1, tab.height}, look()->border);
-    } else {
-        if (isHovered) fill(context, {tab.x, 0, tab.width, tab.height - 1}, look()->hover);
-        if (index + 1 == tabs_.size() || tabs_[index + 1].id != shown_)
-            fill(context, {right, (tab.height - dip(kLineHeight)) / 2, 1, dip(kLineHeight)},
-                 look()->border);
+        fill(context, {tab.x, 0, tab.width - 1, tab.height}, look()->editor);
+        fill(context, {tab.x, 0, tab.width - 1, dip(kAccent)}, look()->accent);
+    } else if (isHovered) {
+        fill(context, {tab.x, 0, tab.width - 1, tab.height - 1}, look()->hover);
     }
+    fill(context, {right, (tab.height - dip(kLineHeight)) / 2, 1, dip(kLineHeight)},
+         look()->border);
     text(context, nameOn(index), look().plain, isShown ? look()->text : look()->secondText,
          tab.x + dip(kPadding), 0, tab.height);
     paintCross(context, index);
@@ -219,12 +216,12 @@ void FileTabs::paintTab(wxGraphicsContext& context, std::size_t index) {
 void FileTabs::paintCross(wxGraphicsContext& context, std::size_t index) {
     const wxRect cross = crossPlace(index);
     const bool isOn = hovered() && tabAt(pointer_) == index && isOnCross(index, pointer_);
-    const Rgb colour = tabs_[index].id == shown_ ? look()->text : look()->secondText;
     if (isOn)
         rounded(context, wxRect(cross).Inflate(dip(kCellBeyond)), FromDIP(kCellRadius),
                 look()->pressed);
     if (!tabs_[index].modified || isOn)
-        return paintIcon(context, Icon::close, cross.x, cross.y, cross.width, colourOf(colour));
+        return paintIcon(context, Icon::close, cross.x, cross.y, cross.width,
+                         colourOf(look()->secondText));
     const double radius = FromDIP(kDot);
     context.SetPen(wxNullGraphicsPen);
     context.SetBrush(wxBrush(colourOf(look()->secondText)));

@@ -12,8 +12,8 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kFieldX = 36, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
-              kOptionWidth = 28, kOptionGap = 2, kOptionEnd = 4, kInField = 9, kCountX = 412,
-              kButtonHeight = 28;
+              kOptionWidth = 28, kOptionGap = 2, kOptionEnd = 4, kCheckGap = 10, kInField = 9,
+              kCountX = 412, kButtonHeight = 28;
 constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
 constexpr std::size_t kMostMatches = 100000;
 
@@ -45,6 +45,7 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
     replacement_->SetHint(words("Replace with"));
     inSelection_ =
         new PaintedCheck(this, look, PaintedCheck::Kind::box, words("Only in the selection"));
+    inSelection_->setWord(&ThemeTable::text, kCheckGap);
     native::setAccessibleName(*field_, words("Find"));
     native::setAccessibleName(*replacement_, words("Replace with"));
     makeButtons();
@@ -152,7 +153,7 @@ void FindBar::leave() {
         text_.IndicatorClearRange(0, text_.GetLength());
     }
     matches_.clear();
-    text_.HideSelection(false);
+    text_.SetSelAlpha(wxSTC_ALPHA_NOALPHA);
 }
 
 std::vector<FindBar::Match> FindBar::matchesIn(int begin, int end) const {
@@ -195,7 +196,7 @@ int FindBar::currentMatch() const {
 /// The colour of the match that has been found is not mixed with another one while one searches.
 void FindBar::showSelection() {
     const bool searching = IsShown() && (field_->HasFocus() || replacement_->HasFocus());
-    text_.HideSelection(searching && currentMatch() >= 0);
+    text_.SetSelAlpha(searching && currentMatch() >= 0 ? 0 : wxSTC_ALPHA_NOALPHA);
 }
 
 void FindBar::mark() {
@@ -302,7 +303,7 @@ void FindBar::replaceAll() {
 /// Centred in its box, which the bar paints.
 void FindBar::placeField(wxTextCtrl& field, int y, int width) {
     const int tall = std::min(field.GetBestSize().y, dip(kFieldHeight) - 4);
-    field.SetSize(dip(kFieldX + kInField), y + (dip(kFieldHeight) - tall) / 2, width, tall);
+    field.SetSize(dip(kFieldX + kInField), y + (dip(kFieldHeight) - tall + 1) / 2, width, tall);
 }
 
 void FindBar::place() {

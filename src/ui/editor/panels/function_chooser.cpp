@@ -8,7 +8,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kPadding = 12, kIcon = 16, kGap = 6, kArrowGap = 4, kInset = 4, kMostText = 220;
+constexpr int kPadding = 10, kIcon = 14, kGap = 6, kArrowGap = 4, kInset = 4, kMostText = 220;
 constexpr double kRadius = 5;
 
 }  // namespace

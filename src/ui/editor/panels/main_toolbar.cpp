@@ -182,7 +182,7 @@ void MainToolbar::place() {
             lines_.push_back(x - dip(kGap) + dip(kLineRoom));
         x += widthOf(item);
         if (item.button && item.button == button(command_id::kExecute)) left += dip(kBehindMain);
-        if (item.button && item.button == button(command_id::kContinue)) left += dip(5);
+        if (item.button && item.button == button(command_id::kContinue)) left += dip(kBehindMain);
     }
     time_->Show(showsTime());
     time_->SetSize(left + dip(kTimeGap), y, time_->wantedWidth(), dip(kButton));
@@ -196,8 +196,7 @@ void MainToolbar::paint(wxGraphicsContext& context) {
     fill(context, wxRect(size), look()->chrome);
     fill(context, {0, size.y - 1, size.x, 1}, look()->border);
     for (const int x : lines_)
-        fill(context, {x, (size.y - 1 - dip(kLineHeight)) / 2, 1, dip(kLineHeight)},
-             look()->border);
+        fill(context, {x, (size.y - dip(kLineHeight)) / 2, 1, dip(kLineHeight)}, look()->border);
 }
 
 /// What has the focus, else what to press next.

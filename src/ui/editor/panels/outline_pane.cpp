@@ -27,6 +27,7 @@ OutlinePane::OutlinePane(wxWindow* parent, const Look& look)
       heading_(new PaneHeading(this, look, PaneHeading::Style::bare, {{words("Outline"), {}}})),
       list_(new RowList(this, look, metrics(), words("Outline"))) {
     heading_->setTopLine(false);
+    heading_->setStrongEnd();
     heading_->addButton(Icon::close, words("Close"), [this] { onClosed(); });
     list_->count = [this] { return static_cast<int>(entries_.size()); };
     list_->row = [this](int index) { return rowOf(entries_[static_cast<std::size_t>(index)]); };

@@ -6,7 +6,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kLeft = 25, kRight = 24, kTitle = 24, kIntro = 62, kIntroRow = 20, kSteps = 116,
+constexpr int kLeft = 25, kRight = 24, kTitle = 23, kIntro = 62, kIntroRow = 20, kSteps = 116,
               kStep = 56, kStepGap = 8, kStart = 392, kLinks = 406, kLink = 28, kFoot = 46,
               kCheckGap = 10, kLinkGap = 10;
 

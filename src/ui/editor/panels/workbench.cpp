@@ -303,6 +303,10 @@ void Workbench::applyLook() {
     applyTextLook();
     const bool classic = settings_.classic;
     native::setDarkFrame(frame_, !classic && look_->dark);
+    for (wxStyledTextCtrl* text : {controls_.text, controls_.output})
+        if (text)
+            native::colourScrollBars(*text, classic ? none : colourOf(look_->secondText),
+                                     colourOf(look_->editor));
     frame_.SetBackgroundColour(classic ? none : colourOf(look_->border));
     native::colourMenuBar(frame_, classic ? none : colourOf(look_->chrome),
                           classic ? none : colourOf(look_->text));
