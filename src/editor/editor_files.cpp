@@ -60,6 +60,29 @@ void ScriptEditor::openDocument() {
 
 /// The dialogs that come with some desktops do not enforce these limits themselves. Where a text
 /// begins without a file, saving makes one.
+/// Installed they are beside the manual's folder, and in a tree that is built above the programs.
+std::string ScriptEditor::examplesFolder() const {
+    const std::string page = manualPage(programFolder_);
+    const std::string manual = page.substr(0, page.find_last_of("/\\"));
+    for (const std::string& folder : {manual + "/../examples", programFolder_ + "/examples",
+                                      programFolder_ + "/../../examples"}) {
+        FileStatus status;
+        const bool is = files_.status(folder, status) == 0;
+        if (is && status.kind == FileStatus::Kind::folder) return folder;
+    }
+    return {};
+}
+
+void ScriptEditor::openExample() {
+    guarded([this] {
+        FileDialogRequest request = fileRequest(false, true);
+        request.folder = examplesFolder();
+        if (request.folder.empty()) return helpAt({});
+        const auto path = window_.askFile(request);
+        if (path && !path->empty()) openPath(*path);
+    });
+}
+
 std::optional<std::string> ScriptEditor::askPath(bool saving) {
     const bool makesFiles = saving && tabs_;
     for (;;) {

@@ -11,6 +11,8 @@ namespace korvant {
 
 void ScriptEditor::setInspecting(bool inspecting) {
     if (!debugger_.busy() && !debugger_.debugging()) inspection_.setEnabled(inspecting);
+    starFollowsUndo_ = inspecting;
+    noteSavePoint();
 }
 
 /// The one book for all wishes; a run looks at it as it is when it begins or goes on.

@@ -54,10 +54,13 @@ void ScriptEditor::outputNotified(const ControlNotification& notification) {
 void ScriptEditor::textModified(const ControlNotification& notification) {
     if ((notification.modificationType & (sci::kModInsertText | sci::kModDeleteText)) == 0) return;
     const bool wasModified = document().modified();
-    document().setModified(true);
+    // Undone as far as the text that is safe, it is that text.
+    if (!followLines_) current().savePoint = false;
+    const bool modified = !current().savePoint || editor_.send(sci::kGetModify) != 0;
+    document().setModified(modified);
     documents_.touch(current());
-    if (!wasModified) refreshTitle();
-    recovery().changed();
+    if (wasModified != modified) refreshTitle();
+    modified ? recovery().changed() : recovery().saved();
     assistant_.textChanged();
     if (notification.linesAdded != 0) view_.linesChanged();
     if (!followLines_) return;

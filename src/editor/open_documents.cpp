@@ -46,6 +46,16 @@ std::size_t OpenDocuments::indexOf(const OpenDocument& document) const {
     return static_cast<std::size_t>(found - all_.begin());
 }
 
+void OpenDocuments::move(std::uint64_t id, std::size_t index) {
+    const std::uint64_t inView = shown().id;
+    const auto at =
+        std::find_if(all_.begin(), all_.end(), [id](const auto& one) { return one->id == id; });
+    if (at == all_.end()) return;
+    const auto to = all_.begin() + static_cast<std::ptrdiff_t>(std::min(index, all_.size()));
+    to > at ? std::rotate(at, at + 1, to) : std::rotate(to, at, at + 1);
+    while (all_[shown_]->id != inView) shown_ = (shown_ + 1) % all_.size();
+}
+
 OpenDocument* OpenDocuments::find(std::uint64_t id) const {
     for (const auto& one : all_)
         if (one->id == id) return one.get();

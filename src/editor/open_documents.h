@@ -46,6 +46,7 @@ class OpenDocument {
     /// Of the text: another number after each change, and another one than that of any other text.
     std::uint64_t version = 0;
     std::optional<std::uint64_t> tour;  ///< the version that is the untouched tour
+    bool savePoint = false;  ///< the control knows which state of the text is the unchanged one
 
     bool isTour() const noexcept { return tour == version; }
 };
@@ -59,7 +60,7 @@ struct DocumentTab {
     bool operator==(const DocumentTab&) const = default;
 };
 
-/// Never empty. Order: as they were opened.
+/// Never empty. Order: as they were opened, until the user moves one.
 class OpenDocuments {
   public:
     explicit OpenDocuments(const DocumentSurroundings& surroundings);
@@ -68,6 +69,8 @@ class OpenDocuments {
     OpenDocument& at(std::size_t index) const { return *all_[index]; }
     OpenDocument& shown() noexcept { return *all_[shown_]; }
     const OpenDocument& shown() const noexcept { return *all_[shown_]; }
+    /// Puts a text before the one that is at `index` now; at the end for count() and beyond.
+    void move(std::uint64_t id, std::size_t index);
     /// Null when it is closed.
     OpenDocument* find(std::uint64_t id) const;
     /// The text of a file; null when it is not open. Two names of one file are one.

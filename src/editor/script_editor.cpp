@@ -347,7 +347,15 @@ void ScriptEditor::setTheme(const ThemeTable* theme, const CodeFont& font) {
     guarded([&] { view_.useTheme(theme, font); });
 }
 
+/// Where nothing is inspected everything is as it always was: only saving takes the star away.
+void ScriptEditor::noteSavePoint() {
+    if (document().modified()) return;
+    current().savePoint = starFollowsUndo_;
+    if (starFollowsUndo_) editor_.send(sci::kSetSavePoint);
+}
+
 void ScriptEditor::refreshTitle() {
+    noteSavePoint();
     window_.setTitle(document().title());
 }
 

@@ -130,6 +130,8 @@ class ScriptEditor {
     std::uint64_t shownTab() const noexcept { return current().id; }
     /// Not while a script runs.
     void showTab(std::uint64_t id);
+    /// Puts it before the one that is at `index` now, at the end for the number of tabs.
+    void moveTab(std::uint64_t id, std::size_t index) { documents_.move(id, index); }
     /// Asks about changes. Not while a script is driven.
     void closeTab(std::uint64_t id);
     /// 1-based; 0 for a place in another text than the one in view.
@@ -180,6 +182,9 @@ class ScriptEditor {
     // The commands' handlers; see editor_commands.cpp.
     void newDocument();
     void openDocument();
+    /// Asks for one of the scripts that come with the program; without them the manual opens.
+    void openExample();
+    std::string examplesFolder() const;
     void save();
     void saveAs();
     void exit();
@@ -270,6 +275,7 @@ class ScriptEditor {
     void saveTo(const std::string& path);
     void emptyEditor();
     void refreshTitle();
+    void noteSavePoint();
     bool putScrambled(const std::string& text);
     void textModified(const ControlNotification& notification);
     void highlightBraces();
@@ -346,7 +352,8 @@ class ScriptEditor {
     bool tabs_ = false;
     bool onlyChecked_ = false;
     bool restartWanted_ = false;  ///< as soon as the held run has ended
-    bool followLines_ = true;     ///< off while the editor itself puts a text in
+    bool starFollowsUndo_ = false;
+    bool followLines_ = true;  ///< off while the editor itself puts a text in
     std::span<const FunctionFamily> families_;
     ColouredNames libraryNames_;  ///< of the engine; empty: not read yet
     bool assistedByWindow_ = false;

@@ -84,6 +84,7 @@ class MemoryControl {
         std::vector<int> lineStarts{0};
         std::vector<std::vector<int>> lineMarkers{{}};
         std::vector<Change> undo, redo;
+        std::string saved;  ///< what the text was at its save point
         int group = 0;
         bool collecting = true;
         int references = 0;
@@ -137,6 +138,7 @@ class MemoryControl {
     std::vector<std::pair<int, int>> groups_;
     std::vector<Change> undo_;
     std::vector<Change> redo_;
+    std::string saved_;
     bool collecting_ = true;
     int group_ = 0;
     int openGroups_ = 0;

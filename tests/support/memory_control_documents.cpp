@@ -12,6 +12,7 @@ void MemoryControl::swapWith(Hidden& hidden) {
     std::swap(lineMarkers_, hidden.lineMarkers);
     std::swap(undo_, hidden.undo);
     std::swap(redo_, hidden.redo);
+    std::swap(saved_, hidden.saved);
     std::swap(group_, hidden.group);
     std::swap(collecting_, hidden.collecting);
     std::swap(references_, hidden.references);

@@ -37,6 +37,9 @@ bool MemoryControl::query(unsigned message, std::intptr_t& result) const {
         case sci::kGetStyleAt:
             result = 0;
             return true;
+        case sci::kGetModify:
+            result = text != saved_;
+            return true;
         case sci::kCanUndo:
             result = !undo_.empty();
             return true;

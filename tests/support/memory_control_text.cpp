@@ -45,6 +45,10 @@ bool MemoryControl::change(unsigned message, std::intptr_t w, std::intptr_t l,
         case sci::kEmptyUndoBuffer:
             undo_.clear();
             redo_.clear();
+            saved_ = text;
+            return true;
+        case sci::kSetSavePoint:
+            saved_ = text;
             return true;
         case sci::kUndo:
             undo();

@@ -1,10 +1,8 @@
 // What the window does by itself: while one types, when a script runs, stops, fails and ends.
 #include <wx/clipbrd.h>
-#include <wx/image.h>
 #include <wx/textctrl.h>
 
 #include <fstream>
-#include <typeinfo>
 
 #include "editor_full_window.h"
 #include "ui/editor/assist/tip_pop_up.h"
@@ -20,6 +18,7 @@
 #include "ui/kit/painted_check.h"
 
 using namespace korvant;
+using korvant::test::coveredOf;
 using korvant::test::FullWindow;
 using korvant::test::kTour;
 
@@ -169,57 +168,6 @@ TEST_F(EditorEvents, RunShowsWhatPausesAndStopsIt) {
     });
     closeBox();
     edit(script);
-}
-
-#ifndef _WIN32
-/// What opens and shows while a script computes was neither placed nor painted before its end.
-TEST_F(EditorEvents, WhatARunningScriptOpensIsPainted) {
-    const std::string path = folder.file("seen.png");
-    const auto seen = [&path](wxWindow& window, const std::function<bool(wxColour)>& wanted) {
-        test::saveWindow(window, path);
-        const wxImage picture(path, wxBITMAP_TYPE_PNG);
-        int found = 0;
-        for (int y = 0; picture.IsOk() && y < picture.GetHeight(); ++y)
-            for (int x = 0; x < picture.GetWidth(); ++x)
-                found +=
-                    wanted({picture.GetRed(x, y), picture.GetGreen(x, y), picture.GetBlue(x, y)});
-        return found;
-    };
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
-    frontend.meanwhile = [&] {
-        const auto isRed = [](wxColour c) { return c.Red() > 150 && c.Green() < 90; };
-        const auto isDark = [](wxColour c) { return c.Red() < 90 && c.Green() < 90; };
-        EXPECT_GT(seen(*part<ui::MainToolbar>()->button(command_id::kStop), isRed), 40);
-        EXPECT_GT(seen(*part<ui::ConsolePane>(), isDark), 40);
-    };
-    ready();
-    driver.key(WXK_F5);
-    untilStatus("Ready");
-    driver.when("its end", [this] { return !frontend.labels.empty(); });
-    closeBox();
-    edit(
-        "int main() {\n    Print(\"begins here\\n\");\n    uint begin = GetSystemTime();\n"
-        "    while (GetSystemTime() - begin < 600) {}\n    Information(\"\");\n"
-        "    return 0;\n}\n");
-    EXPECT_EQ(frontend.labels.size(), 1U);
-}
-#endif
-
-/// Pairs of windows that stand in the same place; those at the edges are grips.
-std::vector<std::string> coveredOf(const wxWindow* parent) {
-    constexpr int kGrip = 8;
-    std::vector<const wxWindow*> shown;
-    for (const wxWindow* child : parent->GetChildren())
-        if (child->IsShown() && !child->IsTopLevel() && child->GetSize().x > kGrip &&
-            child->GetSize().y > kGrip)
-            shown.push_back(child);
-    std::vector<std::string> covered;
-    for (std::size_t i = 0; i < shown.size(); ++i)
-        for (std::size_t k = i + 1; k < shown.size(); ++k)
-            if (shown[i]->GetRect().Intersects(shown[k]->GetRect()))
-                covered.push_back(std::string(typeid(*shown[i]).name()) + " and " +
-                                  typeid(*shown[k]).name());
-    return covered;
 }
 
 TEST_F(EditorEvents, NothingCoversAnotherInASmallWindow) {

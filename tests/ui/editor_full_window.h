@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "editor/control/command_ids.h"
@@ -60,6 +61,23 @@ inline constexpr char kTour[] =
     "    report(hole);\n"
     "    return 0;\n"
     "}\n";
+
+/// Pairs of windows that stand in the same place; those at the edges are grips.
+inline std::vector<std::string> coveredOf(const wxWindow* parent) {
+    constexpr int kGrip = 8;
+    std::vector<const wxWindow*> shown;
+    for (const wxWindow* child : parent->GetChildren())
+        if (child->IsShown() && !child->IsTopLevel() && child->GetSize().x > kGrip &&
+            child->GetSize().y > kGrip)
+            shown.push_back(child);
+    std::vector<std::string> covered;
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        for (std::size_t k = i + 1; k < shown.size(); ++k)
+            if (shown[i]->GetRect().Intersects(shown[k]->GetRect()))
+                covered.push_back(std::string(typeid(*shown[i]).name()) + " and " +
+                                  typeid(*shown[k]).name());
+    return covered;
+}
 
 class FullWindow : public EditorWindowTest {
   protected:

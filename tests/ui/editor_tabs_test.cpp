@@ -157,6 +157,42 @@ TEST_F(EditorTabs, ClicksShowAndCloseThem) {
     EXPECT_EQ(readFile(folder.file("holes.as")), kHoles);
 }
 
+TEST_F(EditorTabs, DraggedAndMovedByKeysTheyChangePlaces) {
+    openFile("holes.as");
+    driver.dragIn([this] { return tabs(); }, {200, 18}, {30, 18});
+    untilOpen("holes.as! drill_report.as");
+    focus([this] { return tabs(); });
+    driver.key(WXK_RIGHT, wxMOD_CONTROL);
+    untilOpen("drill_report.as holes.as!");
+    driver.key(WXK_RIGHT, wxMOD_CONTROL).key(WXK_LEFT);
+    untilOpen("drill_report.as! holes.as");
+    driver.key(WXK_TAB, wxMOD_CONTROL);
+    untilOpen("drill_report.as holes.as!");
+    closeBox();
+    edit(kTour);
+}
+
+/// In the classic layout the star stays until the text is saved.
+TEST_F(EditorTabs, TheStarGoesWhenEverythingIsUndone) {
+    ready();
+    driver.type("xy").key('S', wxMOD_CONTROL);
+    untilTitle("Script Editor - drill_report.as");
+    driver.type("z");
+    untilTitle("Script Editor - drill_report.as*");
+    driver.key('Z', wxMOD_CONTROL);
+    untilTitle("Script Editor - drill_report.as");
+    driver.key('Z', wxMOD_CONTROL);
+    untilTitle("Script Editor - drill_report.as*");
+    driver.key('Y', wxMOD_CONTROL);
+    untilTitle("Script Editor - drill_report.as");
+    choose(command_id::kClassicLayout);
+    driver.type("z").key('Z', wxMOD_CONTROL);
+    driver.when("undone", [this] { return text().rfind("xy//", 0) == 0; });
+    untilTitle("Script Editor - drill_report.as*");
+    closeBox();
+    edit(kTour);
+}
+
 TEST_F(EditorTabs, TheTipTellsTheWholePath) {
     openFile("holes.as");
     driver.run([this] {
@@ -221,14 +257,12 @@ TEST_F(EditorTabs, UndoBreakpointsAndMarksStayWithTheirFile) {
     untilText(kHoles);
     driver.key(WXK_F10);
     untilStatus("Stopped at line 31 in report");
-    untilOpen("drill_report.as! holes.as*");
+    untilOpen("drill_report.as! holes.as");
     check([this] { EXPECT_NE(editor()->MarkerGet(30) & 1 << 20, 0); });
     driver.key(WXK_F5, wxMOD_SHIFT);
     untilStatus("Ready");
     untilMarked({30});
     exit();
-    untilBox();
-    driver.key('N');
     edit(kTour);
 }
 
@@ -328,9 +362,8 @@ TEST_F(EditorTabs, ProblemsAndMatchesAreThoseOfTheFileInView) {
     untilStatus("1 error");
     driver.key(WXK_ESCAPE);
     driver.key('Z', wxMOD_CONTROL);
+    untilOpen("drill_report.as holes.as!");
     exit();
-    untilBox();
-    driver.key('N');
     edit(kTour);
 }
 

@@ -76,6 +76,8 @@ enum Message : unsigned {
     kCanPaste = 2173,
     kCanUndo = 2174,
     kEmptyUndoBuffer = 2175,
+    kSetSavePoint = 2014,
+    kGetModify = 2159,
     kUndo = 2176,
     kCut = 2177,
     kCopy = 2178,

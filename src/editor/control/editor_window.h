@@ -31,6 +31,7 @@ struct FileDialogRequest {
     std::size_t longestPath = 0;  ///< in bytes; a longer choice counts as Cancel
     /// Of a text that has no file yet, when saving; UTF-8.
     std::string suggestedName = {};
+    std::string folder = {};  ///< to begin in; empty: where the desktop thinks
 };
 
 enum class Answer { yes, no, cancel };

@@ -14,7 +14,7 @@ constexpr int kSide = 372, kSideNarrow = 320, kSideLeast = 280, kWelcome = 344;
 constexpr int kMiddleLeast = 480, kLineWidth = 1;
 /// Bounds below which things stand otherwise.
 constexpr int kWordsFrom = 1120, kSectionsFrom = 1200, kSectionsFromHeight = 760, kSideFrom = 800;
-constexpr int kEditorLeast = 80;
+constexpr int kEditorLeast = 80, kOutputLeast = 48;
 
 /// Cuts strips off a rectangle.
 struct Room {
@@ -53,9 +53,17 @@ int sideWidth(const WorkbenchState& state, int width) {
     return std::clamp(wanted, kSideLeast, std::max(kSideLeast, width - kMiddleLeast)) + kLineWidth;
 }
 
+int aboveEditor(const WorkbenchState& state) {
+    const int bar = !state.findBar ? 0 : state.replaceRow ? kFindBarBoth : kFindBar;
+    return bar + (state.tabs ? kTabs : 0);
+}
+
+/// So low that the bars of what scrolls in it would not fit, it is left out.
 int bottomHeight(const WorkbenchState& state, int room) {
     const int wanted = state.bottomHeight > 0 ? state.bottomHeight : kOutputTextHeight;
-    return std::clamp(wanted, 0, std::max(room - kHeading - kEditorLeast, 0));
+    const int others = kHeading + kEditorLeast + aboveEditor(state);
+    const int height = std::clamp(wanted, 0, std::max(room - others, 0));
+    return height < kOutputLeast ? 0 : height;
 }
 
 /// The output has the left part: half while stopped, two fifths otherwise.

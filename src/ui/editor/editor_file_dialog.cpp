@@ -46,8 +46,13 @@ std::optional<std::string> askDesktop(wxWindow* parent, const FileDialogRequest&
     const long style = (request.saving ? wxFD_SAVE : wxFD_OPEN) |
                        (mustExist ? wxFD_FILE_MUST_EXIST : 0) |
                        (asksOver ? wxFD_OVERWRITE_PROMPT : 0);
-    wxFileDialog dialog(parent, fromUtf8(request.title), wxEmptyString,
-                        fromUtf8(request.suggestedName), dialogWildcard(request), style);
+#ifdef _WIN32
+    const wxString folder = fromUtf8(request.folder);
+#else
+    const wxString folder(request.folder.c_str(), *wxConvFileName);
+#endif
+    wxFileDialog dialog(parent, fromUtf8(request.title), folder, fromUtf8(request.suggestedName),
+                        dialogWildcard(request), style);
     if (dialog.ShowModal() != wxID_OK) return std::nullopt;
     return systemPath(dialog.GetPath());
 }

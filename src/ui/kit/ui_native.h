@@ -63,9 +63,9 @@ void setAccessibleName(wxWindow& window, const wxString& name);
 /// The same for what it is: a button, a list, a row of tabs.
 enum class AccessibleRole { button, toggle, list, tree, toolbar, tabs, status, panel };
 void setAccessibleRole(wxWindow& window, AccessibleRole role);
-/// Colours the thumbs of a scrolling window's bars, which follow the desktop otherwise, and leaves
-/// out the shade at an end of what can be scrolled; without colours everything is as the desktop
-/// has it.
+/// Colours the thumbs of a scrolling window's bars, or of a bar, which follow the desktop
+/// otherwise, and leaves out the shade at an end of what can be scrolled; without colours
+/// everything is as the desktop has it.
 void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& edge);
 /// The desktop's font of one width; empty when it names none.
 wxString monospacedFace();

@@ -388,13 +388,20 @@ void styleWidget(GtkWidget* widget, const std::string& css) {
 
 void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& edge) {
     GtkWidget* widget = window.GetHandle();
-    if (!GTK_IS_SCROLLED_WINDOW(widget)) return;
-    auto* scrolled = GTK_SCROLLED_WINDOW(widget);
     const std::string slider =
         thumb.IsOk()
             ? "slider{background-color:" + thumb.GetAsString(wxC2S_CSS_SYNTAX).utf8_string() +
                   ";border-color:" + edge.GetAsString(wxC2S_CSS_SYNTAX).utf8_string() + "}"
             : std::string();
+    if (GTK_IS_SCROLLBAR(widget)) {
+        const std::string back =
+            edge.IsOk() ? edge.GetAsString(wxC2S_CSS_SYNTAX).utf8_string() : "";
+        return styleWidget(widget, thumb.IsOk() ? "scrollbar,trough{background-color:" + back +
+                                                      ";border-color:" + back + "}" + slider
+                                                : slider);
+    }
+    if (!GTK_IS_SCROLLED_WINDOW(widget)) return;
+    auto* scrolled = GTK_SCROLLED_WINDOW(widget);
     for (GtkWidget* bar : {gtk_scrolled_window_get_vscrollbar(scrolled),
                            gtk_scrolled_window_get_hscrollbar(scrolled)})
         styleWidget(bar, slider);

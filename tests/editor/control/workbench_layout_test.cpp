@@ -73,6 +73,17 @@ TEST(WorkbenchLayout, SmallWindows) {
     EXPECT_EQ(layOutWorkbench(state, 799, 600).side.width, 799);
 }
 
+/// With tabs and both rows of the find bar eleven pixels of text were left.
+TEST(WorkbenchLayout, TheSmallestWindowLeavesRoomForTheText) {
+    WorkbenchState state;
+    state.tabs = state.findBar = state.replaceRow = true;
+    for (int height = 300; height < 500; height += 7) {
+        const WorkbenchLayout layout = layOutWorkbench(state, kSmallestWidth, height);
+        EXPECT_GE(layout.editor.height, 80) << height;
+        EXPECT_TRUE(layout.output.height == 0 || layout.output.height >= 48) << height;
+    }
+}
+
 TEST(WorkbenchLayout, NothingLeavesTheWindow) {
     WorkbenchState state;
     state.tabs = state.findBar = state.replaceRow = state.side = state.outline = true;

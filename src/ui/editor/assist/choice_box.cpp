@@ -47,9 +47,9 @@ ChoiceBox::ChoiceBox(wxStyledTextCtrl& control, const Look& look)
     Bind(wxEVT_CHAR_HOOK, &ChoiceBox::onKey, this);
 }
 
-void ChoiceBox::open(Content content, const wxPoint& place) {
+void ChoiceBox::open(Content content, const wxRect& line) {
     content_ = std::move(content);
-    place_ = place;
+    line_ = line;
     field_->SetFont(look().code);
     field_->SetBackgroundColour(colourOf(look()->editor));
     field_->SetForegroundColour(colourOf(look()->text));
@@ -95,15 +95,19 @@ void ChoiceBox::filter() {
 void ChoiceBox::layOut() {
     const wxSize room = control_.GetClientSize();
     const int width = std::min(dip(kWidth), room.x - dip(2 * kMargin));
-    const int fits = (room.y - dip(kHeading + kFieldHeight + 6 * kMargin)) / dip(kRow);
+    const int below = room.y - line_.GetBottom() - 1;
+    const bool up = !line_.IsEmpty() && line_.y > below;
+    const int tall = line_.IsEmpty() ? room.y - dip(4 * kMargin) : up ? line_.y : below;
+    const int fits = (tall - dip(kHeading + kFieldHeight + 2 * kMargin)) / dip(kRow);
     const int most = std::max(std::min(kRowsSeen, fits), 1);
     const int rows = std::clamp(static_cast<int>(shown_.size()), 1, most);
     const int listHeight = rows * dip(kRow);
     const wxSize size(width, dip(kHeading + kFieldHeight + 2 * kMargin) + listHeight);
     wxPoint at((room.x - width) / 2, dip(kMargin));
-    if (place_ != wxDefaultPosition) {
-        at.x = std::clamp(place_.x, 0, std::max(room.x - width, 0));
-        at.y = place_.y + size.y <= room.y ? place_.y : std::max(room.y - size.y, 0);
+    if (!line_.IsEmpty()) {
+        const bool fitsBelow = size.y <= below;
+        at.x = std::clamp(line_.x, 0, std::max(room.x - width, 0));
+        at.y = fitsBelow || !up ? line_.GetBottom() + 1 : line_.y - size.y;
     }
     SetSize(at.x, at.y, size.x, size.y);
     field_->SetSize(dip(kMargin), dip(kHeading), width - dip(2 * kMargin), dip(kFieldHeight));

@@ -26,8 +26,9 @@ class ChoiceBox : public PaintedWindow {
 
     ChoiceBox(wxStyledTextCtrl& control, const Look& look);
 
-    /// In the middle at the top, or below `place` (of the text's window) where one is given.
-    void open(Content content, const wxPoint& place = wxDefaultPosition);
+    /// In the middle at the top; or where a line is given (of the text's window), below it, and
+    /// above it where there is more room.
+    void open(Content content, const wxRect& line = {});
     /// The keyboard goes back to the text.
     void close();
     RowList* list() const { return list_; }
@@ -46,7 +47,7 @@ class ChoiceBox : public PaintedWindow {
     RowList* list_;
     Content content_;
     std::vector<std::size_t> shown_;
-    wxPoint place_;
+    wxRect line_;
 };
 
 }  // namespace korvant::ui

@@ -34,8 +34,8 @@ RenameBox::RenameBox(wxStyledTextCtrl& control, const Look& look,
         field_->GetId());
 }
 
-void RenameBox::open(const wxString& name, const wxPoint& place) {
-    place_ = place;
+void RenameBox::open(const wxString& name, const wxRect& line) {
+    line_ = line;
     field_->SetFont(look().code);
     field_->SetBackgroundColour(colourOf(look()->editor));
     field_->SetForegroundColour(colourOf(look()->text));
@@ -65,8 +65,10 @@ void RenameBox::layOut() {
     const int height =
         dip(kFieldHeight + 2 * kPad) + static_cast<int>(lines_.size()) * dip(kLine) + dip(2);
     const int x =
-        std::clamp(place_.x - dip(kPad), 0, std::max(control_.GetClientSize().x - width, 0));
-    SetSize(x, place_.y, width, height);
+        std::clamp(line_.x - dip(kPad), 0, std::max(control_.GetClientSize().x - width, 0));
+    const int below = line_.GetBottom() + 1;
+    const bool fits = below + height <= control_.GetClientSize().y || line_.y < height;
+    SetSize(x, fits ? below : line_.y - height, width, height);
     field_->SetSize(dip(kPad), dip(kPad), width - dip(2 * kPad), dip(kFieldHeight));
     Refresh();
 }

@@ -13,8 +13,8 @@ class RenameBox : public PaintedWindow {
     RenameBox(wxStyledTextCtrl& control, const Look& look,
               std::function<void(const std::string&)> renamed);
 
-    /// `place`: where the old name begins, in the text's window.
-    void open(const wxString& name, const wxPoint& place);
+    /// `line`: of the old name's beginning, in the text's window.
+    void open(const wxString& name, const wxRect& line);
     void refuse(const wxString& reason);
     /// The keyboard goes back to the text.
     void close();
@@ -31,7 +31,7 @@ class RenameBox : public PaintedWindow {
     wxTextCtrl* field_;
     wxString reason_;
     std::vector<wxString> lines_;
-    wxPoint place_;
+    wxRect line_;
 };
 
 }  // namespace korvant::ui

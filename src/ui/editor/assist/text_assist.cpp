@@ -211,11 +211,11 @@ wxRect TextAssist::onScreen(std::size_t position) const {
     return {place.x, place.y, 1, control_.TextHeight(control_.LineFromPosition(at))};
 }
 
-wxPoint TextAssist::below(std::size_t position) const {
-    const int at = static_cast<int>(position);
-    wxPoint place = control_.PointFromPosition(at);
-    place.y += control_.TextHeight(control_.LineFromPosition(at)) + frame_.FromDIP(2);
-    return place;
+wxRect TextAssist::lineAt(std::size_t position) const {
+    const int at = static_cast<int>(position), beyond = frame_.FromDIP(2);
+    const wxPoint place = control_.PointFromPosition(at);
+    const int height = control_.TextHeight(control_.LineFromPosition(at));
+    return {place.x, place.y - beyond, 1, height + 2 * beyond};
 }
 
 void TextAssist::showSuggestions(const SuggestionList& list, int position) {
@@ -338,8 +338,8 @@ void TextAssist::chooseFunction(bool atRight) {
         assist_.leavingPlace();
         goTo(entries[index].nameBegin);
     };
-    const wxPoint right(control_.GetClientSize().x, 0);
-    choices().open(std::move(content), atRight ? right : wxDefaultPosition);
+    const wxRect right(control_.GetClientSize().x, -1, 1, 1);
+    choices().open(std::move(content), atRight ? right : wxRect());
 }
 
 void TextAssist::chooseRepair(const std::vector<Repair>& repairs, int position) {
@@ -353,14 +353,14 @@ void TextAssist::chooseRepair(const std::vector<Repair>& repairs, int position) 
         content.choices.push_back(std::move(choice));
     }
     content.chosen = [this, repairs](std::size_t index) { assist_.repairChosen(repairs[index]); };
-    choices().open(std::move(content), below(static_cast<std::size_t>(position)));
+    choices().open(std::move(content), lineAt(static_cast<std::size_t>(position)));
 }
 
 void TextAssist::askName(const std::string& name, ByteRange word) {
     if (!rename_)
         rename_ =
             new RenameBox(control_, look_, [this](const std::string& to) { assist_.renameTo(to); });
-    rename_->open(fromUtf8(name), below(word.begin));
+    rename_->open(fromUtf8(name), lineAt(word.begin));
 }
 
 void TextAssist::refuseName(const Sentence& reason) {

@@ -89,7 +89,8 @@ class TextAssist : private AssistView {
     void mend();
     /// The line of a position on the screen, or in the text's window.
     wxRect onScreen(std::size_t position) const;
-    wxPoint below(std::size_t position) const;
+    /// The place of one character, and a little above and below it.
+    wxRect lineAt(std::size_t position) const;
     TipPopUp& tipPopUp();
     ChoiceBox& choices();
     void mark(int indicator, const std::vector<ByteRange>& places);

@@ -137,9 +137,10 @@ void BottomPanes::layOut(const WorkbenchLayout& layout, bool visible,
         if (!content) continue;
         const bool isLeft = asTabs_ || pane == Pane::output;
         const Pane shown = asTabs_ ? front_ : pane == Pane::output ? Pane::output : rightFront_;
-        const bool seen = visible && isOpen(pane) && pane == shown;
+        const Rectangle& place = isLeft ? layout.output : layout.right;
+        const bool seen = visible && isOpen(pane) && pane == shown && place.height > 0;
         content->Show(seen);
-        if (seen) content->SetSize(pixels(isLeft ? layout.output : layout.right));
+        if (seen) content->SetSize(pixels(place));
     }
 }
 

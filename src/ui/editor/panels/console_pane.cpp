@@ -79,6 +79,7 @@ void ConsolePane::lend(bool lent) {
 void ConsolePane::applyLook() {
     canvas_->setTextFont(look().code, dip(kRowBeyond));
     canvas_->setColours(coloursOf(*look(), dip(kTextMargin)));
+    native::colourScrollBars(*bar_, colourOf(look()->secondText), colourOf(look()->editor));
     Refresh();
 }
 

@@ -58,6 +58,8 @@ class DebugPanel : public PaintedWindow {
     void addWatch(const std::string& expression);
     /// Shows only variables with the text of the field in their name or value; Escape ends it.
     void openFilter();
+    /// False when there was nothing to end.
+    bool escape();
     wxTextCtrl* filter() const { return filter_; }
     void showSection(int section);
 

@@ -28,7 +28,6 @@ void DebugPanel::makeFilter() {
     filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { readVariables(); });
     filter_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         const int code = event.GetKeyCode();
-        if (code == WXK_ESCAPE) return closeFilter();
         if (code != WXK_DOWN && code != WXK_RETURN && code != WXK_TAB) return event.Skip();
         sections_[kVariables].list->select(0);
         sections_[kVariables].list->SetFocus();
@@ -48,6 +47,12 @@ void DebugPanel::openFilter() {
     showSection(kVariables);
     filter_->SetFocus();
     filter_->SelectAll();
+}
+
+bool DebugPanel::escape() {
+    if (!filter_->HasFocus()) return false;
+    closeFilter();
+    return true;
 }
 
 void DebugPanel::closeFilter() {

@@ -16,7 +16,7 @@ namespace {
 constexpr int kPadding = 16, kGap = 13, kCross = 14, kRight = 12, kMostText = 220;
 constexpr int kAccent = 2, kLineHeight = 20, kMore = 32, kCellBeyond = 3, kWheelStep = 60;
 constexpr double kDot = 4, kCellRadius = 4;
-constexpr int kFirstItem = 1;
+constexpr int kFirstItem = 1, kDragFrom = 8;
 
 }  // namespace
 
@@ -42,10 +42,13 @@ void FileTabs::bindMouse() {
         const std::size_t tab = tabAt(event.GetPosition());
         if (tab == tabs_.size()) return;
         const std::uint64_t id = tabs_[tab].id;
-        if (isOnCross(tab, event.GetPosition()))
+        if (isOnCross(tab, event.GetPosition())) {
             pressed_ = id;
-        else
+        } else {
+            dragged_ = id;
+            dragFrom_ = event.GetX();
             actions_.chosen(id);
+        }
         Refresh();
     });
     Bind(wxEVT_LEFT_UP, &FileTabs::onRelease, this);
@@ -57,6 +60,7 @@ void FileTabs::bindMouse() {
         scroll(event.GetWheelRotation() > 0 ? -dip(kWheelStep) : dip(kWheelStep));
     });
     Bind(wxEVT_MOTION, &FileTabs::onMotion, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { dragged_ = 0; });
     Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& event) {
         pointer_ = {-1, -1};
         event.Skip();
@@ -65,13 +69,35 @@ void FileTabs::bindMouse() {
 
 /// The tab may be gone afterwards.
 void FileTabs::onRelease(wxMouseEvent& event) {
+    dragged_ = 0;
+    if (HasCapture()) ReleaseMouse();
     const std::uint64_t pressed = std::exchange(pressed_, 0);
     const std::size_t tab = tabAt(event.GetPosition());
     if (pressed == 0 || tab == tabs_.size() || tabs_[tab].id != pressed) return Refresh();
     if (isOnCross(tab, event.GetPosition())) actions_.closed(pressed);
 }
 
+/// The tab changes places with those that its pointer comes over, once it is past their middle.
+void FileTabs::drag(int x) {
+    if (std::abs(x - dragFrom_) < dip(kDragFrom) && !HasCapture()) return;
+    if (!HasCapture()) CaptureMouse();
+    const auto found = std::find_if(tabs_.begin(), tabs_.end(),
+                                    [this](const DocumentTab& tab) { return tab.id == dragged_; });
+    if (found == tabs_.end()) return;
+    const auto at = static_cast<std::size_t>(found - tabs_.begin());
+    std::size_t to = at;
+    const auto middle = [this](std::size_t tab) {
+        const wxRect place = tabPlace(tab);
+        return place.x + place.width / 2;
+    };
+    while (to > 0 && x < middle(to - 1)) --to;
+    while (to + 1 < tabs_.size() && x > middle(to + 1)) ++to;
+    if (to != at) actions_.moved(dragged_, to > at ? to + 1 : to);
+}
+
 void FileTabs::onMotion(wxMouseEvent& event) {
+    if (dragged_ != 0 && event.LeftIsDown()) drag(event.GetX());
+    if (!event.LeftIsDown()) dragged_ = 0;
     const std::size_t tab = tabAt(event.GetPosition()), before = tabAt(pointer_);
     const bool onCross = tab < tabs_.size() && isOnCross(tab, event.GetPosition());
     const bool wasOnCross = before < tabs_.size() && isOnCross(before, pointer_);
@@ -236,8 +262,18 @@ void FileTabs::step(int by) {
     if (wanted >= 0) actions_.chosen(tabs_[static_cast<std::size_t>(wanted)].id);
 }
 
+void FileTabs::moveShown(int by) {
+    const std::size_t at = shownIndex();
+    if (by < 0 && at > 0) actions_.moved(shown_, at - 1);
+    if (by > 0 && at + 1 < tabs_.size()) actions_.moved(shown_, at + 2);
+}
+
 void FileTabs::onKey(wxKeyEvent& event) {
-    if (event.HasAnyModifiers() || tabs_.empty()) return event.Skip();
+    if (tabs_.empty()) return event.Skip();
+    const bool control = event.ControlDown() && !event.AltDown() && !event.ShiftDown();
+    if (control && event.GetKeyCode() == WXK_LEFT) return moveShown(-1);
+    if (control && event.GetKeyCode() == WXK_RIGHT) return moveShown(1);
+    if (event.HasAnyModifiers()) return event.Skip();
     const int last = static_cast<int>(tabs_.size()) - 1, at = static_cast<int>(shownIndex());
     switch (event.GetKeyCode()) {
         case WXK_LEFT:

@@ -17,6 +17,8 @@ class FileTabs : public PaintedWindow {
     struct Actions {
         std::function<void(std::uint64_t id)> chosen;
         std::function<void(std::uint64_t id)> closed;
+        /// Before the one that is at `index` now.
+        std::function<void(std::uint64_t id, std::size_t index)> moved;
         std::function<void()> toText;     ///< the keyboard goes to the text
         std::function<void()> functions;  ///< the outline is to open
     };
@@ -51,6 +53,8 @@ class FileTabs : public PaintedWindow {
     void bindMouse();
     void onMotion(wxMouseEvent& event);
     void onRelease(wxMouseEvent& event);
+    void drag(int x);
+    void moveShown(int by);
     void onKey(wxKeyEvent& event);
     void step(int by);
     void openList();
@@ -64,6 +68,8 @@ class FileTabs : public PaintedWindow {
     std::vector<int> ends_;      ///< of the tabs, from the left of the first
     int scrolled_ = 0;           ///< pixels
     std::uint64_t pressed_ = 0;  ///< the tab whose cross is held down
+    std::uint64_t dragged_ = 0;  ///< the tab that is held down
+    int dragFrom_ = 0;
     wxPoint pointer_{-1, -1};
 };
 

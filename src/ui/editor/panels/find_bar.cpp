@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kFieldX = 36, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
               kOptionWidth = 28, kOptionGap = 2, kOptionEnd = 4, kCheckGap = 10, kInField = 9,
-              kCountX = 412, kButtonHeight = 28;
+              kBehindField = 16, kLeastField = 160, kCloseRoom = 34, kButtonHeight = 28;
 constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
 constexpr std::size_t kMostMatches = 100000;
 
@@ -306,10 +306,29 @@ void FindBar::placeField(wxTextCtrl& field, int y, int width) {
     field.SetSize(dip(kFieldX + kInField), y + (dip(kFieldHeight) - tall + 1) / 2, width, tall);
 }
 
+int FindBar::countWidth() const {
+    return std::max(textWidth(*this, said_, look().strong) + dip(12), dip(55));
+}
+
+int FindBar::behindField() const {
+    return dip(kFieldX + kBehindField) + fieldWidth_;
+}
+
+/// In a narrow window the buttons stay in sight.
+int FindBar::roomForField() const {
+    const int arrows = countWidth() + dip(64 + 8) + markAll_->wantedWidth() + dip(kCloseRoom);
+    const int buttons = replace_->wantedWidth() + replaceAll_->wantedWidth() + dip(2 * 8 + 6 + 4) +
+                        inSelection_->wantedWidth();
+    const int others = std::max(arrows, replaceRow_ ? buttons : 0);
+    const int room = GetClientSize().x - dip(kFieldX + kBehindField) - others;
+    return std::clamp(room, dip(kLeastField), dip(kFieldWidth));
+}
+
 void FindBar::place() {
     const int height = dip(kFieldHeight), first = dip(kFirstRow), second = dip(kSecondRow);
     more_->SetSize(dip(4), first - dip(2), dip(28), height);
-    int x = dip(kFieldX + kFieldWidth - kOptionEnd);
+    fieldWidth_ = roomForField();
+    int x = dip(kFieldX - kOptionEnd) + fieldWidth_;
     for (auto option = options_.rbegin(); option != options_.rend(); ++option) {
         x -= dip(kOptionWidth);
         (*option)->SetSize(x, first + dip(kOptionGap), dip(kOptionWidth),
@@ -317,28 +336,31 @@ void FindBar::place() {
         x -= dip(kOptionGap);
     }
     placeField(*field_, first, x - dip(kFieldX + kInField));
-    x = dip(kCountX) + std::max(textWidth(*this, said_, look().strong) + dip(12), dip(55));
+    x = behindField() + countWidth();
     for (PaintedButton* button : {previous_, next_}) {
         button->SetSize(x, first, dip(28), height);
         x += dip(32);
     }
+    const int end = GetClientSize().x - dip(kCloseRoom);
     markAll_->SetSize(x + dip(8), first, markAll_->wantedWidth(), dip(kButtonHeight));
-    close_->SetSize(GetClientSize().x - dip(34), first, dip(28), height);
+    markAll_->Show(markAll_->GetRect().GetRight() < end);
+    close_->SetSize(end, first, dip(28), height);
     for (wxWindow* part :
          std::initializer_list<wxWindow*>{replacement_, replace_, replaceAll_, inSelection_})
         part->Show(replaceRow_);
     if (!replaceRow_) return;
-    placeField(*replacement_, second, dip(kFieldWidth - 2 * kInField));
-    x = dip(kCountX);
+    placeField(*replacement_, second, fieldWidth_ - dip(2 * kInField));
+    x = behindField();
     for (PaintedButton* button : {replace_, replaceAll_}) {
         button->SetSize(x, second, button->wantedWidth(), dip(kButtonHeight));
         x += button->wantedWidth() + dip(8);
     }
     inSelection_->SetSize(x + dip(6), second, inSelection_->wantedWidth(), height);
+    inSelection_->Show(inSelection_->GetRect().GetRight() < GetClientSize().x);
 }
 
 void FindBar::paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const {
-    fieldBox(context, {dip(kFieldX), y, dip(kFieldWidth), dip(kFieldHeight)}, field.HasFocus());
+    fieldBox(context, {dip(kFieldX), y, fieldWidth_, dip(kFieldHeight)}, field.HasFocus());
 }
 
 void FindBar::paint(wxGraphicsContext& context) {
@@ -348,7 +370,7 @@ void FindBar::paint(wxGraphicsContext& context) {
     paintBox(context, *field_, dip(kFirstRow));
     if (replaceRow_) paintBox(context, *replacement_, dip(kSecondRow));
     const bool none = matches_.empty() && !field_->GetValue().empty();
-    text(context, said_, look().strong, none ? look()->error : look()->text, dip(kCountX),
+    text(context, said_, look().strong, none ? look()->error : look()->text, behindField(),
          dip(kFirstRow), dip(kFieldHeight));
 }
 

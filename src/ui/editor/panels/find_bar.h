@@ -40,6 +40,9 @@ class FindBar : public PaintedWindow {
     void makeButtons();
     PaintedButton* addOption(const wxString& label, const wxString& name, bool EditorSettings::*on);
     void place();
+    int countWidth() const;
+    int behindField() const;
+    int roomForField() const;
     void placeField(wxTextCtrl& field, int y, int width);
     void paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const;
     void showSelection();
@@ -67,6 +70,7 @@ class FindBar : public PaintedWindow {
     std::vector<PaintedButton*> options_;
     std::vector<Match> matches_;
     wxString said_;
+    int fieldWidth_ = 0;
     bool replaceRow_ = false;
 };
 

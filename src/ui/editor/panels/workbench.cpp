@@ -203,7 +203,10 @@ void Workbench::makeWelcome() {
     WelcomePane::Actions actions;
     actions.create = [this] { command_(command_id::kNew); };
     actions.open = [this] { command_(command_id::kOpen); };
-    actions.examples = [this] { command_(command_id::kHelp); };
+    actions.examples = [this] {
+        editor_.openExample();
+        refresh();
+    };
     actions.manual = [this] { command_(command_id::kHelp); };
     actions.showAtStart = [this](bool shown) {
         settings_.welcome = shown;
@@ -274,6 +277,7 @@ bool Workbench::takesCommand(int id) {
 bool Workbench::escape() {
     if (settings_.classic || !controls_.text) return false;
     if (assist_ && assist_->escape()) return true;
+    if (side_->escape()) return true;
     if (breakpointBox_->IsShown()) return breakpointBox_->close(), true;
     if (findShown_) return closeFind(), true;
     if (controls_.text->HasFocus()) return false;

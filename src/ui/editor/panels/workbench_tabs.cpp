@@ -24,6 +24,10 @@ void Workbench::makeTabs() {
         editor_.closeTab(id);
         refresh();
     };
+    actions.moved = [this](std::uint64_t id, std::size_t index) {
+        editor_.moveTab(id, index);
+        refresh();
+    };
     actions.toText = [this] {
         if (controls_.text) controls_.text->SetFocus();
     };
