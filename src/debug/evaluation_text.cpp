@@ -38,6 +38,7 @@ class Reader {
     EvaluationText read() {
         if (!balanced()) return refuse("The brackets of this expression do not match.");
         if (ended()) return refuse("A \";\" does not belong into an expression.");
+        found_.untyped = namesNoType();
         look();
         std::size_t copied = 0;
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -85,6 +86,33 @@ class Reader {
         return false;
     }
 
+    /// What stands before a bracket that opens a call or an index, and no group.
+    bool isCalled(std::size_t i) const {
+        const bool word = tokens_.isName(i) && !isOperatorWord(tokens_.text(i));
+        return word || tokens_.isSymbol(i, ')') || tokens_.isSymbol(i, ']') ||
+               tokens_.isSymbol(i, '>');
+    }
+
+    /// A function without a name stands where neither a parameter nor an assignment gives it a
+    /// type. The engine takes it for a value then, which ends the process.
+    bool namesNoType() const {
+        std::vector<bool> typed = {false};
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (tokens_.isSymbol(i, kAssign)) typed.back() = true;
+            if (tokens_.isSymbol(i, ',') && typed.size() == 1) typed.back() = false;
+            const bool group = tokens_.isSymbol(i, '(') && (i == 0 || !isCalled(i - 1));
+            if (group || tokens_.isSymbol(i, '(') || tokens_.isSymbol(i, '[') ||
+                tokens_.isSymbol(i, '{'))
+                typed.push_back(!group || typed.back());
+            const bool closes =
+                tokens_.isSymbol(i, ')') || tokens_.isSymbol(i, ']') || tokens_.isSymbol(i, '}');
+            if (closes && typed.size() > 1) typed.pop_back();
+            if (tokens_.isWord(i, "function") && tokens_.isSymbol(i + 1, '(') && !typed.back())
+                return true;
+        }
+        return false;
+    }
+
     bool adjoins(std::size_t i, char symbol) const {
         return tokens_.isSymbol(i, symbol) && tokens_.isSymbol(i + 1, symbol) &&
                tokens_[i].begin + 1 == tokens_[i + 1].begin;
@@ -96,10 +124,7 @@ class Reader {
             if (tokens_.isSymbol(i, kAssign) || adjoins(i, '+') || adjoins(i, '-'))
                 found_.changes = true;
             if (!tokens_.isSymbol(i, '(') || i == 0) continue;
-            const bool word = tokens_.isName(i - 1) && !isOperatorWord(tokens_.text(i - 1));
-            if (word || tokens_.isSymbol(i - 1, ')') || tokens_.isSymbol(i - 1, ']') ||
-                tokens_.isSymbol(i - 1, '>'))
-                found_.calls = true;
+            if (isCalled(i - 1)) found_.calls = true;
         }
     }
 
@@ -176,6 +201,9 @@ class Reader {
         const auto known = std::find_if(
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });
+        // It comes by value, and what is set would be lost.
+        if (isFunction(value) && tokens_.isSymbol(token + 1, kAssign))
+            found_.error = "\"" + named.name + "\" is a function handle: it is set as a variable.";
         EvaluationBinding binding{
             kind, passOf(kind, value, token), named.name, parameter, value, named.index};
         if (known == found_.bindings.end())
@@ -185,13 +213,16 @@ class Reader {
         return parameter;
     }
 
+    bool isFunction(const TypedValue& value) const {
+        const asITypeInfo* const type = engine_.GetTypeInfoById(value.typeId);
+        return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
+    }
+
     EvaluationBinding::Pass passOf(EvaluationBinding::Kind kind, const TypedValue& value,
                                    std::size_t token) const {
         using Pass = EvaluationBinding::Pass;
         if (kind == EvaluationBinding::Kind::thisObject) return Pass::handle;
-        const asITypeInfo* const type = engine_.GetTypeInfoById(value.typeId);
-        const bool isFunction = type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
-        if (isFunction) return Pass::handle;
+        if (isFunction(value)) return Pass::handle;
         if ((value.typeId & asTYPEID_OBJHANDLE) == 0)
             return value.constant ? Pass::readOnly : Pass::address;
         // A handle is passed itself only where it may be changed: the engine of some hosts takes

@@ -29,6 +29,8 @@ struct EvaluationText {
     std::vector<EvaluationBinding> bindings;
     bool calls = false;    ///< calls a function, as far as signs tell
     bool changes = false;  ///< assigns or counts up or down
+    bool untyped = false;  ///< a function without a name, to which nothing gives a type
+    static constexpr char kUntyped[] = "A function without a name has no type here.";
 
     /// "int &out a, const string &in b"
     std::string parameters(asIScriptEngine& engine) const;

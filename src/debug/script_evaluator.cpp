@@ -137,6 +137,7 @@ Evaluation ScriptEvaluator::Impl::compiled(const FrameScope& scope, std::string_
     EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
     if (text.error.empty() && hover && (text.calls || text.changes))
         text.error = "This could change something.";
+    if (text.error.empty() && text.untyped) text.error = EvaluationText::kUntyped;
     answer.error = text.error;
     if (!answer.error.empty()) return answer;
     auto call = compile(scope, text, EvaluationCall::Form::show, 0, answer.error);
@@ -174,7 +175,7 @@ Kept ScriptEvaluator::Impl::make(const FrameScope& scope, std::string_view expre
         return made;
     }
     const EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
-    made.error = text.error;
+    made.error = text.untyped ? EvaluationText::kUntyped : text.error;
     if (made.error.empty())
         made.call = compile(scope, text, EvaluationCall::Form::show, 0, made.error);
     return made;
@@ -270,6 +271,7 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     binding.name = binding.parameter = "target_";
     binding.value = target.value;
     const bool handle = isHandle(*scope.module()->GetEngine(), target.value.typeId);
+    if (text.untyped && !handle) return EvaluationText::kUntyped;
     if (!handle) text.bindings.push_back(binding);
     const auto compile = [&](std::string& why) {
         return impl_->compile(scope, text,

@@ -167,14 +167,45 @@ class Generator {
     std::size_t pick(std::size_t count) { return random_() % count; }
     std::string oneOf(const std::vector<std::string>& all) { return all[pick(all.size())]; }
     std::string name() {
-        return oneOf({"a",    "b",      "u",      "big",    "tiny",       "d",     "f",      "yes",
-                      "s",    "v",      "w",      "vv",     "stone",      "other", "handle", "none",
-                      "kind", "change", "global", "word",   "pit::depth", "this",  "1",      "0",
-                      "2.5",  "\"t\"",  "null",   "Gravel", "nobody",     "add1",  "@add1"});
+        return oneOf({"a",          "b",      "u",      "big",
+                      "tiny",       "d",      "f",      "yes",
+                      "s",          "v",      "w",      "vv",
+                      "stone",      "other",  "handle", "none",
+                      "kind",       "change", "global", "word",
+                      "pit::depth", "this",   "1",      "0",
+                      "2.5",        "\"t\"",  "null",   "Gravel",
+                      "nobody",     "add1",   "@add1",  "function(x) { return x; }"});
     }
 
     std::mt19937 random_;
 };
+
+/// The engine ends the process over one that it takes for a value.
+TEST_F(Expressions, AFunctionWithoutANameHasATypeOnlyWhereItIsGivenOne) {
+    breakAt(5);
+    atStop = [&](const StopInfo&) {
+        for (const char* const text :
+             {"function(){}", "(function(n) { return n; })", "@function(){}",
+              "true ? function(){} : function(){}", "h is function(n) { return n; }",
+              "h == function(n) { return n; }", "not function(){}"})
+            EXPECT_EQ(value(text), "error: A function without a name has no type here.") << text;
+        EXPECT_EQ(value("twice(function(n) { return n + 1; })"), "42");
+        EXPECT_EQ(value("twice((function(n) { return n + 2; }))"), "44");
+        EXPECT_EQ(value("F(function(n) { return n; })").substr(0, 10), "int lambda");
+        EXPECT_EQ(value("@h = function(n) { return n; }", EvaluationPurpose::console),
+                  "error: \"h\" is a function handle: it is set as a variable.");
+        EXPECT_EQ(debug.setExpression(0, "h", "function(n) { return n; }").error, "");
+        EXPECT_EQ(value("h(7)"), "7");
+        EXPECT_EQ(debug.setExpression(0, "x", "function(n) { return n; }").error,
+                  "A function without a name has no type here.");
+        EXPECT_NE(debug.setExpression(0, "c", "function(n) { return n; }").error, "");
+    };
+    EXPECT_FALSE(start("funcdef int F(int n);\nint twice(F@ f) { return f(20) * 2; }\n"
+                       "class C {}\nint main() { F@ h; C@ c; int x = 1;\n    return 0;\n}\n")
+                     .failed())
+        << messages();
+    EXPECT_EQ(stops.size(), 1u);
+}
 
 TEST_F(Expressions, AtRandomKillNothingAndChangeNothing) {
     const char* const wanted = std::getenv("KORVANT_RANDOM_EXPRESSIONS");

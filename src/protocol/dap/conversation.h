@@ -135,7 +135,6 @@ class Conversation {
     Answer evaluate(const Json& arguments);
     Answer completions(const Json& arguments);
     void tellChanged();
-    Answer typeAtConsole(const std::string& text);
     static ValueNode nodeOf(const Json& arguments);
     bool frameOf(const Json& arguments, unsigned& frame) const;
     Json scopeBody(const char* name, const char* hint, ValueScope which, unsigned frame);

@@ -133,17 +133,14 @@ Answer Conversation::setExpression(const Json& arguments) {
 }
 
 /// While the script waits for a line, what is typed is that line.
-Answer Conversation::typeAtConsole(const std::string& text) {
-    if (!program_.feed(text)) return Answer::refused("the script is running");
-    return Answer::with({{"result", ""}, {"variablesReference", 0}});
-}
-
 Answer Conversation::evaluate(const Json& arguments) {
     const Json& expression = rpc::memberOf(arguments, "expression");
     const std::string context = rpc::textOf(arguments, "context");
     const std::string text = expression.get<std::string>();
-    if (!standsStill_)
-        return context == "repl" ? typeAtConsole(text) : Answer::refused("the script is running");
+    // An expression that asks something is answered like a script that does.
+    if (context == "repl" && program_.feed(text))
+        return Answer::with({{"result", ""}, {"variablesReference", 0}});
+    if (!standsStill_) return Answer::refused("the script is running");
     unsigned frame = 0;
     if (!frameOf(arguments, frame)) return Answer::refused("there is no such frame");
     const EvaluationPurpose purpose = context == "hover"  ? EvaluationPurpose::hover

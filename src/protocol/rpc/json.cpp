@@ -1,6 +1,8 @@
 #include "protocol/rpc/json.h"
 
+#include <charconv>
 #include <cmath>
+#include <string>
 
 namespace korvant::rpc {
 
@@ -27,11 +29,46 @@ bool tooDeep(std::string_view text) {
     return false;
 }
 
+/// Of an escape "\uXXXX" at `at`; 0 for anything else.
+unsigned unitAt(std::string_view text, std::size_t at) {
+    constexpr std::size_t kSize = 6;
+    if (text.size() < at + kSize || text[at] != '\\' || text[at + 1] != 'u') return 0;
+    unsigned unit = 0;
+    const char* const end = text.data() + at + kSize;
+    const auto read = std::from_chars(text.data() + at + 2, end, unit, 16);
+    return read.ec == std::errc() && read.ptr == end ? unit : 0;
+}
+
+/// A client that counts in units may cut a character in two: each half becomes one that stands for
+/// what is unknown, and the places behind it stay. True when there was one.
+bool mendHalves(std::string& text) {
+    constexpr std::string_view kUnknown = "\\ufffd";
+    const auto isHigh = [](unsigned unit) { return unit >= 0xD800 && unit < 0xDC00; };
+    const auto isLow = [](unsigned unit) { return unit >= 0xDC00 && unit < 0xE000; };
+    bool mended = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\') continue;
+        const unsigned unit = unitAt(text, i);
+        if (isHigh(unit) && isLow(unitAt(text, i + kUnknown.size()))) {
+            i += 2 * kUnknown.size() - 1;
+        } else if (isHigh(unit) || isLow(unit)) {
+            text.replace(i, kUnknown.size(), kUnknown);
+            mended = true;
+        } else {
+            ++i;
+        }
+    }
+    return mended;
+}
+
 }  // namespace
 
 std::optional<Json> readJson(std::string_view text) {
     if (tooDeep(text)) return std::nullopt;
     Json value = Json::parse(text, nullptr, false);
+    if (!value.is_discarded()) return value;
+    std::string halves(text);
+    if (mendHalves(halves)) value = Json::parse(halves, nullptr, false);
     if (value.is_discarded()) return std::nullopt;
     return value;
 }

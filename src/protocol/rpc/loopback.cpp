@@ -3,6 +3,9 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#if !defined(_WIN32)
+#include <poll.h>
+#endif
 
 #include "protocol/rpc/channel.h"
 
@@ -12,29 +15,58 @@ namespace {
 
 using asio::ip::tcp;
 
+/// Until bytes can be read or sent, or the other side has gone; a tenth of a second at most.
+void waitFor(tcp::socket& socket, short what) {
+    constexpr int kTurnMs = 100;
+#if defined(_WIN32)
+    WSAPOLLFD place{socket.native_handle(), what, 0};
+    WSAPoll(&place, 1, kTurnMs);
+#else
+    pollfd place{socket.native_handle(), what, 0};
+    poll(&place, 1, kTurnMs);
+#endif
+}
+
+/// Nobody waits inside the system for longer than a turn: that one thread shuts a socket down wakes
+/// another one there on some systems only.
 class SocketChannel final : public Channel {
   public:
     SocketChannel(std::shared_ptr<asio::io_context> context, tcp::socket socket)
         : context_(std::move(context)), socket_(std::move(socket)) {
         asio::error_code ignored;
         socket_.set_option(tcp::no_delay(true), ignored);
+        socket_.non_blocking(true, ignored);
     }
     ~SocketChannel() override { close(); }
 
     bool read(std::string& bytes) override {
         char buffer[16384];
-        asio::error_code error;
-        const std::size_t got = socket_.read_some(asio::buffer(buffer), error);
-        if (error || closed_) return false;
-        bytes.append(buffer, got);
-        return true;
+        while (!closed_) {
+            asio::error_code error;
+            const std::size_t got = socket_.read_some(asio::buffer(buffer), error);
+            if (wouldWait(error)) {
+                waitFor(socket_, POLLIN);
+                continue;
+            }
+            if (error || closed_) return false;
+            bytes.append(buffer, got);
+            return true;
+        }
+        return false;
     }
 
     bool write(std::string_view bytes) override {
         const std::lock_guard lock(writing_);
-        asio::error_code error;
-        if (!closed_) asio::write(socket_, asio::buffer(bytes.data(), bytes.size()), error);
-        return !closed_ && !error;
+        while (!closed_ && !bytes.empty()) {
+            asio::error_code error;
+            bytes.remove_prefix(
+                socket_.write_some(asio::buffer(bytes.data(), bytes.size()), error));
+            if (wouldWait(error))
+                waitFor(socket_, POLLOUT);
+            else if (error)
+                return false;
+        }
+        return !closed_;
     }
 
     /// Shut down, not closed: the number of the socket stays ours while another thread waits in it.
@@ -45,6 +77,10 @@ class SocketChannel final : public Channel {
     }
 
   private:
+    static bool wouldWait(const asio::error_code& error) {
+        return error == asio::error::would_block || error == asio::error::try_again;
+    }
+
     std::shared_ptr<asio::io_context> context_;
     tcp::socket socket_;
     std::mutex writing_;

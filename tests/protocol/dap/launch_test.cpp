@@ -147,6 +147,21 @@ TEST_F(Launch, ColumnsCountAsTheProtocolDoes) {
     EXPECT_EQ(told["column"], 13) << told.dump();
 }
 
+TEST_F(Launch, AnExpressionThatAsksIsAnsweredAtTheConsole) {
+    launch(
+        "int ask() {\n    int n;\n    Input(n);\n    return n;\n}\n"
+        "int main() {\n    int a = 1;\n    return a;\n}\n",
+        7);
+    const Json frame = client.topFrame()["id"];
+    const auto say = [&](const char* typed) {
+        return client.send("evaluate",
+                           {{"expression", typed}, {"context", "repl"}, {"frameId", frame}});
+    };
+    const int question = say("ask() + 1");
+    EXPECT_EQ(client.answerTo(say("41"))["success"], true);
+    EXPECT_EQ(client.answerTo(question)["body"]["result"], "42");
+}
+
 TEST_F(Launch, RestartBeginsAfreshAndSaysSo) {
     launch(kWalk, 13);
     client.good("setBreakpoints", {{"source", {{"path", kProgram}}},

@@ -47,6 +47,11 @@ TEST(Json, TooDeepOrWrongIsNoMessage) {
     EXPECT_FALSE(readJson(std::string(100'000, '[')));
     EXPECT_FALSE(readJson("{\"a\":"));
     EXPECT_FALSE(readJson("\"\xff\""));
+    // Halves of a character, which editors send when one is cut in two.
+    EXPECT_EQ(*readJson(R"("\ud834\udd1e \ud834 \udd1e\\ud834\ud834\u0041")"),
+              "\xF0\x9D\x84\x9E \xEF\xBF\xBD \xEF\xBF\xBD\\ud834\xEF\xBF\xBD"
+              "A");
+    EXPECT_FALSE(readJson(R"("\ud834 \u12")"));
     EXPECT_TRUE(readJson("{\"brackets\": \"" + std::string(1000, '[') + "\\\"[\"}"));
     const Json odd = {{"number", 1e300}, {"text", 5}, {"truth", "yes"}};
     EXPECT_EQ(numberOf(odd, "number", 7), 7);
