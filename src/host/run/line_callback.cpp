@@ -58,9 +58,9 @@ int LineCallback::execute(asIScriptContext& context, bool ours) {
 }
 
 void LineCallback::begin(asIScriptContext& context, bool ours) {
-    breakpoints_.forgetFunctions();
+    forgetClear();
+    if (!breakpoints_.empty()) findRegisters();
     executing_ = true;
-    clear_ = nullptr;
     watched_ = watch_.start();
     attention_ = (watched_ ? 0u : kUnwatched) | wantedAttention();
     attendedAt_ = steadyMilliseconds();
@@ -98,8 +98,8 @@ void LineCallback::end() {
 void LineCallback::policyChanged() {
     if (!executing_) return;
     if (watched_) watch_.disarm();
-    clear_ = nullptr;
-    breakpoints_.forgetFunctions();
+    forgetClear();
+    if (!breakpoints_.empty()) findRegisters();
     attention_.fetch_and(~unsigned{kByLine | kStepping | kCounting});
     attention_.fetch_or(wantedAttention());
     if (off_ != nullptr && !mayBeOff()) {
@@ -171,12 +171,23 @@ void LineCallback::entry(asIScriptContext* context, void* self) noexcept {
             return;
         }
     }
-    if (attention == kByLine) return callback.passByLine(*context);
-    if (attention != 0) return callback.decideSlowly(*context);
-    asIScriptFunction* const function = currentFunction(*context);
-    if (function == nullptr || function != callback.clear_)
-        return callback.pass(*context, function);
+    if ((attention & ~unsigned{kByLine}) != 0) return callback.decideSlowly(*context);
+    const asDWORD* const place = programPosition(*context);
+    if (!callback.seenClear(*context, place)) return callback.lookForStops(*context, place);
     callback.state_.lastStoppedLine = 0;
+}
+
+/// The line is asked for once at each place where nothing stops.
+void LineCallback::lookForStops(asIScriptContext& context, const asDWORD* place) noexcept {
+    const bool byLine = (attention_.load(std::memory_order_relaxed) & kByLine) != 0;
+    if (byLine && passByLine(context)) return noteClear(context, place);
+    asIScriptFunction* const function = currentFunction(context);
+    if (function == nullptr || function != clear_) {
+        pass(context, function);
+        if (function == nullptr || function != clear_) return;
+    }
+    state_.lastStoppedLine = 0;
+    noteClear(context, place);
 }
 
 /// Neither stepping nor due. The call when execution leaves the context needs no care: at a line
@@ -194,15 +205,16 @@ void LineCallback::pass(asIScriptContext& context, asIScriptFunction* function) 
 }
 
 /// The same for some statements from one on whose function holds a breakpoint: where the line is
-/// wanted anyway, asking for the function first would be in vain.
-void LineCallback::passByLine(asIScriptContext& context) noexcept {
+/// wanted anyway, asking for the function first would be in vain. False: the function is to be
+/// asked.
+bool LineCallback::passByLine(asIScriptContext& context) noexcept {
     const std::int32_t line = currentLine(context);
     if (line > 0 && !breakpoints_.contains(line) && isRun(context) && --byLineLeft_ > 0) {
         state_.lastStoppedLine = 0;
-        return;
+        return true;
     }
     attention_.fetch_and(~unsigned{kByLine});
-    pass(context, currentFunction(context));
+    return false;
 }
 
 void LineCallback::endOnlyEntry(asIScriptContext* context, void* self) noexcept {
@@ -220,11 +232,6 @@ void LineCallback::decideSlowly(asIScriptContext& context) noexcept {
     const std::int32_t line = currentLine(context);
     if (line > 0 && (policy_ != nullptr || isRun(context))) decide(context, line);
     if ((attention_.load() & (kDue | kUnwatched)) != 0) lookAtEnd(context);
-}
-
-/// Suspending is for the context of the run; any other is only ended.
-bool LineCallback::isRun(const asIScriptContext& context) const {
-    return state_.currentContext == nullptr || state_.currentContext == &context;
 }
 
 /// True when that is all. `breakpoint`: there is one on the line, which the policy may pass over.

@@ -1,11 +1,13 @@
 // What happens before each statement of a script.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 
 #include "host/engine/engine_compat.h"
 #include "host/engine/object_count.h"
+#include "host/engine/program_position.h"
 #include "host/run/breakpoint_table.h"
 #include "host/run/run_limit.h"
 #include "host/run/run_watch.h"
@@ -26,7 +28,8 @@ class RunEndReport {
 /// context and a watch thread puts it back when something is due.
 ///
 /// A callback costs a few nanoseconds and is called for every statement, so all but the rare is
-/// decided by one flag and the function that runs.
+/// decided by one flag and the place in the code, or where that is not known the function that
+/// runs.
 class LineCallback final : public WatchTarget {
   public:
     LineCallback(RunState& state, const RunLimit& limit, RunEndReport& report)
@@ -93,7 +96,8 @@ class LineCallback final : public WatchTarget {
     void end();
     void decideSlowly(asIScriptContext& context) noexcept;
     void pass(asIScriptContext& context, asIScriptFunction* function) noexcept;
-    void passByLine(asIScriptContext& context) noexcept;
+    bool passByLine(asIScriptContext& context) noexcept;
+    void lookForStops(asIScriptContext& context, const asDWORD* place) noexcept;
     void lookAtEnd(asIScriptContext& context);
     bool findEnding(asIScriptContext* context);
     void decide(asIScriptContext& context, std::int32_t line);
@@ -108,7 +112,10 @@ class LineCallback final : public WatchTarget {
         return policy_ != nullptr && policy_->wantsEveryStatement();
     }
     bool mayBeOff() const noexcept;
-    bool isRun(const asIScriptContext& context) const;
+    /// Suspending is for the context of the run; any other is only ended.
+    bool isRun(const asIScriptContext& context) const {
+        return state_.currentContext == nullptr || state_.currentContext == &context;
+    }
     bool outOfMemory() const noexcept;
 
     std::uint32_t millisecondsLeft(std::uint32_t longest) override;
@@ -145,6 +152,25 @@ class LineCallback final : public WatchTarget {
     static_assert(std::atomic<unsigned>::is_always_lock_free);
     std::atomic<unsigned> attention_{kUnwatched};
     asIScriptFunction* clear_ = nullptr;  ///< the last function seen without a breakpoint
+
+    /// Whether nothing stops at the statement that the run's own context stands at, because that
+    /// was found out before.
+    bool seenClear(const asIScriptContext& context, const asDWORD* place) const noexcept {
+        return place != nullptr && clearPlaces_[slotOf(place)] == place && isRun(context);
+    }
+    void noteClear(const asIScriptContext& context, const asDWORD* place) noexcept {
+        if (isRun(context)) clearPlaces_[slotOf(place)] = place;
+    }
+    void forgetClear() noexcept {
+        clear_ = nullptr;
+        clearPlaces_.fill(nullptr);
+        breakpoints_.forgetFunctions();
+    }
+    static constexpr std::size_t kClearPlaces = 512;
+    static std::size_t slotOf(const asDWORD* place) noexcept {
+        return reinterpret_cast<std::uintptr_t>(place) / sizeof *place % kClearPlaces;
+    }
+    std::array<const asDWORD*, kClearPlaces> clearPlaces_{};  ///< in the code of this execution
     int byLineLeft_ = 0;
 };
 
