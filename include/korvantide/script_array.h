@@ -11,6 +11,7 @@
 namespace korvant {
 struct ArrayType;
 class ArrayUse;
+struct ArrayPlaces;
 }  // namespace korvant
 
 /// The script type `array<T>`, or `T[]`, of an engine whose host registered no array type of its
@@ -115,6 +116,7 @@ class KORVANTIDE_API ScriptArray {
 
   private:
     friend class korvant::ArrayUse;
+    friend struct korvant::ArrayPlaces;
 
     explicit ScriptArray(korvant::ArrayType& type) noexcept;
     ~ScriptArray();

@@ -1,5 +1,6 @@
 #include "host/engine/array_registration.h"
 
+#include "host/engine/array_places.h"
 #include "host/engine/array_type.h"
 #include "host/engine/method_call.h"
 #include "korvantide/script_array.h"
@@ -44,7 +45,7 @@ void releaseReferences(ScriptArray* self, asIScriptEngine* engine) {
 }
 
 void* opIndex(ScriptArray* self, asUINT index) {
-    return self->At(index);
+    return ArrayPlaces::at(*self, index);
 }
 ScriptArray* opAssign(ScriptArray* self, const ScriptArray& other) {
     return &(*self = other);
@@ -71,7 +72,7 @@ void insertArray(ScriptArray* self, asUINT index, const ScriptArray& other) {
     self->InsertAt(index, other);
 }
 void insertLast(ScriptArray* self, const void* value) {
-    self->InsertLast(value);
+    if (!ArrayPlaces::append(*self, value)) self->InsertLast(value);
 }
 void removeAt(ScriptArray* self, asUINT index) {
     self->RemoveAt(index);

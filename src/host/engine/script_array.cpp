@@ -9,12 +9,14 @@
 #include <utility>
 
 #include "host/engine/active_context.h"
+#include "host/engine/array_places.h"
 #include "host/engine/array_type.h"
 #include "host/engine/array_use.h"
 #include "host/engine/memory_budget.h"
 #include "host/engine/native_call.h"
 #include "host/engine/script_string.h"
 
+using korvant::ArrayPlaces;
 using korvant::ArrayType;
 using korvant::ArrayUse;
 using korvant::memoryBudget;
@@ -153,7 +155,7 @@ void ScriptArray::ReleaseAllHandles(asIScriptEngine*) noexcept {
 }
 
 unsigned char* ScriptArray::place(asQWORD index) const noexcept {
-    return data_ + static_cast<std::size_t>(index) * type_.width;
+    return ArrayPlaces::place(*this, index);
 }
 
 /// What scripts know as a reference to the element.
@@ -163,13 +165,7 @@ void* ScriptArray::elementAt(asUINT index) const noexcept {
 }
 
 const void* ScriptArray::At(asUINT index) const noexcept {
-    if (index >= size_) {
-        raiseInScript("Index out of bounds");
-        return nullptr;
-    }
-    void* const element = elementAt(index);
-    if (element == nullptr) raiseInScript("Null pointer access");
-    return element;
+    return ArrayPlaces::at(*this, index);
 }
 
 void* ScriptArray::At(asUINT index) noexcept {
