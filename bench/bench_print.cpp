@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "base/system/gathered_output.h"
+#include "host/engine/native_call.h"
 #include "host/engine/script_string.h"
 #include "host/library/console_functions.h"
 #include "host/library/run_files.h"
@@ -167,8 +168,9 @@ struct Scripts {
     asIScriptContext* context = moduleSession().configure(engine, korvant::registrationOrder());
 
     Scripts() {
-        engine->RegisterGlobalFunction("void Nothing(string &in)", asFUNCTION(nothing),
-                                       asCALL_CDECL);
+        const korvant::FunctionRow rows[] = {
+            korvant::functionRow<nothing>("void Nothing(string &in)", "")};
+        korvant::registerGlobalFunctions(engine, rows);
         moduleSession().compile(engine,
                                 "void print() { for (int i = 0; i < 20000; i++) Print(\"a line of "
                                 "text\\n\"); }\n"

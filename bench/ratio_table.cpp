@@ -84,7 +84,8 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         if (!run.run_name.args.empty()) name += "/" + run.run_name.args;
         Samples& samples = samples_[name];
         if (run.error_occurred) samples.error = run.error_message;
-        const bool wallClock = !run.run_name.time_type.empty();
+        const std::string& kind = run.run_name.time_type;
+        const bool wallClock = !kind.empty() && kind != "process_time";
         const double seconds = wallClock ? run.real_accumulated_time : run.cpu_accumulated_time;
         if (run.iterations > 0)
             samples.nanoseconds.push_back(seconds * 1e9 / static_cast<double>(run.iterations));

@@ -15,7 +15,8 @@ namespace korvant_bench {
 ///
 /// A prefix that ends with "/" is followed by the name of the case, and both sides are
 /// matched by case; a denominator without "/" names one benchmark that stands for every
-/// case. Time is processor time, or wall-clock time where the benchmark uses real time.
+/// case. Time is processor time, of all threads where the benchmark says so, or wall-clock time
+/// where it uses real time.
 struct RatioRow {
     const char* section;
     const char* figure;

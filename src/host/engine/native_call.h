@@ -87,14 +87,32 @@ struct NativeCall<Function> {
     }
 };
 
+/// Whether a function cannot change the objects that its arguments lead to. Where a declaration
+/// says `string &in`, scripts may then hand over the text itself: what else could tell is an
+/// argument beside it that changes that text, and the engine looks for those.
+template <class Argument>
+inline constexpr bool kReadsObject =
+    !std::is_class_v<std::remove_pointer_t<std::remove_reference_t<Argument>>> ||
+    std::is_const_v<std::remove_pointer_t<std::remove_reference_t<Argument>>>;
+
+template <class Result, class... Arguments>
+constexpr bool readsItsObjects(Result (*)(Arguments...)) {
+    return (kReadsObject<Arguments> && ...);
+}
+
 /// A row for a plain function.
 template <auto Function>
 FunctionRow functionRow(const char* declaration, const char* help, const char* example = "",
                         const char* failure = "") {
-    return {declaration,  asFUNCTION(NativeCall<Function>::call),
-            asCALL_CDECL, NativeCall<Function>::generic,
-            help,         example,
-            failure};
+    return {declaration,
+            asFUNCTION(NativeCall<Function>::call),
+            asCALL_CDECL,
+            NativeCall<Function>::generic,
+            help,
+            example,
+            failure,
+            asBEHAVE_MAX,
+            readsItsObjects(Function)};
 }
 
 }  // namespace korvant

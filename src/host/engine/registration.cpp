@@ -21,6 +21,14 @@ struct Callable {
     asDWORD convention;
 };
 
+/// Our engine asks for this mark of a function; to others it means nothing.
+void markReader(asIScriptEngine& engine, int function) {
+    constexpr asPWORD kNumber = 0x4B6F7252;  // as in the engine
+    static char mark;
+    asIScriptFunction* const marked = function > 0 ? engine.GetFunctionById(function) : nullptr;
+    if (marked != nullptr) marked->SetUserData(&mark, kNumber);
+}
+
 int registerMember(asIScriptEngine* engine, const char* type, const FunctionRow& row) {
     const Callable callable(row);
     if (row.behaviour == asBEHAVE_MAX)
@@ -38,6 +46,7 @@ int registerGlobalFunctions(asIScriptEngine* engine, std::span<const FunctionRow
         const Callable callable(row);
         const int result =
             engine->RegisterGlobalFunction(row.declaration, callable.function, callable.convention);
+        if (row.onlyReads) markReader(*engine, result);
         if (result < 0 && first == 0) first = result;
     }
     return first;

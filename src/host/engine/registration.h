@@ -18,6 +18,7 @@ struct FunctionRow {
     const char* example = "";                ///< one or a few script lines
     const char* failure = "";                ///< what happens when it cannot; empty: it cannot fail
     asEBehaviours behaviour = asBEHAVE_MAX;  ///< of an object type; asBEHAVE_MAX: a plain function
+    bool onlyReads = false;  ///< see readsItsObjects(); our engine then passes objects uncopied
 };
 
 /// One table of rows and what the manual calls it. `objectType` is null for global functions.

@@ -54,6 +54,31 @@ TEST_P(StringFunctions, GiveTheseResults) {
         EXPECT_EQ(value(expression), expected) << expression;
 }
 
+/// Arguments are evaluated from the last to the first, and functions that only read get the texts
+/// themselves where nothing can change them in between.
+TEST_P(StringFunctions, SeeEachTextAsItWasWhenItWasEvaluated) {
+    ASSERT_TRUE(run(R"(
+string kept = "abc";
+string change(string@ text, string answer) { text = "other"; return answer; }
+class Holder { string text = "abc"; string other { get { text = "gone"; return "xabc"; } } }
+int main() {
+    string own = "abc";
+    string@ handle = own;
+    Holder holder;
+    string[] texts = {"abc", "b"};
+    Print(StrFind(change(own, "xxabc"), own) + " " + StrFind(change(kept, "abc"), kept) + " " +
+          StrFind(holder.other, holder.text) + " " + StrFind(change(texts[0], "xxxabc"), texts[0]));
+    own = "banana";
+    Print(" " + StrFind(own, "na") + " " + StrFind("banana", texts[1]) + " " + StrFind(handle, own));
+    for (int i = 0; i < 2; i++) Print(" " + StrToUpper("ab") + StrInsert(own, "-", 1));
+    Print(" " + own + kept + texts[0]);
+    return 0;
+}
+)")) << messages();
+    EXPECT_EQ(console.output, "2 0 1 3 2 0 0 ABb-anana ABb-anana bananaotherother");
+    EXPECT_EQ(exceptionOf("string@ none; StrFind(none, \"a\");"), "Null pointer access");
+}
+
 TEST_P(StringFunctions, PositionsBeyondTheTextAreExceptions) {
     for (const char* call : {"StrInsert(\"abc\", \"X\", 4);", "StrInsert(\"abc\", \"X\", -1);",
                              "StrSubstring(\"abc\", 4, 1);", "StrSubstring(\"abc\", -1, 1);"})
