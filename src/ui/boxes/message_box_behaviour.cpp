@@ -40,6 +40,12 @@ bool isReturn(int key) {
 
 }  // namespace
 
+/// A button that goes while it has the keyboard tells of that, when its neighbours may be gone.
+MessageBoxDialog::~MessageBoxDialog() {
+    choices_.clear();
+    DestroyChildren();
+}
+
 void MessageBoxDialog::markReturn(int id) {
     for (const Choice& choice : choices_) native::markDefault(*choice.button, choice.id == id);
 }

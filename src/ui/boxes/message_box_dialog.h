@@ -24,6 +24,7 @@ class HtmlView;
 class MessageBoxDialog : public Guarded<wxDialog> {
   public:
     MessageBoxDialog(wxWindow* parent, const MessageBoxRequest& request);
+    ~MessageBoxDialog() override;
 
     /// Shows the box until it is answered. The chosen box_button; 0: closed without one.
     int ask();
