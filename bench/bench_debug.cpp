@@ -136,7 +136,7 @@ void condition(benchmark::State& state) {
     debug.breakpoints().add(wish);
     for (auto _ : state) must(!debug.start(host.engine, host.context, kShortLoop).failed());
 }
-BENCHMARK(condition)->Name("debug_condition")->UseRealTime();
+BENCHMARK(condition)->Name("debug_condition")->MeasureProcessCPUTime();
 
 /// As a debugger does that asks for each stop and goes on.
 void leaving(benchmark::State& state) {
@@ -152,7 +152,7 @@ void leaving(benchmark::State& state) {
         must(stops == kPasses);
     }
 }
-BENCHMARK(leaving)->Name("debug_leaving")->UseRealTime();
+BENCHMARK(leaving)->Name("debug_leaving")->MeasureProcessCPUTime();
 
 void firstPage(benchmark::State& state) {
     using Clock = std::chrono::steady_clock;

@@ -25,7 +25,7 @@ RATIO_ROW("Output", "prints to a pipe / fprintf", 0, "print_pipe", "fprintf_pipe
 RATIO_ROW("Output", "prints to a terminal, gathered / a formatted write each", 0.25,
           "print_terminal", "fprintf_terminal", "a busy machine: both ends of a terminal run");
 RATIO_ROW("Output", "a script's Print of a literal / one that does nothing", 1.08, "script_print",
-          "script_nothing", "a third of the rest is the system's, which writes the file");
+          "script_nothing", "a call that does nothing takes 14 ns, no longer 140");
 
 namespace {
 

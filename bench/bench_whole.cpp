@@ -302,10 +302,10 @@ void pythonText(benchmark::State& state) {
     if (std::system("command -v python3 >/dev/null 2>&1") != 0) return false;
     korvant_bench::addRow(korvant_bench::RatioRow{
         "Whole programs", "append 100,000 numbers / Python's list", 0.4, "whole_append",
-        "python_append", "the engine's call of a native method"});
-    korvant_bench::addRow(korvant_bench::RatioRow{
-        "Whole programs", "build and search 300,000 texts / Python", 0.8, "whole_text",
-        "python_text", "copies of text arguments in the engine"});
+        "python_append", "eleven instructions and a call for each number"});
+    korvant_bench::addRow(
+        korvant_bench::RatioRow{"Whole programs", "build and search 300,000 texts / Python", 0.8,
+                                "whole_text", "python_text", "a text of its own for each element"});
     korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs", "sort 200,000 ints / Python",
                                                   0.5, "whole_sort_few", "python_sort"});
     korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs",
