@@ -145,6 +145,19 @@ TEST_F(EditorPanes, WhatMendsAProblemLeavesItsLineInSight) {
     edit(script);
 }
 
+/// Keys went to a window that could not be seen.
+TEST_F(EditorPanes, AHiddenPaneGivesTheKeyboardBack) {
+    ready();
+    driver.key('2', wxMOD_CONTROL);
+    driver.when("the output", [this] { return pane()->HasFocus(); });
+    driver.key('J', wxMOD_CONTROL);
+    ready();
+    driver.type("x");
+    driver.when("a letter", [this] { return text() == "xtext\n"; });
+    closeBox();
+    edit("text\n");
+}
+
 TEST_F(EditorPanes, WelcomeLeadsToTheExamples) {
     std::string begun;
     ui::setFileChooser([&begun](wxWindow*, const FileDialogRequest& request) {

@@ -395,6 +395,7 @@ void Workbench::layOut() {
         bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
         return layOutClassic();
     }
+    wxWindow* const focus = wxWindow::FindFocus();
     const wxSize size = frame_.ToDIP(frame_.GetClientSize());
     layout_ = layOutWorkbench(state(), size.x, size.y);
     place(toolbar_, layout_.toolbar);
@@ -409,6 +410,13 @@ void Workbench::layOut() {
     bottom_->layOut(layout_, layout_.outputHeading.height > 0,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
     refreshToolbar(shown_);
+    keepFocusSeen(focus);
+}
+
+/// Keys for a window that is hidden go nowhere, and the toolkit complains of each.
+void Workbench::keepFocusSeen(wxWindow* focus) {
+    if (focus && !focus->IsShownOnScreen() && controls_.text && frame_.IsDescendant(focus))
+        controls_.text->SetFocus();
 }
 
 bool Workbench::command(int id) {
@@ -463,6 +471,8 @@ void Workbench::focusPane(int number) {
         if (!settings_.outline) toggle(&EditorSettings::outline);
         wanted = outline_->list();
     }
+    // Where there is no room for a pane it is left out.
+    if (wanted && !wanted->IsShownOnScreen()) wanted = controls_.text;
     if (wanted) wanted->SetFocus();
 }
 

@@ -136,6 +136,7 @@ class Workbench {
     void toggleClassic();
     void chooseTheme(ThemeChoice choice);
     void resetLayout();
+    void keepFocusSeen(wxWindow* focus);
     void toggle(bool EditorSettings::*part);
     void showChecks();
     void chooseFont();
