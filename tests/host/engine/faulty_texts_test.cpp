@@ -101,6 +101,20 @@ TEST_F(FaultyText, AFunctionThatIsNamedIsCalledAtOnce) {
         "8");
 }
 
+TEST_F(FaultyText, ANamelessFunctionIsNoValueOfAnyType) {
+    const auto nothing = [](asIScriptGeneric*) {};
+    asIScriptEngine& host = *engine();
+    ASSERT_GE(
+        host.RegisterGlobalFunction("void take(const ?&in)", asFUNCTION(+nothing), asCALL_GENERIC),
+        0);
+    expectErrorInMain("take(function() {});", "No matching signatures to 'take(");
+    expectErrorInMain("take((function(x) { x = 1; }));", "No matching signatures to 'take(");
+    expectOutput(
+        "funcdef int F(); int main() { F@ f = function() { return 3; }; take(f); "
+        "Print(\"\" + f()); return 0; }",
+        "3");
+}
+
 TEST_F(FaultyText, ShiftsTakeTheLowerBitsOfTheCount) {
     expectOutput(
         "int main() { int n = 33; uint64 w = 1; Print(\"\" + (1 << n) + \" \" + (1 << 33) + "
