@@ -115,6 +115,16 @@ TEST_F(FaultyText, ANamelessFunctionIsNoValueOfAnyType) {
         "3");
 }
 
+TEST_F(FaultyText, NumbersAreTheNearestThereAre) {
+    expectOutput(
+        "int main() {\n"
+        "double pi = 3.14159, top = 1.7976931348623157e308, least = 5e-324, none = 1e-400;\n"
+        "Print(\"\" + (pi == 314159 / 100000.0) + (1.75 == 7 / 4.0) + (0.1f == float(0.1)) +\n"
+        "(top < 1e309) + (least > 0) + (none == 0) + (5. == .5 * 10));\n"
+        "return 0; }",
+        "truetruetruetruetruetruetrue");
+}
+
 TEST_F(FaultyText, ShiftsTakeTheLowerBitsOfTheCount) {
     expectOutput(
         "int main() { int n = 33; uint64 w = 1; Print(\"\" + (1 << n) + \" \" + (1 << 33) + "
