@@ -115,4 +115,14 @@ FunctionRow functionRow(const char* declaration, const char* help, const char* e
             readsItsObjects(Function)};
 }
 
+/// A row for a function that waits for somebody, who may look into the script meanwhile and change
+/// the very text that is shown: it gets a copy.
+template <auto Function>
+FunctionRow askingRow(const char* declaration, const char* help, const char* example = "",
+                      const char* failure = "") {
+    FunctionRow row = functionRow<Function>(declaration, help, example, failure);
+    row.onlyReads = false;
+    return row;
+}
+
 }  // namespace korvant

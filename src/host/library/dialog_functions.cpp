@@ -118,47 +118,46 @@ int showScriptBox(MessageBoxRequest request) {
 
 std::span<const FunctionRow> dialogFunctionRows() {
     static const FunctionRow rows[] = {
-        functionRow<promptInt>("int Prompt( string &in, int &in )",
-                               "Asks for an integer; the second argument is offered as the answer.",
-                               "int holes = Prompt(\"Number of holes\", 12);",
-                               "Returns the offered value when the dialog is closed without OK."),
-        functionRow<promptFloat>(
+        askingRow<promptInt>("int Prompt( string &in, int &in )",
+                             "Asks for an integer; the second argument is offered as the answer.",
+                             "int holes = Prompt(\"Number of holes\", 12);",
+                             "Returns the offered value when the dialog is closed without OK."),
+        askingRow<promptFloat>(
             "float Prompt( string &in, float &in )",
             "Asks for a single-precision number; the second argument is offered as the answer.",
             "float grade = Prompt(\"Cut-off grade\", 0.5f);",
             "Returns the offered value when the dialog is closed without OK."),
-        functionRow<promptDouble>(
-            "double Prompt( string &in, double &in )",
-            "Asks for a number; the second argument is offered as the "
-            "answer.",
-            "double depth = Prompt(\"Depth\", 120.0);",
-            "Returns the offered value when the dialog is closed without OK."),
-        functionRow<promptString>(
+        askingRow<promptDouble>("double Prompt( string &in, double &in )",
+                                "Asks for a number; the second argument is offered as the "
+                                "answer.",
+                                "double depth = Prompt(\"Depth\", 120.0);",
+                                "Returns the offered value when the dialog is closed without OK."),
+        askingRow<promptString>(
             "string@ Prompt( string &in, string &in )",
             "Asks for a text; the second argument is offered as the answer. The next function that "
             "returns string@ overwrites the result: assign it to a string first.",
             "string name = Prompt(\"Name of the hole\", \"DH-1\");",
             "Returns the offered text when the dialog is closed without OK."),
-        functionRow<question>("bool Question( string &in )",
-                              "Asks a question to be answered with Yes or No.",
-                              "if (Question(\"Go on?\")) Print(\"On we go.\\n\");",
-                              "Returns false for No and when the box is closed."),
-        functionRow<information>("void Information( string &in )",
-                                 "Shows a text in a box with the information icon.",
-                                 "Information(\"42 samples read.\");"),
-        functionRow<warning>("void Warning( string &in )",
-                             "Shows a text in a box with the warning icon.",
-                             "Warning(\"Two samples overlap.\");"),
-        functionRow<error>("void Error( string &in )", "Shows a text in a box with the error icon.",
-                           "Error(\"The file has no header.\");"),
-        functionRow<progressText>("void Progress( string &in )",
-                                  "Shows a text in the progress window, as its title too; an empty "
-                                  "text hides the window.",
-                                  "Progress(\"Hole \" + i);"),
-        functionRow<progressBoth>("void Progress( string &in, string &in )",
-                                  "Shows a title and a text in the progress window, of which 99 "
-                                  "bytes each are kept; an empty text hides the window.",
-                                  "Progress(\"Compositing\", \"Hole \" + i);"),
+        askingRow<question>("bool Question( string &in )",
+                            "Asks a question to be answered with Yes or No.",
+                            "if (Question(\"Go on?\")) Print(\"On we go.\\n\");",
+                            "Returns false for No and when the box is closed."),
+        askingRow<information>("void Information( string &in )",
+                               "Shows a text in a box with the information icon.",
+                               "Information(\"42 samples read.\");"),
+        askingRow<warning>("void Warning( string &in )",
+                           "Shows a text in a box with the warning icon.",
+                           "Warning(\"Two samples overlap.\");"),
+        askingRow<error>("void Error( string &in )", "Shows a text in a box with the error icon.",
+                         "Error(\"The file has no header.\");"),
+        askingRow<progressText>("void Progress( string &in )",
+                                "Shows a text in the progress window, as its title too; an empty "
+                                "text hides the window.",
+                                "Progress(\"Hole \" + i);"),
+        askingRow<progressBoth>("void Progress( string &in, string &in )",
+                                "Shows a title and a text in the progress window, of which 99 "
+                                "bytes each are kept; an empty text hides the window.",
+                                "Progress(\"Compositing\", \"Hole \" + i);"),
     };
     return rows;
 }
