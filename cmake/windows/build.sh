@@ -62,7 +62,7 @@ for target in "$@"; do
         }
     fi
     say "building for $target"
-    targets=(korvant korvantide)
+    targets=(korvant korvantide korvant_worker)
     # Nothing can run the 32-bit tests here.
     [ "$target" != x86_64 ] ||
         targets+=(expr_tests host_tests module_tests object_tests editor_tests language_tests
