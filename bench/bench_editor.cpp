@@ -5,16 +5,14 @@
 #include <wx/timer.h>
 #include <wx/uiaction.h>
 
-#include <cstdlib>
 #include <ctime>
-#include <filesystem>
 #include <string>
 
 #include "module/families.h"
+#include "on_screen.h"
 #include "ratio_table.h"
 #include "ui/editor/editor_dialog.h"
 #include "ui/editor/editor_run.h"
-#include "ui/kit/ui_runtime.h"
 
 COUNTER_ROW("Windows", "the editor opens 10 MB, milliseconds of processor", 0, "editor_large",
             "open");
@@ -23,13 +21,10 @@ COUNTER_ROW("Windows", "and takes and paints a key, milliseconds of processor", 
 
 namespace {
 
+using korvant_bench::millisecondsSince;
+
 constexpr std::size_t kScriptBytes = 10'000'000;
 constexpr int kLookEvery = 1;  // milliseconds
-
-/// Of this process, so that a busy machine and a slow display do not count.
-double millisecondsSince(std::clock_t start) {
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
 
 const std::string& largeScript() {
     static const std::string script = [] {
@@ -87,12 +82,8 @@ class OneKey : public wxTimer {
 };
 
 void editorLarge(benchmark::State& state) {
-    if (!korvant::ui::startToolkit()) {
-        state.SkipWithError("no display");
-        return;
-    }
-    const auto data = std::filesystem::temp_directory_path() / "korvant-bench-editor";
-    ::setenv("XDG_DATA_HOME", data.c_str(), 1);
+    if (!korvant_bench::onScreen(state)) return;
+    const korvant_bench::OwnFolders folders;
     double open = 0, key = 0;
     std::int64_t rounds = 0;
     for ([[maybe_unused]] auto _ : state) {
@@ -103,8 +94,6 @@ void editorLarge(benchmark::State& state) {
         key += round.key();
         ++rounds;
     }
-    std::error_code ignored;
-    std::filesystem::remove_all(data, ignored);
     state.counters["open"] = open / static_cast<double>(rounds);
     state.counters["key"] = key / static_cast<double>(rounds);
 }

@@ -12,9 +12,9 @@
 #include "korvantide/script_object.h"
 #include "object/form/edit_session.h"
 #include "object/script/object_access.h"
+#include "on_screen.h"
 #include "ratio_table.h"
 #include "ui/form/form_dialog.h"
-#include "ui/kit/ui_runtime.h"
 
 RATIO_ROW("Windows", "opening a form of 5,000 / building the rows alone", 3, "form_open",
           "form_rows_plain");
@@ -25,6 +25,7 @@ RATIO_ROW("Windows", "filtering / building the rows alone", 0.5, "form_filter", 
 namespace {
 
 using korvant::EditSession;
+using korvant_bench::onScreen;
 
 constexpr int kCount = 5000;
 constexpr int kInCategory = 100;
@@ -67,12 +68,6 @@ class OpenForm : public korvant::ui::CListCtrlExDialog {
         std::abort();
     }
 };
-
-bool onScreen(benchmark::State& state) {
-    const bool started = korvant::ui::startToolkit();
-    if (!started) state.SkipWithError("no display");
-    return started;
-}
 
 void rowsPlain(benchmark::State& state) {
     if (!onScreen(state)) return;
