@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 
 #include "host/scan/source_tokens.h"
 
@@ -21,6 +22,13 @@ struct StatementStarts::Impl {
     bool maySet(std::size_t token, std::string_view name) const;
     bool maySetWithin(std::size_t begin, std::size_t end, std::string_view name) const;
     void collectTries();
+    /// A name that is met on the way back from a statement to the beginning of its function.
+    struct Passed {
+        std::size_t at;
+        bool outside;      ///< in no bracket or block that has been left again
+        std::size_t loop;  ///< see WayBack::loop()
+    };
+    const std::vector<Passed>& namesBefore(std::size_t from, std::string_view name) const;
     bool opens(std::size_t i) const {
         return tokens->isSymbol(i, '(') || tokens->isSymbol(i, '[') || tokens->isSymbol(i, '{');
     }
@@ -33,6 +41,10 @@ struct StatementStarts::Impl {
     std::vector<std::size_t> lineBegins{0};
     std::vector<std::pair<std::size_t, std::size_t>> tries;  ///< offsets of their blocks
     std::optional<DeclaredVariables> variables;
+
+    /// The last way back, which all variables of a stop ask about.
+    mutable std::optional<std::size_t> wayFrom;
+    mutable std::unordered_map<std::string_view, std::vector<Passed>> way;
 };
 
 namespace {
@@ -303,6 +315,22 @@ class WayBack {
 
 }  // namespace
 
+const std::vector<StatementStarts::Impl::Passed>& StatementStarts::Impl::namesBefore(
+    std::size_t from, std::string_view name) const {
+    if (wayFrom != from) {
+        way.clear();
+        wayFrom.reset();
+        WayBack back(*tokens, from);
+        while (back.step())
+            if (tokens->isName(back.at()))
+                way[tokens->text(back.at())].push_back({back.at(), back.isOutside(), back.loop()});
+        wayFrom = from;
+    }
+    static const auto* const none = new std::vector<Passed>;
+    const auto found = way.find(name);
+    return found == way.end() ? *none : found->second;
+}
+
 bool StatementStarts::neverSet(std::int32_t line, std::int32_t column, std::string_view name,
                                bool begun) const {
     const TokenList& tokens = *impl_->tokens;
@@ -315,16 +343,15 @@ bool StatementStarts::neverSet(std::int32_t line, std::int32_t column, std::stri
     if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name)) return false;
     // A loop whose head begins has not run.
     const bool head = tokens.isSymbol(from - 1, '(') && tokens.isWord(from - 2, "for");
-    WayBack way(tokens, head ? from - 2 : from);
-    while (way.step()) {
-        if (!impl_->isNamed(way.at(), name)) continue;
-        if (way.isOutside() && impl_->declaresPlainly(way.at()))
-            return way.loop() == WayBack::kNone ||
-                   !impl_->maySetWithin(from, impl_->loopEnd(way.loop()), name);
+    for (const Impl::Passed& passed : impl_->namesBefore(head ? from - 2 : from, name)) {
+        if (!impl_->isNamed(passed.at, name)) continue;
+        if (passed.outside && impl_->declaresPlainly(passed.at))
+            return passed.loop == WayBack::kNone ||
+                   !impl_->maySetWithin(from, impl_->loopEnd(passed.loop), name);
         // A declaration of some other form: with a value, in brackets, in a block of its own.
-        const std::size_t before = way.at() - 1;
+        const std::size_t before = passed.at - 1;
         const bool typed = tokens.isName(before) && !isOperatorWord(tokens.text(before));
-        if (typed || impl_->maySet(way.at(), name)) return false;
+        if (typed || impl_->maySet(passed.at, name)) return false;
     }
     return false;
 }
