@@ -1,6 +1,7 @@
 #include "language/repairs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "language/documentation.h"
 #include "language/suggestions.h"
@@ -9,21 +10,22 @@ namespace korvant {
 
 namespace {
 
-/// How many letters differ, are missing or too many. Source: Levenshtein's distance, by rows.
+/// How many letters differ, are missing, too many or swapped with the next: swapped ones are the
+/// commonest slip. Source: Levenshtein's distance with Damerau's exchange, by rows.
 std::size_t distance(std::string_view left, std::string_view right) {
-    std::vector<std::size_t> row(right.size() + 1);
-    for (std::size_t i = 0; i < row.size(); ++i) row[i] = i;
+    std::vector<std::size_t> before, last(right.size() + 1), row(right.size() + 1);
+    for (std::size_t i = 0; i < last.size(); ++i) last[i] = i;
     for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t diagonal = row[0];
         row[0] = i + 1;
         for (std::size_t j = 0; j < right.size(); ++j) {
-            const std::size_t above = row[j + 1];
-            const std::size_t changed = diagonal + (left[i] == right[j] ? 0 : 1);
-            row[j + 1] = std::min({above + 1, row[j] + 1, changed});
-            diagonal = above;
+            const std::size_t changed = last[j] + (left[i] == right[j] ? 0 : 1);
+            row[j + 1] = std::min({last[j + 1] + 1, row[j] + 1, changed});
+            if (i > 0 && j > 0 && left[i] == right[j - 1] && left[i - 1] == right[j])
+                row[j + 1] = std::min(row[j + 1], before[j - 1] + 1);
         }
+        before = std::exchange(last, row);
     }
-    return row.back();
+    return last.back();
 }
 
 /// What stands in simple quotes.

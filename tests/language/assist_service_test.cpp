@@ -143,6 +143,20 @@ TEST_F(Asking, RepairsMendWhatTheCompilerSays) {
     EXPECT_EQ(found.repairs[0].with, "metal");
 }
 
+/// "Nothing is known that would mend this" was said of two swapped letters in a short name.
+TEST_F(Asking, SwappedLettersAreMended) {
+    std::string broken = kScript;
+    broken.insert(broken.find("    double metal"), "    first.garde = 1;\n");
+    AssistQuestion question;
+    question.kind = Asked::repairs;
+    question.problem.line = 9;
+    question.problem.column = 10;
+    question.problem.text = "'garde' is not a member of 'Sample'";
+    const AssistAnswer found = ask(broken, question);
+    ASSERT_FALSE(found.repairs.empty());
+    EXPECT_EQ(found.repairs[0].with, "grade");
+}
+
 TEST_F(Asking, OfWaitingQuestionsOfAKindTheNewestIsAnswered) {
     const auto text = std::make_shared<const std::string>(kScript);
     int answered = 0, last = 0;
