@@ -4,6 +4,7 @@
 #include <wx/stc/stc.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "editor/control/control_setup.h"
 #include "ui/editor/panels/line_notes.h"
@@ -166,7 +167,9 @@ void CodeMarks::use(bool on) {
         for (int marker = kConditionMark; marker <= kFailedMark; ++marker)
             control_.MarkerDeleteAll(marker);
         showProblems({});
+        const StopMark stop = stop_;
         showStop({});
+        stop_ = stop;
         const bool isError = classicSymbol_ == sci::kMarkShortArrow;
         control_.MarkerDefine(kWaitingMarker, wxSTC_MARK_CIRCLE, wxColour(0, 80, 0),
                               wxColour(0, 255, 0));
@@ -183,6 +186,8 @@ void CodeMarks::use(bool on) {
     showBreakpoints(rows);
     const std::vector<Diagnostic> problems = std::move(problems_);
     showProblems(problems);
+    // A theme brings the caret's line back, which lies over the band of a stop.
+    showStop(std::exchange(stop_, {}));
 }
 
 bool CodeMarks::takesMessage(unsigned message, std::uintptr_t w, std::intptr_t l) {

@@ -10,7 +10,6 @@ namespace {
 
 constexpr int kWidth = 520, kHeight = 72, kAbove = 4, kPadding = 14, kTextX = 38, kRow = 19,
               kTop = 10, kIcon = 16, kLinkGap = 20;
-constexpr int kAnnotationRows = 4;
 
 /// A link that leaves the keyboard where it is.
 class QuietButton : public PaintedButton {
@@ -44,12 +43,22 @@ PaintedButton* ExceptionBox::addLink(const wxString& label, std::function<void()
     return link;
 }
 
+int ExceptionBox::height() const {
+    return dip(kHeight - (detail_.empty() ? kRow : 0));
+}
+
+/// Lines grow and shrink with the font, the zoom and the theme.
+int ExceptionBox::rowsNeeded() const {
+    const int row = std::max(control_.TextHeight(0), 1);
+    return (height() + 2 * dip(kAbove) + row - 1) / row;
+}
+
 /// Blank lines of the control's own keep the room, so that the text below moves down.
 void ExceptionBox::makeRoom(bool room) {
     control_.AnnotationClearAll();
     if (line_ == 0) return;
-    const int rows = kAnnotationRows - (detail_.empty() ? 1 : 0);
-    if (room) control_.AnnotationSetText(line_ - 1, wxString('\n', rows - 1));
+    rows_ = rowsNeeded();
+    if (room) control_.AnnotationSetText(line_ - 1, wxString('\n', rows_ - 1));
     control_.AnnotationSetVisible(room ? wxSTC_ANNOTATION_STANDARD : wxSTC_ANNOTATION_HIDDEN);
 }
 
@@ -74,6 +83,7 @@ void ExceptionBox::place() {
     const bool shown = line_ > 0 && control_.GetLineVisible(line_ - 1);
     Show(shown);
     if (!shown) return;
+    if (rows_ != rowsNeeded()) makeRoom(true);
     const int indent = control_.GetLineIndentPosition(line_ - 1);
     const wxPoint at = control_.PointFromPosition(indent);
     const int text = std::max(textWidth(*this, message_, look().strong),
@@ -84,8 +94,7 @@ void ExceptionBox::place() {
     const int wanted = std::max(dip(kTextX + 30) + std::max(text, links), dip(kWidth));
     const int width = std::max(std::min(wanted, room), dip(200));
     const int rows = detail_.empty() ? 1 : 2;
-    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width,
-            dip(kHeight - (2 - rows) * kRow));
+    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width, height());
     int x = dip(kTextX);
     for (PaintedButton* link : links_) {
         link->SetSize(x, dip(kTop + rows * kRow - 2), link->wantedWidth(), dip(kRow + 2));

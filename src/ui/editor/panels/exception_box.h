@@ -25,17 +25,21 @@ class ExceptionBox : public PaintedWindow {
     void moveTo(int line);
     void place();
     const wxString& detail() const { return detail_; }
+    /// Lines of text that it takes the room of.
+    int rows() const { return rows_; }
 
   private:
     void paint(wxGraphicsContext& context) override;
     void makeRoom(bool room);
+    int height() const;
+    int rowsNeeded() const;
     PaintedButton* addLink(const wxString& label, std::function<void()> pressed);
 
     wxStyledTextCtrl& control_;
     wxString message_, detail_;
     std::vector<PaintedButton*> links_;
     PaintedButton* close_;
-    int line_ = 0;
+    int line_ = 0, rows_ = 0;
 };
 
 }  // namespace korvant::ui

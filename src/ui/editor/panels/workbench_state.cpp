@@ -150,7 +150,9 @@ void Workbench::showStop(const EditorStatus& status) {
                         line == 0 ? wxString() : fromUtf8(editor_.explainException()));
     if (line == 0) return;
     controls_.text->GotoLine(line - 1);
-    const int above = controls_.text->LinesOnScreen() / 2;
+    // Half way down, or higher where the box below it would not fit.
+    const int lines = controls_.text->LinesOnScreen();
+    const int above = std::clamp(lines - 1 - exceptionBox_->rows(), 0, lines / 2);
     controls_.text->SetFirstVisibleLine(
         std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
     exceptionBox_->place();
