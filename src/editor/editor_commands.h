@@ -33,7 +33,8 @@ enum CommandMark : unsigned {
     kSeparatorAfter = 4,
     kSeparatorBefore = 8,
     kContextToo = 16,  ///< stands in the context menu as well
-    kTextKeys = 32     ///< its keys are the text's: elsewhere they belong to what has the keyboard
+    kTextKeys = 32,    ///< its keys are the text's: elsewhere they belong to what has the keyboard
+    kWhileHeld = 64    ///< of the text alone: serves while a run is held as well
 };
 
 struct EditorCommand {

@@ -187,7 +187,9 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
 
 void ScriptEditor::command(int id) {
     if (left_) return;
-    if (debugger_.busy()) {
+    const EditorCommand* command = findCommand(id);
+    const bool ofTextAlone = inspection_.held() && command && command->has(kWhileHeld);
+    if (debugger_.busy() && !ofTextAlone) {
         if (commandWhileHeld(id)) return;
         if (id == command_id::kStop) debugger_.stop();
         if (id == command_id::kPause) pauseRun();
@@ -196,7 +198,6 @@ void ScriptEditor::command(int id) {
     const int recent = id - command_id::kRecentFileFirst;
     if (recent >= 0 && recent < command_id::kRecentFiles)
         return run([this, recent] { openRecent(recent); });
-    const EditorCommand* command = findCommand(id);
     if (!command || !enabled(*command)) return;
     run([this, command] {
         if (command->handler)

@@ -16,7 +16,7 @@ using korvant::test::kTour;
 namespace {
 
 constexpr int kMeasureMargin = 3, kCallerMark = 1 << 15, kFailedMark = 1 << 17,
-              kUnverified = 1 << 13, kStopBand = 1 << 20;
+              kUnverified = 1 << 13, kStopBand = 1 << 20, kExceptionBand = 1 << 21;
 
 const char kCalls[] =
     "int twice(int x) {\n"
@@ -117,6 +117,72 @@ TEST_F(EditorBehaviour, BreakpointWithoutCodeIsTold) {
     });
     closeBox();
     edit(kCalls);
+}
+
+/// What was typed at an exception could not be undone, copied or saved before the run had ended.
+TEST_F(EditorBehaviour, TextIsEditedAtAnException) {
+    ownFile = folder.file("tour.as");
+    std::ofstream(ownFile) << kTour;
+    ready();
+    driver.key(WXK_F5);
+    driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    driver.type("x");
+    driver.when("a letter", [this] { return text() != kTour; });
+    driver.key('Z', wxMOD_CONTROL);
+    driver.when("none", [this] { return text() == kTour; });
+    driver.key('Y', wxMOD_CONTROL);
+    driver.when("it again", [this] { return text() != kTour; });
+    driver.key('S', wxMOD_CONTROL);
+    driver.when("the file", [this] { return korvant::test::readFile(ownFile) == text(); });
+    driver.key('A', wxMOD_CONTROL);
+    driver.when("all of it", [this] { return editor()->GetSelectionEnd() > 100; });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
+}
+
+/// A theme that was chosen at a stop put the caret's line over the band.
+TEST_F(EditorBehaviour, StopStaysMarkedInAnotherTheme) {
+    const auto bandIsSeen = [this] {
+        return (editor()->MarkerGet(24) & kExceptionBand) != 0 && !editor()->GetCaretLineVisible();
+    };
+    const auto pick = [this](int command) {
+        check([this, command] {
+            wxCommandEvent event(wxEVT_MENU, menuItem(command)->GetId());
+            frame()->GetEventHandler()->ProcessEvent(event);
+        });
+    };
+    ready();
+    driver.key(WXK_F5);
+    driver.when("the band", bandIsSeen);
+    pick(command_id::kThemeDark);
+    driver.when("it in the dark", bandIsSeen);
+    pick(command_id::kThemeClassic);
+    driver.when("none", [this] { return (editor()->MarkerGet(24) & kExceptionBand) == 0; });
+    pick(command_id::kThemeLight);
+    driver.when("it again", bandIsSeen);
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
+}
+
+/// In small letters the box lay over the line below.
+TEST_F(EditorBehaviour, ExceptionBoxKeepsItsRoomInSmallLetters) {
+    ready();
+    driver.key(WXK_F5);
+    driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    check([this] { editor()->SetZoom(-4); });
+    driver.when("its room", [this] {
+        const wxRect box = part<ui::ExceptionBox>()->GetRect();
+        const int below = editor()->PointFromPosition(editor()->PositionFromLine(25)).y;
+        return editor()->TextHeight(0) < 18 && box.GetBottom() < below;
+    });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit(kTour);
 }
 
 TEST_F(EditorBehaviour, ExceptionTellsWhatItsLineTells) {
