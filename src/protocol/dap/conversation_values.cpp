@@ -132,12 +132,12 @@ Answer Conversation::setExpression(const Json& arguments) {
     return Answer::with(valueBody(shown.value, "value"));
 }
 
-/// While the script waits for a line, what is typed is that line.
+/// While the script waits for a line, what is typed is that line; nothing stands still there, but
+/// for an expression that asks.
 Answer Conversation::evaluate(const Json& arguments) {
     const Json& expression = rpc::memberOf(arguments, "expression");
     const std::string context = rpc::textOf(arguments, "context");
     const std::string text = expression.get<std::string>();
-    // An expression that asks something is answered like a script that does.
     if (context == "repl" && program_.feed(text))
         return Answer::with({{"result", ""}, {"variablesReference", 0}});
     if (!standsStill_) return Answer::refused("the script is running");

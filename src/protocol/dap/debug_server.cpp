@@ -247,9 +247,10 @@ Answer DebugServer::disconnect(const Json& arguments) {
 
 /// With waitForClient the first run waits here: it is built, and nothing of it has happened.
 void DebugServer::onBuilt() {
-    document_ = TextDocument(session_.mainText());
+    TextDocument built(session_.mainText());
     {
         const std::lock_guard lock(serving_);
+        document_ = std::move(built);
         inRun_ = true;
     }
     bool seen = false;

@@ -74,7 +74,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
 
     Options options_;
     std::unique_ptr<rpc::LoopbackListener> listener_;
-    TextDocument document_;  ///< the script that was built last; script's thread
+    TextDocument document_;  ///< the script that was built last; guarded by serving_
     DebugSession session_;
     std::recursive_mutex serving_;  ///< whoever answers the client, or begins a run, has it
     std::shared_ptr<Peer> peer_;    ///< the client; guarded by serving_
