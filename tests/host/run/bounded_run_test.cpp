@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "host/engine/engine_build.h"
+#include "support/own_time.h"
 #include "support/script_fixture.h"
 #include "support/temporary_folder.h"
 
@@ -12,10 +13,9 @@ namespace korvant::test {
 namespace {
 
 using std::chrono::milliseconds;
-using Steady = std::chrono::steady_clock;
 
 /// How long after its limit, or after a stop, a run may take to end: 250 ms, and half a second for
-/// a machine that does other things as well; a sanitizer looks at every byte.
+/// the watch's thread to be let in; a sanitizer looks at every byte.
 #if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
 constexpr milliseconds kSoon{250 + 3000};
 #else
@@ -28,9 +28,9 @@ class Bounded : public ScriptFixture {
 
     template <class Call>
     static milliseconds timeOf(Call call) {
-        const auto began = Steady::now();
+        const auto began = OwnTime::now();
         call();
-        return std::chrono::duration_cast<milliseconds>(Steady::now() - began);
+        return std::chrono::duration_cast<milliseconds>(OwnTime::now() - began);
     }
     /// The body of int main() is ended by its limit of 200 ms, soon.
     void expectEnd(const std::string& body) {
@@ -90,8 +90,8 @@ TEST_F(Bounded, WhereSomebodyTypesTheRestOfALineThatDoesNotFitIsDropped) {
 }
 
 TEST_F(Bounded, CaseConversionsOfALongTextEndSoon) {
-    static Steady::time_point began;
-    engine()->RegisterGlobalFunction("void mark()", asFUNCTION(+[] { began = Steady::now(); }),
+    static OwnTime::time_point began;
+    engine()->RegisterGlobalFunction("void mark()", asFUNCTION(+[] { began = OwnTime::now(); }),
                                      asCALL_CDECL);
     for (const char* call : {"StrToUpper", "StrToLower"}) {
         EXPECT_FALSE(
@@ -99,7 +99,7 @@ TEST_F(Bounded, CaseConversionsOfALongTextEndSoon) {
                 " while (true) " +
                 std::string(call) + "(s); return 0; }"));
         EXPECT_EQ(kind(), RunFailure::Kind::timeOut) << messages() << boxes();
-        EXPECT_LT(Steady::now() - began, milliseconds(50) + kSoon) << call;
+        EXPECT_LT(OwnTime::now() - began, milliseconds(50) + kSoon) << call;
     }
 }
 

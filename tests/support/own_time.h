@@ -1,0 +1,31 @@
+// How long a call takes on a machine that does other things as well.
+#pragma once
+
+#include <chrono>
+#include <cstdio>
+
+namespace korvant::test {
+
+/// The steady clock without the time for which this thread was ready to run and others had the
+/// processors. Where the system does not tell that, the steady clock as it is.
+struct OwnTime {
+    using time_point = std::chrono::steady_clock::time_point;
+
+    static time_point now() {
+        return std::chrono::steady_clock::now() - std::chrono::nanoseconds(waited());
+    }
+
+  private:
+    static long long waited() {
+        long long ran = 0, waits = 0;
+#ifdef __linux__
+        std::FILE* const file = std::fopen("/proc/thread-self/schedstat", "r");
+        if (!file) return 0;
+        if (std::fscanf(file, "%lld %lld", &ran, &waits) != 2) waits = 0;
+        std::fclose(file);
+#endif
+        return waits;
+    }
+};
+
+}  // namespace korvant::test
