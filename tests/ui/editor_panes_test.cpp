@@ -145,6 +145,16 @@ TEST_F(EditorPanes, WhatMendsAProblemLeavesItsLineInSight) {
     edit(script);
 }
 
+/// It did nothing before a pause in typing.
+TEST_F(EditorPanes, NextProblemWaitsForTheFirstAnswer) {
+    ready();
+    driver.type("int main() { return averge; }\n// more");
+    driver.key(WXK_F8);
+    driver.when("the error", [this] { return caretLine() == 1; });
+    closeBox();
+    edit("");
+}
+
 /// Keys went to a window that could not be seen.
 TEST_F(EditorPanes, AHiddenPaneGivesTheKeyboardBack) {
     ready();

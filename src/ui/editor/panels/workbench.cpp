@@ -6,6 +6,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
@@ -438,9 +439,25 @@ bool Workbench::command(int id) {
 }
 
 void Workbench::goToProblem(bool next) {
-    if (!settings_.classic && !editor_.problems().empty())
-        bottom_->open(BottomPanes::Pane::problems, true);
+    wantedProblem_.reset();
+    if (settings_.classic) return next ? editor_.nextProblem() : editor_.previousProblem();
+    if (editor_.problems().empty()) return awaitProblem(next);
+    bottom_->open(BottomPanes::Pane::problems, true);
     next ? editor_.nextProblem() : editor_.previousProblem();
+}
+
+/// The key may come before the first answer about the text.
+void Workbench::awaitProblem(bool next) {
+    if (liveCheck_ && liveCheck_->isCurrent()) return;
+    wantedProblem_ = {next, editor_.textVersion(), editor_.caretPosition()};
+    checkText();
+}
+
+void Workbench::goToAwaitedProblem() {
+    const auto wanted = std::exchange(wantedProblem_, std::nullopt);
+    if (!wanted || !liveCheck_->isCurrent() || editor_.problems().empty()) return;
+    if (wanted->text == editor_.textVersion() && wanted->caret == editor_.caretPosition())
+        goToProblem(wanted->next);
 }
 
 /// The pane opens if it is not in view.

@@ -5,6 +5,7 @@
 #include <wx/timer.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -119,6 +120,8 @@ class Workbench {
     bool viewCommand(int id);
     void focusPane(int number);
     void goToProblem(bool next);
+    void awaitProblem(bool next);
+    void goToAwaitedProblem();
     void showSide(bool shown);
     void followRun(const EditorStatus& status);
     void followStop(const EditorStatus& status);
@@ -182,6 +185,12 @@ class Workbench {
     std::unique_ptr<native::DarkWatch> darkWatch_;
     wxTimer pause_;  ///< in the user's typing
     std::unique_ptr<LiveCheck> liveCheck_;
+    struct WantedProblem {
+        bool next;
+        std::uint64_t text;
+        std::size_t caret;
+    };
+    std::optional<WantedProblem> wantedProblem_;  ///< of a text that is not yet checked
     wxString checkNote_;  ///< why nothing is checked; until the next change of the text
     bool sideShown_ = false;
     bool sideByStop_ = false;    ///< the panel goes when the run is over

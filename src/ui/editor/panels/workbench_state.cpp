@@ -232,7 +232,10 @@ void Workbench::showOutline(std::uint64_t version, const ScopeIndex& index) {
 void Workbench::checkText() {
     if (!liveCheck_) {
         liveCheck_ = std::make_unique<LiveCheck>(frame_, editor_);
-        liveCheck_->onAnswer = [this] { refresh(); };
+        liveCheck_->onAnswer = [this] {
+            refresh();
+            goToAwaitedProblem();
+        };
         liveCheck_->onNote = [this](const std::string& why) {
             checkNote_ = fromUtf8(why);
             refreshStatus(shown_);
