@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "base/system/file_io.h"
+#include "base/system/os_file.h"
 #include "base/system/user_folders.h"
 #include "commands.h"
 #include "editor/document/safe_save.h"
@@ -36,9 +37,10 @@ bool writeFile(const std::string& path, const std::string& text) {
     korvant::BackupStore backups(korvant::systemFiles(),
                                  korvant::joinPathIn(korvant::userDataFolder(), "backups"));
     korvant::SafeSave saver(korvant::systemFiles(), backups);
-    if (saver.write(path, text, overwritable(path)).failure == korvant::SaveFailure::none)
-        return true;
-    complain("cannot write " + path);
+    const korvant::SaveResult saved = saver.write(path, text, overwritable(path));
+    if (saved.failure == korvant::SaveFailure::none) return true;
+    const std::string reason = saved.error != 0 ? ": " + korvant::systemErrorText(saved.error) : "";
+    complain("cannot write " + path + reason);
     return false;
 }
 

@@ -3,6 +3,7 @@
 
 namespace korvant_app {
 
+/// A display is named and answers.
 bool hasDisplay();
 
 }  // namespace korvant_app

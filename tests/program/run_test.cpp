@@ -257,6 +257,35 @@ TEST_F(Program, APipeWhoseReaderHasGoneEndsQuietlyAndAFullDiskDoesNot) {
     EXPECT_NE(start({"eval", "--jsonl"}, full).errors, "");
 }
 
+TEST_F(Program, WhatCannotBeWrittenIsToldWithItsReason) {
+    const std::string name = mainOf("");
+    const auto scramble = [&](const std::string& target) {
+        const ProcessResult result = start({"crypt", "--key", "5", name, "-o", target});
+        EXPECT_EQ(result.exitCode, 1) << target;
+        return result.errors;
+    };
+    EXPECT_EQ(scramble("no/such/folder"),
+              "korvant: cannot write no/such/folder: No such file or directory\n");
+    EXPECT_EQ(scramble("."), "korvant: cannot write .: Is a directory\n");
+    writeFile(folder_.file("file"), "");
+    EXPECT_EQ(scramble("file/x"), "korvant: cannot write file/x: Not a directory\n");
+}
+
+/// A display that is named and does not answer, as after a lost connection.
+TEST_F(Program, WithoutAnAnsweringDisplayEverythingIsSaidOnce) {
+    ProcessOptions options;
+    options.environment = {"DISPLAY=:9999", "WAYLAND_DISPLAY=none"};
+    const std::string name =
+        mainOf("Print(\"before\\n\"); Information(\"Seen?\"); Print(\"after\\n\");");
+    const ProcessResult result = start({"run", "--gui", name}, options);
+    EXPECT_EQ(result.output, "before\nafter\n");
+    EXPECT_EQ(result.errors,
+              "korvantide: Information: Seen?\n"
+              "korvantide: no terminal to ask on: dialogs are answered as if they were closed\n");
+    EXPECT_EQ(start({"edit", name}, options).errors,
+              "korvant: there is no display to open the editor on\n");
+}
+
 TEST_F(Program, DialogsWithoutATerminalAnswerAsIfClosed) {
     const ProcessResult result = start(
         {"run",

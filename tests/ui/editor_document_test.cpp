@@ -19,6 +19,17 @@ class EditorDocuments : public EditorWindowTest {
     void choosePath(const std::string& path) {
         ui::setFileChooser([path](wxWindow*, const FileDialogRequest&) { return path; });
     }
+    /// The output pane shows its text to the last letter.
+    bool allOfThePaneIsInSight() const {
+        const wxRect room = pane()->GetClientRect();
+        for (int at = 0; at <= pane()->GetLength(); ++at) {
+            const wxPoint place = pane()->PointFromPosition(at);
+            if (place.x < 0 || place.x >= room.width || place.y < 0 ||
+                place.y + pane()->TextHeight(0) > room.height)
+                return false;
+        }
+        return pane()->GetLength() > 0;
+    }
 };
 
 TEST_F(EditorDocuments, CloseBoxReturnsTheTextAndExitDoesNot) {
@@ -148,7 +159,10 @@ TEST_F(EditorDocuments, ScrambledTextIsRestoredWithTheSameKey) {
         choose(command_id::kCrypt);
         driver.window("KorvantIDE").key('A', wxMOD_CONTROL).type("42").key(WXK_RETURN);
         ready();
-        check([this, time] { EXPECT_EQ(text() == kScript, time == 1); });
+        check([this, time] {
+            EXPECT_EQ(text() == kScript, time == 1);
+            EXPECT_TRUE(allOfThePaneIsInSight());
+        });
     }
     closeBox();
     EXPECT_EQ(edit(kScript), kScript);

@@ -93,6 +93,28 @@ TEST_F(FormConfirm, FailingElementOfAGroupBecomesCurrent) {
     EXPECT_EQ(realOf(layer, "bottom"), 70);
 }
 
+/// What a script reads afterwards does not depend on whether somebody typed.
+TEST_F(FormConfirm, OkStoresTheSameWhetherSomebodyTypedOrNot) {
+    std::string stored[2];
+    for (const bool types : {false, true}) {
+        ScriptObject object;
+        object.setTitle("Box");
+        object.addProperty("a", "Width", 2.0, "m", true);
+        object.addProperty("b", "Area", 1.0, "m2", false);
+        object.addComputation("b", "a*a");
+        driver_.form("Box");
+        if (types)
+            driver_.enter("3").press(WXK_RETURN).untilShows("3").enter("2").press(WXK_RETURN);
+        if (types) driver_.untilShows("2");
+        driver_.press(WXK_RETURN, wxMOD_CONTROL);
+        ASSERT_TRUE(edit(object));
+        stored[types] =
+            std::to_string(realOf(object, "a")) + " " + std::to_string(realOf(object, "b"));
+    }
+    EXPECT_EQ(stored[0], stored[1]);
+    EXPECT_EQ(stored[0], "2.000000 4.000000");
+}
+
 TEST_F(FormConfirm, LinksOfTheCheckLeadToTheirRows) {
     ScriptObject pump;
     makePump(pump);

@@ -85,6 +85,21 @@ TEST_F(FormKeyboard, RefusedTextKeepsItsRowWhateverIsTried) {
     EXPECT_EQ(realOf(pump_, "flow"), 120.5);
 }
 
+TEST_F(FormKeyboard, NumbersAreTypedWholeOrRefused) {
+    down(7, "Flow rate");
+    for (const char* text : {"-", "--", "5-", "2 3", "5=5", "1,2,3"})
+        driver_.enter(text)
+            .untilTyped(text)
+            .press(WXK_RETURN)
+            .untilRefused()
+            .untilTyped(text)
+            .press('A', wxMOD_CONTROL);
+    driver_.enter("1,5*2").untilTyped("1,5*2").press(WXK_RETURN).untilIdle().untilShows("3");
+    driver_.enter("1.5*2+1").press(WXK_RETURN).untilIdle().untilShows("4");
+    driver_.press(WXK_ESCAPE).discard();
+    EXPECT_FALSE(edit());
+}
+
 TEST_F(FormKeyboard, EscapeClosesOneThingAtATime) {
     driver_.press(WXK_F2).untilEditing().enter("x").press(WXK_ESCAPE).untilIdle();
     driver_.untilShows("P-101 A");

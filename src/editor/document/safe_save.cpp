@@ -21,26 +21,40 @@ struct SafeSave::Target {
     bool changedByOthers = false;
 };
 
+bool SafeSave::failed(int error) {
+    if (error != 0) error_ = error;
+    return error != 0;
+}
+
 SaveResult SafeSave::write(const std::string& path, std::string_view bytes, const FileMark& known) {
     SaveResult result;
-    result.failure = SaveFailure::cannotCreate;
     Target target;
-    if (files_.resolve(path, target.path) != 0) return result;
-    if (files_.status(target.path, target.status) != 0) return result;
-    if (target.status.kind == FileStatus::Kind::none) {
-        result.failure = writeNew(target, bytes);
-    } else {
-        if (target.status.kind != FileStatus::Kind::regular) return result;
-        if (files_.mayWrite(target.path) != 0 ||
-            !keepPrevious(target, bytes, known, known.path == path))
-            return result;
-        result.failure = replace(target, bytes);
+    error_ = 0;
+    result.failure = put(path, bytes, known, target);
+    if (result.failure != SaveFailure::none) {
+        result.error = error_;
+        return result;
     }
-    if (result.failure != SaveFailure::none) return result;
     if (target.changedByOthers) result.otherVersion = target.backup;
     result.mark = {path, {}, contentHash(bytes), true};
     files_.status(path, result.mark.status);
     return result;
+}
+
+SaveFailure SafeSave::put(const std::string& path, std::string_view bytes, const FileMark& known,
+                          Target& target) {
+    if (failed(files_.resolve(path, target.path)) ||
+        failed(files_.status(target.path, target.status)))
+        return SaveFailure::cannotCreate;
+    if (target.status.kind == FileStatus::Kind::none) return writeNew(target, bytes);
+    if (target.status.kind != FileStatus::Kind::regular) {
+        failed(target.status.kind == FileStatus::Kind::folder ? EISDIR : EINVAL);
+        return SaveFailure::cannotCreate;
+    }
+    if (failed(files_.mayWrite(target.path)) ||
+        !keepPrevious(target, bytes, known, known.path == path))
+        return SaveFailure::cannotCreate;
+    return replace(target, bytes);
 }
 
 bool SafeSave::unchanged(const Target& target, const FileMark& known) {
@@ -61,13 +75,13 @@ bool SafeSave::keepPrevious(Target& target, std::string_view bytes, const FileMa
         if (!known.written) backups_.keep(target.path, target.backup);
         return true;
     }
-    return backups_.keepSomewhere(target.path, target.backup) == 0;
+    return !failed(backups_.keepSomewhere(target.path, target.backup));
 }
 
 SaveFailure SafeSave::writeNew(const Target& target, std::string_view bytes) {
     const std::string temporary = temporaryBeside(target.path);
     OpenFile file(files_);
-    if (files_.create(temporary, false, file.handle()) != 0) return SaveFailure::cannotCreate;
+    if (failed(files_.create(temporary, false, file.handle()))) return SaveFailure::cannotCreate;
     int error = writeFully(files_, file.handle(), bytes);
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();
@@ -76,7 +90,7 @@ SaveFailure SafeSave::writeNew(const Target& target, std::string_view bytes) {
     if (written) error = files_.rename(temporary, target.path);
     if (error != 0) files_.remove(temporary);
     files_.flushFolder(folderOf(target.path));
-    if (error == 0) return SaveFailure::none;
+    if (!failed(error)) return SaveFailure::none;
     return written ? SaveFailure::cannotCreate : SaveFailure::whileWriting;
 }
 
@@ -84,7 +98,7 @@ SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
     if (target.status.links > 1) return writeThrough(target, bytes);
     const std::string temporary = temporaryBeside(target.path);
     OpenFile file(files_);
-    if (const int error = files_.create(temporary, true, file.handle()))
+    if (const int error = files_.create(temporary, true, file.handle()); failed(error))
         return folderRefuses(error) ? writeThrough(target, bytes) : SaveFailure::cannotCreate;
     const Leftover leftover(files_, temporary);
     int error = writeFully(files_, file.handle(), bytes);
@@ -92,9 +106,9 @@ SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
     if (error == 0) error = files_.flush(file.handle());
     const int closing = file.close();
     if (error == 0) error = closing;
-    if (error != 0) return SaveFailure::whileWriting;
+    if (failed(error)) return SaveFailure::whileWriting;
     if (!attributesKept) return writeThrough(target, bytes);
-    if (files_.rename(temporary, target.path) != 0) return SaveFailure::cannotCreate;
+    if (failed(files_.rename(temporary, target.path))) return SaveFailure::cannotCreate;
     files_.flushFolder(folderOf(target.path));
     return SaveFailure::none;
 }
@@ -102,9 +116,9 @@ SaveFailure SafeSave::replace(const Target& target, std::string_view bytes) {
 SaveFailure SafeSave::writeThrough(const Target& target, std::string_view bytes) {
     std::string backup = target.backup;
     if (backup.empty() && target.status.size > 0 &&
-        backups_.keepSomewhere(target.path, backup) != 0)
+        failed(backups_.keepSomewhere(target.path, backup)))
         return SaveFailure::cannotCreate;
-    if (fill(target.path, bytes) == 0) return SaveFailure::none;
+    if (!failed(fill(target.path, bytes))) return SaveFailure::none;
     restore(target.path, backup);
     return SaveFailure::whileWriting;
 }

@@ -29,6 +29,7 @@ enum class SaveFailure {
 
 struct SaveResult {
     SaveFailure failure = SaveFailure::none;
+    int error = 0;  ///< the system's, of a failure; 0 where it is none of the system's
     FileMark mark;  ///< of the file as written
     /// Set when another program had changed the file since the editor read or wrote it: where
     /// that program's version is now.
@@ -47,6 +48,8 @@ class SafeSave {
 
   private:
     struct Target;
+    SaveFailure put(const std::string& path, std::string_view bytes, const FileMark& known,
+                    Target& target);
     SaveFailure replace(const Target& target, std::string_view bytes);
     SaveFailure writeNew(const Target& target, std::string_view bytes);
     SaveFailure writeThrough(const Target& target, std::string_view bytes);
@@ -54,9 +57,12 @@ class SafeSave {
     bool unchanged(const Target& target, const FileMark& known);
     int fill(const std::string& path, std::string_view bytes);
     void restore(const std::string& path, const std::string& backup);
+    /// Notes the error of a step.
+    bool failed(int error);
 
     FileOperations& files_;
     BackupStore& backups_;
+    int error_ = 0;  ///< the last that was noted
 };
 
 }  // namespace korvant

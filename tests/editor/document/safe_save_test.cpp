@@ -45,7 +45,9 @@ TEST_F(SafeSaving, AFailedSaveLeavesTheOldFileWholeAndNothingBesideIt) {
         BrokenFiles files;
         files.call = row.call;
         files.error = row.error;
-        EXPECT_EQ(save(files, path, "new", markOf(path, true)).failure, row.failure) << row.call;
+        const SaveResult result = save(files, path, "new", markOf(path, true));
+        EXPECT_EQ(result.failure, row.failure) << row.call;
+        EXPECT_EQ(result.error, row.error) << row.call;
         EXPECT_GT(files.broken, 0) << row.call;
         EXPECT_EQ(readFile(path), "old content") << row.call;
         EXPECT_EQ(names(), (std::vector<std::string>{"a.as"})) << row.call;
