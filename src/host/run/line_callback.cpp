@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <string_view>
 
 #include "host/engine/active_context.h"
 #include "host/engine/engine_memory.h"
@@ -32,7 +34,7 @@ int LineCallback::installEndOnly(asIScriptContext& context) {
 }
 
 int LineCallback::installForGlobals(asIScriptContext& context) {
-    if (policy_ == nullptr) return installEndOnly(context);
+    if (policy_ == nullptr || !policy_->mayHold()) return installEndOnly(context);
     context.SetExceptionCallback(asFUNCTION(exceptionEntry), this, asCALL_CDECL);
     return install(context);
 }
@@ -260,6 +262,13 @@ bool LineCallback::passedByPolicy(asIScriptContext& context, std::int32_t line, 
 
 namespace {
 
+/// Sections may go with their module: what is kept of one is a number.
+std::size_t sourceOf(asIScriptContext& context) {
+    const char* section = nullptr;
+    context.GetLineNumber(0, nullptr, &section);
+    return std::hash<std::string_view>{}(section != nullptr ? section : "");
+}
+
 /// Lists of lines are of the text that the run began in, and no other source of the script.
 bool inFirstSource(asIScriptContext& context) {
     const asUINT depth = context.GetCallstackSize();
@@ -280,18 +289,33 @@ void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
     } else if (breakpoint) {
         breakpoint = inFirstSource(context);
     }
-    std::int32_t& last = state_.lastStoppedLine;
     if (breakpoint) {
-        if (line != last) stopAt(context, line);
+        if (isAnother(context, line)) stopAt(context, line);
     } else if (state_.stepMode == StepMode::over) {
-        // Deliberate: never stops on a line above the last one, so that stepping over the end of a
-        // loop's body leaves the loop.
-        if (line > last) stopAt(context, line);
-    } else if (state_.stepMode == StepMode::into && line != last) {
+        if (isOver(context, line)) stopAt(context, line);
+    } else if (state_.stepMode == StepMode::into && isAnother(context, line)) {
         stopAt(context, line);
     } else {
-        last = 0;
+        state_.lastStoppedLine = 0;
     }
+}
+
+/// A line of another source is another one whatever its number.
+bool LineCallback::isAnother(asIScriptContext& context, std::int32_t line) const {
+    return line != state_.lastStoppedLine || !inStoppedSource(context);
+}
+
+bool LineCallback::inStoppedSource(asIScriptContext& context) const {
+    return currentFunction(context) == stoppedFunction_ || sourceOf(context) == stoppedIn_;
+}
+
+/// Deliberate: never stops on a line above the last one, so that stepping over the end of a loop's
+/// body leaves the loop. What stands in another source is neither above nor below: that is left by
+/// returning to it.
+bool LineCallback::isOver(asIScriptContext& context, std::int32_t line) const {
+    if (state_.lastStoppedLine > 0 && !inStoppedSource(context))
+        return context.GetCallstackSize() < stoppedDepth_;
+    return line > state_.lastStoppedLine;
 }
 
 /// Natives that called back into the script cannot wait for a suspended one: the engine restarts a
@@ -299,13 +323,20 @@ void LineCallback::decide(asIScriptContext& context, std::int32_t line) {
 void LineCallback::stopAt(asIScriptContext& context, std::int32_t line) {
     if (context.GetState() != asEXECUTION_ACTIVE) return;
     if (context.IsNested()) {
-        if (policy_ == nullptr) return;
-        state_.lastStoppedLine = line;
+        if (policy_ == nullptr || !policy_->mayHold()) return;
+        noteStop(context, line);
         state_.stepMode = StepMode::run;
         return policy_->atNestedStop(context);
     }
-    state_.lastStoppedLine = line;
+    noteStop(context, line);
     context.Suspend();
+}
+
+void LineCallback::noteStop(asIScriptContext& context, std::int32_t line) {
+    state_.lastStoppedLine = line;
+    stoppedFunction_ = currentFunction(context);
+    stoppedIn_ = sourceOf(context);
+    stoppedDepth_ = context.GetCallstackSize();
 }
 
 void LineCallback::lookAtEnd(asIScriptContext& context) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 #include "host/engine/engine_compat.h"
@@ -101,7 +102,11 @@ class LineCallback final : public WatchTarget {
     void lookAtEnd(asIScriptContext& context);
     bool findEnding(asIScriptContext* context);
     void decide(asIScriptContext& context, std::int32_t line);
+    bool isAnother(asIScriptContext& context, std::int32_t line) const;
+    bool inStoppedSource(asIScriptContext& context) const;
+    bool isOver(asIScriptContext& context, std::int32_t line) const;
     void stopAt(asIScriptContext& context, std::int32_t line);
+    void noteStop(asIScriptContext& context, std::int32_t line);
     bool passedByPolicy(asIScriptContext& context, std::int32_t line, bool& breakpoint);
     void giveAttention(asIScriptContext& context);
     bool attentionDue();
@@ -130,6 +135,10 @@ class LineCallback final : public WatchTarget {
     ObjectCount objects_;
     Ending ending_ = Ending::none;
     StopPolicy* policy_ = nullptr;
+    // Of the line that was stopped at last.
+    const asIScriptFunction* stoppedFunction_ = nullptr;
+    std::size_t stoppedIn_ = 0;  ///< its source
+    asUINT stoppedDepth_ = 0;    ///< calls that had not returned
     std::atomic<bool> attentionWanted_{false};
     std::atomic<std::int64_t> attendedAt_{0};  ///< steady milliseconds of the last atAttention()
     asIScriptContext* run_ = nullptr;          ///< what execute() executes, bearing this callback

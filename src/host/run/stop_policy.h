@@ -36,6 +36,9 @@ class StopPolicy {
     /// After `usual` or `pass` the run would be suspended, inside a function of the library where
     /// the engine cannot. The run's own step is over.
     virtual void atNestedStop(asIScriptContext& context) noexcept { (void)context; }
+    /// False: what cannot be suspended goes on as if there were no policy, and global variables are
+    /// made without asking it.
+    virtual bool mayHold() const noexcept { return true; }
     /// Between two statements, after ScriptSession::requestAttention() or every attentionEvery().
     virtual void atAttention(asIScriptContext& context) noexcept = 0;
     /// A native function that takes long, or waits, asks whether it should end. No context of the

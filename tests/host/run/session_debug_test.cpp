@@ -211,6 +211,9 @@ TEST_F(Debug, LinesAreOfTheTextThatRunsAndOfNoOtherSource) {
     const char kScript[] = "int main() {\n  int a = share(1);\n  return a;\n}\n";
     EXPECT_EQ(stops(kScript, {2, 3, 4}, StepMode::run), (Lines{2, 3}));
     EXPECT_EQ(stops(kScript, {2}, StepMode::into), (Lines{2, 2, 3, 4, 3}));
+    const char kLower[] = "int main() {\n\n  int a = share(1);\n  a++;\n  return a;\n}\n";
+    EXPECT_EQ(stops(kLower, {3}, StepMode::into), (Lines{3, 2, 3, 4, 4, 5}));
+    EXPECT_EQ(stops(kLower, {3}, StepMode::over), (Lines{3, 4, 5}));
 }
 
 TEST_F(Debug, ConstructorsWithoutALineDoNotStop) {
