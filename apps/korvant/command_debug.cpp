@@ -52,6 +52,7 @@ std::optional<std::string> readLine() {
 /// Commands of a file come first, and are shown as if they had been typed.
 class Commands {
   public:
+    explicit Commands(korvant::StreamInput& input) : input_(input) {}
     bool open(const std::string& path) {
         std::ifstream file(path, std::ios::binary);
         if (!file) return false;
@@ -66,22 +67,27 @@ class Commands {
             return line;
         }
         if (korvant::isTerminal(STDIN_FILENO)) write(prompt);
-        return readLine();
+        // The arguments are for the script.
+        input_.keepFed(true);
+        std::optional<std::string> line = readLine();
+        input_.keepFed(false);
+        return line;
     }
 
   private:
+    korvant::StreamInput& input_;
     std::deque<std::string> lines_;
 };
 
 int debugScript(const Debug& debug) {
     const std::optional<Source> source = readScript(debug.file, debug.limits.scriptBytes);
     if (!source) return kCannotRead;
-    Commands commands;
+    TerminalHost host(debug.host);
+    Commands commands(host.input());
     if (!debug.commandFile.empty() && !commands.open(debug.commandFile)) {
         complain("could not read " + debug.commandFile);
         return kCannotRead;
     }
-    const TerminalHost host(debug.host);
     korvant::ScriptSession& session = moduleSession();
     session.setLimits(debug.limits);
     const ConfiguredEngine engine;
@@ -96,6 +102,7 @@ int debugScript(const Debug& debug) {
         reportRun(*source, session.lastFailure());
         for (const std::string& line : session.lastFailure().unwritten) complain(line);
     };
+    parts.built = [&host] { host.feedArguments(); };
     korvant::DebugConsole console(std::move(parts));
     interrupted = &console.session();
     session.services().console->onInterrupt([]() noexcept {

@@ -40,11 +40,16 @@ TerminalHost::TerminalHost(const Options& options)
       console_(consoleOn(STDOUT_FILENO, output_)),
       errorConsole_(consoleOn(STDERR_FILENO, errorOutput_)),
       frontend_(std::make_unique<korvant::TerminalFrontend>(frontendOptions())) {
-    for (const std::string& argument : options.arguments) input_.feed(argument);
+    feedArguments();
     korvant::guardTerminal(STDIN_FILENO,
                            korvant::isTerminal(STDOUT_FILENO) ? STDOUT_FILENO : STDERR_FILENO);
     console_->onInterrupt([]() noexcept { moduleSession().requestStop(); });
     moduleSession().setServices({console_.get(), frontend_.get(), nullptr, nullptr});
+}
+
+void TerminalHost::feedArguments() {
+    input_.forgetFed();
+    for (const std::string& argument : options_.arguments) input_.feed(argument);
 }
 
 TerminalHost::~TerminalHost() {

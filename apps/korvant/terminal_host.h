@@ -27,6 +27,10 @@ class TerminalHost {
     TerminalHost(const TerminalHost&) = delete;
     TerminalHost& operator=(const TerminalHost&) = delete;
 
+    korvant::StreamInput& input() noexcept { return input_; }
+    /// A script begins: it reads the arguments from the first one on.
+    void feedArguments();
+
   private:
     std::unique_ptr<korvant::Console> consoleOn(int handle, korvant::GatheredOutput& output);
     korvant::Console* whereToAsk();

@@ -27,6 +27,8 @@ class DebugConsole final : public DebugListener {
         std::function<void(const std::string&)> write;
         /// What the compiler said, and how the run ended.
         std::function<void()> report;
+        /// A run is about to begin.
+        std::function<void()> built = {};
     };
     explicit DebugConsole(Parts parts);
 
@@ -43,6 +45,9 @@ class DebugConsole final : public DebugListener {
     };
     static const std::vector<Command>& commands();
 
+    void onBuilt() override {
+        if (parts_.built) parts_.built();
+    }
     void onStopped(const StopInfo& info) override;
     void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
     void onBreakpointsChanged(const std::vector<int>& ids) override;

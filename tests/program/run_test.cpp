@@ -73,6 +73,19 @@ TEST_F(Program, WrongUsageAndUnreadableFilesHaveTheirOwnCodes) {
     }
 }
 
+TEST_F(Program, ArgumentsOfADebuggedScriptAreForItsInputAlone) {
+    const std::string name = mainOf("string a, b; Input(a);\nInput(b);\nPrint(b + a + \"!\\n\");");
+    ProcessOptions options;
+    options.input = "break 3\nrun\nprint a\ncontinue\nrun\ncontinue\nquit\n";
+    const ProcessResult result = start({"debug", name, "Bob", "Ann"}, options);
+    EXPECT_EQ(0, result.exitCode) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("string = \"Bob\""));
+    const auto first = result.output.find("AnnBob!");
+    ASSERT_NE(first, std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("AnnBob!", first + 1), std::string::npos) << "once more";
+    EXPECT_THAT(result.output, Not(HasSubstr("There is no command")));
+}
+
 TEST_F(Program, HelpAndVersionAreThere) {
     EXPECT_THAT(start({"--version"}).output, HasSubstr("korvant "));
     EXPECT_EQ(0, start({"--help"}).exitCode);

@@ -19,23 +19,35 @@ void StreamInput::feed(std::string line) {
     fed_.push_back(std::move(line) + "\n");
 }
 
+void StreamInput::keepFed(bool kept) {
+    fedKept_ = kept;
+    last_ = kept ? &stream_ : &line_;
+}
+
+void StreamInput::forgetFed() {
+    fed_.clear();
+    line_ = {};
+}
+
 int StreamInput::bufferedChar() {
-    return next_ < bytes_.size() ? static_cast<unsigned char>(bytes_[next_++]) : -1;
+    return last_->left() ? static_cast<unsigned char>(last_->bytes[last_->next++]) : -1;
 }
 
 int StreamInput::readChar(StopQuery shouldStop) {
-    const int state = next_ < bytes_.size() ? 0 : fill(shouldStop);
+    const int state = last_->left() ? 0 : fill(shouldStop);
     return state == 0 ? bufferedChar() : state;
 }
 
 int StreamInput::fill(StopQuery shouldStop) {
-    next_ = 0;
-    if (!fed_.empty()) {
-        bytes_ = std::move(fed_.front());
+    if (!fedKept_ && !fed_.empty()) {
+        line_ = {std::move(fed_.front()), 0};
         fed_.pop_front();
+        last_ = &line_;
         return 0;
     }
-    bytes_.clear();
+    last_ = &stream_;
+    if (stream_.left()) return 0;
+    stream_ = {};
     leaveSingleKeyMode();
     char piece[8192];
     std::size_t got = 0;
@@ -43,7 +55,7 @@ int StreamInput::fill(StopQuery shouldStop) {
     if (state == ReadState::stopped) return kStopped;
     if (state == ReadState::end) return kEndOfInput;
     const std::string_view read(piece, got);
-    bytes_ = terminal_ ? encodeTyped(read) : std::string(read);
+    stream_.bytes = terminal_ ? encodeTyped(read) : std::string(read);
     return 0;
 }
 
@@ -55,10 +67,10 @@ ReadState StreamInput::read(char* buffer, std::size_t room, std::size_t& got,
 
 void StreamInput::unreadChar(int byte) {
     if (byte < 0) return;
-    if (next_ == 0)
-        bytes_.insert(bytes_.begin(), static_cast<char>(byte));
+    if (last_->next == 0)
+        last_->bytes.insert(last_->bytes.begin(), static_cast<char>(byte));
     else
-        bytes_[--next_] = static_cast<char>(byte);
+        last_->bytes[--last_->next] = static_cast<char>(byte);
 }
 
 int StreamInput::readKey(StopQuery shouldStop) {

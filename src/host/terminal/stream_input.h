@@ -17,10 +17,15 @@ class StreamInput final : public ByteSource {
   public:
     /// `handle` stays the caller's.
     explicit StreamInput(int handle);
+    StreamInput(const StreamInput&) = delete;
+    StreamInput& operator=(const StreamInput&) = delete;
 
     bool terminal() const noexcept { return terminal_; }
     /// A line that is read before anything of the stream.
     void feed(std::string line);
+    /// Such lines are not for who reads now: they stay as far as they have not been read.
+    void keepFed(bool kept);
+    void forgetFed();
     /// True when the stream had nothing to read since this was asked last and was waited for. A
     /// terminal that was hung up, or an end of the input that is met again, lets nobody wait.
     bool takeWaited() noexcept { return std::exchange(waited_, false); }
@@ -41,9 +46,16 @@ class StreamInput final : public ByteSource {
     int handle_;
     bool terminal_;
     bool waited_ = false;
+    struct Piece {
+        std::string bytes;
+        std::size_t next = 0;
+        bool left() const { return next < bytes.size(); }
+    };
     std::deque<std::string> fed_;
-    std::string bytes_;
-    std::size_t next_ = 0;
+    bool fedKept_ = false;
+    Piece line_;    ///< that was fed
+    Piece stream_;  ///< of the stream
+    Piece* last_ = &stream_;
     std::deque<int> keys_;  ///< codes of a key that are still to be given
 };
 
