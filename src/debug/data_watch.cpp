@@ -1,6 +1,7 @@
 #include "debug/data_watch.h"
 
 #include "debug/evaluation_text.h"
+#include "host/engine/program_position.h"
 
 namespace korvant {
 
@@ -12,11 +13,36 @@ bool DataWatch::findHome(Home& home, asIScriptContext& context, ValueTree& value
     home.everywhere = text.bindings.empty();
     home.functionId = scope.function()->GetId();
     home.depth = context.GetCallstackSize();
+    home.nameSpace = scope.nameSpace();
     return true;
 }
 
-bool DataWatch::changed(Breakpoint& breakpoint, asIScriptContext& context, ValueTree& values,
-                        ScriptEvaluator& evaluator, std::string& before) {
+/// False where the expression means something else, or its call has returned.
+bool DataWatch::levelOf(const Home& home, asIScriptContext& context, ValueTree& values,
+                        unsigned& level) const {
+    const asUINT depth = context.GetCallstackSize();
+    if (home.everywhere) {
+        // Beyond the last frame no local variable hides what is global.
+        level = home.nameSpace.empty() ? depth : 0;
+        if (home.nameSpace.empty()) return true;
+        const FrameScope scope = values.scopeOf(0);
+        return scope.nameSpace() == home.nameSpace &&
+               evaluationText(*context.GetEngine(), scope, home.expression).bindings.empty();
+    }
+    level = depth >= home.depth ? depth - home.depth : depth;
+    asIScriptFunction* const function = level < depth ? context.GetFunction(level) : nullptr;
+    return function != nullptr && function->GetId() == home.functionId;
+}
+
+/// At its first statement, or where a loop begins that it begins with.
+bool DataWatch::isNewCall(const Home& home, asIScriptContext& context) const {
+    const asIScriptFunction* const function = context.GetFunction(0);
+    return !home.everywhere && function != nullptr && function->GetId() == home.functionId &&
+           context.GetCallstackSize() == home.depth && atEntry(context);
+}
+
+bool DataWatch::changed(Breakpoint& breakpoint, asIScriptContext& context, bool entry,
+                        ValueTree& values, ScriptEvaluator& evaluator, std::string& before) {
     auto known = homes_.find(breakpoint.id);
     if (known == homes_.end() || known->second.expression != breakpoint.wish.name) {
         Home home;
@@ -26,20 +52,25 @@ bool DataWatch::changed(Breakpoint& breakpoint, asIScriptContext& context, Value
         breakpoint.hasLastValue = false;
     }
     const Home& home = known->second;
+    if (breakpoint.hasLastValue && isNewCall(home, context)) {
+        // Whether it is a loop is known at the next statement.
+        if (entry) breakpoint.hasLastValue = false;
+        return false;
+    }
     unsigned level = 0;
-    if (!home.everywhere) {
-        const asUINT depth = context.GetCallstackSize();
-        level = depth >= home.depth ? depth - home.depth : depth;
-        asIScriptFunction* const function = level < depth ? context.GetFunction(level) : nullptr;
-        if (function == nullptr || function->GetId() != home.functionId) {
-            // The call has returned; the next one begins afresh.
-            homes_.erase(known);
-            breakpoint.hasLastValue = false;
-            return false;
-        }
+    if (!levelOf(home, context, values, level)) {
+        if (home.everywhere) return false;
+        // The next call begins afresh.
+        homes_.erase(known);
+        breakpoint.hasLastValue = false;
+        return false;
     }
     const Evaluation now = evaluator.evaluate(level, home.expression, EvaluationPurpose::watch);
-    if (!now.done) return false;
+    if (!now.done) {
+        // What has never had a value may mean something else further on.
+        if (!breakpoint.hasLastValue) homes_.erase(known);
+        return false;
+    }
     std::string text = values.show(now.target, {}).value;
     before = breakpoint.lastValue;
     const bool changed = breakpoint.hasLastValue && text != before;

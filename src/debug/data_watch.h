@@ -16,7 +16,8 @@ class DataWatch {
     void clear() { homes_.clear(); }
     /// True when the value of `breakpoint` is another one than at the last look. `values` has begun
     /// with `context`.
-    bool changed(Breakpoint& breakpoint, asIScriptContext& context, ValueTree& values,
+    /// `entry`: the context has been asked about for the second time where a call begins.
+    bool changed(Breakpoint& breakpoint, asIScriptContext& context, bool entry, ValueTree& values,
                  ScriptEvaluator& evaluator, std::string& before);
 
   private:
@@ -24,8 +25,12 @@ class DataWatch {
         bool everywhere = false;
         int functionId = 0;
         unsigned depth = 0;  ///< from the outermost call
+        std::string nameSpace;
         std::string expression;
     };
+    bool isNewCall(const Home& home, asIScriptContext& context) const;
+    bool levelOf(const Home& home, asIScriptContext& context, ValueTree& values,
+                 unsigned& level) const;
     bool findHome(Home& home, asIScriptContext& context, ValueTree& values) const;
 
     std::map<int, Home> homes_;

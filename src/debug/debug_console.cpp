@@ -44,13 +44,23 @@ const char* wordsFor(ExceptionKind kind) {
     return "unhandled";
 }
 
-/// Where the sign of an assignment stands, and no part of a comparison; npos: nowhere.
+/// Where the sign of an assignment stands, and no part of a comparison or of an operator that
+/// assigns, nor in a text; npos: nowhere.
 std::size_t assignmentIn(std::string_view text) {
+    char quote = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '=') continue;
+        const char c = text[i];
+        if (quote != 0) {
+            if (c == '\\') ++i;
+            if (c == quote) quote = 0;
+            continue;
+        }
+        if (c == '"' || c == '\'') quote = c;
+        if (c != '=') continue;
         if (i + 1 < text.size() && text[i + 1] == '=')
             ++i;
-        else if (i == 0 || std::string_view("<>!").find(text[i - 1]) == std::string_view::npos)
+        else if (i == 0 ||
+                 std::string_view("<>!+-*/%&|^").find(text[i - 1]) == std::string_view::npos)
             return i;
     }
     return std::string_view::npos;
@@ -151,6 +161,10 @@ void DebugConsole::onStopped(const StopInfo& info) {
         case StopReason::dataBreakpoint:
             say("Breakpoint " + std::to_string(info.hitIds.front()) + ": " + info.text + " was " +
                 info.before + " and is " + info.now);
+            for (std::size_t i = 1; i < info.hitIds.size(); ++i)
+                if (const Breakpoint* const other = debug_.breakpoints().find(info.hitIds[i]))
+                    say("Breakpoint " + std::to_string(other->id) + ": " + other->wish.name +
+                        " is " + other->lastValue);
             break;
         case StopReason::exception:
             say(std::string("Exception, ") + wordsFor(info.exception) + ": " + info.text);
@@ -301,7 +315,8 @@ void DebugConsole::doBreak(const std::string& rest) {
         where = trimmed(rest.substr(0, condition));
         wish.condition = trimmed(rest.substr(condition + 4));
     }
-    if (where.empty() && standsStill()) {
+    if (where.empty()) {
+        if (!standsStill()) return;
         wish.place = debug_.frames().frame(frame_).place;
         wish.place.column = 0;
     } else if (const std::optional<int> line = numberIn(where)) {
@@ -507,18 +522,25 @@ void DebugConsole::doHex(const std::string& rest) {
 }
 
 void DebugConsole::doSet(const std::string& rest) {
+    if (rest.find('=') == std::string::npos) return say("set NAME = EXPRESSION");
     const std::size_t sign = assignmentIn(rest);
-    if (sign == std::string::npos) return say("set NAME = EXPRESSION");
+    if (sign == std::string::npos) return doPrint(rest);
     if (!standsStill()) return;
     const ShownValue shown =
         debug_.setExpression(frame_, trimmed(rest.substr(0, sign)), trimmed(rest.substr(sign + 1)));
-    say(shown.error.empty() ? shown.value.type + " = " + shown.value.value : shown.error);
+    if (!shown.error.empty()) return say(shown.error);
+    say(shown.isVoid ? "done" : shown.value.type + " = " + shown.value.value);
 }
 
 void DebugConsole::doList(const std::string& rest) {
     constexpr std::int32_t kShown = 10;
     const std::optional<int> wanted = numberIn(rest);
-    const std::int32_t here = standsStillQuietly() ? debug_.frames().frame(frame_).place.line : 1;
+    if (!rest.empty() && !wanted) return say("Around which line?");
+    const ScriptPlace place =
+        standsStillQuietly() ? debug_.frames().frame(frame_).place : ScriptPlace{{}, 1, 0};
+    if (!wanted && !place.source.empty())
+        return say("The text of " + place.source + " is not at hand.");
+    const std::int32_t here = place.source.empty() ? place.line : 0;
     const std::int32_t count = static_cast<std::int32_t>(lines_.size());
     std::int32_t begin = wanted ? *wanted - kShown / 2 : listed_ != 0 ? listed_ : here - kShown / 2;
     begin = std::clamp(begin, 1, std::max(1, count));

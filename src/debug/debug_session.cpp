@@ -74,7 +74,7 @@ std::string DebugSession::mainText() const {
 
 std::vector<std::int32_t> DebugSession::Impl::wantedLines() {
     std::vector<std::int32_t> lines = book.lines();
-    if (style == StopStyle::suspend) lines.insert(lines.end(), hostLines.begin(), hostLines.end());
+    if (style != StopStyle::hold) lines.insert(lines.end(), hostLines.begin(), hostLines.end());
     if (target.line > 0) lines.push_back(target.line);
     asked = lines;
     std::sort(asked.begin(), asked.end());
@@ -156,7 +156,10 @@ void DebugSession::Impl::takeAction(asIScriptContext& context) {
     if (action == Action::over) step.begin(StepRule::Mode::over, here, statement);
     if (action == Action::into) step.begin(StepRule::Mode::into, here, statement);
     if (action == Action::out) step.begin(StepRule::Mode::out, here, statement);
-    if (action == Action::stop) session.requestStop();
+    if (action == Action::stop)
+        session.requestStop();
+    else
+        lookAtData(context);
     if (action != Action::to) target = {};
     pauseWanted = false;
     apply();
@@ -254,10 +257,8 @@ bool DebugSession::hasThis(unsigned frame) const {
     return impl_->values.scopeOf(impl_->levelOf(frame)).hasThis();
 }
 
-bool DebugSession::notYetSet(unsigned frame, std::string_view name) const {
-    NamedValue local;
-    const FrameScope scope = impl_->values.scopeOf(impl_->levelOf(frame));
-    return scope.findLocal(name, local) && (local.value.unset || local.value.address == nullptr);
+FrameScope DebugSession::names(unsigned frame) const {
+    return impl_->values.scopeOf(impl_->levelOf(frame));
 }
 
 Evaluation DebugSession::evaluate(unsigned frame, std::string_view expression,
@@ -327,6 +328,11 @@ ShownValue DebugSession::setExpression(unsigned frame, std::string_view target,
         // An index that is computed, or an accessor: the script's own assignment.
         answer = show(frame, "(" + std::string(target) + ") = (" + std::string(expression) + ")",
                       EvaluationPurpose::console, format);
+        // An accessor gives nothing when it sets.
+        if (answer.error.empty() && answer.isVoid) {
+            ShownValue now = show(frame, target, EvaluationPurpose::console, format);
+            if (now.error.empty() && !now.isVoid) answer = std::move(now);
+        }
         return answer;
     }
     ++impl_->inside;

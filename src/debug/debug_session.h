@@ -31,7 +31,7 @@ struct StopInfo {
     StopReason reason = StopReason::step;
     ScriptPlace place;
     std::string text;         ///< of the exception, or the expression whose value changed
-    std::vector<int> hitIds;  ///< breakpoints that stopped
+    std::vector<int> hitIds;  ///< breakpoints that stopped; the first one is that of `text`
     ExceptionKind exception = ExceptionKind::unhandled;
     bool always = false;  ///< stopped because every exception stops, not because it is unhandled
     std::string before;   ///< value of a data breakpoint before, and now
@@ -66,8 +66,10 @@ class DebugListener {
 
 /// How a session stops a run.
 enum class StopStyle {
-    hold,    ///< always inside the run
-    suspend  ///< statements of the run itself suspend it, everything else is held
+    hold,        ///< always inside the run
+    suspend,     ///< statements of the run itself suspend it, everything else is held
+    suspendOnly  ///< nothing is held: breakpoints stop where the run can be suspended, and no
+                 ///< exception or limit does
 };
 
 enum class StepBy { line, statement };
@@ -146,8 +148,8 @@ class DebugSession {
     /// `frame` counts as Frames does; one beyond the last: global variables.
     ValueNode scope(ValueScope which, unsigned frame);
     bool hasThis(unsigned frame) const;
-    /// A local variable holds nothing yet but what lay in memory before.
-    bool notYetSet(unsigned frame, std::string_view name) const;
+    /// What the names in a frame mean.
+    FrameScope names(unsigned frame) const;
     Evaluation evaluate(unsigned frame, std::string_view expression, EvaluationPurpose purpose);
     ShownValue show(unsigned frame, std::string_view expression, EvaluationPurpose purpose,
                     const ValueFormat& format = {});

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,10 @@ struct DebugSession::Impl final : StopPolicy {
     StepRule step;
     LinePass pass;
     StatementPlace lastSeen;              ///< of the last statement that was asked about
+    bool entry = false;                   ///< it is the first one of its call
+    bool entrySeen = false;               ///< it has been
+    bool entryAsked = false;              ///< breakpoints of its function have been asked
+    bool newCall = false;                 ///< of the function that the statement before was in
     ScriptPlace target;                   ///< of runTo(); line 0: none
     std::vector<std::int32_t> hostLines;  ///< breakpoints of whoever runs the script
     std::atomic<bool> pauseWanted{false};
@@ -64,6 +69,7 @@ struct DebugSession::Impl final : StopPolicy {
     std::unique_ptr<StatementStarts> text;
     SetVariables setVariables;
     std::vector<std::int32_t> asked;  ///< lines at which it may stop, ascending
+    std::set<int> held;  ///< breakpoints whose conditions did when they were last asked
     ValueTree values;
     ScriptEvaluator evaluator{session, values};
     Frames frames{nullptr, kMainSource};
@@ -76,17 +82,20 @@ struct DebugSession::Impl final : StopPolicy {
 
     // Where it stops.
     void notePlace(asIScriptContext& context, std::int32_t line);
-    Answer passedOver();
+    Answer passedOver(asIScriptContext& context, std::int32_t line);
     void forgetWays();
     void noteSet(asIScriptContext& context, const StatementPlace& here);
-    bool onlySets(std::int32_t line) const;
+    bool mayStop(std::int32_t line) const;
     bool stopsAt(asIScriptContext& context, std::int32_t line, const StatementPlace& here,
                  bool newPass);
-    bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass, bool twin);
-    bool passes(Breakpoint& breakpoint, const FrameScope& scope);
+    bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass);
+    void noteSeen(asIScriptContext& context, const StatementPlace& here, bool again);
+    bool passes(Breakpoint& breakpoint, const FrameScope& scope, bool newPass = true);
+    bool conditionHolds(const Breakpoint& breakpoint, const FrameScope& scope, bool newPass);
     void writeLog(const Breakpoint& breakpoint, asIScriptContext& context);
     std::string logText(std::string_view text);
     bool dataChanged(asIScriptContext& context);
+    void lookAtData(asIScriptContext& context);
     void report(const Breakpoint& breakpoint, const std::string& said);
     ExceptionKind kindOf(asIScriptContext& context) const;
     bool passedOn(asIScriptContext& context);
@@ -117,6 +126,7 @@ struct DebugSession::Impl final : StopPolicy {
     void beforeEnd(asIScriptContext& context, bool memory) noexcept override;
     void onLeft(asIScriptContext* context, const RunOutcome& outcome,
                 const RunFailure& failure) noexcept override;
+    bool mayHold() const noexcept override { return style != StopStyle::suspendOnly; }
     bool wantsEveryStatement() const noexcept override { return everyStatement; }
     bool countsStatements() const noexcept override { return coverage != nullptr; }
     void count(asIScriptContext& context) noexcept override { coverage->count(context); }

@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <utility>
 
+#include "base/text/characters.h"
 #include "debug/debug_session_impl.h"
 #include "host/engine/program_position.h"
 
@@ -58,6 +60,29 @@ std::size_t closingBrace(std::string_view text, std::size_t open) {
     return std::string_view::npos;
 }
 
+/// Whether the first statement in the head of a loop stands there.
+bool beginsLoop(std::string_view text, std::int32_t line, std::int32_t column) {
+    std::size_t at = 0;
+    for (; line > 1 && at != std::string_view::npos; --line) {
+        at = text.find('\n', at);
+        if (at != std::string_view::npos) ++at;
+    }
+    if (at == std::string_view::npos) return false;
+    at += static_cast<std::size_t>(std::max(column, 1) - 1);
+    constexpr std::string_view kFor = "for";
+    if (text.substr(std::min(at, text.size())).starts_with(kFor)) return true;
+    const auto blanks = [&] {
+        while (at > 0 && at <= text.size() &&
+               kTextBlanks.find(text[at - 1]) != std::string_view::npos)
+            --at;
+    };
+    blanks();
+    if (at == 0 || at > text.size() || text[at - 1] != '(') return false;
+    --at;
+    blanks();
+    return text.substr(0, at).ends_with(kFor);
+}
+
 class Inside {
   public:
     explicit Inside(int& depth) : depth_(depth) { ++depth_; }
@@ -89,6 +114,7 @@ void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& buil
         const std::vector<int> changed = book.resolve(std::move(lines));
         book.beginRun();
         data.clear();
+        held.clear();
         setVariables.begin(nullptr);
         step.end();
         pass.forget();
@@ -120,31 +146,38 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
     if (inside > 0) return Answer::goOn;
     Answer answer = Answer::goOn;
     guarded([&] {
+        const bool stopping = mayStop(line);
+        if (!stopping && !setVariables.watches(line)) {
+            lastSeen = {};
+            entrySeen = false;
+            answer = passedOver(context, line);
+            return;
+        }
         if (asksInVain(context)) {
-            notePlace(context, line);
-            answer = passedOver();
+            answer = passedOver(context, line);
             return;
         }
         const StatementPlace here = StatementPlace::of(context);
-        if (onlySets(line)) {
-            noteSet(context, here);
-            lastSeen = here;
-            notePlace(context, line);
-            answer = passedOver();
+        const bool sameLine = again && lastSeen.line == line;
+        noteSeen(context, here, again);
+        if (setVariables.watches(line)) setVariables.pass(context, here, entry);
+        if (!stopping) {
+            answer = passedOver(context, line);
             return;
         }
-        const bool newPass = pass.begins(here, again && lastSeen.line == line);
-        noteSet(context, here);
+        const bool newPass = pass.begins(here, sameLine) || newCall;
         const bool stops = stopsAt(context, line, here, newPass);
-        lastSeen = here;
-        if (!stops) {
-            answer = passedOver();
-            // Global variables are made where nothing can be suspended.
-            const bool globals = answer == Answer::usual && &context != runContext;
-            if (!globals || !newPass) return;
+        const bool suspends =
+            style != StopStyle::hold && !context.IsNested() && &context == runContext;
+        if (!stops || (!suspends && !mayHold())) {
+            answer = passedOver(context, line);
+            if (answer != Answer::usual || style != StopStyle::suspend) return;
+            // Global variables are made where nothing can be suspended, and who looks for another
+            // line alone misses a call that begins at the same one.
+            if (!newCall && (!newPass || &context == runContext)) return;
         }
         forgetWays();
-        if (style == StopStyle::suspend && !context.IsNested() && &context == runContext) {
+        if (suspends) {
             answer = Answer::suspend;
             return;
         }
@@ -154,42 +187,47 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
     return answer;
 }
 
-void DebugSession::Impl::noteSet(asIScriptContext& context, const StatementPlace& here) {
-    const std::vector<std::int32_t>& lines = setVariables.lines();
-    if (std::binary_search(lines.begin(), lines.end(), here.line))
-        setVariables.pass(context, here, here == lastSeen);
+/// The engine asks twice where a function begins, and once at any other statement. A loop may begin
+/// there too; where none does, a third time is another call, from a statement that goes on.
+void DebugSession::Impl::noteSeen(asIScriptContext& context, const StatementPlace& here,
+                                  bool again) {
+    const bool twice = (again || everyStatement) && here == lastSeen;
+    newCall = twice && entrySeen && !isLoop(context);
+    entry = twice && !entrySeen && atEntry(context);
+    entrySeen = twice && !newCall && (entrySeen || entry);
+    entryAsked = twice && !newCall && entryAsked;
+    lastSeen = here;
 }
 
-/// Whether nothing but the variables that it may set is the reason to be asked about a line.
-bool DebugSession::Impl::onlySets(std::int32_t line) const {
-    return !everyStatement && !std::binary_search(asked.begin(), asked.end(), line);
-}
-
-/// Whoever stops there for another reason than ours is told where that is.
-void DebugSession::Impl::notePlace(asIScriptContext& context, std::int32_t line) {
-    if (style == StopStyle::hold) return;
-    info = {};
-    info.place = placeOf(context);
-    info.place.line = line;
+/// Whether more than a step of the host's and the variables that it may set are the reasons to be
+/// asked about a line.
+bool DebugSession::Impl::mayStop(std::int32_t line) const {
+    return everyStatement || std::binary_search(asked.begin(), asked.end(), line);
 }
 
 /// A run that is suspended may have breakpoints and steps of its host beside ours; its breakpoints
-/// are lines of the main text. `info` has the place.
-StopPolicy::Answer DebugSession::Impl::passedOver() {
+/// are lines of the main text. Where it stops for them is found out then.
+StopPolicy::Answer DebugSession::Impl::passedOver(asIScriptContext& context, std::int32_t line) {
     if (style == StopStyle::hold) return Answer::goOn;
-    const std::int32_t line = info.place.line;
-    const bool hosts =
-        info.place.source.empty() && std::binary_search(hostLines.begin(), hostLines.end(), line);
-    if (!hosts || !book.at({}, line).empty()) return Answer::pass;
+    info = {};
+    if (!std::binary_search(hostLines.begin(), hostLines.end(), line)) return Answer::pass;
+    notePlace(context, line);
+    if (!info.place.source.empty() || !book.at({}, line).empty()) return Answer::pass;
     info.reason = StopReason::breakpoint;
     return Answer::usual;
 }
 
+void DebugSession::Impl::notePlace(asIScriptContext& context, std::int32_t line) {
+    info.place = placeOf(context);
+    info.place.line = line;
+}
+
 /// A step or breakpoint of the host's ends where the engine cannot suspend.
 void DebugSession::Impl::atNestedStop(asIScriptContext& context) noexcept {
-    if (inside > 0 || style == StopStyle::hold) return;
+    if (inside > 0 || style != StopStyle::suspend) return;
     guarded([&] {
         forgetWays();
+        if (info.place.line == 0) info.place = placeOf(context);
         hold(context, info);
     });
 }
@@ -205,16 +243,14 @@ void DebugSession::Impl::forgetWays() {
 /// Fills `info` when it stops.
 bool DebugSession::Impl::stopsAt(asIScriptContext& context, std::int32_t line,
                                  const StatementPlace& here, bool newPass) {
-    const bool twin = here == lastSeen;
     if (lostDepth != 0 && here.depth <= lostDepth) {
         lostDepth = 0;
         apply();
     }
     info = {};
-    info.place = placeOf(context);
-    info.place.line = line;
-    const bool ended = step.endsAt(here);
-    bool stops = breaksAt(context, here, newPass, twin);
+    notePlace(context, line);
+    const bool ended = step.endsAt(here, newCall);
+    bool stops = breaksAt(context, here, newPass);
     if (!stops && dataChanged(context)) {
         info.reason = StopReason::dataBreakpoint;
         stops = true;
@@ -234,18 +270,17 @@ bool DebugSession::Impl::stopsAt(asIScriptContext& context, std::int32_t line,
 }
 
 bool DebugSession::Impl::breaksAt(asIScriptContext& context, const StatementPlace& here,
-                                  bool newPass, bool twin) {
+                                  bool newPass) {
     bool stops = false;
     const FrameScope scope = innermost(context);
-    if (newPass)
-        for (Breakpoint* const breakpoint : book.at(info.place.source, here.line))
-            if (passes(*breakpoint, scope)) {
-                info.reason = StopReason::breakpoint;
-                info.hitIds.push_back(breakpoint->id);
-                stops = true;
-            }
-    // The engine calls twice for the first statement of a function, and once for any other.
-    if (!twin || here.function == nullptr) return stops;
+    for (Breakpoint* const breakpoint : book.at(info.place.source, here.line))
+        if (passes(*breakpoint, scope, newPass)) {
+            info.reason = StopReason::breakpoint;
+            info.hitIds.push_back(breakpoint->id);
+            stops = true;
+        }
+    const bool begins = entry || (stops && !entrySeen && atEntry(context));
+    if (!begins || std::exchange(entryAsked, true) || here.function == nullptr) return stops;
     for (Breakpoint* const breakpoint : book.atEntry(here.function->GetId()))
         if (passes(*breakpoint, scope)) {
             info.reason = StopReason::functionBreakpoint;
@@ -255,17 +290,36 @@ bool DebugSession::Impl::breaksAt(asIScriptContext& context, const StatementPlac
     return stops;
 }
 
+/// A loop on one line is one pass. Its condition is asked at each of its statements, and stops when
+/// it begins to hold.
+bool DebugSession::Impl::conditionHolds(const Breakpoint& breakpoint, const FrameScope& scope,
+                                        bool newPass) {
+    // Where a call begins it was asked a moment ago.
+    if (entry && !newPass) return false;
+    const std::string& condition = breakpoint.wish.condition;
+    const Inside mark(inside);
+    std::string error;
+    const bool holds = evaluator.holds(scope, condition, error);
+    const bool before = !newPass && held.count(breakpoint.id) > 0;
+    if (holds)
+        held.insert(breakpoint.id);
+    else
+        held.erase(breakpoint.id);
+    if (error.empty()) return holds && !before;
+    // What a loop counts with is declared where it begins.
+    const bool early = text != nullptr && info.place.source.empty() &&
+                       beginsLoop(text->text(), scope.line(), scope.column());
+    if (!newPass || early) return false;
+    // A condition that cannot be evaluated must not hide the breakpoint.
+    report(breakpoint, "Condition \"" + condition + "\": " + error);
+    return true;
+}
+
 /// Whether a breakpoint stops at this pass. A log text is written instead.
-bool DebugSession::Impl::passes(Breakpoint& breakpoint, const FrameScope& scope) {
+bool DebugSession::Impl::passes(Breakpoint& breakpoint, const FrameScope& scope, bool newPass) {
     const BreakpointWish& wish = breakpoint.wish;
-    if (!wish.condition.empty()) {
-        const Inside mark(inside);
-        std::string error;
-        const bool holds = evaluator.holds(scope, wish.condition, error);
-        if (!error.empty()) report(breakpoint, "Condition \"" + wish.condition + "\": " + error);
-        // A condition that cannot be evaluated must not hide the breakpoint.
-        if (!holds && error.empty()) return false;
-    }
+    if (wish.condition.empty() ? !newPass : !conditionHolds(breakpoint, scope, newPass))
+        return false;
     ++breakpoint.hits;
     HitCondition hits;
     if (!HitCondition::read(wish.hitCondition, hits) || !hits.holds(breakpoint.hits)) return false;
@@ -320,16 +374,29 @@ bool DebugSession::Impl::dataChanged(asIScriptContext& context) {
     const FrameScope scope = innermost(context);
     for (Breakpoint* const breakpoint : watchedData) {
         std::string before;
-        if (!data.changed(*breakpoint, context, asideValues, asideEvaluator, before)) continue;
+        if (!data.changed(*breakpoint, context, entry, asideValues, asideEvaluator, before))
+            continue;
         if (!passes(*breakpoint, scope)) continue;
+        info.hitIds.push_back(breakpoint->id);
+        if (std::exchange(stops, true)) continue;
         info.text = breakpoint->wish.name;
         info.before = before;
         info.now = breakpoint->lastValue;
-        info.hitIds.push_back(breakpoint->id);
-        stops = true;
     }
     asideValues.end();
     return stops;
+}
+
+/// Before it goes on: what is watched since this stop has its meaning here, and what was set by
+/// hand is no change.
+void DebugSession::Impl::lookAtData(asIScriptContext& context) {
+    if (!book.watchesData()) return;
+    const Inside mark(inside);
+    asideValues.begin(&context, module, text.get(), kMainSource, &setVariables);
+    std::string before;
+    for (Breakpoint* const breakpoint : book.ofData())
+        data.changed(*breakpoint, context, false, asideValues, asideEvaluator, before);
+    asideValues.end();
 }
 
 FrameScope DebugSession::Impl::innermost(asIScriptContext& context) const {
@@ -367,7 +434,7 @@ void DebugSession::Impl::insideNative() noexcept {
 }
 
 void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
-    if (inside > 0) return;
+    if (inside > 0 || !mayHold()) return;
     guarded([&] {
         if (passedOn(context)) return;
         const ExceptionKind kind = kindOf(context);
@@ -448,7 +515,7 @@ bool DebugSession::Impl::repeatsLost(asIScriptContext& context) {
 }
 
 void DebugSession::Impl::beforeEnd(asIScriptContext& context, bool memory) noexcept {
-    if (inside > 0 || !(memory ? rules.memory : rules.timeOut)) return;
+    if (inside > 0 || !mayHold() || !(memory ? rules.memory : rules.timeOut)) return;
     guarded([&] {
         StopInfo stopped;
         stopped.reason = memory ? StopReason::memory : StopReason::timeOut;
@@ -464,9 +531,10 @@ void DebugSession::Impl::onLeft(asIScriptContext* context, const RunOutcome& out
     guarded([&] {
         if (outcome.stoppedAtLine()) {
             state = DebugState::suspended;
-            if (info.place.line != outcome.line) {
+            // For a reason of the host's it stops at a place that nobody has asked about.
+            if (info.place.line != outcome.line && context != nullptr) {
                 info = {};
-                info.reason = StopReason::breakpoint;
+                notePlace(*context, outcome.line);
             }
             beginLooking(context);
             listener.onStopped(info);

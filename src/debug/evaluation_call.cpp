@@ -101,7 +101,10 @@ std::string EvaluationCall::bind(const FrameScope& scope) {
             address = scope.context()->GetThisPointer(scope.level());
         if (address != nullptr && binding.kind == EvaluationBinding::Kind::member)
             address = static_cast<asIScriptObject*>(address)->GetAddressOfProperty(binding.index);
-        if (address == nullptr) return whyNoValue(binding.name, binding.value);
+        const bool local =
+            binding.kind == EvaluationBinding::Kind::local && binding.parameter != "target_";
+        if (address == nullptr || (local && !changes_ && scope.isUnset(binding.value, address)))
+            return whyNoValue(binding.name, scope);
         if (bindOne(static_cast<asUINT>(i), binding, address) < 0)
             return "\"" + binding.name + "\" cannot be used here.";
     }

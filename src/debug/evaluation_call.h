@@ -41,7 +41,10 @@ class EvaluationCall {
 
   private:
     EvaluationCall(asIScriptFunction* function, const EvaluationText& text, Form form)
-        : function_(function), bindings_(text.bindings), form_(form) {}
+        : function_(function),
+          bindings_(text.bindings),
+          form_(form),
+          changes_(text.changes || form == Form::set || form == Form::give) {}
     std::string bind(const FrameScope& scope);
     int bindOne(asUINT index, const EvaluationBinding& binding, void* address);
     void putHandle();
@@ -50,6 +53,7 @@ class EvaluationCall {
     asIScriptContext* context_ = nullptr;
     std::vector<EvaluationBinding> bindings_;
     Form form_;
+    bool changes_;
     TypedValue target_;
     std::shared_ptr<KeptValue> shown_;
 };

@@ -32,8 +32,8 @@ bool runsOver(std::string_view text, const TokenList& tokens) {
 class Reader {
   public:
     Reader(asIScriptEngine& engine, const FrameScope& scope, std::string_view text,
-           const TokenList& tokens)
-        : engine_(engine), scope_(scope), text_(text), tokens_(tokens) {}
+           const TokenList& tokens, bool late)
+        : engine_(engine), scope_(scope), text_(text), tokens_(tokens), late_(late) {}
 
     EvaluationText read() {
         if (!balanced()) return refuse("The brackets of this expression do not match.");
@@ -196,7 +196,7 @@ class Reader {
                      const NamedValue& named, std::size_t token) {
         const TypedValue& value = named.value;
         // One that is to be set may be unset.
-        if (value.address == nullptr || (value.unset && !found_.changes))
+        if (!late_ && (value.address == nullptr || (value.unset && !found_.changes)))
             found_.error = whyNoValue(named.name, value);
         const auto known = std::find_if(
             found_.bindings.begin(), found_.bindings.end(),
@@ -235,6 +235,7 @@ class Reader {
     const FrameScope& scope_;
     std::string_view text_;
     const TokenList& tokens_;
+    bool late_;
     EvaluationText found_;
 };
 
@@ -263,7 +264,7 @@ std::string EvaluationText::parameters(asIScriptEngine& engine) const {
 }
 
 EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
-                              std::string_view expression) {
+                              std::string_view expression, bool late) {
     EvaluationText refused;
     const std::optional<TokenList> tokens = TokenList::of(expression, kMostTokens);
     if (expression.size() > kLongest || !tokens)
@@ -275,7 +276,7 @@ EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
     else if (runsOver(expression, *tokens))
         refused.error = "A text or a comment of this expression does not end.";
     if (!refused.error.empty()) return refused;
-    return Reader(engine, scope, expression, *tokens).read();
+    return Reader(engine, scope, expression, *tokens, late).read();
 }
 
 }  // namespace korvant

@@ -37,8 +37,8 @@ struct EvaluationText {
 };
 
 /// Reads the names of `expression` in a frame. What the compiler would make more of than one
-/// expression is refused.
+/// expression is refused. `late`: whether its variables are set is not asked now.
 EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
-                              std::string_view expression);
+                              std::string_view expression, bool late = false);
 
 }  // namespace korvant

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "base/text/characters.h"
+
 namespace korvant {
 
 namespace {
-
-std::string orEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
 
 /// "const B b" is constant, and so is "B@const h"; of "const B@ h" it is what the handle leads to.
 bool isConstant(const std::string& declaration, int typeId) {
@@ -29,6 +27,12 @@ std::string outerOf(const std::string& space) {
 
 std::string whyNoValue(std::string_view name, const TypedValue& value) {
     return "\"" + std::string(name) + "\" is " + (value.gone ? "gone." : "not yet set.");
+}
+
+std::string whyNoValue(std::string_view name, const FrameScope& scope) {
+    NamedValue local;
+    scope.findLocal(name, local);
+    return whyNoValue(name, local.value);
 }
 
 FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
@@ -89,8 +93,17 @@ bool FrameScope::neverSet(const NamedValue& variable) const {
     if (text_ == nullptr || line_ <= 0 || (variable.value.typeId & asTYPEID_MASK_OBJECT) != 0)
         return false;
     if (set_ != nullptr)
-        if (const auto set = set_->isSet(variable.value.address, line_, column_)) return !*set;
+        if (const auto set = set_->isSet(variable.value.address, function_, line_, column_))
+            return !*set;
     return text_->neverSet(line_, column_, variable.name, begun());
+}
+
+/// What the text tells is the same at every pass.
+bool FrameScope::isUnset(const TypedValue& local, const void* address) const {
+    if (text_ == nullptr || (local.typeId & asTYPEID_MASK_OBJECT) != 0) return false;
+    const auto set =
+        set_ != nullptr ? set_->isSet(address, function_, line_, column_) : std::optional<bool>();
+    return set ? !*set : local.unset;
 }
 
 NamedValue FrameScope::local(asUINT index) const {
@@ -110,13 +123,14 @@ NamedValue FrameScope::local(asUINT index) const {
     return found;
 }
 
-std::vector<NamedValue> FrameScope::locals() const {
+std::vector<NamedValue> FrameScope::locals(std::string_view among) const {
     std::vector<NamedValue> found;
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return found;
     const int count = context_->GetVarCount(level_);
     for (asUINT i = 0; count > 0 && i < static_cast<asUINT>(count); ++i) {
-        if (!isKnown(i)) continue;
         const std::string_view name = localName(i);
+        if (!among.empty() && among.find(name) == std::string_view::npos) continue;
+        if (!isKnown(i)) continue;
         std::erase_if(found, [name](const NamedValue& outer) { return outer.name == name; });
         found.push_back(local(i));
     }

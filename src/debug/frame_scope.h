@@ -22,6 +22,9 @@ struct TypedValue {
 
 /// Why the variable `name` has no value that can be read.
 std::string whyNoValue(std::string_view name, const TypedValue& value);
+class FrameScope;
+/// The same of a local variable of a frame.
+std::string whyNoValue(std::string_view name, const FrameScope& scope);
 
 /// A variable, a member of the frame's object, or a global variable.
 struct NamedValue {
@@ -49,7 +52,8 @@ class FrameScope {
     std::string nameSpace() const;
 
     /// Parameters and locals in order of declaration, one for each name: the innermost in scope.
-    std::vector<NamedValue> locals() const;
+    /// `among`: those alone whose names stand in it, where it is not empty.
+    std::vector<NamedValue> locals(std::string_view among = {}) const;
     bool hasThis() const;
     TypedValue thisObject() const;
     /// Members of the frame's object, those of its base classes among them.
@@ -59,6 +63,9 @@ class FrameScope {
     /// A local, "this", a member, a global variable as the frame's function would find it; false
     /// for any other name. `name` may have a namespace.
     bool find(std::string_view name, TypedValue& found) const;
+    /// Whether nothing has set a local variable that was found at this statement, perhaps at an
+    /// earlier pass, and lies at `address` now.
+    bool isUnset(const TypedValue& local, const void* address) const;
     bool findLocal(std::string_view name, NamedValue& found) const;
     bool findMember(std::string_view name, NamedValue& found) const;
     bool findGlobal(std::string_view name, TypedValue& found) const;

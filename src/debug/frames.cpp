@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/text/characters.h"
+#include "host/run/inspect.h"
+
 namespace korvant {
 
 namespace {
-
-std::string orEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
 
 /// The compiler calls what has no name in the script by names of its own.
 std::string plainName(const asIScriptFunction& function) {
@@ -47,7 +46,7 @@ Frames::Frames(asIScriptContext* context, std::string_view mainSource)
     : context_(context), mainSource_(mainSource) {
     const asUINT count = context != nullptr ? context->GetCallstackSize() : 0;
     for (asUINT level = 0; level < count; ++level)
-        if (context->GetFunction(level) != nullptr) levels_.push_back(level);
+        if (isWritten(context->GetFunction(level))) levels_.push_back(level);
 }
 
 DebugFrame Frames::frame(unsigned index) const {

@@ -154,7 +154,7 @@ Evaluation ScriptEvaluator::Impl::compiled(const FrameScope& scope, std::string_
     if (!answer.error.empty()) return answer;
     answer.done = true;
     for (const EvaluationBinding& binding : text.bindings)
-        if (binding.value.unset) values.touch(binding.value.address);
+        if (binding.value.unset) values.touch(binding.value.address, scope);
     if (const auto shown = call->takeShown()) {
         answer.target.value = shown->value();
         answer.target.evaluateName = expression;
@@ -174,7 +174,8 @@ Kept ScriptEvaluator::Impl::make(const FrameScope& scope, std::string_view expre
         made.error = "The script of this frame is gone.";
         return made;
     }
-    const EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
+    const EvaluationText text =
+        evaluationText(*scope.module()->GetEngine(), scope, expression, true);
     made.error = text.untyped ? EvaluationText::kUntyped : text.error;
     if (made.error.empty())
         made.call = compile(scope, text, EvaluationCall::Form::show, 0, made.error);
@@ -289,7 +290,7 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     error.clear();
     call->bindTarget(target.value);
     error = impl_->run(*call, scope, EvaluationPurpose::console);
-    if (error.empty() && target.value.unset) impl_->values.touch(target.value.address);
+    if (error.empty() && target.value.unset) impl_->values.touch(target.value.address, scope);
     return error;
 }
 

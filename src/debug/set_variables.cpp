@@ -7,6 +7,7 @@ namespace korvant {
 namespace {
 
 constexpr asUINT kNoNumber = ~asUINT{0};
+constexpr std::int32_t kLastLineOfAll = (1 << 20) - 1;
 
 }  // namespace
 
@@ -62,14 +63,16 @@ const SetVariables::Step& SetVariables::stepAt(asIScriptContext& context,
 
 void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, bool entry) {
     if (text_ == nullptr || here.function == nullptr) return;
+    if (entry)
+        std::erase_if(touched_, [&here](const auto& one) {
+            return one.second.function == here.function && one.second.depth >= here.depth;
+        });
     const Step& step = stepAt(context, here);
     const auto addressOf = [&](asUINT index) { return context.GetAddressOfVar(index, 0); };
     if (entry && step.all != nullptr)
         for (const asUINT index : *step.all)
-            if (const void* const address = index != kNoNumber ? addressOf(index) : nullptr) {
+            if (const void* const address = index != kNoNumber ? addressOf(index) : nullptr)
                 states_[address] = {};
-                touched_.erase(address);
-            }
     for (const asUINT index : step.sets) {
         const auto known = states_.find(addressOf(index));
         if (known == states_.end()) continue;
@@ -81,13 +84,20 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
     }
 }
 
-void SetVariables::touch(const void* variable) {
-    touched_.insert(variable);
+void SetVariables::touch(const void* variable, const asIScriptFunction& function, unsigned depth) {
+    touched_[variable] = {&function, depth};
+    // The engine answers from the line of the function's head on.
+    std::int32_t begin = -1;
+    for (std::int32_t line = 1; begin < 0 && line <= kLastLineOfAll; ++line)
+        begin = function.FindNextLineWithCode(line);
+    if (begin > 0 && !watches(begin))
+        lines_.insert(std::upper_bound(lines_.begin(), lines_.end(), begin), begin);
 }
 
-std::optional<bool> SetVariables::isSet(const void* variable, std::int32_t line,
-                                        std::int32_t column) const {
-    if (touched(variable)) return true;
+std::optional<bool> SetVariables::isSet(const void* variable, const asIScriptFunction* function,
+                                        std::int32_t line, std::int32_t column) const {
+    const auto touched = touched_.find(variable);
+    if (touched != touched_.end() && touched->second.function == function) return true;
     const auto known = states_.find(variable);
     if (known == states_.end()) return std::nullopt;
     const State& state = known->second;

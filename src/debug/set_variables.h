@@ -1,9 +1,10 @@
 // Which variables of plain types have been given a value, where the text alone does not tell.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,14 +27,18 @@ class SetVariables {
     bool begun() const noexcept { return text_ != nullptr; }
     /// Where pass() must be told of statements, ascending.
     const std::vector<std::int32_t>& lines() const noexcept { return lines_; }
+    bool watches(std::int32_t line) const {
+        return std::binary_search(lines_.begin(), lines_.end(), line);
+    }
     /// A statement is about to run in the innermost frame; `entry`: the first one of its call.
     void pass(asIScriptContext& context, const StatementPlace& here, bool entry);
-    /// A variable is set from outside.
-    void touch(const void* variable);
-    bool touched(const void* variable) const { return touched_.count(variable) > 0; }
-    /// Whether a variable has been set before the statement at which its frame stands, counted from
-    /// 1 in bytes; nothing where that has not been seen.
-    std::optional<bool> isSet(const void* variable, std::int32_t line, std::int32_t column) const;
+    /// A variable is set from outside, in the call of `function` that is the `depth`th from the
+    /// outermost. It is a new one when that begins again.
+    void touch(const void* variable, const asIScriptFunction& function, unsigned depth);
+    /// Whether a variable of `function` has been set before the statement at which its frame
+    /// stands, counted from 1 in bytes; nothing where that has not been seen.
+    std::optional<bool> isSet(const void* variable, const asIScriptFunction* function,
+                              std::int32_t line, std::int32_t column) const;
 
   private:
     struct State {
@@ -56,7 +61,11 @@ class SetVariables {
     const DeclaredVariables* text_ = nullptr;
     std::string source_;  ///< the section that the text is of
     std::vector<std::int32_t> lines_;
-    std::set<const void*> touched_;
+    struct Touched {
+        const asIScriptFunction* function = nullptr;
+        unsigned depth = 0;
+    };
+    std::map<const void*, Touched> touched_;
     std::unordered_map<const void*, State> states_;
     std::unordered_map<const asIScriptFunction*, std::vector<asUINT>> numbers_;
     std::unordered_map<const asDWORD*, Step> steps_;  ///< by the place in the code

@@ -11,14 +11,14 @@ StatementPlace StatementPlace::of(asIScriptContext& context) {
     return here;
 }
 
-bool StepRule::endsAt(const StatementPlace& here) const noexcept {
+bool StepRule::endsAt(const StatementPlace& here, bool newCall) const noexcept {
     // The step began in a context that has ended, in the making of global variables.
     if (mode_ != Mode::none && here.context != from_.context) return true;
     switch (mode_) {
         case Mode::over:
             return here.depth < from_.depth || (here.depth == from_.depth && elsewhere(here));
         case Mode::into:
-            return here.depth != from_.depth || elsewhere(here);
+            return newCall || here.depth != from_.depth || elsewhere(here);
         case Mode::out:
             return here.depth < from_.depth;
         case Mode::none:

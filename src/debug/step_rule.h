@@ -35,8 +35,9 @@ class StepRule {
     }
     void end() noexcept { mode_ = Mode::none; }
     bool active() const noexcept { return mode_ != Mode::none; }
-    /// Whether the step ends at the statement that is about to run.
-    bool endsAt(const StatementPlace& here) const noexcept;
+    /// Whether the step ends at the statement that is about to run. `newCall`: a call has begun
+    /// there since the statement before.
+    bool endsAt(const StatementPlace& here, bool newCall) const noexcept;
 
   private:
     bool elsewhere(const StatementPlace& here) const noexcept {

@@ -1,6 +1,7 @@
 #include "debug/value_text.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/text/number_text.h"
 #include "base/text/text_encoding.h"
@@ -73,6 +74,11 @@ std::string enumText(asIScriptEngine& engine, const ValueView& value, const Valu
     return number;
 }
 
+/// Its sign says nothing, and is another one on another processor.
+bool isNaN(const ValueView& value) {
+    return std::isnan(realOf(value));
+}
+
 std::string functionText(asIScriptFunction& function) {
     asIScriptFunction* const bound = function.GetDelegateFunction();
     asIScriptFunction& shown = bound != nullptr ? *bound : function;
@@ -113,9 +119,9 @@ class Writer {
             case ValueKind::enumeration:
                 return enumText(engine_, value, format_);
             case ValueKind::singleReal:
-                return formatShortest(static_cast<float>(realOf(value)));
+                return isNaN(value) ? "nan" : formatShortest(static_cast<float>(realOf(value)));
             case ValueKind::doubleReal:
-                return formatShortest(realOf(value));
+                return isNaN(value) ? "nan" : formatShortest(realOf(value));
             case ValueKind::string:
                 return quotedText(textOf(value), format_.longest);
             default:

@@ -118,8 +118,10 @@ FrameScope ValueTree::scopeOf(unsigned level) const {
     return {impl_->context, level, impl_->module, impl_->source, impl_->mainSource, impl_->set};
 }
 
-void ValueTree::touch(const void* variable) {
-    if (impl_->set != nullptr) impl_->set->touch(variable);
+void ValueTree::touch(const void* variable, const FrameScope& scope) {
+    const asUINT depth = scope.context() != nullptr ? scope.context()->GetCallstackSize() : 0;
+    if (impl_->set != nullptr && scope.function() != nullptr && depth > scope.level())
+        impl_->set->touch(variable, *scope.function(), depth - scope.level());
     for (Node& node : impl_->nodes)
         for (Child& child : node.named)
             if (child.value.address == variable) child.value.unset = false;

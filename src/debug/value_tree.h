@@ -90,7 +90,7 @@ class ValueTree {
     bool child(ValueNode node, std::string_view name, DebugValue& found,
                const ValueFormat& format = {});
     /// A variable has been set from outside: it is not unset any more.
-    void touch(const void* variable);
+    void touch(const void* variable, const FrameScope& scope);
     /// Keeps something alive until end().
     void keep(std::shared_ptr<void> what);
 

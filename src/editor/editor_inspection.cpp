@@ -9,17 +9,26 @@
 
 namespace korvant {
 
+/// A run that stands still ends as it began.
 void ScriptEditor::setInspecting(bool inspecting) {
-    if (!debugger_.busy() && !debugger_.debugging()) inspection_.setEnabled(inspecting);
     starFollowsUndo_ = inspecting;
+    runEnded();
     noteSavePoint();
+}
+
+/// Unless one goes on: then this comes again.
+void ScriptEditor::runEnded() {
+    if (debugger_.busy() || debugger_.debugging()) return;
+    inspection_.endRun();
+    inspection_.setEnabled(starFollowsUndo_);
 }
 
 /// The one book for all wishes; a run looks at it as it is when it begins or goes on.
 void ScriptEditor::planBreakpoints() {
     OpenDocument* const ran = documents_.find(runDocument_);
-    if (!inspection_.enabled() || !ran) return;
-    inspection_.session().breakpoints().setLines({}, ran->plan.refined());
+    if (!ran) return;
+    inspection_.session().breakpoints().setLines(
+        {}, inspection_.enabled() ? ran->plan.refined() : std::vector<BreakpointWish>());
     planOtherSources();
     inspection_.session().apply();
 }
@@ -33,6 +42,13 @@ void ScriptEditor::planOtherSources() {
         const OpenDocument* const open = documents_.findSource(source);
         if (open && open->id != runDocument_)
             wishes = open == &current() ? open->plan.active() : open->stops;
+        // Who looks at nothing knows conditions of the classic kind alone.
+        if (!inspection_.enabled())
+            for (BreakpointWish& wish : wishes) {
+                const std::int32_t line = wish.place.line;
+                wish = {};
+                wish.place.line = line;
+            }
         inspection_.session().breakpoints().setLines(source, std::move(wishes));
     }
 }
@@ -65,7 +81,7 @@ void ScriptEditor::showRun() {
 /// Where it stands still; the line is that of the text as it is now.
 ScriptPlace ScriptEditor::stopPlace() const {
     ScriptPlace place = inspection_.stop().place;
-    if (inspection_.canLook() && !place.source.empty()) return place;
+    if (inspection_.standsStill() && !place.source.empty()) return place;
     if (!inspection_.held()) return {{}, debugger_.stoppedAt(), 0};
     if (place.source.empty()) place.line = debugger_.lineInText(place.line);
     return place;
@@ -81,13 +97,30 @@ std::int32_t ScriptEditor::lineInView(const ScriptPlace& place) const {
 bool ScriptEditor::showStop() {
     const ScriptPlace place = stopPlace();
     if (place.source.empty() || !showSource(place.source)) return false;
+    if (!inspection_.enabled()) markStopHere(place.line);
     gotoScriptLine(place.line);
     return true;
 }
 
+/// In the text in view, which is not the one that runs, with the one marker that there is where
+/// nobody looks into runs.
+void ScriptEditor::markStopHere(std::int32_t line) {
+    markedDocument_ = current().id;
+    breakpoints().prepareRun();
+    breakpoints().becomeCurrentLine();
+    breakpoints().markCurrent(toControl(ScriptLine{line}));
+}
+
+void ScriptEditor::takeMarkAway() {
+    OpenDocument* const marked = documents_.find(std::exchange(markedDocument_, 0));
+    if (!marked) return;
+    show(*marked);
+    breakpoints().restore();
+}
+
 bool ScriptEditor::showSource(const std::string& source) {
-    if (!tabs_) return false;
     if (OpenDocument* const open = documents_.findSource(source)) return show(*open), true;
+    if (!tabs_) return false;
     FileStatus status;
     if (files_.status(source, status) != 0 || status.kind != FileStatus::Kind::regular)
         return false;
@@ -245,7 +278,7 @@ std::string ScriptEditor::explainException() {
 }
 
 void ScriptEditor::pauseRun() {
-    if (debugger_.busy() && !inspection_.held()) inspection_.pause();
+    if (inspection_.enabled() && debugger_.busy() && !inspection_.held()) inspection_.pause();
 }
 
 void ScriptEditor::restartRun() {
@@ -299,8 +332,10 @@ void ScriptEditor::build() {
 
 /// What the end changes in the text is right only while that is shown.
 void ScriptEditor::endRun() {
+    takeMarkAway();
     if (debugger_.debugging()) showRun();
     debugger_.stop();
+    runEnded();
 }
 
 void ScriptEditor::stopDebugging() {

@@ -33,9 +33,10 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       backups_(files_, joinPathIn(surroundings.dataFolder, "backups")),
       documents_({editor_, output_, window_, files_, backups_, *session_.services().clock,
                   joinPathIn(surroundings.dataFolder, "recovery")}),
-      debugger_({session_, window_, editor_, output_, documents_.shown().breakpoints},
-                [this] { return document().scriptBytes(); }),
       inspection_(session_, [this](const std::function<bool()>& goesOn) { waitWhileHeld(goesOn); }),
+      debugger_({session_, inspection_.session(), window_, editor_, output_,
+                 documents_.shown().breakpoints},
+                [this] { return document().scriptBytes(); }),
       view_(editor_, outputControl_, window_),
       search_(std::make_shared<Search>(editor_, window_)),
       assistant_(editor_, debugger_, surroundings.families),
@@ -49,9 +50,6 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
     hostDocument_ = watchDocument_ = documents_.shown().id;
     inspection_.onScriptBuilt = [this] { planOtherSources(); };
     debugger_.showsElsewhere = [this] { return showStop(); };
-    debugger_.notYetSet = [this](std::string_view name) {
-        return inspection_.canLook() && inspection_.session().notYetSet(0, name);
-    };
     debugger_.elsewhere = [this](ScriptLine line) { return stopElsewhere(line); };
     inspection_.onBreath = [this] {
         if (window_.pumpEvents()) session_.requestStop();
@@ -164,9 +162,11 @@ void ScriptEditor::run(const std::function<void()>& action) {
 void ScriptEditor::drive(void (Debugger::*action)()) {
     do {
         restartWanted_ = false;
+        takeMarkAway();
         if (debugger_.debugging()) showRun();
         recovery().keepIfChanged();
         inspection_.endLooking();
+        inspection_.beginRun();
         onlyChecked_ = action == &Debugger::build;
         if (!debugger_.debugging()) {
             runDocument_ = outputDocument_ = current().id;
@@ -181,6 +181,7 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
             const auto clock = breathe();
             (debugger_.*action)();
         }
+        runEnded();
         noteBuild();
     } while (restartWanted_);
 }

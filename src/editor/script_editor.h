@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "editor/assist/assistant.h"
 #include "editor/assist/line_editing.h"
@@ -283,6 +284,9 @@ class ScriptEditor {
     void resume(const std::function<void()>& goOn);
     void planBreakpoints();
     void planOtherSources();
+    void runEnded();
+    void markStopHere(std::int32_t line);
+    void takeMarkAway();
     std::optional<std::string> sourceInView(const CodeLines& code) const;
     std::optional<Debugger::Elsewhere> stopElsewhere(ScriptLine line) const;
     void toggleBreakpointAt(std::int32_t line);
@@ -334,8 +338,8 @@ class ScriptEditor {
     OutputPane output_;
     BackupStore backups_;
     OpenDocuments documents_;
-    Debugger debugger_;
     Inspection inspection_;
+    Debugger debugger_;
     RunMeasures measures_{inspection_.session()};
     LastOutput lastOutput_;
     ViewOptions view_;
@@ -345,6 +349,7 @@ class ScriptEditor {
     FileMemory memory_;
     std::uint64_t runBegan_ = 0;        ///< by the clock, while a script is driven
     std::uint64_t runDocument_ = 0;     ///< the text that was last built; 0: none
+    std::uint64_t markedDocument_ = 0;  ///< another one with the mark of where it stands still
     std::uint64_t runText_ = 0;         ///< its version then
     std::uint64_t hostDocument_ = 0;    ///< the text that the host gets
     std::uint64_t outputDocument_ = 0;  ///< the text whose lines the output pane names

@@ -121,6 +121,14 @@ TEST_F(Suspending, WhatABranchMaySetIsNotYetSetUntilThen) {
         ElementsAre("3 " + unset, "4 " + unset, "6 " + unset, "7 " + unset, "8 " + unset, "9 7"));
 }
 
+TEST_F(Suspending, WhatALoopHasSetStaysSet) {
+    constexpr char kSetter[] =
+        "int main() {\n    int b = 0;\n    int a;\n    for (int i = 0; i < 3; i++)\n"
+        "        if (i >= b)\n            a = i;\n    return a;\n}\n";
+    EXPECT_THAT(valuesAt(kSetter, {6}, "a", StepMode::run),
+                ElementsAre("6 error: \"a\" is not yet set.", "6 0", "6 1"));
+}
+
 TEST_F(Suspending, LinesStopInsideCallsOfTheLibraryAndWhileGlobalsAreMade) {
     constexpr char kSorting[] =
         "int made = first();\nint first() {\n    return 4;\n}\n"
@@ -144,6 +152,49 @@ TEST_F(Suspending, ABreakpointBelongsToItsSource) {
     debug.breakpoints().setLines("other.as", {wish, plain});
     EXPECT_THAT(valuesAt(kScript, {}, "r", StepMode::run), ElementsAre("other.as4 2"));
     EXPECT_EQ(output, "1\n");
+}
+
+TEST_F(Suspending, StepsTellLinesOfTwoSourcesApart) {
+    shareLibrary("other.as", "int twice(int n) {\n    int r = n;\n    r += n;\n    return r;\n}\n",
+                 "twice");
+    constexpr char kScript[] =
+        "int main() {\n\n    int a = share(1);\n    a++;\n    return a;\n}\n";
+    EXPECT_THAT(valuesAt(kScript, {3}, "1", StepMode::into),
+                ElementsAre("3 1", "other.as2 1", "other.as3 1", "other.as4 1", "4 1", "5 1"));
+    EXPECT_THAT(valuesAt(kScript, {3}, "1", StepMode::over), ElementsAre("3 1", "4 1", "5 1"));
+    BreakpointWish wish;
+    wish.place.line = 4;
+    debug.breakpoints().setLines("other.as", {wish});
+    EXPECT_THAT(valuesAt(kScript, {}, "1", StepMode::over),
+                ElementsAre("other.as4 1", "4 1", "5 1"));
+}
+
+/// For who has no way to wait inside a run.
+TEST_F(Suspending, NothingIsHeldWhereNobodyWantsThat) {
+    debug.setStyle(StopStyle::suspendOnly);
+    debug.rules() = StopRules::usual();
+    shareLibrary("other.as", "int twice(int n) {\n    int r = n;\n    return r;\n}\n", "twice");
+    BreakpointWish wish;
+    wish.place.line = 3;
+    debug.breakpoints().setLines("other.as", {wish});
+    constexpr char kScript[] =
+        "int made = first();\nint first() {\n    return 4;\n}\n"
+        "bool less(const int &in a, const int &in b) {\n    return share(a) < b;\n}\n"
+        "int main() {\n    int a;\n    int[] v = {2, 1};\n    v.sort(less);\n"
+        "    if (v[0] == 2) a = 1;\n    a = share(v[0]);\n    return 1 / (a - 1);\n}\n";
+    std::vector<std::string> seen;
+    atStop = [&](const StopInfo& info) {
+        EXPECT_EQ(debug.state(), DebugState::suspended);
+        NamedValue a;
+        const bool unset = debug.names(1).findLocal("a", a) && a.value.unset;
+        seen.push_back(info.place.source + std::to_string(info.place.line) + (unset ? "?" : ""));
+    };
+    const std::vector<std::int32_t> lines = {3, 6, 11};
+    bool ran = run(kScript, &lines);
+    while (ran && outcome().line != 0) ran = resume(StepMode::run, &lines);
+    EXPECT_FALSE(ran);
+    EXPECT_THAT(seen, ElementsAre("11", "other.as3?"));
+    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::exception);
 }
 
 /// A step ends at a line whose breakpoint does not stop.

@@ -45,6 +45,7 @@ class Debugger::BusyMark {
 
 Debugger::Debugger(const DebuggerParts& parts, ScriptText scriptText)
     : session_(parts.session),
+      core_(parts.core),
       window_(parts.window),
       editor_(parts.editor),
       output_(parts.output),
@@ -249,6 +250,8 @@ void Debugger::showAt(ScriptLine line) {
     if (showsElsewhere && showsElsewhere()) return;
     window_.activate();
     window_.focusEditor();
+    // The line of a text that is not at hand is none of this one.
+    if (elsewhere && elsewhere(line)) return;
     breakpoints_->markCurrent(shown);
     scrollTo(shown);
 }
@@ -278,7 +281,7 @@ bool Debugger::shouldStop(ScriptLine running) {
 
 /// A condition that fails stops nothing and says nothing.
 bool Debugger::conditionHolds(const std::string& condition) {
-    bindVariables();
+    bindVariables(condition);
     const ExpressionResult result = evaluator_.evaluate(condition);
     // Not-a-number is not 0 and stops.
     return result.error.empty() && !(result.value == 0.0);

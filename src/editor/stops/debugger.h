@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "debug/debug_session.h"
 #include "editor/control/editor_window.h"
 #include "editor/control/output_pane.h"
 #include "editor/control/text_control.h"
@@ -21,6 +22,7 @@ namespace korvant {
 /// What the debugger works on; each must outlive it.
 struct DebuggerParts {
     ScriptSession& session;
+    DebugSession& core;  ///< what it debugs with, where nobody else debugs
     EditorWindow& window;
     const TextControl& editor;
     OutputPane& output;
@@ -68,9 +70,6 @@ class Debugger {
     /// A run stands still at a line of another text than its own, which this has shown. Empty or
     /// false: at one of its own.
     std::function<bool()> showsElsewhere;
-    /// Whether a local variable of the innermost frame holds nothing yet but what lay in memory
-    /// before. Empty: that is not known.
-    std::function<bool(std::string_view name)> notYetSet;
     /// What a line of another text has where a run stands.
     struct Elsewhere {
         std::string file;       ///< its name, UTF-8
@@ -100,13 +99,14 @@ class Debugger {
     void finishRun(bool failed);
     void showEnd(bool failed);
     std::string failureText() const;
-    std::string placeText(std::int32_t line) const;
+    std::string placeText(const std::string& source, std::int32_t line) const;
     std::optional<ScriptLine> firstError() const;
     void failedBuild(bool showFirst);
     void beginDebugging(ScriptLine line);
     bool shouldStop(ScriptLine line);
     bool conditionHolds(const std::string& condition);
-    void bindVariables();
+    FrameScope names() const;
+    void bindVariables(std::string_view condition);
     void showAt(ScriptLine line);
     void scrollTo(ControlLine line);
     void toStart();
@@ -117,6 +117,7 @@ class Debugger {
     std::vector<ScriptLine> messageLines() const;
 
     ScriptSession& session_;
+    DebugSession& core_;
     EditorWindow& window_;
     const TextControl& editor_;
     OutputPane& output_;

@@ -1,10 +1,10 @@
 // What the debugger writes about builds that fail and runs that end.
 #include <algorithm>
 
+#include "base/system/file_io.h"
 #include "base/text/number_text.h"
 #include "base/text/text_encoding.h"
 #include "editor/stops/debugger.h"
-#include "host/run/inspect.h"
 
 namespace korvant {
 
@@ -27,24 +27,27 @@ void Debugger::showEnd(bool failed) {
 std::string Debugger::failureText() const {
     const RunFailure& failure = session_.lastFailure();
     if (failure.kind == RunFailure::Kind::timeOut && failure.line > 0)
-        return "The time was over" + placeText(failure.line) + "\n";
+        return "The time was over" + placeText({}, failure.line) + "\n";
     if (failure.kind != RunFailure::Kind::exception || context_ == nullptr) return {};
     const char* description = context_->GetExceptionString();
     std::string text = description != nullptr ? decodeForDisplay(description) : "Exception";
-    const StoppedScript script(context_);
-    const unsigned count = std::min(script.frameCount(), kShownFrames);
-    if (count == 0) return text + placeText(failure.line) + "\n";
+    const unsigned known = static_cast<unsigned>(failure.stack.size());
+    const unsigned count = std::min(known, kShownFrames);
+    if (count == 0) return text + placeText({}, failure.line) + "\n";
     for (unsigned level = 0; level < count; ++level) {
-        const FrameInfo frame = script.frame(level);
+        const RunFrame& frame = failure.stack[level];
         text += level == 0 ? "" : "  called";
-        text += placeText(frame.line) + " in " + decodeForDisplay(frame.function) + "\n";
+        text +=
+            placeText(frame.source, frame.line) + " in " + decodeForDisplay(frame.function) + "\n";
     }
-    if (count < script.frameCount()) text += "  and so on\n";
+    if (count < failure.calls) text += "  and so on\n";
     return text;
 }
 
-std::string Debugger::placeText(std::int32_t line) const {
-    return " at line " + formatInt(lines_.editorLine({line}).number);
+/// `source`: empty for the text that ran.
+std::string Debugger::placeText(const std::string& source, std::int32_t line) const {
+    if (source.empty()) return " at line " + formatInt(lines_.editorLine({line}).number);
+    return " at line " + formatInt(line) + " of " + decodeForDisplay(nameOf(source));
 }
 
 std::string Debugger::messageTexts() const {

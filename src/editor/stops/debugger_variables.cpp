@@ -12,29 +12,29 @@ namespace {
 
 constexpr std::size_t kLongestName = std::size_t{64} << 10;
 
-/// Of several variables of one name the innermost that is in scope, else the first.
-const VariableInfo* findVariable(const std::vector<VariableInfo>& variables,
-                                 std::string_view name) {
-    const VariableInfo* found = nullptr;
-    for (const VariableInfo& variable : variables)
-        if (variable.name == name && (found == nullptr || variable.inScope)) found = &variable;
-    return found;
-}
-
 }  // namespace
+
+/// Of the innermost frame. Where somebody else debugs this run, as the engine alone knows them.
+FrameScope Debugger::names() const {
+    if (core_.attached() && core_.state() == DebugState::suspended) return core_.names(0);
+    return {session_.currentContext(), 0, nullptr, nullptr, {}};
+}
 
 std::string Debugger::variableText(std::string_view name) const {
     asIScriptContext* context = session_.currentContext();
     if (context == nullptr || busy_ || name.empty()) return {};
     const StoppedScript script(context);
-    const std::vector<VariableInfo> variables =
-        debugging_ ? script.variables(0) : script.declarations(0);
-    const VariableInfo* variable = findVariable(variables, name);
-    if (variable == nullptr) return {};
+    std::vector<VariableInfo> variables = script.declarations(0);
+    NamedValue known;
+    const bool seen = debugging_ && script.readable() && names().findLocal(name, known);
+    auto variable = std::find_if(variables.begin(), variables.end(),
+                                 [name](const VariableInfo& one) { return one.name == name; });
+    if (seen && known.index < variables.size()) variable = variables.begin() + known.index;
+    if (variable == variables.end()) return {};
     if (!debugging_) return variable->declaration;
-    const bool unset = notYetSet && notYetSet(name);
-    return variable->declaration + " = " +
-           (unset ? kUninitialised : formatValue(script, *variable));
+    variable->inScope = seen && known.value.address != nullptr && !known.value.unset;
+    if (variable->inScope) variable->address = known.value.address;
+    return variable->declaration + " = " + formatValue(script, *variable);
 }
 
 void Debugger::displayVariable() {
@@ -45,17 +45,19 @@ void Debugger::displayVariable() {
     output_.showAbove(text);
 }
 
-/// Names keep their places while the same variables are in scope, so that a condition in a loop
-/// is read once.
-void Debugger::bindVariables() {
+/// Those that the condition may name, which is read in lower case without blanks. Names keep their
+/// places while the same variables are in scope, so that a condition in a loop is read once.
+void Debugger::bindVariables(std::string_view condition) {
     const StoppedScript script(session_.currentContext());
+    const FrameScope scope = names();
+    std::string read = lowerCase(condition);
+    std::erase_if(read, [](char c) { return kAllBlanks.find(c) != std::string_view::npos; });
     std::vector<std::pair<std::string, double>> values;
-    for (const VariableInfo& variable : script.variables(0)) {
+    for (const NamedValue& variable : scope.locals(read)) {
         double number = 0;
-        if (!variable.inScope || variable.name.empty()) continue;
-        const bool bound = numberOf(script.view(variable.typeId, variable.address), number);
-        std::erase_if(values, [&](const auto& value) { return value.first == variable.name; });
-        if (bound) values.emplace_back(variable.name, number);
+        const TypedValue& value = variable.value;
+        if (!value.unset && numberOf(script.view(value.typeId, value.address), number))
+            values.emplace_back(variable.name, number);
     }
     std::vector<std::string> names;
     for (const auto& [name, number] : values) names.push_back(name);

@@ -7,7 +7,7 @@ namespace korvant {
 
 Inspection::Inspection(ScriptSession& session, Wait wait)
     : wait_(std::move(wait)), session_(session, *this) {
-    session_.setStyle(StopStyle::suspend);
+    session_.setStyle(StopStyle::suspendOnly);
     session_.rules() = StopRules::usual();
 }
 
@@ -16,12 +16,25 @@ Inspection::~Inspection() {
 }
 
 void Inspection::setEnabled(bool enabled) {
-    if (enabled == session_.attached()) return;
+    if (enabled == enabled_ && enabled == session_.attached()) return;
     endLooking();
+    enabled_ = enabled;
+    session_.setStyle(enabled ? StopStyle::suspend : StopStyle::suspendOnly);
     if (enabled)
         session_.attach();
     else
         session_.detach();
+}
+
+/// Between the runs of an editor that looks at nothing the host's own go as they always did.
+void Inspection::beginRun() {
+    if (!enabled_) session_.attach();
+}
+
+void Inspection::endRun() {
+    if (enabled_) return;
+    endLooking();
+    session_.detach();
 }
 
 void Inspection::endLooking() {
@@ -44,6 +57,7 @@ void Inspection::onStopped(const StopInfo& info) {
         looking_ = true;
         frame_ = 0;
         ++generation_;
+        if (!enabled_) return;
         evaluateWatches(true);
         if (session_.state() != DebugState::held) return;
         held_ = true;
@@ -120,7 +134,7 @@ void Inspection::doNotStopAgain() {
 
 std::vector<DebugFrame> Inspection::stack() const {
     std::vector<DebugFrame> frames;
-    if (!looking_) return frames;
+    if (!canLook()) return frames;
     const Frames& all = session_.frames();
     for (unsigned i = 0; i < all.count(); ++i) {
         frames.push_back(all.frame(i));
@@ -136,7 +150,7 @@ void Inspection::linesMoved() {
 }
 
 void Inspection::chooseFrame(unsigned frame) {
-    if (!looking_ || frame >= session_.frames().count()) return;
+    if (!canLook() || frame >= session_.frames().count()) return;
     frame_ = frame;
     evaluateWatches(false);
     ++generation_;
@@ -163,7 +177,7 @@ void Inspection::evaluate(Watch& watch, bool isNewStop) {
 void Inspection::addWatch(std::string expression) {
     if (expression.empty()) return;
     watches_.push_back({std::move(expression), {}, {}, {}});
-    if (looking_) evaluate(watches_.back(), false);
+    if (canLook()) evaluate(watches_.back(), false);
     ++generation_;
 }
 
@@ -171,7 +185,7 @@ void Inspection::changeWatch(std::size_t index, std::string expression) {
     if (index >= watches_.size()) return;
     if (expression.empty()) return removeWatch(index);
     watches_[index] = {std::move(expression), {}, {}, {}};
-    if (looking_) evaluate(watches_[index], false);
+    if (canLook()) evaluate(watches_[index], false);
     ++generation_;
 }
 

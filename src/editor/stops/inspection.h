@@ -27,9 +27,13 @@ class Inspection : public DebugListener {
     Inspection(ScriptSession& session, Wait wait);
     ~Inspection() override;
 
-    /// Only while nothing runs. What is not watched runs as it always did.
+    /// Only while nothing runs. Off: nothing is held, evaluated or shown here; the runs of the
+    /// editor are the core's all the same, which the classic debugger asks.
     void setEnabled(bool enabled);
-    bool enabled() const noexcept { return session_.attached(); }
+    bool enabled() const noexcept { return enabled_ && session_.attached(); }
+    /// A run of the editor's is about to begin or to go on, and one is over.
+    void beginRun();
+    void endRun();
 
     /// A run is held inside itself: at an exception, or in what the library called.
     bool held() const noexcept { return held_; }
@@ -38,7 +42,9 @@ class Inspection : public DebugListener {
                          stop_.reason == StopReason::timeOut || stop_.reason == StopReason::memory);
     }
     /// Something can be looked at.
-    bool canLook() const noexcept { return looking_; }
+    bool canLook() const noexcept { return looking_ && enabled(); }
+    /// A run stands still, whoever may look.
+    bool standsStill() const noexcept { return looking_; }
     const StopInfo& stop() const noexcept { return stop_; }
     /// Another number whenever what can be seen may be something else.
     std::uint64_t generation() const noexcept { return generation_; }
@@ -100,6 +106,7 @@ class Inspection : public DebugListener {
     std::vector<Watch> watches_;
     std::uint64_t generation_ = 0;
     unsigned frame_ = 0;
+    bool enabled_ = false;
     bool held_ = false;
     bool goesOn_ = false;
     bool looking_ = false;

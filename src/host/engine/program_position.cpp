@@ -92,6 +92,32 @@ bool samePlace(asIScriptContext& context, asSVMRegisters& registers, asDWORD* be
 
 }  // namespace
 
+bool atEntry(asIScriptContext& context) noexcept {
+    const asDWORD* const position = programPosition(context);
+    asIScriptFunction* const function = currentFunction(context);
+    if (position == nullptr || function == nullptr) return false;
+    asUINT length = 0;
+    const asDWORD* const code = function->GetByteCode(&length);
+    if (code == nullptr || position < code || position >= code + length) return false;
+    for (const asDWORD* at = code; at < position; at += codeSizeAt(at))
+        if (asksAt(at)) return false;
+    return asksAt(position);
+}
+
+bool isLoop(asIScriptContext& context) noexcept {
+    const asDWORD* const position = programPosition(context);
+    asIScriptFunction* const function = currentFunction(context);
+    asUINT length = 0;
+    const asDWORD* const code = function != nullptr ? function->GetByteCode(&length) : nullptr;
+    if (position == nullptr || code == nullptr) return true;
+    for (const asDWORD* at = code; at < code + length; at += codeSizeAt(at)) {
+        const bool jumps = jumpsOnCondition(at) ||
+                           *reinterpret_cast<const asBYTE*>(at) == static_cast<asBYTE>(asBC_JMP);
+        if (jumps && at + 2 + static_cast<int>(at[1]) == position) return true;
+    }
+    return false;
+}
+
 /// What follows directly is the statement that begins there, and what stands before tells the kind
 /// of loop: a condition that has held, a jump over the body, or the body.
 bool asksInVain(asIScriptContext& context) noexcept {

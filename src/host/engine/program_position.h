@@ -45,6 +45,13 @@ inline asUINT codeSizeAt(const asDWORD* code) noexcept {
     return size > 0 ? size : 1;
 }
 
+/// Whether `context`, which the engine asks about, stands where the function that runs begins. The
+/// engine asks there for the function, and then again for its first statement. False where the
+/// place in the code is not known.
+bool atEntry(asIScriptContext& context) noexcept;
+/// Whether something in the function that runs leads back to the place at which `context` stands.
+bool isLoop(asIScriptContext& context) noexcept;
+
 /// Loops ask once more in each pass, and no statement begins there: in `while` at its own line, in
 /// `for` and `do` at that of whatever stands before in the code. True where `context`, which the
 /// engine asks about, stands at one of the latter.

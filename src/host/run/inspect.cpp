@@ -166,6 +166,18 @@ ValueView StoppedScript::member(const ValueView& object, std::uint32_t index,
     return view(found->GetPropertyTypeId(index), found->GetAddressOfProperty(index));
 }
 
+bool isWritten(asIScriptFunction* function) {
+    if (function == nullptr) return false;
+    if (function->GetFuncType() != asFUNC_SCRIPT || function->GetObjectType() != nullptr)
+        return true;
+    const asITypeInfo* const made =
+        function->GetEngine()->GetTypeInfoById(function->GetReturnTypeId());
+    const asUINT count = made != nullptr ? made->GetFactoryCount() : 0;
+    for (asUINT i = 0; i < count; ++i)
+        if (made->GetFactoryByIndex(i) == function) return false;
+    return true;
+}
+
 std::int64_t integerOf(const ValueView& value) {
     const bool isSigned = value.kind != ValueKind::unsignedInteger;
     switch (value.bytes) {

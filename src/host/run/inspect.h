@@ -77,6 +77,10 @@ class StoppedScript {
     asIScriptEngine* engine_;
 };
 
+/// Whether the function of a frame stands in the script or in the library; false for what the
+/// engine puts between them, as the factory around a constructor, and for null.
+bool isWritten(asIScriptFunction* function);
+
 /// The integer in a signed or unsigned value or an enumeration, widened.
 std::int64_t integerOf(const ValueView& value);
 double realOf(const ValueView& value);

@@ -4,6 +4,7 @@
 
 #include "host/engine/engine_memory.h"
 #include "host/run/build_listener.h"
+#include "host/run/inspect.h"
 #include "host/run/session_impl.h"
 
 namespace korvant {
@@ -185,7 +186,7 @@ void ScriptSession::Impl::noteStack(asIScriptContext& context) {
     failure.calls = 0;
     for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
         asIScriptFunction* const function = context.GetFunction(level);
-        if (function == nullptr) continue;
+        if (!isWritten(function)) continue;
         if (++failure.calls > RunFailure::kMostFrames) continue;
         RunFrame frame;
         const char* source = nullptr;

@@ -304,26 +304,53 @@ TEST_F(OpenTexts, ClosingTheTextOfARunEndsTheRun) {
     EXPECT_EQ(window->editor.heldTexts(), 1u);
 }
 
+constexpr char kBranch[] =
+    "int main() {\n    int a;\n    int b = 1;\n    if (b == 2)\n        a = 5;\n"
+    "    b = 2;\n    if (b == 2)\n        a = 7;\n    return a;\n}\n";
+
 TEST_F(OpenTexts, TheTipOfWhatABranchMaySetIsUninitialised) {
-    edit(make("branch.as",
-              "int main() {\n    int a;\n    int b = 1;\n    if (b == 2)\n        a = 5;\n"
-              "    b = 2;\n    if (b == 2)\n        a = 7;\n    return a;\n}\n"));
-    for (const int line : {6, 9}) {
-        caretToLine(line);
-        editor().command(command_id::kToggleBreakpoint);
-    }
-    editor().functionKey(5);
     const auto tip = [this] {
         selectText("a ");
         editor().displayVariable();
         return pane().substr(0, pane().find('\n'));
     };
+    edit(make("branch.as", kBranch));
+    for (const int line : {6, 9}) {
+        caretToLine(line);
+        editor().command(command_id::kToggleBreakpoint);
+    }
+    editor().functionKey(5);
     editor().inspection().addWatch("a");
     EXPECT_EQ(editor().inspection().watches()[0].error, "\"a\" is not yet set.");
     EXPECT_EQ(tip(), "int a = Unitialized");
     editor().functionKey(5);
     EXPECT_EQ(editor().inspection().watches()[0].value.value, "7");
     EXPECT_EQ(tip(), "int a = 7");
+    editor().setInspecting(false);
+    editor().command(command_id::kStop);
+    EXPECT_FALSE(editor().inspection().enabled()) << "at the end of the run";
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().inspection().canLook());
+    EXPECT_EQ(tip(), "int a = Unitialized");
+    editor().functionKey(11);
+    editor().functionKey(5);
+    EXPECT_EQ(tip(), "int a = 7");
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().debugging());
+    EXPECT_EQ(session().stopPolicy(), nullptr) << "runs of the host's are its own";
+}
+
+/// A condition over what nothing has set is neither true nor false by what lay in memory.
+TEST_F(OpenTexts, AClassicConditionKnowsWhatIsSet) {
+    edit(make("branch.as", kBranch));
+    editor().setInspecting(false);
+    frontend.text = "a * 0 = 0";
+    for (const int line : {6, 9}) {
+        caretToLine(line);
+        editor().addCondition();
+    }
+    editor().functionKey(5);
+    EXPECT_THAT(pane(), HasSubstr("Conditional breakpoint reached at line 9"));
 }
 
 constexpr char kLibrary[] =
@@ -378,6 +405,45 @@ TEST_F(OtherSources, BreakpointsInTheirTabsStopThereAndNoneElsewhereDo) {
     editor().functionKey(5);
     EXPECT_FALSE(editor().debugging());
     EXPECT_THAT(marks(), ElementsAre(3));
+}
+
+/// The layout without tabs: the other texts stay open behind the one in view.
+TEST_F(OtherSources, InTheClassicLayoutTheyStopThereAndNothingIsHeld) {
+    edit(make("main.as",
+              "int main() {\n    int a = 5;\n    a = 2;\n    share(a);\n"
+              "    return 1 / (a - 2);\n}\n"));
+    breakAt(3);
+    openFile(library);
+    breakAt(2);
+    show("main.as");
+    editor().setInspecting(false);
+    editor().setTabs(false);
+    window->whileHeld = [] { ADD_FAILURE() << "held"; };
+    frontend.boxes.clear();
+    editor().functionKey(5);
+    EXPECT_THAT(marks(), ElementsAre(3));
+    editor().functionKey(5);
+    ASSERT_TRUE(editor().debugging());
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    EXPECT_THAT(pane(), HasSubstr("Breakpoint reached at line 2 of library.as"));
+    EXPECT_THAT(marks(), ElementsAre(2));
+    EXPECT_EQ(window->editor.markerSymbols[0], sci::kMarkArrow);
+    editor().functionKey(11);
+    EXPECT_THAT(marks(), ElementsAre(3)) << pane();
+    selectText("whole");
+    editor().displayVariable();
+    EXPECT_THAT(pane(), HasSubstr("int whole = 10"));
+    editor().functionKey(11);
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    EXPECT_THAT(marks(), ElementsAre(5));
+    editor().functionKey(5);
+    EXPECT_FALSE(editor().debugging());
+    EXPECT_THAT(boxes(), HasSubstr("line: 5\ndesc: Divide by zero"));
+    EXPECT_THAT(marks(), ElementsAre(3));
+    EXPECT_EQ(window->editor.markerSymbols[0], sci::kMarkCircle);
+    editor().setTabs(true);
+    show("library.as");
+    EXPECT_THAT(marks(), ElementsAre(2));
 }
 
 TEST_F(OtherSources, AStopThereShowsTheirFile) {
