@@ -2,9 +2,11 @@
 
 #include <wx/dcbuffer.h>
 #include <wx/dcclient.h>
+#include <wx/hashmap.h>
 
 #include <cmath>
 #include <memory>
+#include <unordered_map>
 
 #include "ui/kit/ui_native.h"
 
@@ -13,6 +15,43 @@ namespace {
 
 constexpr int kFocusWidth = 2, kFieldRadius = 5;
 constexpr double kFocusRadius = 4;
+constexpr std::size_t kMostMeasured = 4096;
+
+/// Texts that were measured. What is painted is measured several times for each painting, and that
+/// takes longer than painting it. Never destroyed, so that nothing of it runs at exit.
+class Measured {
+  public:
+    /// What `measure` says of the text; `kind` tells two ways of measuring apart.
+    template <class Measure>
+    static double of(const wxWindow& window, const wxString& text, const wxFont& font, int kind,
+                     const Measure& measure) {
+        static auto* const all = new std::unordered_map<Key, double, Hash>;
+        Key key{text, font, native::textScale(window), kind};
+        if (const auto found = all->find(key); found != all->end()) return found->second;
+        if (all->size() >= kMostMeasured) all->clear();
+        return all->emplace(std::move(key), measure()).first->second;
+    }
+
+  private:
+    /// Holds the font, so that no other one can come to have its data's place.
+    struct Key {
+        wxString text;
+        wxFont font;
+        double scale;
+        int kind;
+        bool operator==(const Key& other) const {
+            return font.GetRefData() == other.font.GetRefData() && scale == other.scale &&
+                   kind == other.kind && text == other.text;
+        }
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const {
+            return wxStringHash()(key.text) ^ reinterpret_cast<std::size_t>(key.font.GetRefData());
+        }
+    };
+};
+
+enum { kWidth, kHeight };
 
 }  // namespace
 
@@ -55,8 +94,11 @@ void PaintedWindow::text(wxGraphicsContext& context, const wxString& text, const
                          Rgb colour, double x, double y, double height) const {
     if (text.empty()) return;
     context.SetFont(font, colourOf(colour));
-    double width = 0, tall = 0;
-    context.GetTextExtent(text, &width, &tall);
+    const double tall = Measured::of(*this, text, font, kHeight, [&] {
+        double width = 0, extent = 0;
+        context.GetTextExtent(text, &width, &extent);
+        return extent;
+    });
     context.DrawText(text, x, std::ceil(y + (height - tall) / 2));
 }
 
@@ -92,9 +134,12 @@ void PaintedWindow::focusMark(wxGraphicsContext& context, const wxRect& place) c
 }
 
 int textWidth(const wxWindow& window, const wxString& text, const wxFont& font) {
-    int width = 0;
-    window.GetTextExtent(text, &width, nullptr, nullptr, nullptr, &font);
-    return width;
+    if (text.empty()) return 0;
+    return static_cast<int>(Measured::of(window, text, font, kWidth, [&] {
+        int width = 0;
+        window.GetTextExtent(text, &width, nullptr, nullptr, nullptr, &font);
+        return width;
+    }));
 }
 
 wxString shortened(const wxWindow& window, const wxString& text, const wxFont& font, int width) {

@@ -60,6 +60,8 @@ void markDefault(wxWindow& button, bool isDefault);
 
 /// What a reader of the screen is told of a window that the program paints.
 void setAccessibleName(wxWindow& window, const wxString& name);
+/// Changes when texts come to take another room in the window.
+double textScale(const wxWindow& window);
 /// The same for what it is: a button, a list, a row of tabs.
 enum class AccessibleRole { button, toggle, list, tree, toolbar, tabs, status, panel };
 void setAccessibleRole(wxWindow& window, AccessibleRole role);

@@ -413,6 +413,12 @@ void setAccessibleName(wxWindow& window, const wxString& name) {
     if (object) atk_object_set_name(object, name.utf8_str());
 }
 
+double textScale(const wxWindow& window) {
+    GtkWidget* const widget = window.GetHandle();
+    return gdk_screen_get_resolution(gtk_widget_get_screen(widget)) *
+           gtk_widget_get_scale_factor(widget);
+}
+
 void setAccessibleRole(wxWindow& window, AccessibleRole role) {
     static constexpr AtkRole kRoles[] = {
         ATK_ROLE_PUSH_BUTTON, ATK_ROLE_TOGGLE_BUTTON, ATK_ROLE_LIST_BOX,  ATK_ROLE_TREE,

@@ -138,6 +138,10 @@ void setAccessibleName(wxWindow& window, const wxString& name) {
     SetWindowTextW(window.GetHandle(), name.wc_str());
 }
 
+double textScale(const wxWindow& window) {
+    return window.FromDIP(USER_DEFAULT_SCREEN_DPI);
+}
+
 void setAccessibleRole(wxWindow&, AccessibleRole) {}
 
 void colourScrollBars(wxWindow&, const wxColour&, const wxColour&) {}

@@ -60,6 +60,7 @@ TextAssist::~TextAssist() {
     service_.reset();
     control_.Unbind(wxEVT_MOTION, &TextAssist::followPointer, this);
     control_.Unbind(wxEVT_LEFT_DOWN, &TextAssist::goByClick, this);
+    control_.Unbind(wxEVT_PAINT, &TextAssist::readOncePainted, this);
     control_.Unbind(wxEVT_KILL_FOCUS, &TextAssist::hideFor<wxFocusEvent>, this);
     frame_.Unbind(wxEVT_MOVE, &TextAssist::hideFor<wxMoveEvent>, this);
     for (PopUp* popUp : std::initializer_list<PopUp*>{suggestions_, tip_, value_})
@@ -87,7 +88,7 @@ void TextAssist::use(bool on) {
     editor_.setAssistedByWindow(on);
     control_.SetMouseDwellTime(on ? kDwellMilliseconds : kClassicDwell);
     applyLook();
-    if (begins) changed_.StartOnce(1);
+    if (begins) control_.Bind(wxEVT_PAINT, &TextAssist::readOncePainted, this);
 }
 
 void TextAssist::applyLook() {
@@ -98,6 +99,13 @@ void TextAssist::applyLook() {
         control_.IndicatorSetOutlineAlpha(indicator, indicator == kHovered ? kTintOutline : 0);
         control_.IndicatorSetUnder(indicator, true);
     }
+}
+
+/// What needs the whole text begins when the user sees it.
+void TextAssist::readOncePainted(wxPaintEvent& event) {
+    event.Skip();
+    control_.Unbind(wxEVT_PAINT, &TextAssist::readOncePainted, this);
+    changed_.StartOnce(1);
 }
 
 /// A computer that has no room for another process or thread still edits.

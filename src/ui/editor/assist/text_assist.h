@@ -85,6 +85,7 @@ class TextAssist : private AssistView {
     template <class Event>
     void hideFor(Event& event);
     void followPointer(wxMouseEvent& event);
+    void readOncePainted(wxPaintEvent& event);
     void goByClick(wxMouseEvent& event);
     void mend();
     /// The line of a position on the screen, or in the text's window.

@@ -57,19 +57,25 @@ class ConsoleLoan {
 
 ConsolePane::ConsolePane(wxWindow* parent, const Look& look, Actions actions)
     : PaintedWindow(parent, look, true), actions_(std::move(actions)) {
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        layOut();
+        event.Skip();
+    });
+}
+
+ConsolePane::~ConsolePane() = default;
+
+ConsoleCanvas& ConsolePane::canvas() {
+    if (canvas_) return *canvas_;
     bar_ = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
     bar_->DisableFocusFromKeyboard();
     canvas_ = new ConsoleCanvas(this, grid_, *bar_);
     canvas_->setCopiesAll(true);
     native::setAccessibleName(*canvas_, words("Console"));
-    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-        layOut();
-        event.Skip();
-    });
     applyLook();
+    layOut();
+    return *canvas_;
 }
-
-ConsolePane::~ConsolePane() = default;
 
 void ConsolePane::lend(bool lent) {
     if (lent && !loan_) loan_ = std::make_unique<ConsoleLoan>(grid_, *this);
@@ -77,6 +83,7 @@ void ConsolePane::lend(bool lent) {
 }
 
 void ConsolePane::applyLook() {
+    if (!canvas_) return Refresh();
     canvas_->setTextFont(look().code, dip(kRowBeyond));
     canvas_->setColours(coloursOf(*look(), dip(kTextMargin)));
     native::colourScrollBars(*bar_, colourOf(look()->secondText), colourOf(look()->editor));
@@ -93,12 +100,13 @@ bool ConsolePane::empty() const {
 
 void ConsolePane::clear() {
     grid_.clear();
-    canvas_->update();
+    canvas().update();
     layOut();
 }
 
 void ConsolePane::copyAll() {
-    copyToClipboard(fromUtf8(canvas_->hasSelection() ? canvas_->selectedText() : grid_.text()));
+    const bool selected = canvas().hasSelection();
+    copyToClipboard(fromUtf8(selected ? canvas().selectedText() : grid_.text()));
 }
 
 void ConsolePane::appear(void (*)() noexcept) {
@@ -109,28 +117,28 @@ void ConsolePane::appear(void (*)() noexcept) {
 
 void ConsolePane::disappear() {
     inUse_ = false;
-    canvas_->update();
+    canvas().update();
     layOut();
 }
 
 void ConsolePane::paintNow() {
-    canvas_->update();
+    canvas().update();
     if (bar_->IsShown() != wantsBar()) layOut();
     if (actions_.breathe) actions_.breathe();
 }
 
 void ConsolePane::whileTyping(const std::function<void()>& loop) {
     if (actions_.asked) actions_.asked();
-    canvas_->SetFocus();
-    canvas_->setTyping(true);
+    canvas().SetFocus();
+    canvas().setTyping(true);
     loop();
-    canvas_->setTyping(false);
+    canvas().setTyping(false);
     if (actions_.answered) actions_.answered();
 }
 
 /// Nothing printed yet is nothing to type into.
 void ConsolePane::SetFocus() {
-    if (canvas_->IsShown())
+    if (canvas_ && canvas_->IsShown())
         canvas_->SetFocus();
     else
         PaintedWindow::SetFocus();
@@ -141,6 +149,7 @@ bool ConsolePane::wantsBar() const {
 }
 
 void ConsolePane::layOut() {
+    if (!canvas_) return;
     const wxSize size = GetClientSize();
     canvas_->Show(inUse_ || !empty());
     // The toolkit complains of a bar that is shorter than its parts.

@@ -40,7 +40,9 @@ class ConsolePane final : public PaintedWindow, public ConsoleView {
     void clear();
     void copyAll();
 
-    ConsoleCanvas& canvas() override { return *canvas_; }
+    ConsoleCanvas& canvas() override;
+    /// The same; null while no script has used the console.
+    wxWindow* madeCanvas() const { return canvas_; }
     void appear(void (*interrupt)() noexcept) override;
     void disappear() override;
     bool isSeen() const override { return IsShownOnScreen(); }
@@ -58,8 +60,8 @@ class ConsolePane final : public PaintedWindow, public ConsoleView {
 
     Actions actions_;
     ConsoleGrid grid_;
-    wxScrollBar* bar_;
-    ConsoleCanvas* canvas_ = nullptr;
+    wxScrollBar* bar_ = nullptr;
+    ConsoleCanvas* canvas_ = nullptr;  ///< made when the first script uses the console
     std::unique_ptr<ConsoleLoan> loan_;
     bool inUse_ = false;
 };

@@ -75,12 +75,9 @@ void Workbench::makeParts() {
     statusLine_->onPressed = [this] {
         if (!editor_.problems().empty()) bottom_->show(BottomPanes::Pane::problems);
     };
-    makeTabs();
     makeBottom();
     makeOutline();
-    makeSide();
     makeMarks();
-    makeBoxes();
     makeWelcome();
     if (controls_.output) controls_.output->SetMarginLeft(frame_.FromDIP(kOutputMargin));
 }
@@ -147,58 +144,6 @@ void Workbench::makeOutline() {
     makeEdgeGrip(*outline_->heading(), wxRIGHT, drag);
 }
 
-void Workbench::makeSide() {
-    DebugPanelActions actions;
-    actions.gotoLine = [this](int line) { editor_.gotoScriptLine(line); };
-    actions.removeBreakpoint = [this](int line) {
-        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.remove(line); });
-    };
-    actions.switchBreakpoint = [this](int line) {
-        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.switchOnOff(line); });
-    };
-    actions.removeBreakpoints = [this] {
-        editor_.editBreakpoints([](BreakpointPlan& plan) { plan.removeAll(); });
-    };
-    actions.switchBreakpoints = [this] {
-        editor_.editBreakpoints([](BreakpointPlan& plan) { plan.switchAll(); });
-    };
-    actions.closed = [this] {
-        closedByHand_ = true;
-        showSide(false);
-    };
-    actions.frameChosen = [this](unsigned frame) {
-        editor_.showFrame(frame);
-        shownStop_ = ~std::uint64_t{0};
-        refresh();
-    };
-    actions.fileOf = [this](const ScriptPlace& place) { return editor_.fileOf(place); };
-    actions.editBreakpoint = [this](int line) { editBreakpoint(line); };
-    side_ = new DebugPanel(&frame_, look_, editor_.inspection(), std::move(actions));
-    side_->setFolded(settings_.foldedSections);
-    for (const int section : {DebugPanel::kStack, DebugPanel::kVariables, DebugPanel::kWatches,
-                              DebugPanel::kBreakpoints})
-        makeEdgeGrip(*side_->list(section), wxLEFT, [this](int moved) {
-            settings_.sideWidth = std::max(layout_.side.width - 1 - frame_.ToDIP(moved), 1);
-            layOut();
-        });
-}
-
-void Workbench::makeBoxes() {
-    if (!controls_.text) return;
-    BreakpointBox::Actions actions;
-    actions.done = [this](int line, const BreakpointWishes& wishes) {
-        editor_.changeBreakpoint(line, wishes);
-    };
-    actions.remove = [this](int line) {
-        editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.remove(line); });
-    };
-    actions.closed = [this] { controls_.text->SetFocus(); };
-    breakpointBox_ = new BreakpointBox(*controls_.text, look_, std::move(actions));
-    findBar_ = new FindBar(
-        &frame_, look_, *controls_.text, settings_, [this] { layOut(); }, [this] { closeFind(); });
-    findBar_->Hide();
-}
-
 /// With nothing to edit yet, unless the user has had enough of it.
 void Workbench::makeWelcome() {
     WelcomePane::Actions actions;
@@ -215,8 +160,8 @@ void Workbench::makeWelcome() {
     };
     actions.closed = [this] { closeWelcome(); };
     welcomeShown_ = settings_.welcome && editor_.textLength() == 0;
-    const bool tour =
-        welcomeShown_ && editor_.documentPath().empty() && std::exchange(settings_.tour, false);
+    if (!welcomeShown_) return;
+    const bool tour = editor_.documentPath().empty() && std::exchange(settings_.tour, false);
     if (tour) editor_.showTour();
     welcome_ = new WelcomePane(&frame_, look_, settings_.welcome, tour, std::move(actions));
 }
@@ -228,10 +173,10 @@ void Workbench::closeWelcome() {
 }
 
 void Workbench::openFind(bool withReplace) {
-    if (!findBar_) return;
+    if (!hasText()) return;
     findShown_ = true;
     foundText_ = editor_.textVersion();
-    findBar_->open(withReplace);
+    findBar().open(withReplace);
     refreshToolbar(shown_);
 }
 
@@ -244,11 +189,11 @@ void Workbench::closeFind() {
 }
 
 void Workbench::editBreakpoint(int line) {
-    if (!breakpointBox_ || settings_.classic) return;
+    if (!hasText() || settings_.classic) return;
     editor_.gotoScriptLine(line);
     BreakpointWishes wishes;
     editor_.editBreakpoints([&](BreakpointPlan& plan) { wishes = plan.wishesAt(line); });
-    breakpointBox_->open(line, wishes);
+    breakpointBox().open(line, wishes);
 }
 
 bool Workbench::marginMenu(const wxPoint& place) {
@@ -262,7 +207,7 @@ bool Workbench::marginMenu(const wxPoint& place) {
 }
 
 bool Workbench::takesCommand(int id) {
-    if (settings_.classic || !findBar_) return false;
+    if (settings_.classic || !hasText()) return false;
     if (assist_ && assist_->command(id)) return true;
     if (id == command_id::kFind || id == command_id::kReplace) {
         const bool isOpen = findShown_ && id == command_id::kFind && findBar_->field()->HasFocus();
@@ -278,8 +223,8 @@ bool Workbench::takesCommand(int id) {
 bool Workbench::escape() {
     if (settings_.classic || !controls_.text) return false;
     if (assist_ && assist_->escape()) return true;
-    if (side_->escape()) return true;
-    if (breakpointBox_->IsShown()) return breakpointBox_->close(), true;
+    if (side_ && side_->escape()) return true;
+    if (breakpointBox_ && breakpointBox_->IsShown()) return breakpointBox_->close(), true;
     if (findShown_) return closeFind(), true;
     if (controls_.text->HasFocus()) return false;
     controls_.text->SetFocus();
@@ -295,9 +240,6 @@ void Workbench::makeMarks() {
     };
     measures_ = std::make_unique<LineMeasures>(*controls_.text, look_);
     editor_.measures().want(settings_.lineCounts, settings_.timeShares);
-    exceptionBox_ = new ExceptionBox(*controls_.text, look_,
-                                     {[this] { explainException(); }, [this] { copyException(); },
-                                      [this] { editor_.inspection().doNotStopAgain(); }});
     pause_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { followText(); });
 }
 
@@ -404,7 +346,7 @@ void Workbench::layOut() {
     place(tabs_, layout_.tabs);
     place(controls_.text, layout_.editor);
     place(outline_, layout_.outline);
-    side_->setAsTabs(layout_.sideAsTabs);
+    if (sideShown_) side().setAsTabs(layout_.sideAsTabs);
     place(side_, sideShown_ ? layout_.side : Rectangle());
     place(welcome_, sideShown_ ? Rectangle() : layout_.side);
     place(findBar_, layout_.findBar);
@@ -482,8 +424,8 @@ void Workbench::focusPane(int number) {
     } else if (number == variables || number == stack) {
         const int section = number == variables ? DebugPanel::kVariables : DebugPanel::kStack;
         if (!sideShown_) showSide(true);
-        side_->showSection(section);
-        wanted = side_->list(section);
+        side().showSection(section);
+        wanted = side().list(section);
     } else if (number == outline) {
         if (!settings_.outline) toggle(&EditorSettings::outline);
         wanted = outline_->list();
@@ -503,7 +445,7 @@ void Workbench::showSide(bool shown) {
 std::vector<wxWindow*> Workbench::focusOrder() const {
     std::vector<wxWindow*> order;
     if (!settings_.classic && toolbar_->IsShown()) order.push_back(toolbar_->tabStop());
-    if (!settings_.classic && tabs_->IsShown()) order.push_back(tabs_);
+    if (!settings_.classic && severalTexts_ && tabs_->IsShown()) order.push_back(tabs_);
     if (!settings_.classic && findShown_) order.push_back(findBar_->field());
     order.push_back(controls_.text);
     if (settings_.classic) {
@@ -511,7 +453,7 @@ std::vector<wxWindow*> Workbench::focusOrder() const {
     } else {
         if (outline_->IsShown()) order.push_back(outline_->list());
         for (wxWindow* pane : bottom_->focusOrder()) order.push_back(pane);
-        if (side_->IsShown())
+        if (side_ && side_->IsShown())
             for (wxWindow* pane : side_->focusOrder()) order.push_back(pane);
     }
     std::erase(order, nullptr);
@@ -536,9 +478,9 @@ bool Workbench::moveFocus(int step) {
 /// In the text it is a letter, in the find bar and over the text it goes from field to field.
 bool Workbench::tab(bool back) {
     const wxWindow* const focus = wxWindow::FindFocus();
-    if (settings_.classic || !focus || focus == controls_.text || focus == findBar_->field())
-        return false;
-    const wxWindow* const pane = focus == &console_->canvas() ? console_ : focus;
+    const bool isField = findBar_ && focus == findBar_->field();
+    if (settings_.classic || !focus || focus == controls_.text || isField) return false;
+    const wxWindow* const pane = focus == console_->madeCanvas() ? console_ : focus;
     const std::vector<wxWindow*> order = focusOrder();
     const bool isPane = std::find(order.begin(), order.end(), pane) != order.end();
     if (!isPane || (pane == console_ && console_->inUse())) return false;

@@ -108,13 +108,19 @@ class Workbench {
     void makeBottom();
     void makeConsole();
     void followConsole(const EditorStatus& status);
-    void makeSide();
     void makeOutline();
     void makeTabs();
     void followTabs();
     void makeMarks();
+    /// Each is made when it is first wanted: most windows come and go without it.
+    DebugPanel& side();
+    DebugPanelActions sideActions();
+    FindBar& findBar();
+    BreakpointBox& breakpointBox();
+    ExceptionBox& exceptionBox();
+    /// There is a text, with parts around it.
+    bool hasText() const { return parted_ && controls_.text; }
     void applyTextLook();
-    void makeBoxes();
     void makeWelcome();
     void closeWelcome();
     bool viewCommand(int id);

@@ -145,17 +145,18 @@ void Workbench::showStop(const EditorStatus& status) {
     if (line == exceptionLine_) return;
     const bool moved = exceptionLine_ > 0 && line > 0 && mark.edited;
     exceptionLine_ = line;
-    if (moved) return exceptionBox_->moveTo(line);
-    exceptionBox_->show(line, fromUtf8(inspection.stop().text),
-                        line == 0 ? wxString() : fromUtf8(editor_.explainException()));
+    ExceptionBox& box = exceptionBox();
+    if (moved) return box.moveTo(line);
+    box.show(line, fromUtf8(inspection.stop().text),
+             line == 0 ? wxString() : fromUtf8(editor_.explainException()));
     if (line == 0) return;
     controls_.text->GotoLine(line - 1);
     // Half way down, or higher where the box below it would not fit.
     const int lines = controls_.text->LinesOnScreen();
-    const int above = std::clamp(lines - 1 - exceptionBox_->rows(), 0, lines / 2);
+    const int above = std::clamp(lines - 1 - box.rows(), 0, lines / 2);
     controls_.text->SetFirstVisibleLine(
         std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
-    exceptionBox_->place();
+    box.place();
 }
 
 /// Scripts print into the pane where there is one. A pane without content goes when the run is
@@ -174,7 +175,7 @@ native::UsableParts Workbench::usableWhileBusy() const {
     usable.clicks = bottom_->headings();
     usable.clicks.push_back(toolbar_);
     usable.clicks.push_back(console_);
-    usable.keys = &console_->canvas();
+    usable.keys = console_->madeCanvas();
     return usable;
 }
 
@@ -209,7 +210,7 @@ void Workbench::followBreakpoints() {
         breakpointRows_ = rows;
         if (marks_) marks_->showBreakpoints(rows);
     }
-    side_->refresh(breakpointRows_);
+    if (side_) side_->refresh(breakpointRows_);
 }
 
 /// The user has paused: what needs the whole text is read anew.

@@ -40,7 +40,8 @@ void Workbench::makeTabs() {
 
 void Workbench::followTabs() {
     const std::vector<DocumentTab> open = editor_.tabs();
-    tabs_->setTabs(open, editor_.shownTab());
+    if (!tabs_ && open.size() > 1) makeTabs();
+    if (tabs_) tabs_->setTabs(open, editor_.shownTab());
     if (std::exchange(severalTexts_, open.size() > 1) != severalTexts_) layOut();
     if (severalTexts_) tabs_->setFunction(fromUtf8(outline_->pathAt(editor_.caretPosition())));
 }
@@ -49,12 +50,12 @@ void Workbench::followTabs() {
 void Workbench::textLeaves() {
     if (settings_.classic || !parted_ || !controls_.text) return;
     assist_->textLeaves();
-    findBar_->leave();
+    if (findBar_) findBar_->leave();
     marks_->showStop({});
     marks_->showBreakpoints({});
     marks_->showProblems({});
     measures_->show({});
-    exceptionBox_->show(0, {}, {});
+    if (exceptionBox_) exceptionBox_->show(0, {}, {});
     exceptionLine_ = callerLine_ = 0;
 }
 
