@@ -11,7 +11,8 @@ say() { echo "try_package: $*"; }
 
 build_package() {
     cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-        -DKORVANT_TESTS=OFF >"$build.log" 2>&1 || { cat "$build.log" >&2; return 1; }
+        -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" -DKORVANT_UNITY=ON -DKORVANT_TESTS=OFF \
+        >"$build.log" 2>&1 || { cat "$build.log" >&2; return 1; }
     ninja -C "$build" -j "${KORVANT_JOBS:-$(nproc)}" --quiet
     rm -f "$build"/*.deb
     (cd "$build" && cpack -G DEB >"$here/$build.log" 2>&1) || { cat "$build.log" >&2; return 1; }

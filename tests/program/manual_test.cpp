@@ -1,6 +1,7 @@
 // The scripting manual: complete, with links that lead somewhere and examples that build.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -114,6 +115,30 @@ TEST(Manual, EveryExampleBuilds) {
             EXPECT_EQ(errors, "") << name << ":\n" << code;
         }
     EXPECT_GT(number, 100);
+}
+
+/// "double x = cos(0);  // 1"
+TEST(Manual, ExamplesGiveWhatTheirRemarksSay) {
+    std::string body, wanted;
+    for (const auto& [name, html] : pages())
+        for (const std::string& block : between(html, "<pre><code>", "</code></pre>")) {
+            const std::string code = plain(block);
+            const std::size_t equals = code.find(" = "), remark = code.find(";  // ");
+            if (name.rfind("ref-", 0) != 0 || equals == std::string::npos ||
+                remark == std::string::npos)
+                continue;
+            const std::size_t blank = code.rfind(' ', equals - 1);
+            const std::size_t begin = blank == std::string::npos ? 0 : blank + 1;
+            const std::string type = blank == std::string::npos ? "string " : "";
+            body += "{ " + type + code.substr(0, remark) + "; Print(\"\" + " +
+                    code.substr(begin, equals - begin) + " + \"\\n\"); }\n";
+            wanted += code.substr(remark + 6) + "\n";
+        }
+    const TemporaryFolder folder;
+    writeFile(folder.file("all.as"), "int main() {\n" + body + "return 0;\n}\n");
+    const ProcessResult result = runKorvant({"run", folder.file("all.as")});
+    EXPECT_EQ(result.output, wanted) << result.errors;
+    EXPECT_GT(std::count(wanted.begin(), wanted.end(), '\n'), 30);
 }
 
 }  // namespace

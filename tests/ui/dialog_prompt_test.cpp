@@ -148,6 +148,23 @@ TEST_F(Prompts, TypedAccentsReachTheScriptAsItsBytes) {
     EXPECT_EQ(frontend.promptString("Saison", ""), "\xE9t\xE9");
 }
 
+TEST_F(Prompts, PastedTextsAreTakenWholeOrRefused) {
+    const auto paste = [&](std::size_t length) {
+        ui::copyToClipboard(wxString('x', length));
+        driver.window(kTitle).key('A', wxMOD_CONTROL).key('V', wxMOD_CONTROL);
+        driver.when("the paste", [] {
+            return findChild<wxTextCtrl>(findWindow(kTitle))->GetValue().length() > 9'999;
+        });
+        driver.key(WXK_RETURN);
+    };
+    paste(50'000);
+    EXPECT_EQ(frontend.promptString("Name", "").size(), 50'000u);
+    paste(70'000);
+    expectRemark(ui::UiText::tooLongForField);
+    driver.key(WXK_ESCAPE);
+    EXPECT_EQ(frontend.promptString("Name", "before"), "before");
+}
+
 TEST_F(Prompts, LabelsOfAnySizeFitTheScreen) {
     for (const std::string& label :
          {std::string(), std::string("one & two"), std::string(5'000'000, 'x'),

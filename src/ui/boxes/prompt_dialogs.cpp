@@ -130,6 +130,7 @@ void PromptDialog::setInitial(const wxString& text) {
         new wxTextCtrl(this, wxID_ANY, editable ? text : text.Left(kPreview) + wxT("..."),
                        wxDefaultPosition, FromDIP(wxSize(kFieldWidth, lines ? kFieldHeight : -1)),
                        (lines ? wxTE_MULTILINE : 0) | (editable ? 0 : wxTE_READONLY));
+    native::takeLongTexts(*field_);
     if (lines) native::padLines(*field_);
     field_->MoveBeforeInTabOrder(FindWindow(wxID_OK));
     fieldRow_->Add(field_, wxSizerFlags(lines ? 1 : 0).Expand());

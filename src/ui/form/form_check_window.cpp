@@ -61,6 +61,7 @@ FormCheckWindow::FormCheckWindow(wxWindow* parent, EditSession& session)
       summary_(withInnerLinks(session.summary())),
       links_(linksOf(summary_)) {
     view_ = new HtmlView(this, HtmlView::Surface::field);
+    native::keepScrollBarsVisible(*view_);
     view_->SetMinSize(FromDIP(wxSize(440, 320)));
     view_->onLink = [this](const wxString& link) { follow(toUtf8(link)); };
     wxButton* close = formButton(this, wxID_OK, FormText::ok, session.locale());

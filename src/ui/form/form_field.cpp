@@ -7,6 +7,7 @@
 
 #include "ui/form/form_refusal.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 
@@ -26,6 +27,7 @@ void FormField::open(FormRow& row) {
     began_.emplace(session_.fullText(row.property()));
     row_ = &row;
     list_.DoSelectProperty(&row, wxPG_SEL_FORCE | wxPG_SEL_FOCUS | wxPG_SEL_DONT_SEND_EVENT);
+    if (text()) native::takeLongTexts(*text());
     if (wxOwnerDrawnComboBox* list = options()) {
         list->Popup();
         giveKeysTo(*list);

@@ -16,6 +16,7 @@ FormLinesDialog::FormLinesDialog(wxWindow* parent, const wxString& title, std::i
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER) {
     field_ = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition,
                             FromDIP(wxSize(420, 220)), wxTE_MULTILINE | wxTE_DONTWRAP);
+    native::takeLongTexts(*field_);
     native::padLines(*field_);
     remark_ = new wxStaticText(this, wxID_ANY, uiText(UiText::tooLongToEdit));
     remark_->SetForegroundColour(currentTheme().error);

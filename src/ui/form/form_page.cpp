@@ -12,6 +12,7 @@
 #include "ui/kit/html_view.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/theme.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 namespace {
@@ -59,6 +60,7 @@ void CListCtrlExPage::makeContent() {
     wxWindow* upper = makeUpper(splitter_);
     description_ = new HtmlView(splitter_, HtmlView::Surface::field);
     setSizes(*description_);
+    native::keepScrollBarsVisible(*description_);
     splitter_->SplitHorizontally(upper, description_, -FromDIP(kDescriptionHeight));
     splitter_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
@@ -77,8 +79,10 @@ void CListCtrlExPage::makeContent() {
     }
     column->Add(splitter_, wxSizerFlags(1).Expand());
     SetSizer(column);
-    // A page of a window that is shown has its size already; another one gets it later.
-    if (IsShownOnScreen()) Layout();
+    // A page that has its size already gets no other; one of a window that is not shown yet may
+    // still have to get it.
+    const wxSize room = GetClientSize(), least = FromDIP(wxSize(kLeastHeight, 2 * kLeastHeight));
+    if (IsShownOnScreen() || (room.x > least.x && room.y > least.y)) Layout();
 }
 
 /// As much as its text needs, but no more than a third of the page; and not less than what most

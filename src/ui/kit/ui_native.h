@@ -8,6 +8,7 @@ class wxColour;
 class wxFrame;
 class wxGraphicsContext;
 class wxString;
+class wxTextCtrl;
 class wxWindow;
 
 namespace korvant::ui::native {
@@ -47,6 +48,9 @@ void settle(wxWindow& control);
 
 /// Room between the edge of a field of several lines and its text.
 void padLines(wxWindow& field);
+
+/// The field takes what is pasted whole; some systems cut it at 30,000 letters, without a word.
+void takeLongTexts(wxTextCtrl& field);
 
 /// A field of one line without an edge, for what paints one around it.
 void bareField(wxWindow& field);

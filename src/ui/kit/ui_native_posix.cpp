@@ -304,6 +304,9 @@ void settle(wxWindow& control) {
     gtk_widget_size_allocate(widget, &place);
 }
 
+/// Lines of one are cut at 65,535 bytes whatever is asked for, others never.
+void takeLongTexts(wxTextCtrl&) {}
+
 void padLines(wxWindow& field) {
     GtkWidget* text = gtk_bin_get_child(GTK_BIN(field.GetHandle()));
     if (!GTK_IS_TEXT_VIEW(text)) return;

@@ -3,6 +3,7 @@
 #include <wx/frame.h>
 #include <wx/msw/private.h>
 #include <wx/msw/wrapwin.h>
+#include <wx/textctrl.h>
 #include <wx/window.h>
 
 #include <algorithm>
@@ -107,6 +108,10 @@ void finishClosing() {
 void settle(wxWindow&) {}
 
 /// The system's fields have it.
+void takeLongTexts(wxTextCtrl& field) {
+    field.SetMaxLength(0);
+}
+
 void padLines(wxWindow&) {}
 
 void bareField(wxWindow&) {}
@@ -119,8 +124,16 @@ void showFocus(wxWindow& topLevel) {
     });
 }
 
-/// The system marks it by itself.
-void markDefault(wxWindow&, bool) {}
+/// The toolkit marks the button with the focus, and some systems take that back with the mark of
+/// the one that had it. Buttons that are drawn by their owner have no style of their own.
+void markDefault(wxWindow& button, bool marked) {
+    const HWND window = static_cast<HWND>(button.GetHandle());
+    const LONG type = GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK;
+    const LONG wanted = marked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+    const bool isPush = type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON;
+    if (isPush && type != wanted)
+        SendMessageW(window, BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
+}
 
 void pumpWindow(wxWindow& window) {
     const HWND handleOfWindow = static_cast<HWND>(window.GetHandle());

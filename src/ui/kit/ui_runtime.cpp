@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "ui/boxes/progress_window.h"
+#include "ui/kit/keys_once.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/theme.h"
 #include "ui/kit/ui_native.h"
@@ -151,9 +152,13 @@ void setApplicationFactory(ApplicationFactory factory) {
 
 bool startToolkit() {
     Runtime& self = runtime();
-    if (wxTheApp) return toolkitUsable() && joinHost();
+    if (wxTheApp) {
+        hearKeysOnce();
+        return toolkitUsable() && joinHost();
+    }
     if (!native::displayReachable() || !startOwnApplication()) return false;
     self.owned = true;
+    hearKeysOnce();
     native::surviveDisplay(endLoops);
     tellProgressStyle();
     return true;

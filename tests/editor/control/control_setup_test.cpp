@@ -1,8 +1,11 @@
 // What the controls are told when the editor opens and when its looks change.
 #include "editor/control/control_setup.h"
 
+#include <sstream>
+
 #include "editor/control/keyword_list.h"
 #include "support/editor_fixture.h"
+#include "support/tree.h"
 
 namespace korvant::test {
 namespace {
@@ -208,6 +211,17 @@ TEST_F(EditorLooks, MarginClicksFoldAndToggleBreakpoints) {
 bool isAdded(int id) {
     const bool everyEditors = id >= command_id::kCopy && id != command_id::kReplace;
     return everyEditors || (id >= command_id::kComplete && id < command_id::kNew);
+}
+
+TEST(EditorCommands, EveryKeyIsInTheManual) {
+    std::string pages;
+    for (const char* page : {"editor.html", "debugging.html", "index.html"})
+        pages += readFile(sourceFolder() + "/docs/manual/pages/" + page);
+    for (const EditorCommand& command : editorCommands()) {
+        std::istringstream keys(command.keys);
+        for (std::string key; keys >> key;)
+            EXPECT_NE(pages.find(key), std::string::npos) << command.label << ": " << key;
+    }
 }
 
 TEST(EditorCommands, MenuStandsAsInTheResource) {
