@@ -6,6 +6,7 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "debug/data_watch.h"
@@ -39,13 +40,15 @@ struct DebugSession::Impl final : StopPolicy {
     StopInfo info;
     StepRule step;
     LinePass pass;
-    StatementPlace lastSeen;              ///< of the last statement that was asked about
-    bool entry = false;                   ///< it is the first one of its call
-    bool entrySeen = false;               ///< it has been
-    bool entryAsked = false;              ///< breakpoints of its function have been asked
-    bool newCall = false;                 ///< of the function that the statement before was in
-    ScriptPlace target;                   ///< of runTo(); line 0: none
-    std::vector<std::int32_t> hostLines;  ///< breakpoints of whoever runs the script
+    StatementPlace lastSeen;    ///< of the last statement that was asked about
+    bool entry = false;         ///< it is the first one of its call
+    bool entrySeen = false;     ///< it has been
+    bool entryPending = false;  ///< a call begins; its first statement is asked about next
+    bool entryAsked = false;    ///< breakpoints of its function have been asked
+    bool newCall = false;       ///< a call begins
+    std::unordered_map<const asDWORD*, bool> loops;  ///< places at which functions begin
+    ScriptPlace target;                              ///< of runTo(); line 0: none
+    std::vector<std::int32_t> hostLines;             ///< breakpoints of whoever runs the script
     std::atomic<bool> pauseWanted{false};
     std::atomic<bool> attentionWanted{false};
     std::atomic<asIScriptContext*> watched{nullptr};  ///< for waitingIn()
@@ -90,6 +93,7 @@ struct DebugSession::Impl final : StopPolicy {
                  bool newPass);
     bool breaksAt(asIScriptContext& context, const StatementPlace& here, bool newPass);
     void noteSeen(asIScriptContext& context, const StatementPlace& here, bool again);
+    bool callBegins(asIScriptContext& context);
     bool passes(Breakpoint& breakpoint, const FrameScope& scope, bool newPass = true);
     bool conditionHolds(const Breakpoint& breakpoint, const FrameScope& scope, bool newPass);
     void writeLog(const Breakpoint& breakpoint, asIScriptContext& context);

@@ -115,6 +115,7 @@ void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& buil
         book.beginRun();
         data.clear();
         held.clear();
+        loops.clear();
         setVariables.begin(nullptr);
         step.end();
         pass.forget();
@@ -149,7 +150,7 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
         const bool stopping = mayStop(line);
         if (!stopping && !setVariables.watches(line)) {
             lastSeen = {};
-            entrySeen = false;
+            entrySeen = entryPending = false;
             answer = passedOver(context, line);
             return;
         }
@@ -187,16 +188,30 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
     return answer;
 }
 
-/// The engine asks twice where a function begins, and once at any other statement. A loop may begin
-/// there too; where none does, a third time is another call, from a statement that goes on.
+/// The engine asks twice where a function begins, and once at any other statement. Unless a loop
+/// begins there too, that tells calls apart that begin while one statement of the caller runs.
 void DebugSession::Impl::noteSeen(asIScriptContext& context, const StatementPlace& here,
                                   bool again) {
     const bool twice = (again || everyStatement) && here == lastSeen;
-    newCall = twice && entrySeen && !isLoop(context);
-    entry = twice && !entrySeen && atEntry(context);
-    entrySeen = twice && !newCall && (entrySeen || entry);
+    if (callBegins(context)) {
+        entry = twice && entryPending;
+        newCall = entryPending = !entry;
+        entrySeen = entry;
+    } else {
+        const bool known = programPosition(context) != nullptr;
+        entry = twice && !entrySeen && (!known || atEntry(context));
+        entrySeen = twice && (entrySeen || entry);
+        newCall = entryPending = false;
+    }
     entryAsked = twice && !newCall && entryAsked;
     lastSeen = here;
+}
+
+bool DebugSession::Impl::callBegins(asIScriptContext& context) {
+    if (!atEntry(context)) return false;
+    const auto [place, isNew] = loops.try_emplace(programPosition(context), false);
+    if (isNew) place->second = isLoop(context);
+    return !place->second;
 }
 
 /// Whether more than a step of the host's and the variables that it may set are the reasons to be

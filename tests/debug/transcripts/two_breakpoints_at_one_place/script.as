@@ -1,7 +1,7 @@
 int add(int a, int b) {
     return a + b;
 }
-bool less(const int &in a, const int &in b) { return a < b; }
+bool less(const int &in a, const int &in b) { bool smaller = a < b; return smaller; }
 void loops() {
     for (int i = 0; i < 3; i++)
         Print("");
