@@ -151,8 +151,9 @@ bool ElementOrder::before(void* left, void* right) noexcept {
 bool ElementOrder::before(asIScriptFunction& less, void* left, void* right) noexcept {
     asIScriptContext* const context = calls_.prepare(less);
     if (context == nullptr) return false;
-    context->SetArgAddress(0, left);
-    context->SetArgAddress(1, right);
+    // Addresses and handles stand side by side; that of the second is found by a search.
+    void* const arguments[] = {left, right};
+    std::memcpy(context->GetAddressOfArg(0), arguments, sizeof arguments);
     return calls_.execute() && context->GetReturnByte() != 0;
 }
 

@@ -56,7 +56,7 @@ class ElementOrder {
     bool equal(void* left, void* right) noexcept;
     /// Whether `left` stands before `right`, by the elements' own order.
     bool before(void* left, void* right) noexcept;
-    /// The same by a function of the script's. `left` and `right` are what it takes.
+    /// The same by a function that takes two references or handles: `left` and `right`.
     bool before(asIScriptFunction& less, void* left, void* right) noexcept;
     bool failed() const noexcept { return calls_.failed(); }
 

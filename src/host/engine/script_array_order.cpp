@@ -55,6 +55,18 @@ bool canBeSorted(const ArrayType& type) {
     return type.compare != nullptr || failForMethods(type, type.severalCompare, "opCmp");
 }
 
+/// Scripts have no other functions for this; hosts may.
+bool takesTwoElements(const asIScriptFunction& less) {
+    if (less.GetParamCount() != 2) return false;
+    for (const asUINT parameter : {0U, 1U}) {
+        int id = 0;
+        asDWORD flags = 0;
+        if (less.GetParam(parameter, &id, &flags) < 0) return false;
+        if ((flags & asTM_INOUTREF) == 0 && (id & asTYPEID_OBJHANDLE) == 0) return false;
+    }
+    return true;
+}
+
 /// The index as scripts get it; they cannot be told of more.
 int indexFor(asUINT found) {
     return found <= asUINT{std::numeric_limits<int>::max()} ? static_cast<int>(found) : -1;
@@ -198,6 +210,7 @@ bool ScriptArray::Sort(asIScriptFunction* less, asUINT startAt, asUINT count) no
     if (less == nullptr) return failInScript("Null pointer access");
     if (count < 2 || size_ < 2) return true;
     if (startAt >= size_) return failInScript("Index out of bounds");
+    if (!takesTwoElements(*less)) return failInScript("The call failed");
     return sortElements(less, startAt, std::min(count, size_ - startAt), true);
 }
 

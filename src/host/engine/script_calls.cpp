@@ -28,8 +28,7 @@ void ScriptCalls::forward(asIScriptContext& outer) noexcept {
     if (suspended_) outer.Suspend();
 }
 
-bool ScriptCalls::takeContext() noexcept {
-    if (context_ != nullptr) return true;
+bool ScriptCalls::takeNew() noexcept {
     asIScriptContext* const running = activeContext();
     nested_ =
         running != nullptr && running->GetEngine() == &engine_ && running->PushState() == asSUCCESS;
@@ -37,9 +36,7 @@ bool ScriptCalls::takeContext() noexcept {
     return context_ != nullptr;
 }
 
-asIScriptContext* ScriptCalls::prepare(asIScriptFunction& function) noexcept {
-    if (failed_) return nullptr;
-    if (takeContext() && context_->Prepare(&function) == asSUCCESS) return context_;
+asIScriptContext* ScriptCalls::refuse() noexcept {
     failed_ = true;
     exception_.assign("Out of memory");  // short enough to take none
     return nullptr;
@@ -47,8 +44,7 @@ asIScriptContext* ScriptCalls::prepare(asIScriptFunction& function) noexcept {
 
 /// Whoever suspends the context from a callback of the host's is obeyed after the native function:
 /// what was called from inside it can only be run to its end.
-bool ScriptCalls::execute() noexcept {
-    int result = context_->Execute();
+bool ScriptCalls::endOtherwise(int result) noexcept {
     for (; result == asEXECUTION_SUSPENDED; result = context_->Execute()) suspended_ = true;
     if (result != asEXECUTION_FINISHED) keepFailure(result);
     return !failed_;

@@ -20,13 +20,23 @@ class ScriptCalls {
 
     /// The context with `function` prepared, for its arguments; null when that failed or an earlier
     /// call did.
-    asIScriptContext* prepare(asIScriptFunction& function) noexcept;
+    asIScriptContext* prepare(asIScriptFunction& function) noexcept {
+        if (failed_) return nullptr;
+        if (takeContext() && context_->Prepare(&function) == asSUCCESS) return context_;
+        return refuse();
+    }
     /// Runs what was prepared. False when it did not come to its end.
-    bool execute() noexcept;
+    bool execute() noexcept {
+        const int result = context_->Execute();
+        return result == asEXECUTION_FINISHED || endOtherwise(result);
+    }
     bool failed() const noexcept { return failed_; }
 
   private:
-    bool takeContext() noexcept;
+    bool takeContext() noexcept { return context_ != nullptr || takeNew(); }
+    bool takeNew() noexcept;
+    asIScriptContext* refuse() noexcept;
+    bool endOtherwise(int result) noexcept;
     void keepFailure(int result) noexcept;
     void forward(asIScriptContext& outer) noexcept;
 
