@@ -30,7 +30,7 @@ RATIO_ROW("Whole programs", "append 100,000 numbers / Lua's table", 3, "whole_ap
 RATIO_ROW("Whole programs", "1,000,000 calls in a loop / Lua", 2.5, "whole_loops", "lua_loops");
 RATIO_ROW("Whole programs", "sort 1,000,000 ints / std::sort", 3, "whole_sort", "std_sort");
 RATIO_ROW("Whole programs", "sort by a function of the script's / as many bare calls of it", 1.2,
-          "whole_less", "bare_less");
+          "whole_less", "bare_less", "how random numbers compare cannot be foretold");
 RATIO_ROW("Whole programs", "read 1,000,000 numbers of a file / Lua's read(\"n\")", 1.2,
           "whole_read_file", "lua_read");
 RATIO_ROW("Whole programs", "read 1,000,000 numbers of the input / Lua's read(\"n\")", 1.2,
@@ -303,14 +303,14 @@ void pythonText(benchmark::State& state) {
     korvant_bench::addRow(korvant_bench::RatioRow{
         "Whole programs", "append 100,000 numbers / Python's list", 0.4, "whole_append",
         "python_append", "eleven instructions and a call for each number"});
-    korvant_bench::addRow(
-        korvant_bench::RatioRow{"Whole programs", "build and search 300,000 texts / Python", 0.8,
-                                "whole_text", "python_text", "a text of its own for each element"});
+    korvant_bench::addRow(korvant_bench::RatioRow{
+        "Whole programs", "build and search 300,000 texts / Python", 0.8, "whole_text",
+        "python_text", "each element's text is made twice and its memory goes back each time"});
     korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs", "sort 200,000 ints / Python",
                                                   0.5, "whole_sort_few", "python_sort"});
-    korvant_bench::addRow(korvant_bench::RatioRow{"Whole programs",
-                                                  "1,000,000 calls in a loop / Python", 0.25,
-                                                  "whole_loops", "python_loops"});
+    korvant_bench::addRow(korvant_bench::RatioRow{
+        "Whole programs", "1,000,000 calls in a loop / Python", 0.25, "whole_loops", "python_loops",
+        "the state that each call keeps for stops"});
     benchmark::RegisterBenchmark("python_loops", pythonLoops)->UseManualTime();
     benchmark::RegisterBenchmark("python_sort", pythonSort)->UseManualTime();
     benchmark::RegisterBenchmark("python_append", pythonAppend)->UseManualTime();

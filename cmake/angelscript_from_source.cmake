@@ -9,7 +9,8 @@ target_compile_definitions(korvant_engine PRIVATE NDEBUG)
 target_compile_options(korvant_engine PRIVATE -w -fno-strict-aliasing -fwrapv)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # As in cmake/engine/build.sh.
-  set_source_files_properties(${engine}/source/as_context.cpp PROPERTIES COMPILE_OPTIONS -falign-labels=64)
+  set_source_files_properties(${engine}/source/as_context.cpp PROPERTIES
+                              COMPILE_OPTIONS "-falign-labels=16;-fno-tree-slp-vectorize")
 endif()
 set(KORVANT_ENGINE_IS_HARDENED ON)
 target_include_directories(korvant_engine SYSTEM PUBLIC ${engine}/include)
