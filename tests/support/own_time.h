@@ -17,8 +17,9 @@ struct OwnTime {
 
   private:
     static long long waited() {
-        long long ran = 0, waits = 0;
+        long long waits = 0;
 #ifdef __linux__
+        long long ran = 0;
         std::FILE* const file = std::fopen("/proc/thread-self/schedstat", "r");
         if (!file) return 0;
         if (std::fscanf(file, "%lld %lld", &ran, &waits) != 2) waits = 0;
