@@ -15,8 +15,11 @@ enum class EditorMenu { file, edit, view, debug, program, help, context, none };
 
 enum class EnabledWhen {
     always,
-    debugging,  ///< while a script is suspended
+    debugging,  ///< while a script stands still
+    steps,      ///< and can take steps: not at an exception
+    looking,    ///< and is looked into, as in the classic layout it is not
     stoppable,  ///< while a script is suspended or runs
+    running,    ///< while it runs
     canUndo,
     canRedo,
     selection,  ///< something is selected
@@ -33,8 +36,7 @@ enum CommandMark : unsigned {
     kSeparatorAfter = 4,
     kSeparatorBefore = 8,
     kContextToo = 16,  ///< stands in the context menu as well
-    kTextKeys = 32,    ///< its keys are the text's: elsewhere they belong to what has the keyboard
-    kWhileHeld = 64    ///< of the text alone: serves while a run is held as well
+    kTextKeys = 32     ///< its keys are the text's: elsewhere they belong to what has the keyboard
 };
 
 struct EditorCommand {

@@ -2,12 +2,19 @@
 #include <exception>
 
 #include "base/system/file_io.h"
+#include "base/text/characters.h"
 #include "base/text/number_text.h"
 #include "base/text/text_encoding.h"
 #include "editor/script_editor.h"
 #include "editor/stops/exception_detail.h"
 
 namespace korvant {
+
+namespace {
+
+constexpr std::size_t kLongestShown = 1000;  // bytes of an expression
+
+}  // namespace
 
 /// A run that stands still ends as it began.
 void ScriptEditor::setInspecting(bool inspecting) {
@@ -183,9 +190,9 @@ void ScriptEditor::editBreakpoints(const std::function<void(BreakpointPlan&)>& a
     });
 }
 
-/// A held run has its own ways to go on; nothing else can be done with the script meanwhile.
-bool ScriptEditor::commandWhileHeld(int id) {
-    if (!inspection_.held()) return false;
+/// A run that is under way or held has its own ways to end and to go on.
+bool ScriptEditor::commandWhileBusy(int id) {
+    if (!inspection_.held()) return id == command_id::kStop ? endBusyRun() : pauseRun(), true;
     switch (id) {
         case command_id::kExecute:
             return inspection_.goOn(), true;
@@ -194,19 +201,15 @@ bool ScriptEditor::commandWhileHeld(int id) {
         case command_id::kRestart:
             restartWanted_ = true;
             return inspection_.end(), true;
-        case command_id::kNextTab:
-            return nextTab(), true;
-        case command_id::kPreviousTab:
-            return previousTab(), true;
         case command_id::kStepOver:
         case command_id::kStepNext:
+            return inspection_.stepOver(), true;
         case command_id::kStepInto:
+            return inspection_.stepInto(), true;
         case command_id::kStepOut:
-            if (inspection_.isException()) return true;
-            id == command_id::kStepOver || id == command_id::kStepNext ? inspection_.stepOver()
-            : id == command_id::kStepInto                              ? inspection_.stepInto()
-                                                                       : inspection_.stepOut();
-            return true;
+            return inspection_.stepOut(), true;
+        case command_id::kRunToCaret:
+            return inspection_.runTo(placeAtCaret()), true;
         default:
             return false;
     }
@@ -231,10 +234,27 @@ std::string ScriptEditor::lastOutput() const {
     return decodeForDisplay(lastOutput_.text());
 }
 
+ScriptPlace ScriptEditor::placeAtCaret() const {
+    return {runIsShown() ? std::string() : document().path(), toScript(editor_.caretLine()).number,
+            0};
+}
+
 void ScriptEditor::runToCaret() {
-    const std::int32_t line = toScript(editor_.caretLine()).number;
-    const std::string source = runIsShown() ? std::string() : document().path();
-    resume([this, line, source] { inspection_.session().runTo({source, line, 0}); });
+    resume([this, place = placeAtCaret()] { inspection_.session().runTo(place); });
+}
+
+/// Of a held run the values are read in the frame that is looked at.
+void ScriptEditor::displayVariable() {
+    if (!inspection_.held()) return debugger_.displayVariable();
+    const std::string selected = editor_.selectedText(kLongestShown);
+    const std::string name(trimmed(selected, kAllBlanks));
+    if (name.empty()) return;
+    const ShownValue shown =
+        inspection_.session().show(inspection_.frame(), name, EvaluationPurpose::hover);
+    if (!shown.error.empty()) return;
+    const std::string text = shown.value.type + " " + name + " = " + shown.value.value;
+    editor_.showTip(editor_.selectionStart(), text);
+    output_.showAbove(text);
 }
 
 /// In its own way to go on, which says what became of the run through the session.
@@ -293,7 +313,9 @@ void ScriptEditor::toggleBreakpoint() {
 /// Where a script cannot stop, whoever sets the breakpoint is told.
 void ScriptEditor::toggleBreakpointAt(std::int32_t line) {
     editBreakpoints([this, line](BreakpointPlan& plan) {
-        plan.toggle(line);
+        // The classic layout first shows again what the arrow has put aside.
+        const bool goes = inspection_.enabled() && plan.has(line);
+        goes ? plan.remove(line) : plan.toggle(line);
         if (!plan.has(line) || !window_.explains()) return;
         for (const PlannedBreakpoint& one : plannedBreakpoints())
             if (one.line == line && !one.verified) {
@@ -378,7 +400,7 @@ void ScriptEditor::gotoBytes(std::size_t position) {
 }
 
 void ScriptEditor::watchWord() {
-    std::string text = editor_.selectedText(1000);
+    std::string text = editor_.selectedText(kLongestShown);
     if (text.empty()) text = editor_.textOf(editor_.wordAt(editor_.caret()));
     inspection_.addWatch(text);
 }

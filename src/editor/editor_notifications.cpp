@@ -93,7 +93,7 @@ void ScriptEditor::marginClicked(const ControlNotification& notification) {
     const ControlLine line = editor_.lineOf(notification.position);
     if (notification.margin == kFoldMargin)
         editor_.send(sci::kToggleFold, static_cast<std::uintptr_t>(line.index));
-    else if (notification.margin == kBookmarkMargin && !debugger_.busy())
+    else if (notification.margin == kBookmarkMargin && (!debugger_.busy() || inspection_.held()))
         toggleBreakpointAt(toScript(line).number);
 }
 
@@ -103,7 +103,7 @@ void ScriptEditor::gotoPlace(const ReportedPlace& place) {
     const int start = editor_.lineStart(line);
     const int offset = place.column - 1;
     int position = start + offset;
-    if (document().western())
+    if (document().encoding().western)
         position = static_cast<int>(
             editor_.send(sci::kPositionRelative, static_cast<std::uintptr_t>(start), offset));
     window_.activate();

@@ -24,6 +24,11 @@ std::uint32_t ScriptEditor::millisecondsUsed() const {
     return session_.interacting() ? 0 : clock.tick() - session_.limitBegan();
 }
 
+bool ScriptEditor::runTimedOut() const {
+    return !debugger_.busy() && !debugger_.debugging() && !changedSinceRun() &&
+           session_.lastFailure().kind == RunFailure::Kind::timeOut;
+}
+
 EditorStatus ScriptEditor::status() const {
     EditorStatus status;
     const int caret = editor_.caret();
@@ -33,7 +38,8 @@ EditorStatus ScriptEditor::status() const {
                             sci::kCountCharacters,
                             static_cast<std::uintptr_t>(editor_.lineStart(line)), caret));
     status.path = document().path();
-    status.encoding = document().western() ? "Windows-1252" : "UTF-8";
+    status.western = document().encoding().western;
+    status.encoding = document().encoding().name();
     status.modified = document().modified();
     status.canUndo = editor_.send(sci::kCanUndo) != 0;
     status.canRedo = editor_.send(sci::kCanRedo) != 0;

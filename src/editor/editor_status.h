@@ -14,7 +14,8 @@ struct EditorStatus {
     std::int32_t stoppedLine = 0;
     bool stopInView = false;  ///< that line is one of the text in view
     std::string path;         ///< of the text in view; empty for one without a file
-    std::string encoding;
+    std::string encoding;     ///< its name
+    bool western = false;     ///< a character is one byte of the file
     bool modified = false;
     bool canUndo = false, canRedo = false;
     int zoom = 100;  ///< in percent of the usual size

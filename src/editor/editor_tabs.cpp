@@ -35,10 +35,11 @@ void ScriptEditor::showTab(std::uint64_t id) {
     });
 }
 
-/// Nobody has typed anything into it, and it is no file's.
+/// Nobody has typed anything into it, and it is no file's, nor one that runs.
 bool ScriptEditor::isUntouched() const {
     const bool blank = editor_.length() == 0 || current().isTour();
-    return blank && !document().modified() && document().path().empty();
+    const bool runs = runIsShown() && debugger_.busy();
+    return blank && !runs && !document().modified() && document().path().empty();
 }
 
 void ScriptEditor::newTab() {
@@ -105,7 +106,8 @@ void ScriptEditor::close(OpenDocument& closed) {
 
 void ScriptEditor::closeTab(std::uint64_t id) {
     OpenDocument* const closed = documents_.find(id);
-    if (left_ || !tabs_ || !closed || debugger_.busy()) return window_.beep();
+    const bool runs = debugger_.busy() && (!inspection_.held() || id == runDocument_);
+    if (left_ || !tabs_ || !closed || runs) return window_.beep();
     run([this, closed] {
         OpenDocument& before = current();
         if (documents_.count() == 1 && isUntouched()) return;

@@ -1,5 +1,7 @@
 #include "editor/script_editor.h"
 
+#include <utility>
+
 #include "base/system/file_io.h"
 #include "base/system/user_folders.h"
 #include "base/text/text_encoding.h"
@@ -17,6 +19,11 @@ constexpr char kNoManual[] =
     "Documentation files not found.\n\nThe manual is the folder \"scripting_manual\" that comes "
     "with "
     "the program. It is looked for beside the program and beside this module.";
+constexpr char kNoBrowserFor[] =
+    "No program could be started that shows the manual. To read it, open this file in a web "
+    "browser:\n";
+constexpr char kUnderHeading[] = "\n\nIt is told there under the heading ";
+constexpr std::size_t kLargestPage = std::size_t{16} << 20;  // bytes
 constexpr char kNoBrowser[] =
     "Documentation files not found.\n\nNo program could be started that shows the manual. To read "
     "it, "
@@ -64,6 +71,8 @@ void ScriptEditor::waitWhileHeld(const std::function<bool()>& goesOn) {
     showStop();
     window_.waitWhileHeld(goesOn);
     showRun();
+    inspection_.session().setHostLines(debugger_.linesBehindHold());
+    planBreakpoints();
     runBegan_ += session_.services().clock->monotonic() - began;
 }
 
@@ -150,12 +159,9 @@ void ScriptEditor::run(const std::function<void()>& action) {
         action();
         recovery().keepIfDue();
     });
-    if (!closeWanted_ || debugger_.busy() || left_) return;
-    guarded([this] {
-        takeTextForHost();
-        leave();
-    });
-    window_.endModal();
+    if (debugger_.busy() || left_) return;
+    if (std::exchange(exitWanted_, false)) return guarded([this] { exit(); });
+    if (std::exchange(closeWanted_, false) && closeBox()) window_.endModal();
 }
 
 /// A script may take the process with it.
@@ -188,18 +194,15 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
 
 void ScriptEditor::command(int id) {
     if (left_) return;
-    const EditorCommand* command = findCommand(id);
-    const bool ofTextAlone = inspection_.held() && command && command->has(kWhileHeld);
-    if (debugger_.busy() && !ofTextAlone) {
-        if (commandWhileHeld(id)) return;
-        if (id == command_id::kStop) debugger_.stop();
-        if (id == command_id::kPause) pauseRun();
+    const int recent = id - command_id::kRecentFileFirst;
+    if (recent >= 0 && recent < command_id::kRecentFiles) {
+        if (!debugger_.busy() || (inspection_.held() && tabs_))
+            run([this, recent] { openRecent(recent); });
         return;
     }
-    const int recent = id - command_id::kRecentFileFirst;
-    if (recent >= 0 && recent < command_id::kRecentFiles)
-        return run([this, recent] { openRecent(recent); });
+    const EditorCommand* command = findCommand(id);
     if (!command || !enabled(*command)) return;
+    if (debugger_.busy() && commandWhileBusy(id)) return;
     run([this, command] {
         if (command->handler)
             (this->*command->handler)();
@@ -209,15 +212,22 @@ void ScriptEditor::command(int id) {
 }
 
 bool ScriptEditor::enabled(const EditorCommand& command) const {
+    if (debugger_.busy() && !servesWhileBusy(command)) return false;
     switch (command.enabledWhen) {
         case EnabledWhen::debugging:
-            return debugger_.debugging();
+            return debugger_.debugging() || inspection_.held();
+        case EnabledWhen::steps:
+            return (debugger_.debugging() || inspection_.held()) && !inspection_.isException();
+        case EnabledWhen::looking:
+            return inspection_.canLook() && !inspection_.isException();
         case EnabledWhen::tabs:
             return tabs_;
         case EnabledWhen::severalTabs:
             return tabs_ && documents_.count() > 1;
         case EnabledWhen::stoppable:
             return debugger_.debugging() || debugger_.busy();
+        case EnabledWhen::running:
+            return debugger_.busy() && !inspection_.held();
         case EnabledWhen::canUndo:
             return editor_.send(sci::kCanUndo) != 0;
         case EnabledWhen::canRedo:
@@ -226,6 +236,25 @@ bool ScriptEditor::enabled(const EditorCommand& command) const {
             return editor_.send(sci::kCanPaste) != 0;
         case EnabledWhen::selection:
             return editor_.selectionStart() != editor_.selectionEnd();
+        default:
+            return true;
+    }
+}
+
+/// Of a run that is held nothing is taken away that it goes on with.
+bool ScriptEditor::servesWhileBusy(const EditorCommand& command) const {
+    if (!command.handler) return true;
+    if (!inspection_.held())
+        return command.id == command_id::kStop || command.id == command_id::kPause;
+    switch (command.id) {
+        case command_id::kBuild:
+        case command_id::kCrypt:
+            return false;
+        case command_id::kNew:
+        case command_id::kOpen:
+            return tabs_;
+        case command_id::kCloseTab:
+            return !runIsShown();
         default:
             return true;
     }
@@ -249,8 +278,7 @@ bool ScriptEditor::closeBox() {
     if (left_) return true;
     if (debugger_.busy()) {
         closeWanted_ = true;
-        debugger_.stop();
-        if (inspection_.held()) inspection_.end();
+        endBusyRun();
         return false;
     }
     guarded([this] {
@@ -261,6 +289,11 @@ bool ScriptEditor::closeBox() {
             output_.show(kNoMemory);
     });
     return left_;
+}
+
+void ScriptEditor::endBusyRun() {
+    debugger_.stop();
+    if (inspection_.held()) inspection_.end();
 }
 
 /// The text is the host's own, and goes back to it.
@@ -338,6 +371,10 @@ void ScriptEditor::leave(bool delivers) {
 }
 
 void ScriptEditor::exit() {
+    if (debugger_.busy()) {
+        exitWanted_ = true;
+        return endBusyRun();
+    }
     endRun();
     if (!mayLeave(true)) return;
     // Deliberate: the host gets back the text that it gave.
@@ -382,21 +419,32 @@ void ScriptEditor::gotoLine() {
 }
 
 void ScriptEditor::helpAt(const std::string& function) {
-    openManual(manualPlaceOf(families_, function));
+    openManual(manualPlaceOf(families_, function), function);
 }
 
 void ScriptEditor::helpOnException() {
-    openManual(exceptionPlace(inspection_.stop().text));
+    const std::string& exception = inspection_.stop().text;
+    openManual(exceptionPlace(exception), exception);
 }
 
-void ScriptEditor::openManual(const std::string& place) {
-    const std::string page = manualPage(programFolder_);
-    const std::string folder = page.substr(0, page.find_last_of("/\\") + 1);
+/// `place` is empty for the manual's beginning; `heading` stands there, if the manual knows it.
+void ScriptEditor::openManual(const std::string& place, const std::string& heading) {
+    const std::string index = manualPage(programFolder_);
+    const std::string folder = index.substr(0, index.find_last_of("/\\") + 1);
     if (!place.empty() && window_.openDocument(folder + place)) return;
-    if (window_.openDocument(page)) return;
-    FileStatus status;
-    const bool there = files_.status(page, status) == 0 && status.kind != FileStatus::Kind::none;
-    window_.errorBox(there ? kNoBrowser + decodeForDisplay(page) : kNoManual);
+    if (window_.openDocument(index)) return;
+    const auto read = [this](const std::string& page, std::string& text) {
+        return readFile(files_, page, kLargestPage, text) == 0;
+    };
+    std::string text, page = folder + place.substr(0, place.find('#'));
+    if (place.empty() || !read(page, text)) {
+        const bool there = read(index, text);
+        return window_.errorBox(there ? kNoBrowser + decodeForDisplay(index) : kNoManual);
+    }
+    const std::string anchor = "id=\"" + place.substr(place.find('#') + 1) + "\"";
+    page = kNoBrowserFor + decodeForDisplay(page);
+    if (text.find(anchor) != std::string::npos) page += kUnderHeading + ("\"" + heading + "\".");
+    window_.errorBox(page);
 }
 
 void ScriptEditor::toggleRecoveryCopies() {

@@ -80,9 +80,10 @@ class ScriptEditor {
     /// A script is suspended and waits for the user.
     bool debugging() const noexcept { return debugger_.debugging(); }
 
-    /// A command of the menu, by its number. While a script is driven only Stop does something.
+    /// A command of the menu, by its number; nothing where it is not enabled.
     void command(int id);
-    /// What `command(id)` would do something for, for the context menu.
+    /// While a script runs only Stop and Pause do something, and while a run is held what it does
+    /// not depend on.
     bool enabled(const EditorCommand& command) const;
     /// A key was pressed in the window; `inText`: while the text had the keyboard. True: it means a
     /// command, which has been performed if it could be, and nobody else is to see the key.
@@ -96,9 +97,12 @@ class ScriptEditor {
     void endingSoon();
     /// To be called about once a second.
     void tick();
-    /// The close box or its key. True: the host's text is taken, the window may go. False: a
-    /// script is being driven; it is asked to stop, and the window gets endModal() afterwards.
+    /// The close box or its key. True: the host's text is taken, the window may go. False: the user
+    /// stays, or a script is being driven; it is asked to stop, and this is done once more
+    /// afterwards, followed by endModal().
     bool closeBox();
+    /// The window is to close as soon as no script is driven any more.
+    bool closing() const noexcept { return closeWanted_ || left_; }
     /// The controls are gone. Everything does nothing from here on.
     void closed();
 
@@ -108,12 +112,15 @@ class ScriptEditor {
     void clearOutput() { output_.clear(); }
     int zoom() const { return static_cast<int>(editor_.send(sci::kGetZoom)); }
     void setZoom(int zoom) { editor_.send(sci::kSetZoom, static_cast<std::uintptr_t>(zoom)); }
+    bool blackBackground() const noexcept { return view_.black(); }
     /// See ViewOptions::useTheme.
     void setTheme(const ThemeTable* theme, const CodeFont& font);
     /// Another number after each change of the text.
     std::uint64_t textVersion() const noexcept { return current().version; }
     /// The text is not the one that runs, or stands still, any more.
     bool changedSinceRun() const;
+    /// The last run took the time that it was allowed, and the text is still the one that ran.
+    bool runTimedOut() const;
     /// The last build was asked for alone, and not for a run.
     bool onlyChecked() const noexcept { return onlyChecked_; }
     /// The names that the script declares have settled: they are coloured, and listed.
@@ -211,7 +218,7 @@ class ScriptEditor {
     void nextBreakpoint() { breakpoints().gotoNext(); }
     void previousBreakpoint() { breakpoints().gotoPrevious(); }
     void deleteBreakpoints();
-    void displayVariable() { debugger_.displayVariable(); }
+    void displayVariable();
     void execute() { drive(&Debugger::execute); }
     void build();
     void stepOver() { drive(&Debugger::stepOver); }
@@ -280,7 +287,9 @@ class ScriptEditor {
     bool putScrambled(const std::string& text);
     void textModified(const ControlNotification& notification);
     void highlightBraces();
-    bool commandWhileHeld(int id);
+    bool servesWhileBusy(const EditorCommand& command) const;
+    bool commandWhileBusy(int id);
+    void endBusyRun();
     void resume(const std::function<void()>& goOn);
     void planBreakpoints();
     void planOtherSources();
@@ -296,7 +305,7 @@ class ScriptEditor {
     void noteBuild();
     const ColouredNames& libraryNames();
     void repeatSearch(bool forward);
-    void openManual(const std::string& place);
+    void openManual(const std::string& place, const std::string& heading);
     void marginClicked(const ControlNotification& notification);
     void gotoPlace(const ReportedPlace& place);
     bool takeTextForHost();
@@ -309,6 +318,7 @@ class ScriptEditor {
     void endRun();
     void showRun();
     ScriptPlace stopPlace() const;
+    ScriptPlace placeAtCaret() const;
     void noteStop(EditorStatus& status) const;
     bool showStop();
     bool showSource(const std::string& source);
@@ -363,6 +373,7 @@ class ScriptEditor {
     ColouredNames libraryNames_;  ///< of the engine; empty: not read yet
     bool assistedByWindow_ = false;
     bool closeWanted_ = false;  ///< as soon as no script is driven any more
+    bool exitWanted_ = false;   ///< likewise
     bool left_ = false;
 };
 

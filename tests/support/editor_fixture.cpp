@@ -12,7 +12,7 @@ void EditorFixture::open(const std::string& hostText, const std::string& hostFil
     window->watch = watch;
     window->around = around;
     editor_ = std::make_unique<ScriptEditor>(
-        EditorSurroundings{session(), *window, *files, dataFolder(), "/programs", allFamilies()});
+        EditorSurroundings{session(), *window, *files, dataFolder(), programFolder, allFamilies()});
     ScriptEditor* editor = editor_.get();
     window->editor.notify = [editor](const ControlNotification& n) { editor->editorNotified(n); };
     window->output.notify = [editor](const ControlNotification& n) { editor->outputNotified(n); };

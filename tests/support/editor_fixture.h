@@ -44,6 +44,7 @@ class EditorFixture : public ScriptFixture {
     TemporaryFolder folder;
     std::unique_ptr<FakeEditorWindow> window;
     FileOperations* files = &systemFiles();
+    std::string programFolder = "/programs";
     std::function<ControlSend(ControlSend)> watch;   ///< of the next opening's window
     std::function<ControlSend(ControlSend)> around;  ///< of the next opening's window
 

@@ -305,7 +305,8 @@ void EditorByKeysAlone::useWatches() {
                 [this] { return rows(list(ui::DebugPanel::kWatches)).rfind("i + 2=2\n", 0) == 0; });
     driver.key(WXK_DELETE);
     driver.when("no watch", [this] {
-        return rows(list(ui::DebugPanel::kWatches)) == "Add an expression...\n";
+        return rows(list(ui::DebugPanel::kWatches)) ==
+               "Add an expression to see its value at every stop.\n";
     });
 }
 

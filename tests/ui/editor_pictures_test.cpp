@@ -182,16 +182,23 @@ TEST_P(EditorPictures, Welcome) {
 }
 
 TEST_P(EditorPictures, Typing) {
-    const std::size_t reads = script().find("    if (!readHoles");
-    script().replace(reads, script().find("    report(holes);") - reads,
-                     "    double metal = 0, metres = 0;\n"
-                     "    double mean = metal / metrs;\n"
-                     "    string line = \"NR-01,0,2.5,0.40\";\n"
-                     "    string hole = StrSubstring(line, 0);\n"
-                     "    string id = ;\n");
+    const int reads = static_cast<int>(script().find("    if (!readHoles"));
+    const int report = static_cast<int>(script().find("    report(holes);"));
     outline = true;
     begin(GetParam());
     openHoles();
+    driver.key(WXK_F7);
+    untilStatus("No problems found");
+    driver.run([this, reads, report] {
+        editor()->SetTargetStart(reads);
+        editor()->SetTargetEnd(report);
+        editor()->ReplaceTarget(
+            "    double metal = 0, metres = 0;\n"
+            "    double mean = metal / metrs;\n"
+            "    string line = \"NR-01,0,2.5,0.40\";\n"
+            "    string hole = StrSubstring(line, 0);\n"
+            "    string id = ;\n");
+    });
     driver.key('4', wxMOD_CONTROL);
     driver.key('1', wxMOD_CONTROL);
     ready();
@@ -209,7 +216,6 @@ TEST_P(EditorPictures, Typing) {
     driver.when("problems", [this] { return part<ui::ProblemList>() != nullptr; });
     take("2-typing");
     driver.key(WXK_ESCAPE);
-    driver.key('Z', wxMOD_CONTROL);
     driver.run([this] { editor()->SetSavePoint(); });
     end();
 }
@@ -253,7 +259,7 @@ TEST_P(EditorPictures, StoppedInASmallWindow) {
 
 TEST_P(EditorPictures, Exception) {
     script().replace(script().find("samples[best].rock"), 18, "samples[best + 1].rock");
-    script().replace(script().find("1 + i % 6"), 9, "1 + i");
+    script().replace(script().find("1 + i % 4"), 9, "1 + (count == 14 ? i : i % 4)");
     script().replace(script().find("        if (grade >= kCutOff)"), 0,
                      "        Rock rock = holes[i].carrier();\n");
     begin(GetParam());
@@ -262,8 +268,13 @@ TEST_P(EditorPictures, Exception) {
     driver.key(WXK_F5);
     untilStatus("Stopped at line 32 in Hole::grade");
     driver.run([this] {
-        for (const char* watch : {"metal / metres", "samples[best + 1].rock", "grade() >= 1"})
+        for (const char* watch : {"metal / metres", "samples[14].rock", "grade() >= 1"})
             part<ui::DebugPanel>()->addWatch(watch);
+    });
+    // Of the second hole.
+    driver.key(WXK_F5);
+    driver.when("its breakpoint", [this] {
+        return rows(list(ui::DebugPanel::kVariables)).find("NR-02") != std::string::npos;
     });
     driver.key(WXK_F5);
     driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
@@ -283,6 +294,7 @@ TEST_P(EditorPictures, Running) {
         "    while (GetSystemTime() - begin < 4600) {}\n}\n";
     begin(GetParam());
     openHoles();
+    gotoLine(47);
     driver.run([this] { editor()->SetFirstVisibleLine(35); });
     // There are no events while the script runs but those of painting.
     driver.run([this] {

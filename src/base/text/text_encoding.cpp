@@ -15,6 +15,8 @@ constexpr std::array<char16_t, 32> kWesternHigh = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kFirstHigh = 0xD800, kFirstLow = 0xDC00, kBehindLow = 0xE000;
+constexpr char32_t kFirstWide = 0x10000;  // needs two units of UTF-16
 
 unsigned char byteAt(std::string_view bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);
@@ -71,6 +73,11 @@ void forEachCodePoint(std::string_view utf8, Visit visit) {
         visit(length > 0 ? codePointOf(utf8.substr(0, step)) : kReplacement);
         utf8.remove_prefix(step);
     }
+}
+
+char32_t unitAt(std::string_view bytes, std::size_t index, bool bigEndian) {
+    const unsigned char first = byteAt(bytes, index), second = byteAt(bytes, index + 1);
+    return bigEndian ? first << 8 | second : second << 8 | first;
 }
 
 }  // namespace
@@ -143,6 +150,40 @@ bool fitsWestern(std::string_view utf8) noexcept {
     bool fits = true;
     forEachCodePoint(utf8, [&fits](char32_t code) { fits = fits && westernByte(code) >= 0; });
     return fits;
+}
+
+std::optional<std::string> decodeUtf16(std::string_view bytes, bool bigEndian) {
+    std::string text;
+    if (bytes.size() % 2 != 0) return std::nullopt;
+    text.reserve(bytes.size());
+    for (std::size_t i = 0; i < bytes.size(); i += 2) {
+        char32_t code = unitAt(bytes, i, bigEndian);
+        if (code >= kFirstHigh && code < kBehindLow) {
+            const bool pair = code < kFirstLow && i + 2 < bytes.size();
+            const char32_t low = pair ? unitAt(bytes, i + 2, bigEndian) : 0;
+            if (low < kFirstLow || low >= kBehindLow) return std::nullopt;
+            code = kFirstWide + ((code - kFirstHigh) << 10) + (low - kFirstLow);
+            i += 2;
+        }
+        appendUtf8(text, code);
+    }
+    return text;
+}
+
+std::string encodeUtf16(std::string_view utf8, bool bigEndian) {
+    std::string bytes;
+    bytes.reserve(2 * utf8.size());
+    const auto put = [&bytes, bigEndian](char32_t unit) {
+        const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+        bytes.push_back(bigEndian ? high : low);
+        bytes.push_back(bigEndian ? low : high);
+    };
+    forEachCodePoint(utf8, [&put](char32_t code) {
+        if (code < kFirstWide) return put(code);
+        put(kFirstHigh + ((code - kFirstWide) >> 10));
+        put(kFirstLow + ((code - kFirstWide) & 0x3FF));
+    });
+    return bytes;
 }
 
 std::string encodeTyped(std::string_view utf8) {

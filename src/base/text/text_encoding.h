@@ -1,6 +1,7 @@
 // Bytes that scripts exchange, and text as people see it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,13 @@ std::string encodeWestern(std::string_view utf8);
 
 /// True when every character of a UTF-8 text has a Windows Western byte.
 bool fitsWestern(std::string_view utf8) noexcept;
+
+/// UTF-8 of UTF-16 bytes, without a byte-order mark; nothing where half a character is alone, so
+/// that encodeUtf16 of the answer always gives `bytes` again.
+std::optional<std::string> decodeUtf16(std::string_view bytes, bool bigEndian);
+
+/// UTF-16 bytes of a UTF-8 text; a byte that is no UTF-8 becomes U+FFFD.
+std::string encodeUtf16(std::string_view utf8, bool bigEndian);
 
 /// What a user typed (UTF-8), as bytes for the script: Windows Western where it fits and is shown
 /// as what was typed, else UTF-8. decodeForDisplay gives back what was typed.

@@ -7,7 +7,7 @@ namespace korvant {
 
 namespace {
 
-constexpr int kToolbar = 44, kTabs = 36, kFindBar = 44, kFindBarBoth = 80, kHeading = 32,
+constexpr int kToolbar = 44, kTabs = 36, kFindBar = 44, kFindRow = 36, kHeading = 32,
               kStatusBar = 28;
 constexpr int kOutline = 208, kOutlineLeast = 160;
 constexpr int kSide = 372, kSideNarrow = 320, kSideLeast = 280, kWelcome = 344;
@@ -53,9 +53,12 @@ int sideWidth(const WorkbenchState& state, int width) {
     return std::clamp(wanted, kSideLeast, std::max(kSideLeast, width - kMiddleLeast)) + kLineWidth;
 }
 
+int findBarHeight(const WorkbenchState& state) {
+    return state.findBar ? kFindBar + (state.findRows - 1) * kFindRow : 0;
+}
+
 int aboveEditor(const WorkbenchState& state) {
-    const int bar = !state.findBar ? 0 : state.replaceRow ? kFindBarBoth : kFindBar;
-    return bar + (state.tabs ? kTabs : 0);
+    return findBarHeight(state) + (state.tabs ? kTabs : 0);
 }
 
 /// So low that the bars of what scrolls in it would not fit, it is left out.
@@ -107,7 +110,7 @@ WorkbenchLayout layOutWorkbench(const WorkbenchState& state, int width, int heig
     else
         placeBottom(state, room, layout);
     if (state.tabs) layout.tabs = room.top(kTabs);
-    if (state.findBar) layout.findBar = room.top(state.replaceRow ? kFindBarBoth : kFindBar);
+    if (state.findBar) layout.findBar = room.top(findBarHeight(state));
     layout.editor = room.rest;
     return layout;
 }

@@ -10,7 +10,7 @@ struct WorkbenchState {
     bool toolbar = true;
     bool tabs = false;
     bool findBar = false;
-    bool replaceRow = false;
+    int findRows = 1;  ///< of the find bar
     bool outline = false;
     bool bottom = true;
     bool right = false;    ///< Console or Problems beside the output

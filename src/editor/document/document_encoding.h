@@ -1,6 +1,7 @@
 // How a document's bytes become the control's UTF-8 text, and back.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -8,8 +9,14 @@ namespace korvant {
 
 /// What a document's bytes were read as.
 struct DocumentEncoding {
-    bool western = false;        ///< Windows Western, since the bytes were not valid UTF-8
+    enum class Wide : std::uint8_t { no, littleEndian, bigEndian };
+
+    bool western = false;        ///< Windows Western, since the bytes were nothing else
     bool byteOrderMark = false;  ///< the UTF-8 one; not part of the text
+    Wide wide = Wide::no;        ///< UTF-16, by its byte-order mark, which is always written
+
+    /// As the status bar names it.
+    const char* name() const noexcept;
 
     friend bool operator==(const DocumentEncoding&, const DocumentEncoding&) = default;
 };
@@ -26,7 +33,7 @@ DecodedDocument decodeDocument(std::string_view bytes);
 /// next time, is written as UTF-8 so that no character is lost; `encoding` then says so.
 std::string encodeDocument(std::string_view text, DocumentEncoding& encoding);
 
-/// The bytes for the compiler: encodeDocument without a byte-order mark.
+/// The bytes for the compiler: encodeDocument without a byte-order mark, UTF-8 for UTF-16.
 std::string encodeScript(std::string_view text, DocumentEncoding encoding);
 
 }  // namespace korvant

@@ -39,7 +39,7 @@ class EditorDocument {
     std::string name() const;
     bool modified() const noexcept { return modified_; }
     void setModified(bool modified) noexcept { modified_ = modified; }
-    bool western() const noexcept { return encoding_.western; }
+    const DocumentEncoding& encoding() const noexcept { return encoding_; }
     /// The control could not hold the text that it was given.
     bool incomplete() const noexcept { return incomplete_; }
     /// What stands in the window's title bar, UTF-8.

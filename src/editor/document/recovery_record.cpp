@@ -1,5 +1,6 @@
 #include "editor/document/recovery_record.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "base/system/file_io.h"
@@ -59,6 +60,18 @@ class FieldReader {
     bool good_ = true;
 };
 
+/// One number: a record that was written before there were more is read as it was meant.
+int numberOf(const DocumentEncoding& encoding) {
+    if (encoding.western) return 1;
+    return encoding.wide == DocumentEncoding::Wide::no ? 0 : 1 + static_cast<int>(encoding.wide);
+}
+
+DocumentEncoding encodingOf(int number, bool byteOrderMark) {
+    DocumentEncoding encoding{number == 1, byteOrderMark};
+    if (number > 1) encoding.wide = static_cast<DocumentEncoding::Wide>(std::min(number, 3) - 1);
+    return encoding;
+}
+
 }  // namespace
 
 std::string writeRecord(const RecoveryRecord& record) {
@@ -68,7 +81,7 @@ std::string writeRecord(const RecoveryRecord& record) {
     appendNumber(out, record.fileHash);
     appendNumber(out, record.hostHash);
     appendNumber(out, record.delivered ? 1 : 0);
-    appendNumber(out, record.encoding.western ? 1 : 0);
+    appendNumber(out, numberOf(record.encoding));
     appendNumber(out, record.encoding.byteOrderMark ? 1 : 0);
     appendText(out, record.path);
     appendText(out, record.text);
@@ -84,8 +97,8 @@ std::optional<RecoveryRecord> readRecord(std::string_view bytes) {
     record.fileHash = fields.number<std::uint64_t>();
     record.hostHash = fields.number<std::uint64_t>();
     record.delivered = fields.number<int>() != 0;
-    record.encoding.western = fields.number<int>() != 0;
-    record.encoding.byteOrderMark = fields.number<int>() != 0;
+    const int encoding = fields.number<int>();
+    record.encoding = encodingOf(encoding, fields.number<int>() != 0);
     record.path = fields.text();
     record.text = fields.text();
     if (!fields.good()) return std::nullopt;

@@ -175,6 +175,11 @@ std::vector<std::int32_t> Debugger::runningLines() const {
     return lines_.runningLines(breakpoints_->kept());
 }
 
+std::vector<std::int32_t> Debugger::linesBehindHold() {
+    breakpoints_->prepareRun();
+    return runningLines();
+}
+
 void Debugger::continueRun(StepMode mode) {
     breakpoints_->prepareRun();
     usedTime_ = 0;

@@ -87,6 +87,8 @@ class Debugger {
 
     /// The breakpoints as the text that runs has them, ascending.
     std::vector<std::int32_t> runningLines() const;
+    /// The same for a run that was held: breakpoints may have been changed meanwhile.
+    std::vector<std::int32_t> linesBehindHold();
 
     void follow(const LineShift& shift);
 

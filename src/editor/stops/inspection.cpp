@@ -121,6 +121,11 @@ void Inspection::stepOut() {
     leaveHold();
 }
 
+/// Where there is no code behind the place it stays.
+void Inspection::runTo(const ScriptPlace& place) {
+    if (session_.runTo(place)) leaveHold();
+}
+
 void Inspection::end() {
     session_.stopRun();
     leaveHold();

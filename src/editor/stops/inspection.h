@@ -56,6 +56,7 @@ class Inspection : public DebugListener {
     void stepOver();
     void stepInto();
     void stepOut();
+    void runTo(const ScriptPlace& place);
     void end();
     void doNotStopAgain();
     void pause() { session_.requestPause(); }

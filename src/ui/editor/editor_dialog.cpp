@@ -189,7 +189,6 @@ void CEditorDlg::onKey(wxKeyEvent& event) {
 
 void CEditorDlg::onClose(wxCloseEvent& event) {
     if (event.CanVeto()) event.Veto();
-    closeAsked_ = true;
     if (editor_.closeBox()) endModal();
 }
 
@@ -204,7 +203,6 @@ void CEditorDlg::onContextMenu(wxContextMenuEvent& event) {
 
 /// Nobody can use the window any more: as if it had been closed.
 void CEditorDlg::onDisplayLost() {
-    closeAsked_ = true;
     if (editor_.closeBox()) endModal();
 }
 

@@ -90,7 +90,6 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     wxWindow* rule_ = nullptr;              ///< the line on top of the output control
     std::unique_ptr<Workbench> workbench_;  ///< what stands around the two
     wxEventLoopBase* loop_ = nullptr;       ///< the window's own, while it runs
-    bool closeAsked_ = false;
     bool ended_ = false;
 };
 

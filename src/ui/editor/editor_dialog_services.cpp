@@ -106,12 +106,12 @@ void CEditorDlg::textShown() {
 /// A loop inside the window's own, of a box or of what is typed into the console, does all this
 /// itself.
 bool CEditorDlg::pumpEvents() {
-    if (wxEventLoopBase::GetActive() != loop_) return closeAsked_;
+    if (wxEventLoopBase::GetActive() != loop_) return editor_.closing();
     if (workbench_) workbench_->refresh();
     const native::BusyInput asked = native::pumpWhileBusy(
         *this, workbench_ ? workbench_->usableWhileBusy() : native::UsableParts());
     if (asked.pause) editor_.command(command_id::kPause);
-    return asked.stop || closeAsked_;
+    return asked.stop || editor_.closing();
 }
 
 }  // namespace korvant::ui

@@ -62,6 +62,9 @@ void showFocus(wxWindow& topLevel);
 /// The button looks like the one that Return presses, or like any other.
 void markDefault(wxWindow& button, bool isDefault);
 
+/// A child window lies over its neighbours, and they do not paint over it.
+void putInFront(wxWindow& window);
+
 /// What a reader of the screen is told of a window that the program paints.
 void setAccessibleName(wxWindow& window, const wxString& name);
 /// Changes when texts come to take another room in the window.
@@ -71,7 +74,8 @@ enum class AccessibleRole { button, toggle, list, tree, toolbar, tabs, status, p
 void setAccessibleRole(wxWindow& window, AccessibleRole role);
 /// Colours the thumbs of a scrolling window's bars, or of a bar, which follow the desktop
 /// otherwise, and leaves out the shade at an end of what can be scrolled; without colours
-/// everything is as the desktop has it.
+/// everything is as the desktop has it. Where bars take no colours they are the desktop's dark or
+/// light ones, as `edge`, which lies behind them, is.
 void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& edge);
 /// The desktop's font of one width; empty when it names none.
 wxString monospacedFace();

@@ -411,6 +411,10 @@ void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& e
     styleWidget(widget, thumb.IsOk() ? "overshoot,undershoot{background:none;border:none}" : "");
 }
 
+void putInFront(wxWindow& window) {
+    window.Raise();
+}
+
 void setAccessibleName(wxWindow& window, const wxString& name) {
     AtkObject* object = gtk_widget_get_accessible(window.GetHandle());
     if (object) atk_object_set_name(object, name.utf8_str());

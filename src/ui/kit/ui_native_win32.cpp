@@ -157,7 +157,26 @@ double textScale(const wxWindow& window) {
 
 void setAccessibleRole(wxWindow&, AccessibleRole) {}
 
-void colourScrollBars(wxWindow&, const wxColour&, const wxColour&) {}
+void putInFront(wxWindow& window) {
+    for (const wxWindow* neighbour : window.GetParent()->GetChildren()) {
+        const HWND handle = static_cast<HWND>(neighbour->GetHandle());
+        const LONG_PTR style = GetWindowLongPtrW(handle, GWL_STYLE);
+        SetWindowLongPtrW(handle, GWL_STYLE, style | WS_CLIPSIBLINGS);
+    }
+    window.Raise();
+}
+
+/// A theme that a system before Windows 10 1809 does not have leaves the bars as they are.
+void colourScrollBars(wxWindow& window, const wxColour&, const wxColour& edge) {
+    using SetTheme = HRESULT(WINAPI*)(HWND, const wchar_t*, const wchar_t*);
+    const HMODULE library = LoadLibraryW(L"uxtheme.dll");
+    if (!library) return;
+    const auto set = reinterpret_cast<SetTheme>(
+        reinterpret_cast<void*>(GetProcAddress(library, "SetWindowTheme")));
+    const bool dark = edge.IsOk() && edge.GetLuminance() < 0.5;
+    if (set) set(window.GetHandle(), dark ? L"DarkMode_Explorer" : nullptr, nullptr);
+    FreeLibrary(library);
+}
 
 wxString monospacedFace() {
     return {};

@@ -56,6 +56,15 @@ TEST(Encoding, WhatWasTypedIsShownAsWhatWasTyped) {
     EXPECT_EQ("\xE9", encodeTyped("é"));
 }
 
+TEST(Encoding, Utf16ComesBackUnlessHalfACharacterIsAlone) {
+    const std::string text("a\0é→\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", 15);
+    for (const bool big : {false, true}) EXPECT_EQ(decodeUtf16(encodeUtf16(text, big), big), text);
+    const std::string high("\xD8\x00", 2), low("\xDC\x00", 2), letter("\0a", 2);
+    for (const std::string& bad :
+         {high, low, high + letter, high + high + low, low + high, letter + "\n"})
+        EXPECT_FALSE(decodeUtf16(bad, true)) << bad.size();
+}
+
 std::string shown(std::initializer_list<std::string> pieces) {
     DisplayText display;
     std::string result;

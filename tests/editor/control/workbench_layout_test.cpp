@@ -29,7 +29,7 @@ TEST(WorkbenchLayout, PartsFromTopToBottom) {
     EXPECT_EQ(layout.output.width, 1280);
     EXPECT_EQ(layout.statusBar.y, endY(layout.output));
     EXPECT_EQ(endY(layout.statusBar), 836);
-    state.replaceRow = true;
+    state.findRows = 2;
     EXPECT_EQ(layOutWorkbench(state, 1280, 836).findBar.height, 80);
 }
 
@@ -76,7 +76,8 @@ TEST(WorkbenchLayout, SmallWindows) {
 /// With tabs and both rows of the find bar eleven pixels of text were left.
 TEST(WorkbenchLayout, TheSmallestWindowLeavesRoomForTheText) {
     WorkbenchState state;
-    state.tabs = state.findBar = state.replaceRow = true;
+    state.tabs = state.findBar = true;
+    state.findRows = 2;
     for (int height = 300; height < 500; height += 7) {
         const WorkbenchLayout layout = layOutWorkbench(state, kSmallestWidth, height);
         EXPECT_GE(layout.editor.height, 80) << height;
@@ -86,7 +87,8 @@ TEST(WorkbenchLayout, TheSmallestWindowLeavesRoomForTheText) {
 
 TEST(WorkbenchLayout, NothingLeavesTheWindow) {
     WorkbenchState state;
-    state.tabs = state.findBar = state.replaceRow = state.side = state.outline = true;
+    state.tabs = state.findBar = state.side = state.outline = true;
+    state.findRows = 4;
     state.bottomHeight = state.sideWidth = state.outlineWidth = 5000;
     for (int width = 0; width < 1400; width += 37)
         for (int height = 0; height < 900; height += 41) {

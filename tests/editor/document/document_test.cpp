@@ -2,10 +2,14 @@
 #include <filesystem>
 
 #include "base/system/user_folders.h"
+#include "editor/assist/manual_place.h"
+#include "module/families.h"
 #include "support/editor_fixture.h"
 
 namespace korvant::test {
 namespace {
+
+using namespace std::string_literals;
 
 class Document : public EditorFixture {
   protected:
@@ -27,8 +31,12 @@ TEST_F(Document, AnyBytesSurviveALoadAndASaveWithoutAChange) {
         "\xEF\xBB\xBF",                          // nothing but a mark
         "caf\xE9 \x80 \x81\x8D\x8F\x90\x9D",     // Windows Western, undefined bytes
         std::string("\xFF\xFE"
-                    "i\0n\0t\0",
-                    8),                                  // UTF-16
+                    "i\0n\0t\0\0\0",
+                    10),                                 // UTF-16, with a zero
+        std::string("\xFE\xFF\xD8\x3D\xDE\x00\0\n", 8),  // the other one, with a pair
+        std::string("\xFF\xFEi\0n", 5),                  // half a unit at its end
+        std::string("\xFE\xFF\xDE\x00\0i", 6),           // half a pair
+        "\xFF\xFE",                                      // nothing but its mark
         std::string("a\0b\0\0c", 6),                     // zero bytes
         std::string("\xC3\xA9 \xC3\x28 \xFF\0\xFE", 9),  // neither
     };
@@ -74,7 +82,28 @@ TEST_F(Document, WesternBytesThatWouldReadAsUtf8AreNotWritten) {
     EXPECT_EQ(text(), "\xC3\x83\xC2\xA9");
 }
 
+TEST_F(Document, Utf16IsEditedAsCharactersAndStaysWhatItWas) {
+    const std::string path = make("wide.as", std::string("\xFF\xFE\xE9\0\n\0", 6));
+    open();
+    openFile(path);
+    EXPECT_EQ(text(), "\xC3\xA9\n");
+    EXPECT_EQ(editor().status().encoding, "UTF-16 LE");
+    setText("\xE2\x82\xAC\xF0\x9F\x98\x80");
+    editor().command(command_id::kSave);
+    EXPECT_EQ(readFile(path), "\xFF\xFE\xAC\x20\x3D\xD8\x00\xDE"s);
+    EXPECT_EQ(pane(), "");
+    // Western bytes that would be taken for it the next time are not written.
+    const std::string western = make("w.as", "\xFF");
+    openFile(western);
+    EXPECT_EQ(editor().status().encoding, "Windows-1252");
+    setText("\xC3\xBF\xC3\xBEin");
+    editor().command(command_id::kSave);
+    EXPECT_EQ(readFile(western), "\xC3\xBF\xC3\xBEin");
+}
+
 TEST_F(Document, CompilerGetsTheFilesBytesWithoutAMark) {
+    EXPECT_EQ(encodeScript("caf\xC3\xA9", {false, false, DocumentEncoding::Wide::bigEndian}),
+              "caf\xC3\xA9");
     EXPECT_EQ(encodeScript("caf\xC3\xA9", {true, false}), "caf\xE9");
     EXPECT_EQ(encodeScript("caf\xC3\xA9", {false, true}), "caf\xC3\xA9");
 }
@@ -354,6 +383,26 @@ TEST_F(Document, HelpOpensTheManualOrSaysThatItIsMissing) {
     editor().functionKey(1);
     ASSERT_EQ(window->errors.size(), 1u);
     EXPECT_TRUE(window->errors[0].starts_with("Documentation files not found."));
+}
+
+TEST_F(Document, WithoutABrowserHelpNamesPageAndHeading) {
+    programFolder = folder.path().string();
+    std::filesystem::create_directories(folder.path() / "scripting_manual");
+    make("scripting_manual/index.html", "<h1>Manual</h1>");
+    open();
+    window->documentsOpen = false;
+    const std::string place = manualPlaceOf(allFamilies(), "StrFind");
+    const std::string page = folder.file("scripting_manual/" + place.substr(0, place.find('#')));
+    editor().helpAt("StrFind");
+    EXPECT_TRUE(window->errors.back().ends_with("index.html")) << "its page is not there";
+    writeFile(page, "<h3 id=\"StrFind\">StrFind</h3>");
+    editor().helpAt("StrFind");
+    EXPECT_TRUE(window->errors.back().ends_with(page + "\n\nIt is told there under the heading "
+                                                       "\"StrFind\"."));
+    writeFile(page, "<h1>Others</h1>");
+    editor().helpAt("StrFind");
+    EXPECT_TRUE(window->errors.back().ends_with(page));
+    EXPECT_EQ(window->errors.back().find("not found"), std::string::npos);
 }
 
 TEST_F(Document, AboutComesFromTheMenuAndTheSystemMenu) {

@@ -26,6 +26,11 @@ TEST(RecoveryRecords, ReadBackWhatWasWrittenAndNothingElse) {
         EXPECT_FALSE(readRecord(damaged)) << i;
     }
     EXPECT_FALSE(readRecord(bytes + "x"));
+    for (const auto wide :
+         {DocumentEncoding::Wide::littleEndian, DocumentEncoding::Wide::bigEndian}) {
+        record.encoding = {false, false, wide};
+        EXPECT_EQ(readRecord(writeRecord(record)), record);
+    }
 }
 
 class Recovery : public EditorFixture {

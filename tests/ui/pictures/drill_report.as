@@ -92,14 +92,14 @@ void addHole(Hole[] &inout holes, string name, int count, double grade) {
     for (int i = 0; i < count; i++) {
         made.samples[i].from = i * 2.5;
         made.samples[i].to = (i + 1) * 2.5;
-        made.samples[i].grade = grade * (1 + i % 6) / 2;
-        if (i % 6 >= 4) made.samples[i].rock = i % 2 == 0 ? schist : quartzVein;
+        made.samples[i].grade = grade * (1 + i % 4) / 2;
+        if (i % 4 >= 2) made.samples[i].rock = i % 4 == 2 ? schist : quartzVein;
     }
 }
 
 bool readHoles(string file, Hole[] &inout holes) {
     addHole(holes, "NR-01", 9, 0.5);
-    addHole(holes, "NR-02", 14, 7 / 4.0);
+    addHole(holes, "NR-02", 14, 21 / 8.0);
     addHole(holes, "NR-03", 11, 0.25);
     addHole(holes, "NR-04", 16, 1.5);
     addHole(holes, "NR-05", 8, 0.5);

@@ -198,7 +198,7 @@ void TextAssist::mend() {
     const Diagnostic* const found = editor_.problemAtCaret();
     if (!found) return say({"There is no problem on this line."}, control_.GetCurrentPos());
     Diagnostic problem = *found;
-    if (editor_.status().encoding != "UTF-8") {
+    if (editor_.status().western) {
         const int begin = control_.PositionFromLine(problem.line - 1);
         problem.column = control_.PositionRelative(begin, problem.column - 1) - begin + 1;
     }

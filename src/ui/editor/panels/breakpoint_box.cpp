@@ -14,13 +14,14 @@ namespace {
 
 constexpr int kWidth = 440, kHeight = 220, kHeading = 40, kFooter = 40, kRow = 32, kLeft = 16,
               kFieldX = 150, kRight = 16, kFieldHeight = 28, kPassesWidth = 64,
-              kFirst = kHeading + 6, kInField = 9, kApart = 3;
+              kFirst = kHeading + 6, kInField = 9, kApart = 3, kIndent = 40;
 constexpr const char* kLabels[] = {"Stop every time", "Stop when", "Stop after", "Only print"};
 
 }  // namespace
 
-BreakpointBox::BreakpointBox(wxStyledTextCtrl& control, const Look& look, Actions actions)
-    : PaintedWindow(&control, look, false), control_(control), actions_(std::move(actions)) {
+BreakpointBox::BreakpointBox(wxWindow& frame, wxStyledTextCtrl& control, const Look& look,
+                             Actions actions)
+    : PaintedWindow(&frame, look, false), control_(control), actions_(std::move(actions)) {
     Hide();
     makeChoices();
     makeEnd();
@@ -91,9 +92,8 @@ void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
     for (wxTextCtrl* field : fields_)
         if (field) field->SetFont(look().code);
     setAccessibleName(wxString::Format(words("Breakpoint at line %d"), line));
-    place();
     Show();
-    Raise();
+    place();
     choose(!wishes.prints.empty()      ? kPrints
            : !wishes.condition.empty() ? kWhen
            : wishes.passes > 0         ? kAfter
@@ -108,6 +108,7 @@ void BreakpointBox::open(int line, const BreakpointWishes& wishes) {
 void BreakpointBox::close() {
     if (!IsShown()) return;
     Hide();
+    line_ = 0;
     actions_.closed();
 }
 
@@ -150,14 +151,27 @@ void BreakpointBox::take() {
     close();
 }
 
-/// Under its line where there is room, else above it.
+/// Above the line where there is no room in the text below it, and over its neighbours where there
+/// is none at all.
 void BreakpointBox::place() {
-    const wxSize size = control_.GetClientSize(), own(dip(kWidth), dip(kHeight));
-    const int row = control_.TextHeight(0);
-    const int y = control_.PointFromPosition(control_.PositionFromLine(line_ - 1)).y;
-    const int below = y + row + dip(kApart);
-    const int top = below + own.y <= size.y ? below : std::max(y - own.y - dip(kApart), 0);
-    SetSize(dip(40), top, own.x, own.y);
+    if (line_ == 0) return;
+    const wxSize own(dip(kWidth), dip(kHeight)), room = GetParent()->GetClientSize();
+    const wxRect text(GetParent()->ScreenToClient(control_.ClientToScreen(wxPoint())),
+                      control_.GetClientSize());
+    const int row = control_.TextHeight(0), apart = dip(kApart);
+    const int y = text.y + control_.PointFromPosition(control_.PositionFromLine(line_ - 1)).y;
+    const int below = y + row + apart, above = y - own.y - apart;
+    const bool fits = below + own.y <= text.GetBottom() + 1;
+    const int wanted = fits || above < text.y ? below : above;
+    const wxPoint at(std::min(text.x + dip(kIndent), room.x - own.x),
+                     std::min(wanted, room.y - own.y));
+    SetSize(wxRect(wxPoint(std::max(at.x, 0), std::max(at.y, 0)), own));
+    native::putInFront(*this);
+    placeParts();
+}
+
+void BreakpointBox::placeParts() {
+    const wxSize own = GetSize();
     for (int i = kEveryTime; i < kChoices; ++i) {
         const int at = dip(kFirst) + i * dip(kRow);
         const int most = dip(kFieldX - kLeft - 6), wanted = choices_[i]->wantedWidth();

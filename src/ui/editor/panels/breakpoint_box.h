@@ -1,4 +1,5 @@
 // What one breakpoint does, under its line: stops every time, when, after some passes, or prints.
+// It stands over the window's parts, and so has room where the text has little.
 #pragma once
 
 #include <functional>
@@ -20,18 +21,21 @@ class BreakpointBox : public PaintedWindow {
         std::function<void()> closed;
     };
 
-    BreakpointBox(wxStyledTextCtrl& control, const Look& look, Actions actions);
+    BreakpointBox(wxWindow& frame, wxStyledTextCtrl& control, const Look& look, Actions actions);
 
     /// For the 1-based `line`.
     void open(int line, const BreakpointWishes& wishes);
     void close();
+    /// Under its line, where the window is now.
+    void place();
+    PaintedButton* doneButton() const { return done_; }
 
   private:
     enum Choice { kEveryTime, kWhen, kAfter, kPrints, kChoices };
 
     void makeChoices();
     void makeEnd();
-    void place();
+    void placeParts();
     void placeField(Choice choice, int y);
     wxRect fieldPlace(Choice choice) const;
     void colourFields();

@@ -66,12 +66,14 @@ void CodeMarks::paintMark(wxGraphicsContext& context, int marker, int margin, in
               size, found->second.first, found->second.second);
 }
 
-/// The mark of a kind stands in the place of the plain one, and a problem's gives way to any other.
+/// The mark of a kind stands in the place of the plain one, a problem's gives way to any other, and
+/// any other to that of a stop.
 int CodeMarks::shownMarks(int line) const {
     constexpr int kKinds =
         1 << kConditionMark | 1 << kPrintMark | 1 << kOffMark | 1 << kUnverifiedMark;
     const int all = control_.MarkerGet(line) & control_.GetMarginMask(kBookmarkMargin);
     const int marks = (all & ~kProblemMarks) != 0 ? all & ~kProblemMarks : all;
+    if (const int stop = marks & (1 << kStopMark | 1 << kFailedMark); stop != 0) return stop;
     if ((marks & kKinds) == 0) return marks;
     const bool plain = classicSymbol_ == sci::kMarkCircle;
     return marks & ~(1 << kWaitingMarker | 1 << kPlainMark | (plain ? 1 << kClassicMarker : 0));
@@ -208,11 +210,12 @@ void CodeMarks::showBreakpoints(const std::vector<BreakpointRow>& rows) {
     if (!on_) return;
     const bool classicShows = classicSymbol_ == sci::kMarkCircle;
     for (const BreakpointRow& row : rows) {
-        // The classic marker stands there already.
-        if (row.kind == BreakpointRow::Kind::plain && classicShows) continue;
+        const bool hasClassic = classicShows && (control_.MarkerGet(row.line - 1) & 1) != 0;
+        if (row.kind == BreakpointRow::Kind::plain && hasClassic) continue;
         if (row.line == stop_.line) continue;  // the arrow is what matters there
         control_.MarkerAdd(row.line - 1, markOf(row.kind));
     }
+    if (stop_.line > 0) markStopLine();
 }
 
 void CodeMarks::showStop(const StopMark& stop) {
@@ -238,11 +241,16 @@ void CodeMarks::showStop(const StopMark& stop) {
     control_.MarkerAdd(stop.caller - 1, kCallerBand);
 }
 
-/// The classic arrow stands only where the run has been left.
+/// The classic arrow stands only where the run has been left, until breakpoints are changed.
+void CodeMarks::markStopLine() {
+    const int line = stop_.line - 1;
+    const bool hasArrow = classicSymbol_ == sci::kMarkArrow && (control_.MarkerGet(line) & 1) != 0;
+    for (const int marker : {kStopMark, kFailedMark}) control_.MarkerDelete(line, marker);
+    if (!hasArrow) control_.MarkerAdd(line, stop_.isException ? kFailedMark : kStopMark);
+}
+
 void CodeMarks::markStop(const StopMark& stop) {
-    const bool hasArrow =
-        classicSymbol_ == sci::kMarkArrow && (control_.MarkerGet(stop.line - 1) & 1) != 0;
-    if (!hasArrow) control_.MarkerAdd(stop.line - 1, stop.isException ? kFailedMark : kStopMark);
+    markStopLine();
     if (stop.edited) {
         const int begin = control_.GetLineIndentPosition(stop.line - 1);
         control_.IndicatorFillRange(begin, control_.GetLineEndPosition(stop.line - 1) - begin);

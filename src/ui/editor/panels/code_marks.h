@@ -61,6 +61,7 @@ class CodeMarks {
     void paintMark(wxGraphicsContext& context, int marker, int margin, int y) const;
     void defineIndicators();
     void markStop(const StopMark& stop);
+    void markStopLine();
     void markProblem(const Diagnostic& problem);
     int positionOf(int line, int column) const;
     bool isBeingTyped(int begin, int end) const;

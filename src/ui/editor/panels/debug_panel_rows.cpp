@@ -89,7 +89,8 @@ ListRow DebugPanel::watchRow(int index) const {
     ListRow row;
     if (static_cast<std::size_t>(index) >= watches.size()) {
         row.icon = Icon::plus;
-        row.name = words("Add an expression...");
+        row.name = watches.empty() ? words("Add an expression to see its value at every stop.")
+                                   : words("Add an expression...");
         row.nameColour = &ThemeTable::secondText;
         return row;
     }

@@ -3,13 +3,16 @@
 #include <wx/stc/stc.h>
 
 #include <algorithm>
+
+#include "ui/editor/assist/pop_up.h"
 #include "ui/kit/window_words.h"
 
 namespace korvant::ui {
 namespace {
 
 constexpr int kWidth = 520, kHeight = 72, kAbove = 4, kPadding = 14, kTextX = 38, kRow = 19,
-              kTop = 10, kIcon = 16, kLinkGap = 20;
+              kTop = 10, kIcon = 16, kLinkGap = 20, kCrossRoom = 36, kEnd = 8, kLeastWidth = 200;
+constexpr std::size_t kMostLines = 4;  // of each of its two texts
 
 /// A link that leaves the keyboard where it is.
 class QuietButton : public PaintedButton {
@@ -17,6 +20,16 @@ class QuietButton : public PaintedButton {
     using PaintedButton::PaintedButton;
     bool AcceptsFocus() const override { return false; }
 };
+
+std::vector<wxString> wrapped(const wxWindow& window, wxString text, const wxFont& font,
+                              int width) {
+    text.Replace("\n", " ");
+    std::vector<wxString> lines = wrappedLines(window, text, font, width, kMostLines + 1);
+    if (lines.size() <= kMostLines) return lines;
+    lines.pop_back();
+    lines.back() += "...";
+    return lines;
+}
 
 }  // namespace
 
@@ -43,8 +56,26 @@ PaintedButton* ExceptionBox::addLink(const wxString& label, std::function<void()
     return link;
 }
 
+int ExceptionBox::width() const {
+    const int text = std::max(textWidth(*this, message_, look().strong),
+                              textWidth(*this, detail_, look().plain));
+    int links = 0;
+    for (const PaintedButton* link : links_) links += link->wantedWidth() + dip(kLinkGap);
+    const int x = control_.PointFromPosition(control_.GetLineIndentPosition(line_ - 1)).x;
+    const int room = control_.GetClientSize().x - x - dip(kPadding);
+    const int wanted = std::max(dip(kTextX) + std::max(text + dip(kCrossRoom), links), dip(kWidth));
+    return std::max(std::min(wanted, room), dip(kLeastWidth));
+}
+
+/// In a narrow window the texts go on below.
+void ExceptionBox::wrap() {
+    const int own = width();
+    messageLines_ = wrapped(*this, message_, look().strong, own - dip(kTextX + kCrossRoom));
+    detailLines_ = wrapped(*this, detail_, look().plain, own - dip(kTextX + kEnd));
+}
+
 int ExceptionBox::height() const {
-    return dip(kHeight - (detail_.empty() ? kRow : 0));
+    return dip(kHeight + (static_cast<int>(messageLines_.size() + detailLines_.size()) - 2) * kRow);
 }
 
 /// Lines grow and shrink with the font, the zoom and the theme.
@@ -57,6 +88,7 @@ int ExceptionBox::rowsNeeded() const {
 void ExceptionBox::makeRoom(bool room) {
     control_.AnnotationClearAll();
     if (line_ == 0) return;
+    wrap();
     rows_ = rowsNeeded();
     if (room) control_.AnnotationSetText(line_ - 1, wxString('\n', rows_ - 1));
     control_.AnnotationSetVisible(room ? wxSTC_ANNOTATION_STANDARD : wxSTC_ANNOTATION_HIDDEN);
@@ -83,24 +115,17 @@ void ExceptionBox::place() {
     const bool shown = line_ > 0 && control_.GetLineVisible(line_ - 1);
     Show(shown);
     if (!shown) return;
+    wrap();
     if (rows_ != rowsNeeded()) makeRoom(true);
-    const int indent = control_.GetLineIndentPosition(line_ - 1);
-    const wxPoint at = control_.PointFromPosition(indent);
-    const int text = std::max(textWidth(*this, message_, look().strong),
-                              textWidth(*this, detail_, look().plain));
-    int links = 0;
-    for (const PaintedButton* link : links_) links += link->wantedWidth() + dip(kLinkGap);
-    const int room = control_.GetClientSize().x - at.x - dip(kPadding);
-    const int wanted = std::max(dip(kTextX + 30) + std::max(text, links), dip(kWidth));
-    const int width = std::max(std::min(wanted, room), dip(200));
-    const int rows = detail_.empty() ? 1 : 2;
-    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), width, height());
+    const wxPoint at = control_.PointFromPosition(control_.GetLineIndentPosition(line_ - 1));
+    const int own = width(), rows = static_cast<int>(messageLines_.size() + detailLines_.size());
+    SetSize(at.x, at.y + control_.TextHeight(0) + dip(kAbove), own, height());
     int x = dip(kTextX);
     for (PaintedButton* link : links_) {
-        link->SetSize(x, dip(kTop + rows * kRow - 2), link->wantedWidth(), dip(kRow + 2));
+        link->SetSize(x, dip(kTop + rows * kRow - 1), link->wantedWidth(), dip(kRow + 2));
         x += link->wantedWidth() + dip(kLinkGap);
     }
-    close_->SetSize(width - dip(32), dip(6), dip(24), dip(24));
+    close_->SetSize(own - dip(32), dip(6), dip(24), dip(24));
 }
 
 void ExceptionBox::paint(wxGraphicsContext& context) {
@@ -111,9 +136,13 @@ void ExceptionBox::paint(wxGraphicsContext& context) {
     context.DrawRoundedRectangle(0.5, 0.5, size.x - 1, size.y - 1, dip(5));
     paintIcon(context, Icon::bolt, dip(kPadding), dip(kTop) + 1, dip(kIcon),
               colourOf(look()->error));
-    text(context, message_, look().strong, look()->error, dip(kTextX), dip(kTop), dip(kRow));
-    text(context, shortened(*this, detail_, look().plain, size.x - dip(kTextX + 8)), look().plain,
-         look()->text, dip(kTextX), dip(kTop + kRow), dip(kRow));
+    int y = dip(kTop);
+    const auto put = [&](const wxString& line, const wxFont& font, Rgb colour) {
+        text(context, line, font, colour, dip(kTextX), y, dip(kRow));
+        y += dip(kRow);
+    };
+    for (const wxString& line : messageLines_) put(line, look().strong, look()->error);
+    for (const wxString& line : detailLines_) put(line, look().plain, look()->text);
 }
 
 }  // namespace korvant::ui

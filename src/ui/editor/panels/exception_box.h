@@ -31,12 +31,15 @@ class ExceptionBox : public PaintedWindow {
   private:
     void paint(wxGraphicsContext& context) override;
     void makeRoom(bool room);
+    int width() const;
+    void wrap();
     int height() const;
     int rowsNeeded() const;
     PaintedButton* addLink(const wxString& label, std::function<void()> pressed);
 
     wxStyledTextCtrl& control_;
     wxString message_, detail_;
+    std::vector<wxString> messageLines_, detailLines_;
     std::vector<PaintedButton*> links_;
     PaintedButton* close_;
     int line_ = 0, rows_ = 0;

@@ -11,9 +11,11 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kFieldX = 36, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kSecondRow = 44,
+constexpr int kFieldX = 36, kFieldWidth = 360, kFieldHeight = 28, kFirstRow = 8, kRowApart = 36,
               kOptionWidth = 28, kOptionGap = 2, kOptionEnd = 4, kCheckGap = 10, kInField = 9,
-              kBehindField = 16, kLeastField = 160, kCloseRoom = 34, kButtonHeight = 28;
+              kBehindField = 16, kLeastField = 160, kFieldOfNone = 110, kCloseRoom = 34,
+              kLeastCount = 55, kButton = 28, kArrow = 32, kPartGap = 8, kCheckApart = 6,
+              kRoomBehind = 4;
 constexpr int kAllIndicator = 10, kCurrentIndicator = 11;
 constexpr std::size_t kMostMatches = 100000;
 
@@ -307,27 +309,84 @@ void FindBar::placeField(wxTextCtrl& field, int y, int width) {
 }
 
 int FindBar::countWidth() const {
-    return std::max(textWidth(*this, said_, look().strong) + dip(12), dip(55));
+    return std::max(textWidth(*this, said_, look().strong) + dip(12), dip(kLeastCount));
 }
 
-int FindBar::behindField() const {
-    return dip(kFieldX + kBehindField) + fieldWidth_;
+int FindBar::besideFirst(Below below) const {
+    if (below == kAll) return dip(kCloseRoom);
+    const int arrows = countWidth() + dip(2 * kArrow + kPartGap + kCloseRoom);
+    return below >= kMarkAll ? arrows : arrows + markAll_->wantedWidth();
 }
 
-/// In a narrow window the buttons stay in sight.
-int FindBar::roomForField() const {
-    const int arrows = countWidth() + dip(64 + 8) + markAll_->wantedWidth() + dip(kCloseRoom);
-    const int buttons = replace_->wantedWidth() + replaceAll_->wantedWidth() + dip(2 * 8 + 6 + 4) +
-                        inSelection_->wantedWidth();
-    const int others = std::max(arrows, replaceRow_ ? buttons : 0);
-    const int room = GetClientSize().x - dip(kFieldX + kBehindField) - others;
-    return std::clamp(room, dip(kLeastField), dip(kFieldWidth));
+int FindBar::besideSecond(Below below) const {
+    if (!replaceRow_ || below == kAll) return 0;
+    const int buttons =
+        replace_->wantedWidth() + replaceAll_->wantedWidth() + dip(2 * kPartGap + kRoomBehind);
+    return below >= kCheck ? buttons : buttons + dip(kCheckApart) + inSelection_->wantedWidth();
+}
+
+int FindBar::roomForField(Below below) const {
+    const int beside = std::max(besideFirst(below), besideSecond(below));
+    return width_ - dip(kFieldX + kBehindField) - beside;
+}
+
+/// In a narrow window the field gives way first.
+void FindBar::arrange(int width) {
+    width_ = width;
+    below_ = kNone;
+    while (below_ < kAll && roomForField(below_) < dip(kLeastField))
+        below_ = static_cast<Below>(below_ + 1);
+    fieldWidth_ = std::clamp(roomForField(below_), dip(kFieldOfNone), dip(kFieldWidth));
+    rows_ = replaceRow_ ? 2 : 1;
+    placeBeside();
+}
+
+bool FindBar::setWidth(int width) {
+    const int before = rows_;
+    arrange(width);
+    return rows_ != before;
+}
+
+/// `at` counts rows in y; the answer is where the next part goes.
+wxPoint FindBar::putBeside(wxPoint at, wxWindow& part, int width) {
+    if (at.y >= rows_ || (at.x > dip(kFieldX) && at.x + width > width_ - dip(kRoomBehind)))
+        at = {dip(kFieldX), rows_++};
+    part.SetSize(at.x, dip(kFirstRow + at.y * kRowApart), width, dip(kFieldHeight));
+    return {at.x + width, at.y};
+}
+
+void FindBar::placeBeside() {
+    const int behind = dip(kFieldX + kBehindField) + fieldWidth_;
+    const wxPoint below(dip(kFieldX), rows_);
+    wxPoint down = below, at = below_ == kAll ? below : wxPoint(behind, 0);
+    saidAt_ = {at.x, dip(kFirstRow + at.y * kRowApart)};
+    if (at == below) ++rows_;
+    at.x += countWidth();
+    for (PaintedButton* button : {previous_, next_})
+        at = putBeside(at, *button, dip(kButton)) + wxPoint(dip(kArrow - kButton), 0);
+    at.x += dip(kPartGap);
+    if (below_ == kAll)
+        down = putBeside(at, *markAll_, markAll_->wantedWidth());
+    else if (below_ == kMarkAll)
+        down = putBeside(down, *markAll_, markAll_->wantedWidth());
+    else
+        putBeside(at, *markAll_, markAll_->wantedWidth());
+    if (down != below) down.x += dip(kPartGap);
+    if (!replaceRow_) return;
+    at = below_ == kAll ? down : wxPoint(behind, 1);
+    for (PaintedButton* button : {replace_, replaceAll_})
+        at = putBeside(at, *button, button->wantedWidth()) + wxPoint(dip(kPartGap), 0);
+    if (below_ == kCheck || below_ == kMarkAll)
+        at = down;
+    else
+        at.x += dip(kCheckApart);
+    putBeside(at, *inSelection_, inSelection_->wantedWidth());
 }
 
 void FindBar::place() {
-    const int height = dip(kFieldHeight), first = dip(kFirstRow), second = dip(kSecondRow);
+    const int height = dip(kFieldHeight), first = dip(kFirstRow), before = rows_;
     more_->SetSize(dip(4), first - dip(2), dip(28), height);
-    fieldWidth_ = roomForField();
+    arrange(GetClientSize().x);
     int x = dip(kFieldX - kOptionEnd) + fieldWidth_;
     for (auto option = options_.rbegin(); option != options_.rend(); ++option) {
         x -= dip(kOptionWidth);
@@ -336,27 +395,14 @@ void FindBar::place() {
         x -= dip(kOptionGap);
     }
     placeField(*field_, first, x - dip(kFieldX + kInField));
-    x = behindField() + countWidth();
-    for (PaintedButton* button : {previous_, next_}) {
-        button->SetSize(x, first, dip(28), height);
-        x += dip(32);
-    }
-    const int end = GetClientSize().x - dip(kCloseRoom);
-    markAll_->SetSize(x + dip(8), first, markAll_->wantedWidth(), dip(kButtonHeight));
-    markAll_->Show(markAll_->GetRect().GetRight() < end);
-    close_->SetSize(end, first, dip(28), height);
+    close_->SetSize(width_ - dip(kCloseRoom), first, dip(28), height);
     for (wxWindow* part :
          std::initializer_list<wxWindow*>{replacement_, replace_, replaceAll_, inSelection_})
         part->Show(replaceRow_);
-    if (!replaceRow_) return;
-    placeField(*replacement_, second, fieldWidth_ - dip(2 * kInField));
-    x = behindField();
-    for (PaintedButton* button : {replace_, replaceAll_}) {
-        button->SetSize(x, second, button->wantedWidth(), dip(kButtonHeight));
-        x += button->wantedWidth() + dip(8);
-    }
-    inSelection_->SetSize(x + dip(6), second, inSelection_->wantedWidth(), height);
-    inSelection_->Show(inSelection_->GetRect().GetRight() < GetClientSize().x);
+    if (replaceRow_)
+        placeField(*replacement_, dip(kFirstRow + kRowApart), fieldWidth_ - dip(2 * kInField));
+    // A longer count may need more room than there was.
+    if (rows_ != before && IsShown()) layOut_();
 }
 
 void FindBar::paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const {
@@ -368,10 +414,10 @@ void FindBar::paint(wxGraphicsContext& context) {
     fill(context, wxRect(size), look()->chrome);
     fill(context, {0, size.y - 1, size.x, 1}, look()->border);
     paintBox(context, *field_, dip(kFirstRow));
-    if (replaceRow_) paintBox(context, *replacement_, dip(kSecondRow));
+    if (replaceRow_) paintBox(context, *replacement_, dip(kFirstRow + kRowApart));
     const bool none = matches_.empty() && !field_->GetValue().empty();
-    text(context, said_, look().strong, none ? look()->error : look()->text, behindField(),
-         dip(kFirstRow), dip(kFieldHeight));
+    text(context, said_, look().strong, none ? look()->error : look()->text, saidAt_.x, saidAt_.y,
+         dip(kFieldHeight));
 }
 
 }  // namespace korvant::ui

@@ -22,6 +22,10 @@ class FindBar : public PaintedWindow {
     /// Starts with what is selected, where that is on one line.
     void open(bool withReplace);
     bool hasReplaceRow() const { return replaceRow_; }
+    /// In a narrow window what has no room beside the fields stands in rows below them.
+    int rows() const { return rows_; }
+    /// True when it needs another number of rows than before.
+    bool setWidth(int width);
     /// Goes to a match; begins again at the other end, and says so.
     void go(bool forward);
     /// The marks of the matches go.
@@ -31,6 +35,7 @@ class FindBar : public PaintedWindow {
     void textChanged();
     wxTextCtrl* field() const { return field_; }
     wxTextCtrl* replacement() const { return replacement_; }
+    PaintedButton* replaceAllButton() const { return replaceAll_; }
     wxString said() const { return said_; }
 
   private:
@@ -39,10 +44,17 @@ class FindBar : public PaintedWindow {
     };
     void makeButtons();
     PaintedButton* addOption(const wxString& label, const wxString& name, bool EditorSettings::*on);
+    /// What stands beside the fields, the most dispensable first.
+    enum Below { kNone, kCheck, kMarkAll, kAll };
+
     void place();
     int countWidth() const;
-    int behindField() const;
-    int roomForField() const;
+    int besideFirst(Below below) const;
+    int besideSecond(Below below) const;
+    int roomForField(Below below) const;
+    void arrange(int width);
+    void placeBeside();
+    wxPoint putBeside(wxPoint at, wxWindow& part, int width);
     void placeField(wxTextCtrl& field, int y, int width);
     void paintBox(wxGraphicsContext& context, const wxTextCtrl& field, int y) const;
     void showSelection();
@@ -70,7 +82,9 @@ class FindBar : public PaintedWindow {
     std::vector<PaintedButton*> options_;
     std::vector<Match> matches_;
     wxString said_;
-    int fieldWidth_ = 0;
+    wxPoint saidAt_;
+    int width_ = 0, fieldWidth_ = 0, rows_ = 1;
+    Below below_ = kNone;
     bool replaceRow_ = false;
 };
 

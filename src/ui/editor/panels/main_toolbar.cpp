@@ -117,6 +117,8 @@ void MainToolbar::setState(const ToolbarState& state) {
     if (state == state_ && !lines_.empty()) return;
     state_ = state;
     const bool isException = state.run == EditorStatus::Run::exception;
+    for (const int command : {command_id::kNew, command_id::kOpen})
+        buttons_[command]->Enable(state.canOpen);
     buttons_[command_id::kSave]->Enable(state.canSave);
     buttons_[command_id::kUndo]->Enable(state.canUndo);
     buttons_[command_id::kRedo]->Enable(state.canRedo);

@@ -14,7 +14,7 @@ class TimeUsed;
 /// What of the toolbar depends on.
 struct ToolbarState {
     EditorStatus::Run run = EditorStatus::Run::idle;
-    bool canSave = false, canUndo = false, canRedo = false;
+    bool canOpen = true, canSave = false, canUndo = false, canRedo = false;
     bool words = true;  ///< beside the icons of the steps
     bool find = false, outline = false, bottom = false, side = false;  ///< what is open
     std::uint32_t runMilliseconds = 0, limitMilliseconds = 0;

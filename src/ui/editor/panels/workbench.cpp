@@ -67,10 +67,7 @@ void Workbench::begin() {
 /// In the classic layout there are none, so that a host that wants it gets no more than it had.
 void Workbench::makeParts() {
     if (std::exchange(parted_, true)) return;
-    toolbar_ = new MainToolbar(&frame_, look_, [this](int id) {
-        command_(id);
-        refresh();
-    });
+    toolbar_ = new MainToolbar(&frame_, look_, [this](int id) { toolPressed(id); });
     statusLine_ = new StatusLine(&frame_, look_);
     statusLine_->onPressed = [this] {
         if (!editor_.problems().empty()) bottom_->show(BottomPanes::Pane::problems);
@@ -246,8 +243,13 @@ void Workbench::makeMarks() {
 /// The classic layout has the classic colours; in the others the theme is put over them.
 void Workbench::applyLook() {
     const wxColour none = wxNullColour;
-    look_.table = &tableOf(settings_.theme);
+    shownBlack_ = editor_.blackBackground();
+    look_.table = shownBlack_ ? &darkTheme() : &tableOf(settings_.theme);
+    const int first = controls_.text ? controls_.text->GetFirstVisibleLine() : 0;
+    const bool seen = exceptionIsSeen();
     applyTextLook();
+    if (controls_.text) controls_.text->SetFirstVisibleLine(first);
+    if (seen) showWholeException();
     const bool classic = settings_.classic;
     native::setDarkFrame(frame_, !classic && look_->dark);
     for (wxStyledTextCtrl* text : {controls_.text, controls_.output})
@@ -270,7 +272,7 @@ void Workbench::applyTextLook() {
     editor_.setInspecting(!settings_.classic);
     editor_.setTabs(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, {face, points});
-    if (marks_) marks_->use(!plain);
+    if (marks_) marks_->use(!settings_.classic);
     if (assist_) assist_->use(!settings_.classic);
     if (findBar_) findBar_->applyLook();
     if (console_) console_->applyLook();
@@ -292,7 +294,7 @@ WorkbenchState Workbench::state() const {
     state.side = sideShown_ || welcomeShown_;
     state.welcome = welcomeShown_ && !sideShown_;
     state.findBar = findShown_;
-    state.replaceRow = findShown_ && findBar_->hasReplaceRow();
+    if (findShown_) state.findRows = findBar_->rows();
     state.stopped =
         shown_.run == EditorStatus::Run::stopped || shown_.run == EditorStatus::Run::exception;
     state.running = shown_.run == EditorStatus::Run::running;
@@ -332,15 +334,18 @@ void Workbench::layOut() {
     if (controls_.rule) controls_.rule->Show(settings_.classic);
     if (settings_.classic) {
         if (!parted_) return layOutClassic();
-        for (wxWindow* part : std::initializer_list<wxWindow*>{toolbar_, statusLine_, tabs_, side_,
-                                                               outline_, findBar_, welcome_})
+        for (wxWindow* part : std::initializer_list<wxWindow*>{
+                 toolbar_, statusLine_, tabs_, side_, outline_, findBar_, welcome_, breakpointBox_})
             if (part) part->Hide();
         bottom_->layOut({}, false, [](const Rectangle&) { return wxRect(); });
         return layOutClassic();
     }
     wxWindow* const focus = wxWindow::FindFocus();
+    const bool exceptionSeen = exceptionIsSeen();
     const wxSize size = frame_.ToDIP(frame_.GetClientSize());
     layout_ = layOutWorkbench(state(), size.x, size.y);
+    if (findShown_ && findBar_->setWidth(pixels(layout_.findBar).width))
+        layout_ = layOutWorkbench(state(), size.x, size.y);
     place(toolbar_, layout_.toolbar);
     place(statusLine_, layout_.statusBar);
     place(tabs_, layout_.tabs);
@@ -353,6 +358,8 @@ void Workbench::layOut() {
     bottom_->layOut(layout_, layout_.outputHeading.height > 0,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
     refreshToolbar(shown_);
+    if (breakpointBox_) breakpointBox_->place();
+    if (exceptionSeen) showWholeException();
     keepFocusSeen(focus);
 }
 

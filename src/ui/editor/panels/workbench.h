@@ -138,6 +138,8 @@ class Workbench {
     void followProblems();
     void followBreakpoints();
     void showStop(const EditorStatus& status);
+    bool exceptionIsSeen() const;
+    void showWholeException();
     void explainException();
     void copyException();
     wxString functionAtStop() const;
@@ -156,6 +158,8 @@ class Workbench {
     void layOutClassic();
     void place(wxWindow* window, const Rectangle& place) const;
     wxRect pixels(const Rectangle& place) const;
+    bool isEnabled(int command) const;
+    void toolPressed(int command);
     void refreshToolbar(const EditorStatus& status);
     void refreshStatus(const EditorStatus& status);
     StatusLine::Content statusContent(const EditorStatus& status) const;
@@ -197,7 +201,9 @@ class Workbench {
         std::size_t caret;
     };
     std::optional<WantedProblem> wantedProblem_;  ///< of a text that is not yet checked
-    wxString checkNote_;  ///< why nothing is checked; until the next change of the text
+    std::uint32_t runLimit_ = 0;  ///< of the run that is under way, or was last; milliseconds
+    wxString runNote_;            ///< why a button does nothing, while a script runs
+    wxString checkNote_;          ///< why nothing is checked; until the next change of the text
     bool sideShown_ = false;
     bool sideByStop_ = false;    ///< the panel goes when the run is over
     bool closedByHand_ = false;  ///< the panel stays away in this run
@@ -208,6 +214,7 @@ class Workbench {
     std::uint64_t shownRun_ = 0;
     std::uint64_t shownStop_ = ~std::uint64_t{0};
     int exceptionLine_ = 0;
+    bool shownBlack_ = false;    ///< what surrounds the text goes with its black background
     int callerLine_ = 0;         ///< where the caret was put last
     bool checkedClean_ = false;  ///< the text that a check has found nothing in
     bool shownEdited_ = false;   ///< the stop is marked as one of another text

@@ -75,7 +75,7 @@ BreakpointBox& Workbench::breakpointBox() {
         editor_.editBreakpoints([line](BreakpointPlan& plan) { plan.remove(line); });
     };
     actions.closed = [this] { controls_.text->SetFocus(); };
-    breakpointBox_ = new BreakpointBox(*controls_.text, look_, std::move(actions));
+    breakpointBox_ = new BreakpointBox(frame_, *controls_.text, look_, std::move(actions));
     return *breakpointBox_;
 }
 

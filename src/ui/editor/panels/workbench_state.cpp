@@ -15,6 +15,7 @@
 #include "ui/editor/panels/live_check.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
+#include "ui/editor/panels/time_used.h"
 #include "ui/editor/panels/workbench.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
@@ -64,6 +65,7 @@ void Workbench::refresh() {
     if (!begun_ || settings_.classic) return;
     const EditorStatus status = editor_.status();
     followTabs();
+    if (shownBlack_ != editor_.blackBackground()) applyLook();
     followRun(status);
     followConsole(status);
     followProblems();
@@ -95,6 +97,8 @@ void Workbench::followRun(const EditorStatus& status) {
     // A run that stops at once is never seen running.
     const bool isNewRun = status.run != Run::idle && shown_.run == Run::idle;
     if (isNewRun) closedByHand_ = false;
+    if (status.run != Run::running) runNote_.clear();
+    if (status.run == Run::running) runLimit_ = status.limitMilliseconds;
     if (standsStill(status.run) && !standsStill(shown_.run) && !sideShown_ && !closedByHand_) {
         sideByStop_ = true;
         welcomeShown_ = false;
@@ -153,10 +157,30 @@ void Workbench::showStop(const EditorStatus& status) {
     controls_.text->GotoLine(line - 1);
     // Half way down, or higher where the box below it would not fit.
     const int lines = controls_.text->LinesOnScreen();
-    const int above = std::clamp(lines - 1 - box.rows(), 0, lines / 2);
+    const int above = std::clamp(lines - 1 - box.rows(), 0, (lines + 1) / 2);
     controls_.text->SetFirstVisibleLine(
         std::max(controls_.text->VisibleFromDocLine(line - 1) - above, 0));
     box.place();
+}
+
+bool Workbench::exceptionIsSeen() const {
+    if (exceptionLine_ == 0 || !exceptionBox_ || !exceptionBox_->IsShown()) return false;
+    const wxStyledTextCtrl& text = *controls_.text;
+    const int y = exceptionBox_->GetPosition().y;
+    return y > 0 && y <= text.GetClientSize().y;
+}
+
+/// As far as the line above it stays in view, too.
+void Workbench::showWholeException() {
+    exceptionBox_->place();
+    wxStyledTextCtrl& text = *controls_.text;
+    const int row = std::max(text.TextHeight(0), 1);
+    const int beyond = exceptionBox_->GetRect().GetBottom() + 1 - text.GetClientSize().y;
+    const int above = text.PointFromPosition(text.PositionFromLine(exceptionLine_ - 1)).y / row;
+    const int rows = std::min((beyond + row - 1) / row, above);
+    if (rows <= 0) return;
+    text.LineScroll(0, rows);
+    exceptionBox_->place();
 }
 
 /// Scripts print into the pane where there is one. A pane without content goes when the run is
@@ -285,9 +309,26 @@ wxString Workbench::functionAtStop() const {
     return stack.empty() ? wxString() : words(" in ") + fromUtf8(stack.front().name);
 }
 
+bool Workbench::isEnabled(int command) const {
+    const EditorCommand* const record = findCommand(command);
+    return record && editor_.enabled(*record);
+}
+
+/// What was pressed has to wait for the script.
+void Workbench::toolPressed(int command) {
+    const bool waits = shown_.run == Run::running && !isEnabled(command);
+    command_(command);
+    refresh();
+    if (!waits) return;
+    runNote_ = words("Pause or stop the script first");
+    refreshStatus(shown_);
+}
+
 void Workbench::refreshToolbar(const EditorStatus& status) {
     ToolbarState state;
     state.run = status.run;
+    // While a script runs, whoever presses is told what to do first.
+    state.canOpen = status.run == Run::running || isEnabled(command_id::kOpen);
     state.canSave = status.modified;
     state.canUndo = status.canUndo;
     state.canRedo = status.canRedo;
@@ -305,6 +346,12 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
     StatusLine::Content content;
     const Problems& problems = editor_.problems();
     content.text = checkedClean_ ? words("No problems found") : words("Ready");
+    if (status.run == Run::idle && problems.empty() && editor_.runTimedOut()) {
+        content.icon = Icon::clock;
+        content.iconColour = &ThemeTable::warning;
+        content.text = wxString::Format(words("The run took %s, the time allowed, and was ended."),
+                                        clockText(runLimit_));
+    }
     if (status.run == Run::running) {
         content.icon = Icon::run;
         content.text =
@@ -333,6 +380,7 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
         content.remark = here ? fromUtf8(here->text) : words("F8 goes to the next");
     }
     if (status.run == Run::idle && problems.empty()) content.remark = checkNote_;
+    if (status.run == Run::running) content.remark = runNote_;
     if (standsStill(status.run) && editor_.changedSinceRun())
         content.remark = words("The text has changed since the run began");
     content.right = {wxString::Format(words("Line %d, column %d"), status.line, status.column),

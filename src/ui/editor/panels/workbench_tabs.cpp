@@ -3,6 +3,7 @@
 #include <wx/stc/stc.h>
 
 #include "ui/editor/assist/text_assist.h"
+#include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/code_marks.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/file_tabs.h"
@@ -50,6 +51,7 @@ void Workbench::followTabs() {
 void Workbench::textLeaves() {
     if (settings_.classic || !parted_ || !controls_.text) return;
     assist_->textLeaves();
+    if (breakpointBox_) breakpointBox_->close();
     if (findBar_) findBar_->leave();
     marks_->showStop({});
     marks_->showBreakpoints({});
