@@ -76,9 +76,27 @@ std::optional<Debugger::Elsewhere> ScriptEditor::stopElsewhere(ScriptLine line) 
                                open ? open->breakpoints.condition(line) : std::string()};
 }
 
+void ScriptEditor::noteRunText() {
+    runDocument_ = current().id;
+    runText_ = comparedText_ = current().version;
+    comparedOther_ = false;
+    if (!inspection_.enabled()) return;
+    const std::string text = editor_.text().value_or(std::string());
+    runLength_ = text.size();
+    runHash_ = contentHash(text);
+}
+
+/// What is not in view cannot change, and is as it was when it was seen last.
 bool ScriptEditor::changedSinceRun() const {
     const OpenDocument* const ran = documents_.find(runDocument_);
-    return !ran || ran->version != runText_;
+    if (!ran || !inspection_.enabled()) return !ran || ran->version != runText_;
+    if (ran->version == runText_) return false;
+    if (ran->version != comparedText_ && runIsShown()) {
+        comparedText_ = ran->version;
+        comparedOther_ = static_cast<std::size_t>(editor_.length()) != runLength_ ||
+                         contentHash(editor_.text().value_or(std::string())) != runHash_;
+    }
+    return ran->version != comparedText_ || comparedOther_;
 }
 
 void ScriptEditor::showRun() {

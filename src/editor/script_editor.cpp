@@ -175,8 +175,8 @@ void ScriptEditor::drive(void (Debugger::*action)()) {
         inspection_.beginRun();
         onlyChecked_ = action == &Debugger::build;
         if (!debugger_.debugging()) {
-            runDocument_ = outputDocument_ = current().id;
-            runText_ = current().version;
+            outputDocument_ = current().id;
+            noteRunText();
             debugger_.use(breakpoints());
             measures_.begin();
             if (action == &Debugger::execute) lastOutput_.clear();

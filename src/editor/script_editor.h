@@ -303,6 +303,7 @@ class ScriptEditor {
     std::uint32_t millisecondsUsed() const;
     std::unique_ptr<AttentionClock> breathe();
     void noteBuild();
+    void noteRunText();
     const ColouredNames& libraryNames();
     void repeatSearch(bool forward);
     void openManual(const std::string& place, const std::string& heading);
@@ -361,6 +362,11 @@ class ScriptEditor {
     std::uint64_t runDocument_ = 0;     ///< the text that was last built; 0: none
     std::uint64_t markedDocument_ = 0;  ///< another one with the mark of where it stands still
     std::uint64_t runText_ = 0;         ///< its version then
+    std::uint64_t runHash_ = 0;         ///< and its content
+    std::size_t runLength_ = 0;
+    /// A later version of it, and whether that is another text: undo may have brought it back.
+    mutable std::uint64_t comparedText_ = 0;
+    mutable bool comparedOther_ = false;
     std::uint64_t hostDocument_ = 0;    ///< the text that the host gets
     std::uint64_t outputDocument_ = 0;  ///< the text whose lines the output pane names
     std::uint64_t watchDocument_ = 0;   ///< the text whose expressions are watched

@@ -1,6 +1,7 @@
 #include "language/repairs.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "language/documentation.h"
@@ -70,16 +71,18 @@ void addSimilarNames(Meanings& meanings, std::size_t offset, const std::string& 
                 break;
             }
     if (use == nullptr || meanings.nameOf(*use) != wrong) return;
-    std::vector<std::pair<std::size_t, std::string>> near;
+    // Of equally near ones a name of the script's or the library's before a word of the language.
+    std::vector<std::tuple<std::size_t, bool, std::string>> near;
     for (const Suggestion& known : suggestionsAt(meanings, Documentation(), use->begin)) {
         const std::size_t far = distance(known.label, wrong);
         if (!known.snippet && far > 0 && far <= std::max<std::size_t>(1, wrong.size() / 3))
-            near.emplace_back(far, known.label);
+            near.emplace_back(far, known.kind == Suggestion::Kind::keyword, known.label);
     }
     std::sort(near.begin(), near.end());
     near.erase(std::unique(near.begin(), near.end()), near.end());
-    for (std::size_t i = 0; i < std::min<std::size_t>(3, near.size()); ++i)
-        repairs.push_back({{sentences::kChangeTo, {near[i].second}}, use->range(), near[i].second});
+    near.resize(std::min<std::size_t>(3, near.size()));
+    for (const auto& [far, isWord, name] : near)
+        repairs.push_back({{sentences::kChangeTo, {name}}, use->range(), name});
 }
 
 }  // namespace

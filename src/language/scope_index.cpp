@@ -13,12 +13,23 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
+/// The brace of the innermost body that nothing closes; npos for none.
+std::size_t openBody(const std::vector<ScriptToken>& tokens) {
+    std::vector<std::size_t> open;
+    for (const ScriptToken& token : tokens) {
+        if (token.is("{")) open.push_back(static_cast<std::size_t>(token.position));
+        if (token.is("}") && !open.empty()) open.pop_back();
+    }
+    return open.empty() ? std::string_view::npos : open.back();
+}
+
 }  // namespace
 
 ScopeIndex::ScopeIndex(std::string text)
     : document_(std::move(text)),
       tokens_(codeAndRemarks(document_.text())),
-      syntax_(readSyntax(document_.text(), tokens_.code)) {
+      syntax_(readSyntax(document_.text(), tokens_.code)),
+      openBody_(openBody(tokens_.code)) {
     declared_.resize(syntax_.scopes.size());
     for (std::size_t i = 0; i < syntax_.declarations.size(); ++i) {
         const Declaration& declaration = syntax_.declarations[i];
@@ -34,6 +45,10 @@ std::string_view ScopeIndex::nameOf(const NameUse& use) const {
 }
 
 int ScopeIndex::scopeAt(std::size_t offset) const {
+    // What is written at the text's end belongs to the body that is being written.
+    const bool behindAll =
+        !tokens_.code.empty() && offset >= static_cast<std::size_t>(tokens_.code.back().end());
+    if (behindAll && openBody_ != std::string_view::npos) offset = openBody_;
     // Scopes stand in the order of their beginnings, so the last one around is the innermost.
     const auto& scopes = syntax_.scopes;
     const auto behind = std::upper_bound(

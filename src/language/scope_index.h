@@ -95,6 +95,7 @@ class ScopeIndex {
     TextDocument document_;
     CodeAndRemarks tokens_;
     Syntax syntax_;
+    std::size_t openBody_;
     std::vector<std::vector<int>> declared_;  ///< by scope
     std::unordered_map<std::string_view, std::vector<int>> usesByName_;
     std::unordered_map<std::string_view, std::vector<int>> byName_;  ///< declarations

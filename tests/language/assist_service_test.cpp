@@ -157,6 +157,20 @@ TEST_F(Asking, SwappedLettersAreMended) {
     EXPECT_EQ(found.repairs[0].with, "grade");
 }
 
+/// "form" was to become "for".
+TEST_F(Asking, NamesMendBeforeWordsOfTheLanguage) {
+    std::string broken = kScript;
+    broken.insert(broken.find("    double metal"), "    double from = 0; from = form;\n");
+    AssistQuestion question;
+    question.kind = Asked::repairs;
+    question.problem.line = 9;
+    question.problem.column = 29;
+    question.problem.text = "No matching symbol 'form'";
+    const AssistAnswer found = ask(broken, question);
+    ASSERT_FALSE(found.repairs.empty());
+    EXPECT_EQ(found.repairs[0].with, "from");
+}
+
 TEST_F(Asking, OfWaitingQuestionsOfAKindTheNewestIsAnswered) {
     const auto text = std::make_shared<const std::string>(kScript);
     int answered = 0, last = 0;

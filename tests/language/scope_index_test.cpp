@@ -105,6 +105,19 @@ int main() {
     EXPECT_THAT(script.meanings(script.at("x = 5")), ElementsAre("int x:1"));
 }
 
+/// At the end of a text, where one writes, nothing local was known.
+TEST(ScopeIndex, ABodyThatIsBeingWrittenGoesToTheEnd) {
+    for (const char* const end :
+         {"return x", "for (int i = 0; i < x; i++) {\n        x", "x;\n    "}) {
+        const std::string body = std::string("class C { void f(int x) {\n    ") + end;
+        const ScopeIndex index(body);
+        EXPECT_NE(index.variableAt("x", body.size()), kNoIndex) << end;
+        EXPECT_NE(index.classAt(body.size()), kNoIndex) << end;
+    }
+    const std::string whole = "void f(int x) { x; }";
+    EXPECT_EQ(ScopeIndex(whole).variableAt("x", whole.size()), kNoIndex);
+}
+
 TEST(ScopeIndex, TellsWhatAUseDoes) {
     const Indexed script(
         "void f() { a = b; a += 1; ++a; g(n: a, A::c); a.d(e).h = int[](3)[0]; "

@@ -94,6 +94,9 @@ TEST_F(EditorBehaviour, TextThatChangesUnderAStopIsTold) {
                (editor()->MarkerGet(8) & kStopBand) == 0;
     });
     picture("look-edited");
+    driver.key('Z', wxMOD_CONTROL);
+    driver.when("the band again",
+                [this] { return remark().empty() && (editor()->MarkerGet(8) & kStopBand) != 0; });
     driver.key(WXK_F5, wxMOD_SHIFT);
     untilStatus("Ready");
     closeBox();

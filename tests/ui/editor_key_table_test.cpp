@@ -4,6 +4,7 @@
 
 #include "base/system/user_folders.h"
 #include "editor_full_window.h"
+#include "support/ui_x_keys.h"
 #include "ui/editor/assist/suggestion_pop_up.h"
 #include "ui/editor/assist/tip_pop_up.h"
 #include "ui/editor/editor_file_dialog.h"
@@ -169,6 +170,16 @@ TEST_F(EditorKeyTable, Zoom) {
     driver.when("what is said of it", [percent] { return percent() == "110 %"; });
     driver.key('0', wxMOD_CONTROL);
     driver.when("the usual size", [percent] { return percent() == "100 %"; });
+    driver.run([this] {
+        wxUIActionSimulator simulator;
+        simulator.MouseMove(editor()->ClientToScreen(wxPoint(200, 100)));
+        simulator.KeyDown(WXK_CONTROL);
+        test::turnWheel(true);
+        simulator.KeyUp(WXK_CONTROL);
+    });
+    driver.when("larger by the wheel", [percent] { return percent() == "110 %"; });
+    driver.key('0', wxMOD_CONTROL);
+    driver.when("the usual size again", [percent] { return percent() == "100 %"; });
     closeBox();
     edit("text\n");
 }

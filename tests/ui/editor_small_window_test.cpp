@@ -139,6 +139,17 @@ TEST_F(EditorSmallWindow, ExceptionStaysInViewInOtherThemesAndSizes) {
         driver.when("the box in another window", [this] { return boxIsWhole(); });
         picture("small-exception-" + std::to_string(size.x));
     }
+    for (const int zoom : {3, -2, 0}) {
+        const char key = zoom > 0 ? '+' : '-';
+        for (int i = 0; i < (zoom > 0 ? 3 : 5) && zoom != 0; ++i) driver.key(key, wxMOD_CONTROL);
+        if (zoom == 0) driver.key('0', wxMOD_CONTROL);
+        driver.when("the box in other letters", [this, zoom] {
+            const int line = editor()->PointFromPosition(editor()->PositionFromLine(24)).y;
+            return editor()->GetZoom() == zoom && boxIsWhole() &&
+                   part<ui::ExceptionBox>()->GetPosition().y >= line + editor()->TextHeight(0);
+        });
+        picture("small-zoom-" + std::to_string(zoom));
+    }
     driver.key(WXK_F5);
     untilStatus("Ready");
     closeBox();

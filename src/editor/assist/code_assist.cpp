@@ -178,10 +178,9 @@ bool CodeAssist::listKey(const KeyPress& key) {
             list_.move(key.code == KeyPress::kPageUp ? -kPageRows : kPageRows);
             break;
         case KeyPress::kEnter:
+            return list_.enterTakes() && takeChosen();
         case KeyPress::kTab:
-            return (key.code == KeyPress::kTab || !list_.chosenRow() || list_.chosenByHand() ||
-                    list_.chosenRow()->suggestion.label != list_.word()) &&
-                   takeChosen();
+            return takeChosen();
         default:
             return false;
     }

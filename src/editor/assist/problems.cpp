@@ -43,10 +43,17 @@ auto placeOf(const Diagnostic& one) {
 
 namespace {
 
+/// "Expected ';'", "Instead found '}'" is one mistake.
+bool explains(const Diagnostic& one, const Diagnostic& before) {
+    return one.text.starts_with("Instead found ") && before.text.starts_with("Expected ");
+}
+
 /// By place; what explains a message stays behind it.
 std::vector<Diagnostic> sorted(std::vector<Diagnostic> diagnostics) {
     std::vector<std::vector<Diagnostic>> groups;
     for (Diagnostic& one : diagnostics) {
+        if (!groups.empty() && explains(one, groups.back().back()))
+            one.kind = Diagnostic::Kind::information;
         if (groups.empty() || one.kind != Diagnostic::Kind::information) groups.emplace_back();
         groups.back().push_back(std::move(one));
     }

@@ -155,6 +155,12 @@ void SuggestionList::choose(std::size_t index) {
     chosen_ = index;
 }
 
+bool SuggestionList::enterTakes() const {
+    const Row* const one = chosenRow();
+    if (one == nullptr || byHand_) return true;
+    return one->suggestion.label != word_ && one->match.rank != NameMatch::Rank::scattered;
+}
+
 bool SuggestionList::isWritten() const {
     return shown_.size() == 1 && row(0).suggestion.label == word_ && !row(0).suggestion.snippet;
 }

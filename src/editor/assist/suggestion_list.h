@@ -54,6 +54,9 @@ class SuggestionList {
     void choose(std::size_t index);
     /// The user has chosen with the arrows, and not the list by itself.
     bool chosenByHand() const noexcept { return byHand_; }
+    /// Enter takes what is chosen, and does not end a line behind a word as it stands: one that is
+    /// written out, or of which no name has more than the letters somewhere.
+    bool enterTakes() const;
     /// Nothing would change: the word is the one name that fits.
     bool isWritten() const;
 

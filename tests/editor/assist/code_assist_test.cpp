@@ -169,6 +169,26 @@ TEST_F(Assisting, EnterBehindAWholeWordBeginsALine) {
     EXPECT_EQ(control.text, "for");
 }
 
+/// "sum", which nothing knew yet, became "SetMaxRunTime" with the end of its line.
+TEST_F(Assisting, EnterTakesNoNameThatOnlyHasTheLetters) {
+    type("sum");
+    offer({named("SetMaxRunTime")});
+    EXPECT_THAT(view.suggested, ElementsAre(">SetMaxRunTime"));
+    EXPECT_FALSE(press(KeyPress::kEnter));
+    EXPECT_EQ(control.text, "sum");
+    for (const int key : {KeyPress::kEnter, KeyPress::kTab}) {
+        control.text.clear();
+        control.caret = control.anchor = 0;
+        type("sum");
+        offer({named("SetMaxRunTime")});
+        if (key == KeyPress::kEnter) {
+            EXPECT_TRUE(press(KeyPress::kDown));
+        }
+        EXPECT_TRUE(press(key));
+        EXPECT_EQ(control.text, "SetMaxRunTime");
+    }
+}
+
 TEST_F(Assisting, SnippetIsFilledPlaceByPlace) {
     control.press("    fo");
     assist.complete();

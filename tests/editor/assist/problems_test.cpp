@@ -31,6 +31,8 @@ TEST(Problems, AreSortedWithWhatExplainsThemAndWalkedRound) {
     EXPECT_EQ(problems.next(20, 3)->text, "second");
     EXPECT_EQ(problems.next(42, 5)->text, "first");
     EXPECT_EQ(problems.previous(20, 3)->text, "second");
+    problems.set({at(14, 1, "Expected ';'"), at(14, 1, "Instead found '}'")});
+    EXPECT_EQ(problems.summary(), "1 error");
     problems.clear();
     EXPECT_EQ(problems.next(1, 1), nullptr);
     EXPECT_EQ(problems.summary(), "No problems found");

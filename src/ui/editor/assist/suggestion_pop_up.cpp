@@ -129,8 +129,8 @@ class SuggestionRows : public PaintedWindow {
         }
         const int footer = size.y - dip(kFooter) - 1;
         fill(context, {1, footer, size.x - 2, 1}, look()->hair);
-        text(context, words("Enter or Tab takes it"), look().small, look()->secondText, dip(kIconX),
-             footer, dip(kFooter));
+        text(context, words(list_->enterTakes() ? "Enter or Tab takes it" : "Tab takes it"),
+             look().small, look()->secondText, dip(kIconX), footer, dip(kFooter));
         text(context, "Esc", look().small, look()->secondText,
              size.x - dip(14) - textWidth(*this, "Esc", look().small), footer, dip(kFooter));
         if (list_->count() <= kRowsSeen) return;
