@@ -129,7 +129,7 @@ TEST_F(EditorBehaviour, TextIsEditedAtAnException) {
     ready();
     driver.key(WXK_F5);
     driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
-    driver.type("x");
+    driver.type(" ");
     driver.when("a letter", [this] { return text() != kTour; });
     driver.key('Z', wxMOD_CONTROL);
     driver.when("none", [this] { return text() == kTour; });

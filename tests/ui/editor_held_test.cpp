@@ -1,5 +1,7 @@
 // A run that is held inside itself, at an exception or in what the library called: what can be done
 // meanwhile, and how the window is left.
+#include <wx/textctrl.h>
+
 #include "editor_full_window.h"
 #include "ui/editor/editor_file_dialog.h"
 #include "ui/editor/panels/exception_box.h"
@@ -95,6 +97,12 @@ TEST_F(EditorHeld, PlacesValuesAndOtherFilesAreAtHand) {
     driver.when("line 31", [this] { return caretLine() == 31 && editor()->HasFocus(); });
     driver.key(WXK_F9);
     driver.when("a breakpoint", [this] { return breakpoints() == "line 31\n"; });
+    // What opens is shown once the window has had a moment.
+    driver.key(WXK_F9, wxMOD_ALT).key(WXK_DOWN);
+    driver.when("a field of the box",
+                [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
+    driver.key(WXK_ESCAPE);
+    ready();
     driver.key(WXK_F9, wxMOD_CONTROL);
     driver.when("it is off", [this] { return breakpoints() == "line 31 (switched off)\n"; });
     driver.key(WXK_F9);

@@ -8,6 +8,7 @@
 
 #include "editor_full_window.h"
 #include "support/tree.h"
+#include "ui/editor/assist/choice_box.h"
 #include "ui/editor/assist/suggestion_pop_up.h"
 #include "ui/editor/assist/value_pop_up.h"
 #include "ui/editor/editor_file_dialog.h"
@@ -15,6 +16,7 @@
 #include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/exception_box.h"
 #include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/function_chooser.h"
 #include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/problem_list.h"
 #include "ui/editor/panels/time_used.h"
@@ -323,6 +325,21 @@ TEST_P(EditorPictures, Find) {
     driver.run([this] { editor()->SetFirstVisibleLine(16); });
     take("8-find");
     driver.key(WXK_ESCAPE);
+    end();
+}
+
+TEST_P(EditorPictures, Tabs) {
+    begin(GetParam());
+    openHoles();
+    gotoLine(29);
+    driver.run([this] { editor()->SetFirstVisibleLine(16); });
+    driver.click([this] { return part<ui::FunctionChooser>(); });
+    driver.when("the functions", [this] {
+        return part<ui::ChoiceBox>() && dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus());
+    });
+    take("tabs");
+    driver.key(WXK_ESCAPE);
+    ready();
     end();
 }
 

@@ -1,5 +1,6 @@
 #include "ui/editor/editor_dialog.h"
 
+#include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/iconbndl.h>
 #include <wx/stc/stc.h>
@@ -214,7 +215,9 @@ void CEditorDlg::waitWhileHeld(const std::function<bool()>& goesOn) {
     const wxEventLoopActivator active(&loop);
     const LoopGuard guard([this] { onDisplayLost(); });
     while (!goesOn()) {
-        if (!loop.Pending() && loop.ProcessIdle()) continue;
+        // In a host with a loop of its own nobody else does it here.
+        wxTheApp->ProcessPendingEvents();
+        if (goesOn() || (!loop.Pending() && loop.ProcessIdle())) continue;
         loop.Dispatch();
     }
 }

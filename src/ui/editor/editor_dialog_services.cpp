@@ -15,6 +15,7 @@
 #include "ui/editor/editor_small_dialogs.h"
 #include "ui/editor/panels/workbench.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
 namespace {
@@ -39,7 +40,9 @@ std::optional<std::string> CEditorDlg::askFile(const FileDialogRequest& request)
     return chooseScriptFile(this, request);
 }
 
+/// Where nobody can answer any more the text goes to the backups.
 Answer CEditorDlg::ask(const std::string& question, bool withCancel) {
+    if (native::displayLost()) return Answer::no;
     const std::uint32_t buttons = withCancel ? box_style::kYesNoCancel : box_style::kYesNo;
     switch (showBox(question, buttons | box_style::kIconQuestion)) {
         case box_button::kYes:

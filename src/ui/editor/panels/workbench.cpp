@@ -238,13 +238,6 @@ void Workbench::makeMarks() {
     measures_ = std::make_unique<LineMeasures>(*controls_.text, look_);
     editor_.measures().want(settings_.lineCounts, settings_.timeShares);
     pause_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { followText(); });
-    controls_.text->Bind(wxEVT_STC_ZOOM, [this](wxStyledTextEvent& event) {
-        frame_.CallAfter([this, seen = exceptionIsSeen()] {
-            textMoved();
-            if (seen) showWholeException();
-        });
-        event.Skip();
-    });
 }
 
 /// The classic layout has the classic colours; in the others the theme is put over them.

@@ -84,9 +84,14 @@ void Workbench::refresh() {
     bottom_->setOutputRemark(editor_.outputEmpty());
     const bool asked = std::exchange(shownWaiting_, console_->waiting()) != console_->waiting();
     if (status == shown_ && !asked) return;
-    const bool relaid = status.run != shown_.run;
+    const bool relaid = status.run != shown_.run, zoomed = status.zoom != shown_.zoom;
     shown_ = status;
     if (relaid) layOut();
+    if (zoomed) {
+        const bool seen = exceptionIsSeen();
+        textMoved();
+        if (seen) showWholeException();
+    }
     refreshToolbar(status);
     refreshStatus(status);
     outline_->setCaret(editor_.caretPosition());
