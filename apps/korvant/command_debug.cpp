@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "base/system/os_file.h"
+#include "base/system/terminal_state.h"
 #include "commands.h"
 #include "debug/debug_console.h"
 #include "exit_code.h"
@@ -60,6 +61,7 @@ class Commands {
         return true;
     }
     std::optional<std::string> next(const std::string& prompt) {
+        korvant::forgetInterrupts();
         if (!lines_.empty()) {
             std::string line = std::move(lines_.front());
             lines_.pop_front();
@@ -105,10 +107,13 @@ int debugScript(const Debug& debug) {
     parts.built = [&host] { host.feedArguments(); };
     korvant::DebugConsole console(std::move(parts));
     interrupted = &console.session();
-    session.services().console->onInterrupt([]() noexcept {
-        if (interrupted != nullptr) interrupted->requestPause();
+    korvant::ownInterrupts([]() noexcept {
+        if (interrupted == nullptr) return;
+        interrupted->requestPause();
+        interrupted->requestAttention();
     });
     console.run();
+    korvant::ownInterrupts(nullptr);
     interrupted = nullptr;
     return exitCodeOf(session.lastFailure());
 }

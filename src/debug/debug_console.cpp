@@ -197,6 +197,12 @@ void DebugConsole::onOutput(const std::string& text, const ScriptPlace&, int) {
     parts_.write(text);
 }
 
+/// Who wants it to stand still is told why it does not.
+void DebugConsole::onWait() {
+    const std::string function = debug_.waitingIn();
+    if (!function.empty()) say("The script waits in " + function + "; it is paused behind it.");
+}
+
 /// Those that stand where they were wanted are no news.
 void DebugConsole::onBreakpointsChanged(const std::vector<int>& ids) {
     for (const int id : ids) {

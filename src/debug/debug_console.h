@@ -48,6 +48,7 @@ class DebugConsole final : public DebugListener {
     void onBuilt() override {
         if (parts_.built) parts_.built();
     }
+    void onWait() override;
     void onStopped(const StopInfo& info) override;
     void onOutput(const std::string& text, const ScriptPlace& place, int breakpointId) override;
     void onBreakpointsChanged(const std::vector<int>& ids) override;

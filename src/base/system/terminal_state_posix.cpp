@@ -28,6 +28,7 @@ struct Guarded {
 Guarded guarded;
 std::atomic<int> interrupts{0};
 std::atomic<void (*)() noexcept> interruptHandler{nullptr};
+std::atomic<void (*)() noexcept> interruptOwner{nullptr};
 constexpr int kPatience = 3;
 
 static_assert(std::atomic<bool>::is_always_lock_free);
@@ -75,7 +76,8 @@ void onSuspend(int signal) {
 void onInterrupt(int signal) {
     const int error = errno;
     if (interrupts.fetch_add(1) + 1 >= kPatience) onFatal(signal);
-    if (const auto handler = interruptHandler.load()) handler();
+    const auto owner = interruptOwner.load();
+    if (const auto handler = owner != nullptr ? owner : interruptHandler.load()) handler();
     errno = error;
 }
 
@@ -138,6 +140,10 @@ void handleInterrupts(void (*handler)() noexcept) {
         if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
         setAction(signal, onInterrupt);
     }
+}
+
+void ownInterrupts(void (*handler)() noexcept) noexcept {
+    interruptOwner.store(handler);
 }
 
 bool interrupted() noexcept {

@@ -24,6 +24,7 @@ struct Guarded {
 Guarded guarded;
 std::atomic<int> interrupts{0};
 std::atomic<void (*)() noexcept> interruptHandler{nullptr};
+std::atomic<void (*)() noexcept> interruptOwner{nullptr};
 constexpr int kPatience = 3;
 constexpr DWORD kSequencesOut = 0x0004, kSequencesIn = 0x0200;
 
@@ -36,7 +37,8 @@ void giveBack() {
 
 BOOL WINAPI onControlEvent(DWORD) {
     if (interrupts.fetch_add(1) + 1 >= kPatience) return FALSE;
-    if (const auto handler = interruptHandler.load()) handler();
+    const auto owner = interruptOwner.load();
+    if (const auto handler = owner != nullptr ? owner : interruptHandler.load()) handler();
     return TRUE;
 }
 
@@ -90,6 +92,10 @@ void noteColours(bool) {}
 void handleInterrupts(void (*handler)() noexcept) {
     interruptHandler = handler;
     SetConsoleCtrlHandler(onControlEvent, TRUE);
+}
+
+void ownInterrupts(void (*handler)() noexcept) noexcept {
+    interruptOwner = handler;
 }
 
 bool interrupted() noexcept {
