@@ -52,7 +52,7 @@ class TellScope {
   private:
     /// The console's window shows it as well; a console without one would write it here again.
     static std::int32_t KORVANTIDE_CALL print(void*, const char* bytes, std::uint64_t count) {
-        static const bool window = hasDisplay();
+        static const bool window = consoleIsWindow();
         std::fwrite(bytes, 1, static_cast<std::size_t>(count), stdout);
         return window ? 0 : 1;
     }

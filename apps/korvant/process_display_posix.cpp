@@ -52,4 +52,8 @@ bool hasDisplay() {
     return !variable("DISPLAY").empty() && xAnswers();
 }
 
+bool consoleIsWindow() {
+    return hasDisplay();
+}
+
 }  // namespace korvant_app

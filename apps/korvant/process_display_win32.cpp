@@ -6,4 +6,8 @@ bool hasDisplay() {
     return true;
 }
 
+bool consoleIsWindow() {
+    return false;
+}
+
 }  // namespace korvant_app

@@ -1,6 +1,7 @@
 // The examples that ask the user, as the program runs them, answered from the keyboard alone.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <utility>
@@ -78,6 +79,7 @@ TEST(FormExamples, WhatAScriptWithWindowsPrintsIsOnStandardOutput) {
     user.join();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(result.output, "before\nafter\n");
+    if (std::getenv("KORVANT_PROGRAM")) return;  // another system's, which always has one
     // Without a display the console itself writes there, and once is enough.
     options.environment = {"DISPLAY=", "WAYLAND_DISPLAY="};
     EXPECT_EQ(runKorvant({"run", "--gui", "script.as"}, options).output, "before\nafter\n");
