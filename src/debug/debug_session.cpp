@@ -18,6 +18,7 @@ DebugSession::~DebugSession() {
 bool DebugSession::attach() {
     if (impl_->session.stopPolicy() != nullptr) return attached();
     findRegisters();
+    impl_->scriptThread = std::this_thread::get_id();
     impl_->session.setStopPolicy(impl_.get());
     return true;
 }
@@ -54,7 +55,9 @@ void DebugSession::setProfiler(Profiler* profiler) {
     impl_->profiler = profiler;
 }
 void DebugSession::apply() {
-    impl_->apply();
+    if (impl_->scriptThread.load() == std::this_thread::get_id()) return impl_->apply();
+    impl_->applyWanted = true;
+    impl_->session.requestAttention();
 }
 DebugState DebugSession::state() const noexcept {
     return impl_->state;
@@ -138,8 +141,8 @@ void DebugSession::Impl::hold(asIScriptContext& context, StopInfo stopped) {
     const HoldScope holding(session);
     const asIScriptContext* const watchedBefore = watched.exchange(nullptr);
     info = std::move(stopped);
-    state = DebugState::held;
     action = Action::goOn;
+    state = DebugState::held;
     beginLooking(&context);
     listener.onStopped(info);
     endLooking();

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,10 @@ struct StopInfo {
 class DebugListener {
   public:
     virtual ~DebugListener() = default;
+    /// Held around all that the script's thread does with the session's parts, but not around
+    /// onBuilt(); may be taken again inside. For one who changes breakpoints and rules on another
+    /// thread too, and takes the same mutex there.
+    virtual std::unique_lock<std::recursive_mutex> exclusive() { return {}; }
     /// A script is built and its breakpoints are resolved. Global variables are not yet made.
     virtual void onBuilt() {}
     /// The run stands still. While it is held (state()), it goes on when this returns: by the last
@@ -106,7 +111,8 @@ class DebugSession {
     /// Not owned; null: none. Before a run.
     void setCoverage(Coverage* coverage);
     void setProfiler(Profiler* profiler);
-    /// Makes a run that is under way look at what is wanted now.
+    /// Makes a run that is under way look at what is wanted now; called on another thread, at one
+    /// of its next statements.
     void apply();
 
     /// Builds `text` as the main text and runs its int main(), attached meanwhile. Returns when the

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -31,7 +32,9 @@ struct DebugSession::Impl final : StopPolicy {
     Profiler* profiler = nullptr;
 
     // The run.
-    DebugState state = DebugState::idle;
+    std::atomic<DebugState> state{DebugState::idle};
+    std::atomic<std::thread::id> scriptThread{};
+    std::atomic<bool> applyWanted{false};  ///< by another thread
     asIScriptEngine* engine = nullptr;
     asIScriptContext* runContext = nullptr;
     std::string startText;
@@ -62,7 +65,7 @@ struct DebugSession::Impl final : StopPolicy {
 
     // How a held run goes on.
     enum class Action { goOn, over, into, out, to, stop };
-    Action action = Action::goOn;
+    std::atomic<Action> action{Action::goOn};
     StepBy stepBy = StepBy::line;
 
     // What is built, and what can be seen.
@@ -82,6 +85,9 @@ struct DebugSession::Impl final : StopPolicy {
 
     void apply();
     std::vector<std::int32_t> wantedLines();
+    template <class Body>
+    void exclusively(Body body) noexcept;
+    std::vector<int> useText(asIScriptModule& built, const std::string& builtText);
 
     // Where it stops.
     void notePlace(asIScriptContext& context, std::int32_t line);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "base/text/characters.h"
@@ -96,45 +97,63 @@ class Inside {
 
 }  // namespace
 
-void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& builtText) noexcept {
+template <class Body>
+void DebugSession::Impl::exclusively(Body body) noexcept {
     guarded([&] {
-        evaluator.forget();
-        asideEvaluator.forget();
-        module = &built;
-        engine = built.GetEngine();
-        text = std::make_unique<StatementStarts>(builtText);
-        auto lines = CodeLines::of(built, *text, kMainSource);
-        {
-            const std::lock_guard lock(codeMutex);
-            codeLines = lines;
-        }
-        if (coverage != nullptr) coverage->forgetFunctions();
-        if (profiler != nullptr) profiler->forgetFunctions();
-        hostLines = session.stopLines();
-        const std::vector<int> changed = book.resolve(std::move(lines));
-        book.beginRun();
-        data.clear();
-        held.clear();
-        loops.clear();
-        setVariables.begin(nullptr);
-        step.end();
-        pass.forget();
-        target = {};
-        lostDepth = 0;
-        pauseNow = false;
-        entryWanted = rules.entry;
-        state = DebugState::running;
-        listener.onBuilt();
-        if (!changed.empty()) listener.onBreakpointsChanged(changed);
+        const auto lock = listener.exclusive();
+        body();
+    });
+}
+
+/// The breakpoints whose state changed by it.
+std::vector<int> DebugSession::Impl::useText(asIScriptModule& built, const std::string& builtText) {
+    evaluator.forget();
+    asideEvaluator.forget();
+    module = &built;
+    engine = built.GetEngine();
+    scriptThread = std::this_thread::get_id();
+    text = std::make_unique<StatementStarts>(builtText);
+    auto lines = CodeLines::of(built, *text, kMainSource);
+    {
+        const std::lock_guard lock(codeMutex);
+        codeLines = lines;
+    }
+    if (coverage != nullptr) coverage->forgetFunctions();
+    if (profiler != nullptr) profiler->forgetFunctions();
+    hostLines = session.stopLines();
+    std::vector<int> changed = book.resolve(std::move(lines));
+    book.beginRun();
+    data.clear();
+    held.clear();
+    loops.clear();
+    setVariables.begin(nullptr);
+    step.end();
+    pass.forget();
+    target = {};
+    lostDepth = 0;
+    pauseNow = false;
+    entryWanted = rules.entry;
+    state = DebugState::running;
+    return changed;
+}
+
+void DebugSession::Impl::onBuilt(asIScriptModule& built, const std::string& builtText) noexcept {
+    std::optional<std::vector<int>> changed;
+    exclusively([&] { changed = useText(built, builtText); });
+    if (!changed) return;
+    guarded([&] { listener.onBuilt(); });
+    exclusively([&] {
+        if (!changed->empty()) listener.onBreakpointsChanged(*changed);
         apply();
     });
 }
 
 void DebugSession::Impl::onBegin(asIScriptContext& context, bool goesOn) noexcept {
-    guarded([&] {
+    exclusively([&] {
         runContext = &context;
         watched = &context;
         engine = context.GetEngine();
+        scriptThread = std::this_thread::get_id();
         // A build has told those of its run, and ours are among them by now.
         if (goesOn) hostLines = session.stopLines();
         state = DebugState::running;
@@ -146,7 +165,7 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
                                                    bool again) noexcept {
     if (inside > 0) return Answer::goOn;
     Answer answer = Answer::goOn;
-    guarded([&] {
+    exclusively([&] {
         const bool stopping = mayStop(line);
         if (!stopping && !setVariables.watches(line)) {
             lastSeen = {};
@@ -240,7 +259,7 @@ void DebugSession::Impl::notePlace(asIScriptContext& context, std::int32_t line)
 /// A step or breakpoint of the host's ends where the engine cannot suspend.
 void DebugSession::Impl::atNestedStop(asIScriptContext& context) noexcept {
     if (inside > 0 || style != StopStyle::suspend) return;
-    guarded([&] {
+    exclusively([&] {
         forgetWays();
         if (info.place.line == 0) info.place = placeOf(context);
         hold(context, info);
@@ -431,8 +450,9 @@ ScriptPlace DebugSession::Impl::placeOf(asIScriptContext& context) const {
 
 void DebugSession::Impl::atAttention(asIScriptContext& context) noexcept {
     if (inside > 0) return;
-    guarded([&] {
+    exclusively([&] {
         if (profiler != nullptr) profiler->sample(context);
+        if (applyWanted.exchange(false)) apply();
         if (attentionWanted.exchange(false)) listener.onAttention();
         if (!pauseWanted.exchange(false)) return;
         pauseNow = true;
@@ -450,7 +470,7 @@ void DebugSession::Impl::insideNative() noexcept {
 
 void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
     if (inside > 0 || !mayHold()) return;
-    guarded([&] {
+    exclusively([&] {
         if (passedOn(context)) return;
         const ExceptionKind kind = kindOf(context);
         const StopRules::Filter* const filter = filterFor(rules, kind);
@@ -531,7 +551,7 @@ bool DebugSession::Impl::repeatsLost(asIScriptContext& context) {
 
 void DebugSession::Impl::beforeEnd(asIScriptContext& context, bool memory) noexcept {
     if (inside > 0 || !mayHold() || !(memory ? rules.memory : rules.timeOut)) return;
-    guarded([&] {
+    exclusively([&] {
         StopInfo stopped;
         stopped.reason = memory ? StopReason::memory : StopReason::timeOut;
         stopped.place = placeOf(context);
@@ -543,7 +563,7 @@ void DebugSession::Impl::beforeEnd(asIScriptContext& context, bool memory) noexc
 void DebugSession::Impl::onLeft(asIScriptContext* context, const RunOutcome& outcome,
                                 const RunFailure& failure) noexcept {
     watched = nullptr;
-    guarded([&] {
+    exclusively([&] {
         if (outcome.stoppedAtLine()) {
             state = DebugState::suspended;
             // For a reason of the host's it stops at a place that nobody has asked about.

@@ -53,6 +53,9 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
     void nameSource(const std::string& path) override { options_.sourcePath = path; }
 
     // DebugListener
+    std::unique_lock<std::recursive_mutex> exclusive() override {
+        return std::unique_lock(serving_);
+    }
     void onBuilt() override;
     void onStopped(const StopInfo& info) override;
     void onOutput(const std::string& text, const ScriptPlace& place, int) override;
@@ -76,7 +79,7 @@ class DebugServer final : private DebuggedProgram, private DebugListener, privat
     std::unique_ptr<rpc::LoopbackListener> listener_;
     TextDocument document_;  ///< the script that was built last; guarded by serving_
     DebugSession session_;
-    std::recursive_mutex serving_;  ///< whoever answers the client, or begins a run, has it
+    std::recursive_mutex serving_;  ///< whoever answers the client, or uses session_, has it
     std::shared_ptr<Peer> peer_;    ///< the client; guarded by serving_
     std::atomic<bool> attached_{false};
     std::atomic<bool> inRun_{false};
