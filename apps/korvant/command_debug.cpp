@@ -71,7 +71,10 @@ class Commands {
         if (korvant::isTerminal(STDIN_FILENO)) write(prompt);
         // The arguments are for the script.
         input_.keepFed(true);
+        const bool rest = input_.insideLine();
         std::optional<std::string> line = readLine();
+        // What the script has left of a line that it read a word of is no command.
+        if (rest && line && line->find_first_not_of(" \t") == std::string::npos) line = readLine();
         input_.keepFed(false);
         return line;
     }

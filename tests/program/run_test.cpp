@@ -86,6 +86,18 @@ TEST_F(Program, ArgumentsOfADebuggedScriptAreForItsInputAlone) {
     EXPECT_THAT(result.output, Not(HasSubstr("There is no command")));
 }
 
+/// What was left of it repeated the last command: the script started over.
+TEST_F(Program, TheRestOfALineThatADebuggedScriptReadIsNoCommand) {
+    const std::string name = mainOf("string a; Input(a);\nPrint(a + \"!\\n\");");
+    ProcessOptions options;
+    options.input = "break 3\nrun\nword \nprint a\ncontinue\nquit\n";
+    const ProcessResult result = start({"debug", name}, options);
+    EXPECT_THAT(result.output, HasSubstr("string = \"word\""));
+    const auto first = result.output.find("word!");
+    ASSERT_NE(first, std::string::npos) << result.output;
+    EXPECT_EQ(result.output.find("word!", first + 1), std::string::npos) << result.output;
+}
+
 TEST_F(Program, HelpAndVersionAreThere) {
     EXPECT_THAT(start({"--version"}).output, HasSubstr("korvant "));
     EXPECT_EQ(0, start({"--help"}).exitCode);

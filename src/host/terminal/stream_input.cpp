@@ -29,6 +29,10 @@ void StreamInput::forgetFed() {
     line_ = {};
 }
 
+bool StreamInput::insideLine() const noexcept {
+    return stream_.next > 0 && stream_.bytes[stream_.next - 1] != '\n';
+}
+
 int StreamInput::bufferedChar() {
     return last_->left() ? static_cast<unsigned char>(last_->bytes[last_->next++]) : -1;
 }

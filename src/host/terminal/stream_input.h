@@ -26,6 +26,8 @@ class StreamInput final : public ByteSource {
     /// Such lines are not for who reads now: they stay as far as they have not been read.
     void keepFed(bool kept);
     void forgetFed();
+    /// Whether a line of the stream has been read in part.
+    bool insideLine() const noexcept;
     /// True when the stream had nothing to read since this was asked last and was waited for. A
     /// terminal that was hung up, or an end of the input that is met again, lets nobody wait.
     bool takeWaited() noexcept { return std::exchange(waited_, false); }
