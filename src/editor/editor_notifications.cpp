@@ -1,6 +1,8 @@
 // What the editor does when its controls tell it something.
 #include <algorithm>
 
+#include "base/system/file_io.h"
+#include "base/text/text_encoding.h"
 #include "editor/control/control_setup.h"
 #include "editor/script_editor.h"
 #include "editor/stops/line_shift.h"
@@ -44,11 +46,33 @@ void ScriptEditor::notify(const ControlNotification& notification) {
 void ScriptEditor::outputNotified(const ControlNotification& notification) {
     if (left_ || notification.code != sci::kDoubleClick) return;
     guarded([&] {
-        const auto place = output_.placeAt(notification.position);
+        const std::string line = output_.lineAt(notification.position);
+        const auto place = reportedPlace(line);
         if (!place) return;
-        if (OpenDocument* const named = documents_.find(outputDocument_)) show(*named);
+        const std::string source = sourceNamed(line);
+        if (!source.empty()) {
+            if (!showSource(source)) return;
+        } else if (OpenDocument* const named = documents_.find(outputDocument_)) {
+            show(*named);
+        }
         gotoPlace(*place);
     });
+}
+
+/// The text other than that of the run whose file a line of the pane names; empty: none.
+std::string ScriptEditor::sourceNamed(const std::string& line) const {
+    const auto names = [&line](const std::string& source) {
+        const std::string name = " of " + decodeForDisplay(nameOf(source));
+        const auto at = line.rfind(name);
+        if (source.empty() || at == std::string::npos) return false;
+        const auto rest = std::string_view(line).substr(at + name.size());
+        return rest.empty() || rest.starts_with(" in ") || rest.starts_with(" (");
+    };
+    const std::string stopped = stopPlace().source;
+    if (names(stopped)) return stopped;
+    for (const RunFrame& frame : session_.lastFailure().stack)
+        if (names(frame.source)) return frame.source;
+    return {};
 }
 
 void ScriptEditor::textModified(const ControlNotification& notification) {

@@ -323,6 +323,7 @@ class ScriptEditor {
     void noteStop(EditorStatus& status) const;
     bool showStop();
     bool showSource(const std::string& source);
+    std::string sourceNamed(const std::string& line) const;
     void show(OpenDocument& wanted);
     void leaveText();
     void textExchanged();

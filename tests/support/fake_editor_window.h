@@ -50,6 +50,8 @@ class FakeEditorWindow : public EditorWindow {
     int pumps = 0;
     bool ended = false;
 
+    bool explaining = false;
+    bool explains() const override { return explaining; }
     ControlSend createControl(ControlKind kind) override {
         const bool isEditor = kind == ControlKind::editor;
         if (!(isEditor ? editorCreatable : outputCreatable)) return {};

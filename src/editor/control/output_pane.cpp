@@ -33,9 +33,9 @@ void OutputPane::showAbove(const std::string& line) {
     show(line + "\n" + text());
 }
 
-std::optional<ReportedPlace> OutputPane::placeAt(int position) const {
+std::string OutputPane::lineAt(int position) const {
     const ControlLine line = control_.lineOf(position);
-    return reportedPlace(control_.textOf({control_.lineStart(line), control_.lineEnd(line)}));
+    return control_.textOf({control_.lineStart(line), control_.lineEnd(line)});
 }
 
 std::optional<ReportedPlace> reportedPlace(const std::string& line) {

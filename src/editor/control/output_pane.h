@@ -34,15 +34,14 @@ class OutputPane {
     void clear() { show({}); }
     std::string text() const { return control_.text().value_or(std::string()); }
 
-    /// The place that the line at `position` tells of: a message of the compiler or of the
-    /// debugger; nothing for any other line.
-    std::optional<ReportedPlace> placeAt(int position) const;
+    std::string lineAt(int position) const;
 
   private:
     const TextControl& control_;
 };
 
-/// The place that one line of the pane tells of.
+/// The place that one line of the pane tells of: a message of the compiler or of the debugger;
+/// nothing for any other line.
 std::optional<ReportedPlace> reportedPlace(const std::string& line);
 
 /// `text` cut to `limit` bytes, never inside a character.

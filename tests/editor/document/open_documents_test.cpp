@@ -407,6 +407,25 @@ TEST_F(OtherSources, BreakpointsInTheirTabsStopThereAndNoneElsewhereDo) {
     EXPECT_THAT(marks(), ElementsAre(3));
 }
 
+/// It led to the line of that number in the text that ran.
+TEST_F(OtherSources, ALineOfTheOutputLeadsToTheTextThatItNames) {
+    edit(make("main.as", "int main() {\n    int a = 0;\n\n    return share(a);\n}\n"));
+    editor().setInspecting(false);
+    window->explaining = true;
+    editor().functionKey(5);
+    ASSERT_THAT(pane(), HasSubstr(" at line 3 of library.as in "));
+    const auto pressAt = [this](const std::string& text) {
+        const auto at = static_cast<int>(pane().find(text));
+        editor().outputNotified({.code = sci::kDoubleClick, .position = at});
+    };
+    pressAt(" at line 3 of library.as");
+    EXPECT_THAT(names(), ElementsAre("main.as", "library.as!"));
+    EXPECT_EQ(editor().status().line, 3);
+    pressAt(" at line 4 in ");
+    EXPECT_THAT(names(), ElementsAre("main.as!", "library.as"));
+    EXPECT_EQ(editor().status().line, 4);
+}
+
 /// The layout without tabs: the other texts stay open behind the one in view.
 TEST_F(OtherSources, InTheClassicLayoutTheyStopThereAndNothingIsHeld) {
     edit(make("main.as",
