@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <sstream>
@@ -151,6 +152,14 @@ unsigned long windowFingerprint(const std::string& title) {
         for (int x = 0; x < area.right; ++x) sum = sum * 31 + GetPixel(context, x, y);
     ReleaseDC(window, context);
     return sum;
+}
+
+int distanceFromCentre(const std::string& title) {
+    const HWND window = find(title);
+    RECT area{};
+    if (!window || !GetWindowRect(window, &area)) return -1;
+    const int middle = static_cast<int>(area.left + area.right) / 2;
+    return std::abs(middle - GetSystemMetrics(SM_CXSCREEN) / 2);
 }
 
 }  // namespace korvant::test

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -191,6 +192,18 @@ unsigned long windowFingerprint(const std::string& title) {
         for (int x = 0; x < image->width; ++x) sum = sum * 31 + XGetPixel(image, x, y);
     XDestroyImage(image);
     return sum;
+}
+
+int distanceFromCentre(const std::string& title) {
+    const Connection display = connect();
+    XSetErrorHandler(ignoreError);
+    const Window window = display ? find(display.get(), title) : 0;
+    XWindowAttributes shape;
+    if (!window || !XGetWindowAttributes(display.get(), window, &shape)) return -1;
+    int x = 0, y = 0;
+    Window child = 0;
+    XTranslateCoordinates(display.get(), window, shape.root, 0, 0, &x, &y, &child);
+    return std::abs(x + shape.width / 2 - WidthOfScreen(shape.screen) / 2);
 }
 
 }  // namespace korvant::test

@@ -31,4 +31,8 @@ bool awaitWindow(const std::string& title, bool present = true);
 /// Sum of all colour values inside the window: changes when it is painted anew. 0: no window.
 unsigned long windowFingerprint(const std::string& title);
 
+/// How far the middle of the window is from that of the screen from left to right, in pixels; -1:
+/// no window.
+int distanceFromCentre(const std::string& title);
+
 }  // namespace korvant::test

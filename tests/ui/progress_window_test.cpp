@@ -16,6 +16,7 @@
 using namespace korvant;
 using korvant::test::answerWindow;
 using korvant::test::awaitWindow;
+using korvant::test::distanceFromCentre;
 using korvant::test::pressInWindow;
 using korvant::test::UiDriver;
 using korvant::test::windowFingerprint;
@@ -63,6 +64,16 @@ TEST_F(Progress, ShowsHidesAndEnds) {
     progress->end();
     EXPECT_FALSE(progress->IsAlive());
     EXPECT_TRUE(awaitWindow("Survey", false));
+}
+
+/// Above the middle, where dialogs stand.
+TEST_F(Progress, OpensBetweenTheSidesOfTheScreen) {
+    start();
+    show("Survey", "first");
+    EXPECT_TRUE(busyUntil([] {
+        const int distance = distanceFromCentre("Survey");
+        return distance >= 0 && distance <= 2;
+    })) << distanceFromCentre("Survey");
 }
 
 TEST_F(Progress, PaintsWhileTheScriptsThreadIsBusy) {
