@@ -119,7 +119,8 @@ int EvaluationCall::bindOne(asUINT index, const EvaluationBinding& binding, void
     // A handle lies on the script's stack, which is aligned to four bytes only.
     void* object = nullptr;
     std::memcpy(&object, address, sizeof object);
-    return context_->SetArgObject(index, object);
+    // Arguments of a prepared call are null; of a null function the engine asks for its class.
+    return object != nullptr ? context_->SetArgObject(index, object) : 0;
 }
 
 /// The new object gets a reference before the old one goes, which may be the same.
