@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/kit/ui_native.h"
+
 namespace korvant::ui {
 namespace {
 
@@ -44,7 +46,7 @@ Theme currentTheme() {
 }
 
 wxFont dialogFont() {
-    return wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    return native::paintable(wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT));
 }
 
 /// Not the system's "fixed" font: with some desktops that is the font of the dialogs.

@@ -5,6 +5,7 @@
 #include <functional>
 
 class wxColour;
+class wxFont;
 class wxFrame;
 class wxGraphicsContext;
 class wxString;
@@ -77,6 +78,9 @@ void setAccessibleRole(wxWindow& window, AccessibleRole role);
 /// everything is as the desktop has it. Where bars take no colours they are the desktop's dark or
 /// light ones, as `edge`, which lies behind them, is.
 void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& edge);
+/// `font` under the name of the face that the system shows for it. A name of the desktop's can
+/// stand for another face, or for one of dots; texts that are painted need an outline's own name.
+wxFont paintable(const wxFont& font);
 /// The desktop's font of one width; empty when it names none.
 wxString monospacedFace();
 /// The desktop asks for dark windows.

@@ -434,6 +434,11 @@ void setAccessibleRole(wxWindow& window, AccessibleRole role) {
     if (object) atk_object_set_role(object, kRoles[static_cast<int>(role)]);
 }
 
+/// Names of desktops are found in painting as well.
+wxFont paintable(const wxFont& font) {
+    return font;
+}
+
 wxString monospacedFace() {
     const Setting font("org.gnome.desktop.interface", "monospace-font-name");
     if (font.text().empty()) return {};

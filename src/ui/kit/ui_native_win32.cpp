@@ -1,5 +1,7 @@
 #include "ui/kit/ui_native.h"
 
+#include <wx/font.h>
+#include <wx/fontenum.h>
 #include <wx/frame.h>
 #include <wx/msw/private.h>
 #include <wx/msw/wrapwin.h>
@@ -50,6 +52,18 @@ BOOL CALLBACK holdForeign(HWND window, LPARAM held) {
     reinterpret_cast<std::vector<HWND>*>(held)->push_back(window);
     EnableWindow(window, FALSE);
     return TRUE;
+}
+
+/// The face that `font` gets; empty when it is one of dots.
+wxString outlineFace(const wxFont& font) {
+    const ScreenHDC screen;
+    const SelectInHDC selected(screen, GetHfontOf(font));
+    TEXTMETRICW measures{};
+    wchar_t face[LF_FACESIZE] = L"";
+    const bool outline = GetTextMetricsW(screen, &measures) &&
+                         (measures.tmPitchAndFamily & TMPF_TRUETYPE) != 0 &&
+                         GetTextFaceW(screen, LF_FACESIZE, face) > 0;
+    return outline ? wxString(face) : wxString();
 }
 
 }  // namespace
@@ -176,6 +190,15 @@ void colourScrollBars(wxWindow& window, const wxColour&, const wxColour& edge) {
     const bool dark = edge.IsOk() && edge.GetLuminance() < 0.5;
     if (set) set(window.GetHandle(), dark ? L"DarkMode_Explorer" : nullptr, nullptr);
     FreeLibrary(library);
+}
+
+wxFont paintable(const wxFont& font) {
+    wxString face = outlineFace(font);
+    for (const wchar_t* other : {L"Segoe UI", L"Tahoma", L"Verdana", L"Arial"})
+        if (face.empty() && wxFontEnumerator::IsValidFacename(other)) face = other;
+    wxFont found = font;
+    if (!face.empty() && face != font.GetFaceName()) found.SetFaceName(face);
+    return found;
 }
 
 wxString monospacedFace() {
