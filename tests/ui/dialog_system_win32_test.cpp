@@ -1,8 +1,14 @@
-// What the system does for us: it keeps answers in its registry, and asks for files.
+// What the system does for us: it keeps answers in its registry, shows texts, and asks for files.
 #include <gtest/gtest.h>
+#include <wx/dcmemory.h>
+#include <wx/fontutil.h>
+#include <wx/graphics.h>
+#include <wx/image.h>
 #include <wx/msw/wrapwin.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -13,6 +19,9 @@
 #include "ui/kit/clipboard.h"
 #include "ui/kit/settings_store.h"
 #include "ui/kit/text_conversion.h"
+#include "ui/kit/theme.h"
+#include "ui/kit/ui_native.h"
+#include "ui/kit/ui_runtime.h"
 
 using namespace korvant;
 using korvant::test::TemporaryFolder;
@@ -37,6 +46,36 @@ TEST(Registry, SettingsAreUnderTheNamesOfCompanyAndModule) {
     EXPECT_EQ(ui::openSettings("KorvantIDE tests", "Registry")->ReadLong("/DoNotShow/none", 3), 3);
     EXPECT_EQ(ui::openSettings("Up\\and\\away", "Registry"), nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);
+}
+
+bool leavesInk(const wxFont& font) {
+    wxBitmap bitmap(200, 60, 24);
+    wxMemoryDC dc(bitmap);
+    dc.SetBackground(*wxWHITE_BRUSH);
+    dc.Clear();
+    {
+        const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
+        context->SetFont(font, *wxBLACK);
+        context->DrawText("Variables", 5, 5);
+    }
+    dc.SelectObject(wxNullBitmap);
+    const wxImage image = bitmap.ConvertToImage();
+    const unsigned char* bytes = image.GetData();
+    return std::any_of(bytes, bytes + 200 * 60 * 3, [](unsigned char byte) { return byte < 128; });
+}
+
+TEST(PaintedTexts, ShowUnderTheNamesOfTheSystem) {
+    ASSERT_TRUE(ui::startToolkit());
+    EXPECT_TRUE(leavesInk(ui::dialogFont())) << ui::dialogFont().GetFaceName();
+    for (const char* name : {"MS Shell Dlg", "MS Shell Dlg 2", "MS Sans Serif", "System"}) {
+        wxFont font = ui::dialogFont();
+        wxNativeFontInfo named = *font.GetNativeFontInfo();
+        named.SetFaceName(name);
+        font.SetNativeFontInfo(named);
+        const wxFont found = ui::native::paintable(font);
+        EXPECT_TRUE(leavesInk(found)) << name << ": " << found.GetFaceName();
+        EXPECT_EQ(found.GetPointSize(), font.GetPointSize()) << name;
+    }
 }
 
 /// The system's dialog, which the toolkit does not know, is answered by its title.
