@@ -139,7 +139,13 @@ class Visit : public wxTimer {
         for (wxWindow* window : wxTopLevelWindows)
             if (auto* found = dynamic_cast<CEditorDlg*>(window); found && found->IsShown())
                 frame_ = found;
-        if (!frame_ || !frame_->IsActive()) return false;
+        if (frame_ && !std::exchange(watched_, true))
+            for (wxWindow* child : frame_->GetChildren())
+                child->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
+                    painted_ = true;
+                    event.Skip();
+                });
+        if (!frame_ || !frame_->IsActive() || !painted_) return false;
         if (!text_) text_ = dynamic_cast<wxStyledTextCtrl*>(wxWindow::FindFocus());
         return text_ != nullptr;
     }
@@ -149,6 +155,8 @@ class Visit : public wxTimer {
     Clock::time_point until_;
     std::clock_t began_ = 0;
     double opened_ = 0;
+    bool watched_ = false;
+    bool painted_ = false;  ///< any part of the window has been
     bool done_ = false;
 };
 
