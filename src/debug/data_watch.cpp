@@ -1,6 +1,7 @@
 #include "debug/data_watch.h"
 
 #include "debug/evaluation_text.h"
+#include "debug/frames.h"
 #include "host/engine/program_position.h"
 
 namespace korvant {
@@ -13,22 +14,14 @@ bool DataWatch::findHome(Home& home, asIScriptContext& context, ValueTree& value
     home.everywhere = text.bindings.empty();
     home.functionId = scope.function()->GetId();
     home.depth = context.GetCallstackSize();
-    home.nameSpace = scope.nameSpace();
+    // Variables are made in namespaces that nobody stands in.
+    home.nameSpace = isInitialiser(*scope.function()) ? std::string() : scope.nameSpace();
     return true;
 }
 
-/// False where the expression means something else, or its call has returned.
-bool DataWatch::levelOf(const Home& home, asIScriptContext& context, ValueTree& values,
-                        unsigned& level) const {
+/// False where its call has returned.
+bool DataWatch::levelOf(const Home& home, asIScriptContext& context, unsigned& level) const {
     const asUINT depth = context.GetCallstackSize();
-    if (home.everywhere) {
-        // Beyond the last frame no local variable hides what is global.
-        level = home.nameSpace.empty() ? depth : 0;
-        if (home.nameSpace.empty()) return true;
-        const FrameScope scope = values.scopeOf(0);
-        return scope.nameSpace() == home.nameSpace &&
-               evaluationText(*context.GetEngine(), scope, home.expression).bindings.empty();
-    }
     level = depth >= home.depth ? depth - home.depth : depth;
     asIScriptFunction* const function = level < depth ? context.GetFunction(level) : nullptr;
     return function != nullptr && function->GetId() == home.functionId;
@@ -58,14 +51,16 @@ bool DataWatch::changed(Breakpoint& breakpoint, asIScriptContext& context, bool 
         return false;
     }
     unsigned level = 0;
-    if (!levelOf(home, context, values, level)) {
-        if (home.everywhere) return false;
+    if (!home.everywhere && !levelOf(home, context, level)) {
         // The next call begins afresh.
         homes_.erase(known);
         breakpoint.hasLastValue = false;
         return false;
     }
-    const Evaluation now = evaluator.evaluate(level, home.expression, EvaluationPurpose::watch);
+    constexpr auto kPurpose = EvaluationPurpose::watch;
+    const Evaluation now = home.everywhere
+                               ? evaluator.evaluateGlobal(home.nameSpace, home.expression, kPurpose)
+                               : evaluator.evaluate(level, home.expression, kPurpose);
     if (!now.done) {
         // What has never had a value may mean something else further on.
         if (!breakpoint.hasLastValue) homes_.erase(known);

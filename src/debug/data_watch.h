@@ -29,8 +29,7 @@ class DataWatch {
         std::string expression;
     };
     bool isNewCall(const Home& home, asIScriptContext& context) const;
-    bool levelOf(const Home& home, asIScriptContext& context, ValueTree& values,
-                 unsigned& level) const;
+    bool levelOf(const Home& home, asIScriptContext& context, unsigned& level) const;
     bool findHome(Home& home, asIScriptContext& context, ValueTree& values) const;
 
     std::map<int, Home> homes_;

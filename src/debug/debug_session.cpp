@@ -327,7 +327,7 @@ ShownValue DebugSession::setExpression(unsigned frame, std::string_view target,
     ShownValue answer;
     ValueTarget found;
     const unsigned level = impl_->levelOf(frame);
-    if (!impl_->values.find(level, target, found)) {
+    if (!impl_->values.find(impl_->values.scopeOf(level), target, found)) {
         // An index that is computed, or an accessor: the script's own assignment.
         answer = show(frame, "(" + std::string(target) + ") = (" + std::string(expression) + ")",
                       EvaluationPurpose::console, format);

@@ -1,6 +1,7 @@
 #include "debug/frame_scope.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text/characters.h"
 
@@ -48,8 +49,14 @@ FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModul
     if (orEmpty(section) != mainSource) text_ = nullptr;
 }
 
+FrameScope FrameScope::globalsWithin(std::string nameSpace) const {
+    FrameScope scope(context_, ~0u, module_, nullptr, {});
+    scope.nameSpace_ = std::move(nameSpace);
+    return scope;
+}
+
 std::string FrameScope::nameSpace() const {
-    if (function_ == nullptr) return {};
+    if (function_ == nullptr) return nameSpace_;
     const asITypeInfo* const type = function_->GetObjectType();
     return orEmpty(type != nullptr ? type->GetNamespace() : function_->GetNamespace());
 }

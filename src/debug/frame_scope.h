@@ -50,6 +50,8 @@ class FrameScope {
     asIScriptFunction* function() const noexcept { return function_; }
     asIScriptModule* module() const noexcept { return module_; }
     std::string nameSpace() const;
+    /// The global variables as a function of that namespace finds them.
+    FrameScope globalsWithin(std::string nameSpace) const;
 
     /// Parameters and locals in order of declaration, one for each name: the innermost in scope.
     /// `among`: those alone whose names stand in it, where it is not empty.
@@ -88,6 +90,7 @@ class FrameScope {
     const SetVariables* set_;
     int line_ = 0;
     int column_ = 0;
+    std::string nameSpace_;
 };
 
 }  // namespace korvant

@@ -16,11 +16,11 @@ std::string plainName(const asIScriptFunction& function) {
     return !name.empty() && name.front() == '$' ? "lambda" : name;
 }
 
+}  // namespace
+
 bool isInitialiser(const asIScriptFunction& function) {
     return orEmpty(function.GetName()).empty();
 }
-
-}  // namespace
 
 std::string qualifiedName(const asIScriptFunction& function) {
     if (isInitialiser(function)) return "global variables";

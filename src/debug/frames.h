@@ -17,6 +17,9 @@ struct DebugFrame {
     unsigned level = 0;   ///< the engine's number of the frame
 };
 
+/// Of global variables: it has no name.
+bool isInitialiser(const asIScriptFunction& function);
+
 /// Reads the frames of a context that is held, suspended, or ended in an exception and not yet
 /// unprepared. Frames without a function (the engine's own, around a destructor) are left out.
 class Frames {

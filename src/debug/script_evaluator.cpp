@@ -57,6 +57,8 @@ struct ScriptEvaluator::Impl {
                                             EvaluationCall::Form form, int target,
                                             std::string& error);
     std::string run(EvaluationCall& call, const FrameScope& scope, EvaluationPurpose purpose);
+    Evaluation evaluate(const FrameScope& scope, std::string_view expression,
+                        EvaluationPurpose purpose);
     Evaluation compiled(const FrameScope& scope, std::string_view expression,
                         EvaluationPurpose purpose);
     Kept make(const FrameScope& scope, std::string_view expression);
@@ -116,14 +118,25 @@ std::string ScriptEvaluator::Impl::run(EvaluationCall& call, const FrameScope& s
 
 Evaluation ScriptEvaluator::evaluate(unsigned level, std::string_view expression,
                                      EvaluationPurpose purpose) {
+    return impl_->evaluate(impl_->values.scopeOf(level), expression, purpose);
+}
+
+Evaluation ScriptEvaluator::evaluateGlobal(const std::string& nameSpace,
+                                           std::string_view expression, EvaluationPurpose purpose) {
+    return impl_->evaluate(impl_->values.scopeOf(~0u).globalsWithin(nameSpace), expression,
+                           purpose);
+}
+
+Evaluation ScriptEvaluator::Impl::evaluate(const FrameScope& scope, std::string_view expression,
+                                           EvaluationPurpose purpose) {
     Evaluation answer;
-    if (impl_->values.find(level, expression, answer.target)) {
+    if (values.find(scope, expression, answer.target)) {
         const TypedValue& value = answer.target.value;
         answer.done = answer.target.owner != nullptr || (value.address != nullptr && !value.unset);
         if (!answer.done) answer.error = whyNoValue(expression, value);
         return answer;
     }
-    return impl_->compiled(impl_->values.scopeOf(level), expression, purpose);
+    return compiled(scope, expression, purpose);
 }
 
 Evaluation ScriptEvaluator::Impl::compiled(const FrameScope& scope, std::string_view expression,

@@ -39,6 +39,9 @@ class ScriptEvaluator {
     /// `level` is the engine's number of the frame; one beyond the last sees the global variables
     /// alone. The value tree has begun. Nothing is thrown but std::bad_alloc.
     Evaluation evaluate(unsigned level, std::string_view expression, EvaluationPurpose purpose);
+    /// The same among the global variables, as a function of `nameSpace` finds them.
+    Evaluation evaluateGlobal(const std::string& nameSpace, std::string_view expression,
+                              EvaluationPurpose purpose);
     /// The same as a truth value in a frame at a statement: numbers other than 0 are true. What is
     /// compiled for it is kept, by the frame's statement. `error` says why there is none.
     bool holds(const FrameScope& scope, std::string_view expression, std::string& error);

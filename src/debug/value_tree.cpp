@@ -391,9 +391,9 @@ bool ValueTree::child(ValueNode node, std::string_view name, DebugValue& found,
     return true;
 }
 
-bool ValueTree::find(unsigned level, std::string_view path, ValueTarget& found) const {
+bool ValueTree::find(const FrameScope& scope, std::string_view path, ValueTarget& found) const {
     if (impl_->engine == nullptr) return false;
-    return findPath(*impl_->engine, scopeOf(level), path, found);
+    return findPath(*impl_->engine, scope, path, found);
 }
 
 }  // namespace korvant

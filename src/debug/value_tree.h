@@ -82,7 +82,7 @@ class ValueTree {
 
     /// The value of a path without a call: names, "this", ".member", "[index]", "ns::name". False
     /// when the expression is something else or there is no such value.
-    bool find(unsigned level, std::string_view path, ValueTarget& found) const;
+    bool find(const FrameScope& scope, std::string_view path, ValueTarget& found) const;
     /// Shows a value that is no child of a node. It must stay where it is until end().
     DebugValue show(const ValueTarget& value, std::string name, const ValueFormat& format = {});
     /// A child as it is now; false when there is none of this name.
