@@ -165,7 +165,7 @@ void UiDriver::step() {
         std::chrono::steady_clock::now() - waitingSince_ < kSettling)
         return;
     settling_ = false;
-    const bool waits = steps_.empty() || !steps_.front().ready();
+    const bool waits = steps_.empty() || !holds(steps_.front().ready);
     if (waits) {
         if (std::chrono::steady_clock::now() - waitingSince_ > kPatience)
             fail(steps_.empty() ? "the call to return" : steps_.front().what);
@@ -174,10 +174,29 @@ void UiDriver::step() {
     const Step next = std::move(steps_.front());
     steps_.pop_front();
     wxEventLoopBase* const outer = std::exchange(actingIn_, loop);
-    if (next.act) next.act();
+    take(next);
     actingIn_ = outer;
     settling_ = true;
     waitingSince_ = std::chrono::steady_clock::now();
+}
+
+/// What throws holds at a later look, or the step waits too long.
+bool UiDriver::holds(const Condition& ready) {
+    try {
+        return ready();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+/// Nothing is thrown through the loops of the toolkit.
+void UiDriver::take(const Step& step) {
+    if (!step.act) return;
+    try {
+        step.act();
+    } catch (const std::exception& thrown) {
+        ADD_FAILURE() << "after " << step.what << ": " << thrown.what();
+    }
 }
 
 void UiDriver::fail(const std::string& what) {

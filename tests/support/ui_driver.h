@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 class wxEventLoopBase;
@@ -21,9 +22,26 @@ wxTopLevelWindow* findWindow(const wxString& title);
 /// The same, and it is the one that gets the keys.
 wxTopLevelWindow* findActive(const wxString& title);
 
+/// What a look for a window found, perhaps nothing. To use nothing ends the test, not the process:
+/// a condition does not hold yet, a step fails.
+template <class Window>
+class Found {
+  public:
+    Found(Window* window) : window_(window) {}
+    operator Window*() const { return window_; }
+    Window* operator->() const {
+        if (window_ == nullptr) throw std::runtime_error("a window that is not there is used");
+        return window_;
+    }
+    Window& operator*() const { return *operator->(); }
+
+  private:
+    Window* window_;
+};
+
 /// A visible descendant of `parent` of this class, the `index`-th in creation order; null for none.
 template <class Control>
-Control* findChild(const wxWindow* parent, int index = 0);
+Found<Control> findChild(const wxWindow* parent, int index = 0);
 
 /// A script of steps that runs inside the event loops of the call under test. A step waits for its
 /// condition and then acts; nothing ever sleeps. A step that waits too long fails the test and
@@ -77,6 +95,8 @@ class UiDriver {
     };
 
     void step();
+    bool holds(const Condition& ready);
+    void take(const Step& step);
     void fail(const std::string& what);
 
     std::unique_ptr<wxTimer> timer_;  ///< made once the toolkit runs
@@ -113,7 +133,7 @@ wxWindow* nthChild(const wxWindow* parent, int& index, const std::function<bool(
 }
 
 template <class Control>
-Control* findChild(const wxWindow* parent, int index) {
+Found<Control> findChild(const wxWindow* parent, int index) {
     if (!parent) return nullptr;
     return dynamic_cast<Control*>(detail::nthChild(parent, index, [](wxWindow* window) {
         return dynamic_cast<Control*>(window) != nullptr && window->IsShown();

@@ -49,7 +49,7 @@ class KeptAnswers : public testing::Test {
     static int ticked(const MessageBoxRequest& request, int key) {
         UiDriver driver;
         driver.window("Box").run([] {
-            auto* tick = findChild<wxCheckBox>(findWindow("Box"));
+            const auto tick = findChild<wxCheckBox>(findWindow("Box"));
             ASSERT_NE(tick, nullptr);
             tick->SetValue(true);
         });

@@ -82,7 +82,7 @@ TEST(MessageBox, KeysAnswer) {
 TEST(MessageBox, AllOfALongPathCanBeSeen) {
     UiDriver driver;
     driver.window("Box").run([] {
-        auto* view = findChild<ui::HtmlView>(findWindow("Box"));
+        const auto view = findChild<ui::HtmlView>(findWindow("Box"));
         ASSERT_NE(view, nullptr);
         const wxHtmlContainerCell* cell = view->GetInternalRepresentation();
         EXPECT_LE(cell->GetWidth(), view->GetClientSize().x);

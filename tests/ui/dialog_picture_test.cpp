@@ -121,7 +121,7 @@ TEST_F(DialogPictures, RefusedNumber) {
         UiDriver driver;
         driver.window("KorvantIDE").type("12 holes").key(WXK_RETURN);
         driver.when("the refusal", [] {
-            const auto* remark = findChild<wxStaticText>(findWindow("KorvantIDE"), 1);
+            const auto remark = findChild<wxStaticText>(findWindow("KorvantIDE"), 1);
             return remark && remark->IsShown();
         });
         painted(driver).picture(std::string("prompt-refused-") + kLanguages[locale]);

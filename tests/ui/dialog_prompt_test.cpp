@@ -42,7 +42,7 @@ class Prompts : public testing::Test {
     void expectRemark(ui::UiText text) {
         const wxString wanted = ui::uiText(text);
         driver.when("a remark", [wanted] {
-            for (int i = 0; auto* label = findChild<wxStaticText>(findWindow(kTitle), i); ++i)
+            for (int i = 0; const auto label = findChild<wxStaticText>(findWindow(kTitle), i); ++i)
                 if (label->GetLabelText() == wanted) return true;
             return false;
         });

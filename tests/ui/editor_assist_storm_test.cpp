@@ -94,7 +94,7 @@ TEST_F(EditorStorm, AnyKeysLeaveTheWindow) {
     driver.run([this] { editor()->GotoPos(editor()->GetLength()); });
     type("Sam");
     driver.when("an answer after all that", [this] {
-        const auto* list = test::findChild<ui::PopUp>(frame(), 0);
+        const auto list = test::findChild<ui::PopUp>(frame(), 0);
         return list != nullptr;
     });
     closeBox();

@@ -58,7 +58,7 @@ class EditorHelp : public EditorWindowTest, public testing::WithParamInterface<T
         ui::saveEditorSettings(settings);
     }
     template <class Part>
-    Part* part() const {
+    korvant::test::Found<Part> part() const {
         return findChild<Part>(frame(), 0);
     }
     void look(const std::string& name) {
@@ -96,7 +96,7 @@ class EditorHelp : public EditorWindowTest, public testing::WithParamInterface<T
     }
     void untilDescribed(const std::string& name) {
         driver.when("documentation of " + name, [this, name] {
-            const auto* list = part<ui::SuggestionPopUp>();
+            const auto list = part<ui::SuggestionPopUp>();
             return list && list->described() == name;
         });
     }

@@ -43,7 +43,7 @@ class EditorConsole : public FullWindow {
     }
     /// Of the heading at the right.
     wxWindow* closeButton() const {
-        for (int i = 0; auto* button = part<ui::PaintedButton>(i); ++i)
+        for (int i = 0; const auto button = part<ui::PaintedButton>(i); ++i)
             if (button->face().icon == ui::Icon::close &&
                 button->GetParent() != part<ui::DebugPanel>() &&
                 button->GetScreenPosition().y >
@@ -169,7 +169,7 @@ TEST_F(EditorConsole, LastOutputInTheClassicLayout) {
     choose(command_id::kLastOutput);
     driver.window("Last Output");
     check([] {
-        const auto* text = korvant::test::findChild<wxTextCtrl>(findWindow("Last Output"));
+        const auto text = korvant::test::findChild<wxTextCtrl>(findWindow("Last Output"));
         EXPECT_EQ(text->GetValue(), "kept\n");
     });
     driver.key(WXK_ESCAPE).gone("Last Output");

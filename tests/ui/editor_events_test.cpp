@@ -345,7 +345,7 @@ TEST_F(EditorEvents, MarginIsClicked) {
     driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
     driver.when("its place", [turns = 0]() mutable { return ++turns > 20; });
     driver.click([this]() -> wxWindow* {
-        for (int i = 0; auto* button = korvant::test::findChild<ui::PaintedButton>(
+        for (int i = 0; const auto button = korvant::test::findChild<ui::PaintedButton>(
                             part<ui::BreakpointBox>(), i);
              ++i)
             if (button->face().label == "Delete") return button;
@@ -484,8 +484,8 @@ TEST_F(EditorEvents, WindowIsFoundAsItWasLeft) {
     driver.key('F', wxMOD_CONTROL);
     driver.when("the bar", [this] { return part<ui::FindBar>() != nullptr; });
     driver.click([this]() -> wxWindow* {
-        for (int i = 0;
-             auto* button = korvant::test::findChild<ui::PaintedButton>(part<ui::FindBar>(), i);
+        for (int i = 0; const auto button =
+                            korvant::test::findChild<ui::PaintedButton>(part<ui::FindBar>(), i);
              ++i)
             if (button->face().label == "Aa") return button;
         return nullptr;
@@ -522,8 +522,9 @@ TEST_F(EditorEvents, WelcomeStaysAwayWhenItIsToldTo) {
         return !korvant::test::findChild<ui::PaintedCheck>(part<ui::WelcomePane>())->value();
     });
     driver.click([this]() -> wxWindow* {
-        const auto* welcome = part<ui::WelcomePane>();
-        for (int i = 0; auto* button = korvant::test::findChild<ui::PaintedButton>(welcome, i); ++i)
+        const auto welcome = part<ui::WelcomePane>();
+        for (int i = 0; const auto button = korvant::test::findChild<ui::PaintedButton>(welcome, i);
+             ++i)
             if (button->face().icon == ui::Icon::close) return button;
         return nullptr;
     });

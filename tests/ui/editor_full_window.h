@@ -91,11 +91,12 @@ class FullWindow : public EditorWindowTest {
         ui::saveEditorSettings(settings);
     }
     template <class Part>
-    Part* part(int index = 0) const {
+    korvant::test::Found<Part> part(int index = 0) const {
         return findChild<Part>(frame(), index);
     }
-    ui::RowList* list(ui::DebugPanel::Section section) const {
-        return part<ui::DebugPanel>() ? part<ui::DebugPanel>()->list(section) : nullptr;
+    korvant::test::Found<ui::RowList> list(ui::DebugPanel::Section section) const {
+        const auto panel = part<ui::DebugPanel>();
+        return panel ? panel->list(section) : nullptr;
     }
     std::string statusText() const { return part<ui::StatusLine>()->content().text.utf8_string(); }
     /// "name=value" of the rows of a list.

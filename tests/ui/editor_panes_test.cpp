@@ -25,7 +25,7 @@ class EditorPanes : public FullWindow {
   protected:
     EditorPanes() { use(ThemeChoice::light); }
     const ui::PaneHeading* heading(const wxString& title) const {
-        for (int i = 0; const auto* found = part<ui::PaneHeading>(i); ++i)
+        for (int i = 0; const auto found = part<ui::PaneHeading>(i); ++i)
             if (found->accessibleName().StartsWith(title)) return found;
         return nullptr;
     }
@@ -176,7 +176,8 @@ TEST_F(EditorPanes, WelcomeLeadsToTheExamples) {
     });
     ready();
     driver.click([this]() -> wxWindow* {
-        for (int i = 0; auto* link = findChild<ui::PaintedButton>(part<ui::WelcomePane>(), i); ++i)
+        for (int i = 0; const auto link = findChild<ui::PaintedButton>(part<ui::WelcomePane>(), i);
+             ++i)
             if (link->face().label == "More examples...") return link;
         return nullptr;
     });

@@ -31,7 +31,7 @@ class EditorSearch : public EditorWindowTest {
     /// What is typed into a dialog arrives a moment later.
     void untilField(const wxString& wanted) {
         driver.when("the field's text", [wanted] {
-            const auto* field = findChild<wxTextCtrl>(findActive("Goto line"));
+            const auto field = findChild<wxTextCtrl>(findActive("Goto line"));
             return field && field->GetValue() == wanted;
         });
     }
@@ -139,7 +139,7 @@ TEST_F(EditorSearch, HistoryIsOfferedNewestFirst) {
     choose(command_id::kFind);
     driver.window("Search");
     check([] {
-        const auto* list = findChild<wxComboBox>(findWindow("Search"));
+        const auto list = findChild<wxComboBox>(findWindow("Search"));
         ASSERT_EQ(list->GetCount(), 2u);
         EXPECT_EQ(list->GetString(0), "two");
         EXPECT_EQ(list->GetString(1), "one");

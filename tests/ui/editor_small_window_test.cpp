@@ -40,7 +40,7 @@ class EditorSmallWindow : public FullWindow {
         });
     }
     bool boxIsWhole() const {
-        const auto* box = part<ui::ExceptionBox>();
+        const auto box = part<ui::ExceptionBox>();
         return box && box->GetPosition().y >= 0 &&
                box->GetRect().GetBottom() < editor()->GetClientSize().y;
     }
@@ -60,7 +60,7 @@ TEST_F(EditorSmallWindow, BreakpointBoxIsWhole) {
         driver.key(WXK_F9, wxMOD_ALT);
         driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
         check([this] {
-            const auto* box = part<ui::BreakpointBox>();
+            const auto box = part<ui::BreakpointBox>();
             EXPECT_TRUE(wxRect(frame()->GetClientSize()).Contains(box->GetRect()));
             EXPECT_EQ(cutIn(box), std::vector<std::string>());
         });

@@ -215,7 +215,7 @@ TEST_F(EditorTabs, TheFunctionAtTheCaretOpensTheOutline) {
                 [this] { return tabs() && tabs()->chooser()->function() == "Hole::grade"; });
     driver.click([this] { return tabs()->chooser(); });
     driver.when("the list", [this] {
-        const auto* box = part<ui::ChoiceBox>();
+        const auto box = part<ui::ChoiceBox>();
         return box && box->field()->HasFocus() &&
                box->list()->row(box->list()->selected()).name == "grade()";
     });

@@ -59,18 +59,18 @@ std::string EditorWindowTest::edit(const std::string& text) {
     return edited;
 }
 
-ui::CEditorDlg* EditorWindowTest::frame() const {
+korvant::test::Found<ui::CEditorDlg> EditorWindowTest::frame() const {
     for (wxWindow* window : wxTopLevelWindows)
         if (auto* found = dynamic_cast<ui::CEditorDlg*>(window); found && found->IsShown())
             return found;
     return nullptr;
 }
 
-wxStyledTextCtrl* EditorWindowTest::editor() const {
+korvant::test::Found<wxStyledTextCtrl> EditorWindowTest::editor() const {
     return controlOf(frame(), 0);
 }
 
-wxStyledTextCtrl* EditorWindowTest::pane() const {
+korvant::test::Found<wxStyledTextCtrl> EditorWindowTest::pane() const {
     return controlOf(frame(), 1);
 }
 

@@ -28,9 +28,9 @@ class EditorWindowTest : public ScriptFixture {
 
     void useWindows();
 
-    ui::CEditorDlg* frame() const;
-    wxStyledTextCtrl* editor() const;
-    wxStyledTextCtrl* pane() const;
+    korvant::test::Found<ui::CEditorDlg> frame() const;
+    korvant::test::Found<wxStyledTextCtrl> editor() const;
+    korvant::test::Found<wxStyledTextCtrl> pane() const;
     std::string text() const;
     std::string output() const;
     std::string title() const;

@@ -22,8 +22,8 @@ class FormConfirm : public testing::Test {
 
     /// The text of the pop-up.
     static std::string report() {
-        auto* popUp = findChild<ui::FormReport>(shownForm());
-        auto* view = popUp ? findChild<ui::HtmlView>(popUp) : nullptr;
+        const auto popUp = findChild<ui::FormReport>(shownForm());
+        const auto view = popUp ? findChild<ui::HtmlView>(popUp) : nullptr;
         return view ? std::string(view->text().utf8_str()) : std::string();
     }
 

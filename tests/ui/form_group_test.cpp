@@ -85,11 +85,11 @@ TEST_F(FormGroup, ElementsThatFailAreMarkedWhileAnotherIsShown) {
         return shownList()->session().groupBar(shownList()->page()).current == 1;
     });
     driver_.run([] {
-        const auto* choice = findChild<wxChoice>(shownForm());
+        const auto choice = findChild<wxChoice>(shownForm());
         ASSERT_NE(choice, nullptr);
         EXPECT_EQ(choice->GetString(0), wxString::FromUTF8("\xE2\x9C\x96 1: Fill"));
         EXPECT_EQ(choice->GetString(1), "2: Grey clay");
-        const auto* book = findChild<wxNotebook>(shownForm());
+        const auto book = findChild<wxNotebook>(shownForm());
         EXPECT_NE(book->GetPageImage(1), wxNotebook::NO_IMAGE);
         EXPECT_EQ(book->GetPageImage(0), wxNotebook::NO_IMAGE);
     });
@@ -134,7 +134,7 @@ TEST(FormGroupInside, SaysWhichElementIsMissing) {
         return shownList() && shownList()->page() == 1 && add && !add->IsEnabled();
     });
     driver.run([] {
-        auto* text = findChild<ui::HtmlView>(shownList()->GetGrandParent());
+        const auto text = findChild<ui::HtmlView>(shownList()->GetGrandParent());
         EXPECT_TRUE(text->text().Contains("Layers")) << text->text();
         EXPECT_FALSE(text->text().Contains("Press Add")) << text->text();
     });

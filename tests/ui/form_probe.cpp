@@ -25,7 +25,7 @@ ui::CListCtrlEx* shownList() {
     wxWindow* form = shownForm();
     ui::CListCtrlEx* found = nullptr;
     for (int i = 0; form && !found; ++i) {
-        auto* list = findChild<ui::CListCtrlEx>(form, i);
+        const auto list = findChild<ui::CListCtrlEx>(form, i);
         if (!list) break;
         if (list->IsShownOnScreen()) found = list;
     }
@@ -59,7 +59,7 @@ std::string typedText() {
 
 wxWindow* groupButton(int index) {
     const wxWindow* form = shownForm();
-    for (int i = 0; const auto* bar = form ? findChild<ui::FormGroupBar>(form, i) : nullptr; ++i)
+    for (int i = 0; const auto bar = form ? findChild<ui::FormGroupBar>(form, i) : nullptr; ++i)
         if (bar->IsShownOnScreen()) return findChild<wxButton>(bar, index);
     return nullptr;
 }

@@ -31,7 +31,7 @@ class FormSmall : public testing::TestWithParam<wxSize> {
     /// Every button and every part of the page lies inside the form, and the list fills its page.
     static void expectAllInside() {
         const wxRect form = shownForm()->GetScreenRect();
-        for (int i = 0; const auto* button = findChild<wxButton>(shownForm(), i); ++i)
+        for (int i = 0; const auto button = findChild<wxButton>(shownForm(), i); ++i)
             EXPECT_TRUE(!button->IsShownOnScreen() || form.Contains(button->GetScreenRect()))
                 << button->GetLabel();
         const wxRect list = shownList()->GetScreenRect();
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(InLittleRoom, FormSmall,
 class FormSearch : public testing::Test {
   protected:
     static wxString links() {
-        const auto* line = findChild<ui::FormPageLinks>(shownForm());
+        const auto line = findChild<ui::FormPageLinks>(shownForm());
         return line ? line->text() : wxString();
     }
 

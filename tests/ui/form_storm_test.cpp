@@ -188,7 +188,7 @@ TEST_F(FormStorm, TextsThatNoFieldTakesAreRefusedAloudAndNeverCut) {
         driver_.press(WXK_DOWN);
         if (std::string(label) == "Remarks") driver_.press(WXK_DOWN);
         driver_.row(label).press(WXK_RETURN).window(label).run([label] {
-            const auto* field = findChild<wxTextCtrl>(findWindow(label));
+            const auto field = findChild<wxTextCtrl>(findWindow(label));
             EXPECT_FALSE(field->IsEditable());
             EXPECT_LT(field->GetValue().size(), 10'000U);
         });
