@@ -6,6 +6,7 @@
 
 #include "editor_full_window.h"
 #include "host/library/script_console.h"
+#include "support/own_time.h"
 #include "support/ui_x_keys.h"
 #include "ui/console/console_canvas.h"
 #include "ui/editor/panels/console_pane.h"
@@ -159,6 +160,32 @@ TEST_F(EditorConsole, StopIsHeardInsideAFunctionThatWaits) {
          "\");\n    string s;\n    Input(s);\n    Print(\"went on\\n\");\n    return 0;\n}\n");
 }
 #endif
+
+/// A quarter of a second, and what a busy machine adds to it.
+TEST_F(EditorConsole, StopIsHeardSoonWhateverRuns) {
+    using test::OwnTime;
+    use(ThemeChoice::light);
+    for (const char* body : {"while (true) {}", "array<int> a(3000000); while (true) a.sortAsc();",
+                             "string s = \"a\"; for (int i = 0; i < 22; i++) s = s + s; while "
+                             "(true) StrFind(s, \"ab\");",
+                             "while (true) Print(\"more\\n\");"}) {
+        OwnTime::time_point pressed;
+        frontend.meanwhile = [&] {
+            EXPECT_TRUE(test::pressInWindow("Script Editor", "Escape", false));
+            pressed = OwnTime::now();
+        };
+        ready();
+        driver.key(WXK_F5);
+        driver.when("the run", [&] { return pressed != OwnTime::time_point(); });
+        untilStatus("Ready");
+        driver.run([&] {
+            EXPECT_LT(OwnTime::now() - pressed, std::chrono::milliseconds(250 + 250)) << body;
+        });
+        closeBox();
+        edit("int main() {\n    Information(\"go\");\n    " + std::string(body) +
+             "\n    return 0;\n}\n");
+    }
+}
 
 TEST_F(EditorConsole, LastOutputInTheClassicLayout) {
     use(ThemeChoice::light);
