@@ -61,6 +61,19 @@ TEST_F(Session, BreakpointsMayChangeWhileTheScriptRuns) {
     EXPECT_EQ(stops[0].place.line, 4);
 }
 
+TEST_F(Session, WhoAsksForAPauseDoesNotEndAContextOfTheHosts) {
+    ASSERT_TRUE(debug.attach());
+    const std::string text =
+        "int main() { begun(); int n = 0; while (n < 2000000) n++; return 0; }";
+    asIScriptContext* const own = engine()->CreateContext();
+    {
+        const Meanwhile user(*engine(), [&] { debug.requestPause(); });
+        EXPECT_FALSE(session().runApplication(engine(), own, text, nullptr).failed());
+    }
+    own->Release();
+    EXPECT_TRUE(stops.empty());
+}
+
 TEST_F(Session, AHostsOwnRunIsDebuggedWhileAttached) {
     ASSERT_TRUE(debug.attach());
     breakAt(2);

@@ -124,7 +124,12 @@ void LineCallback::endHold() {
     if (watched_) watch_.arm(*this);
 }
 
+void LineCallback::seeAttention() {
+    if (attentionWanted_ && watched_ && foreign_ == nullptr) watch_.alertNow();
+}
+
 bool LineCallback::attentionDue() {
+    if (foreign_ != nullptr) return false;  // nothing of it can be looked at, only ended
     if (attentionWanted_) return true;
     const std::uint32_t every = policy_ != nullptr ? policy_->attentionEvery() : 0;
     return every != 0 && steadyMilliseconds() - attendedAt_ >= static_cast<std::int64_t>(every);
@@ -232,6 +237,8 @@ void LineCallback::decideSlowly(asIScriptContext& context) noexcept {
         return;
     }
     const std::int32_t line = currentLine(context);
+    // What is wanted may be to stop here.
+    if ((attention_.load() & (kDue | kUnwatched)) != 0) giveAttention(context);
     if (line > 0 && (policy_ != nullptr || isRun(context))) decide(context, line);
     if ((attention_.load() & (kDue | kUnwatched)) != 0) lookAtEnd(context);
 }

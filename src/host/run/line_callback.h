@@ -54,6 +54,8 @@ class LineCallback final : public WatchTarget {
         attentionWanted_ = true;
         attend();
     }
+    /// Inside a native function, on the script's thread: what is wanted is so at its next statement.
+    void seeAttention();
     /// Nobody watches in between.
     void beginHold();
     void endHold();

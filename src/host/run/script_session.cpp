@@ -89,8 +89,10 @@ void ScriptSession::requestStop() noexcept {
 
 bool ScriptSession::shouldStop() {
     if (SideRun* const side = impl_->side) return side->over();
-    if (impl_->policy && impl_->running && std::this_thread::get_id() == impl_->runThread)
+    if (impl_->policy && impl_->running && std::this_thread::get_id() == impl_->runThread) {
+        impl_->lineCallback.seeAttention();
         impl_->policy->insideNative();
+    }
     if (impl_->lineCallback.ending() != LineCallback::Ending::none) return true;
     if (!impl_->state.stopRequest && !impl_->limit.expired()) return false;
     impl_->lineCallback.lookNow();
