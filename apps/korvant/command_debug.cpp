@@ -1,4 +1,5 @@
 // korvant debug FILE: runs a script under a debugger that is worked with lines of text.
+#include <atomic>
 #include <deque>
 #include <fstream>
 #include <memory>
@@ -27,22 +28,45 @@ struct Debug {
     korvant::Limits limits;
 };
 
-/// Ctrl+C stops the script where it is instead of ending it.
+/// Ctrl+C stops the script where it is instead of ending it, and drops a command that is typed.
 korvant::DebugSession* interrupted = nullptr;
+std::atomic<bool> typing{false};
+std::atomic<bool> dropped{false};
+std::atomic<bool> ending{false};
+
+void onInterrupt(bool ends) noexcept {
+    if (interrupted == nullptr) return;
+    if (ends) {
+        ending = true;
+        moduleSession().requestStop();
+    } else if (typing) {
+        dropped = true;
+    } else {
+        interrupted->requestPause();
+        interrupted->requestAttention();
+    }
+}
+
+constexpr std::uint16_t kOwnColours = 7;
 
 void write(const std::string& text) {
     korvant::Console& console = *moduleSession().services().console;
     korvant::scriptConsole().flush();
+    // The colours of the script are its own.
+    const std::uint16_t colours = console.attributes();
+    console.setAttributes(kOwnColours);
     console.write(text);
     console.flush();
+    console.setAttributes(colours);
 }
 
-/// A line of the terminal or of standard input; nothing at its end.
+/// A line of the terminal or of standard input; nothing at its end, or when it was dropped.
 std::optional<std::string> readLine() {
+    const auto stopped = [] { return dropped.load() || ending.load(); };
     std::string line;
     for (;;) {
-        const int byte = moduleSession().services().console->readChar(nullptr);
-        if (byte < 0 && line.empty()) return std::nullopt;
+        const int byte = moduleSession().services().console->readChar(stopped);
+        if (byte < 0 && (line.empty() || stopped())) return std::nullopt;
         if (byte < 0 || byte == '\n') break;
         line.push_back(static_cast<char>(byte));
     }
@@ -61,6 +85,7 @@ class Commands {
         return true;
     }
     std::optional<std::string> next(const std::string& prompt) {
+        if (ending) return std::nullopt;
         korvant::forgetInterrupts();
         if (!lines_.empty()) {
             std::string line = std::move(lines_.front());
@@ -68,18 +93,30 @@ class Commands {
             write(prompt + line + "\n");
             return line;
         }
-        if (korvant::isTerminal(STDIN_FILENO)) write(prompt);
         // The arguments are for the script.
         input_.keepFed(true);
-        const bool rest = input_.insideLine();
-        std::optional<std::string> line = readLine();
-        // What the script has left of a line that it read a word of is no command.
-        if (rest && line && line->find_first_not_of(" \t") == std::string::npos) line = readLine();
+        typing = true;
+        std::optional<std::string> line = typed(prompt);
+        while (dropped.exchange(false) && !line && !ending) {
+            korvant::forgetInterrupts();
+            write("\n");
+            line = typed(prompt);
+        }
+        typing = false;
         input_.keepFed(false);
         return line;
     }
 
   private:
+    std::optional<std::string> typed(const std::string& prompt) {
+        if (korvant::isTerminal(STDIN_FILENO)) write(prompt);
+        const bool rest = input_.insideLine();
+        std::optional<std::string> line = readLine();
+        // What the script has left of a line that it read a word of is no command.
+        if (rest && line && line->find_first_not_of(" \t") == std::string::npos) line = readLine();
+        return line;
+    }
+
     korvant::StreamInput& input_;
     std::deque<std::string> lines_;
 };
@@ -88,6 +125,8 @@ int debugScript(const Debug& debug) {
     const std::optional<Source> source = readScript(debug.file, debug.limits.scriptBytes);
     if (!source) return kCannotRead;
     TerminalHost host(debug.host);
+    // What the debugger said is not the script's to blank.
+    korvant::scriptConsole().keepText(true);
     Commands commands(host.input());
     if (!debug.commandFile.empty() && !commands.open(debug.commandFile)) {
         complain("could not read " + debug.commandFile);
@@ -110,11 +149,7 @@ int debugScript(const Debug& debug) {
     parts.built = [&host] { host.feedArguments(); };
     korvant::DebugConsole console(std::move(parts));
     interrupted = &console.session();
-    korvant::ownInterrupts([]() noexcept {
-        if (interrupted == nullptr) return;
-        interrupted->requestPause();
-        interrupted->requestAttention();
-    });
+    korvant::ownInterrupts(onInterrupt);
     console.run();
     korvant::ownInterrupts(nullptr);
     interrupted = nullptr;

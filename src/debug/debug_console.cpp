@@ -79,7 +79,8 @@ const std::vector<DebugConsole::Command>& DebugConsole::commands() {
         {"continue c", "", "goes on to the next stop", &DebugConsole::doContinue},
         {"step s", "", "to the next line, into functions", &DebugConsole::doStep},
         {"next n", "", "to the next line of this function", &DebugConsole::doNext},
-        {"finish fin", "", "until this function has returned", &DebugConsole::doFinish},
+        {"finish fin", "", "until the call that is looked at has returned",
+         &DebugConsole::doFinish},
         {"until u", "LINE", "to a line", &DebugConsole::doUntil},
         {"break b", "LINE or FUNCTION [if CONDITION]", "sets a breakpoint", &DebugConsole::doBreak},
         {"watch", "EXPRESSION", "stops when its value changes", &DebugConsole::doWatch},
@@ -121,6 +122,7 @@ DebugConsole::DebugConsole(Parts parts) : parts_(std::move(parts)), debug_(parts
         if (end == std::string_view::npos) break;
         rest.remove_prefix(end + 1);
     }
+    if (lines_.back().empty()) lines_.pop_back();
 }
 
 bool DebugConsole::run() {
@@ -459,7 +461,7 @@ void DebugConsole::doNext(const std::string&) {
     goes(debug_.stepOver());
 }
 void DebugConsole::doFinish(const std::string&) {
-    goes(debug_.stepOut());
+    goes(debug_.stepOut(frame_));
 }
 
 void DebugConsole::doUntil(const std::string& rest) {
@@ -544,9 +546,8 @@ void DebugConsole::doList(const std::string& rest) {
     if (!rest.empty() && !wanted) return say("Around which line?");
     const ScriptPlace place =
         standsStillQuietly() ? debug_.frames().frame(frame_).place : ScriptPlace{{}, 1, 0};
-    if (!wanted && !place.source.empty())
-        return say("The text of " + place.source + " is not at hand.");
-    const std::int32_t here = place.source.empty() ? place.line : 0;
+    if (!place.source.empty()) return say("The text of " + place.source + " is not at hand.");
+    const std::int32_t here = place.line;
     const std::int32_t count = static_cast<std::int32_t>(lines_.size());
     std::int32_t begin = wanted ? *wanted - kShown / 2 : listed_ != 0 ? listed_ : here - kShown / 2;
     begin = std::clamp(begin, 1, std::max(1, count));
@@ -557,10 +558,10 @@ void DebugConsole::doList(const std::string& rest) {
 }
 
 void DebugConsole::doKill(const std::string&) {
-    if (!standsStill()) return;
+    const DebugState state = debug_.state();
+    if (!goes(state == DebugState::held || state == DebugState::suspended)) return;
     ends_ = true;
     debug_.stopRun();
-    goesOn_ = true;
 }
 
 void DebugConsole::doHelp(const std::string&) {

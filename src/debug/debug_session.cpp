@@ -153,12 +153,15 @@ void DebugSession::Impl::hold(asIScriptContext& context, StopInfo stopped) {
 }
 
 void DebugSession::Impl::takeAction(asIScriptContext& context) {
-    const StatementPlace here = StatementPlace::of(context);
+    StatementPlace here = StatementPlace::of(context);
     const bool statement = stepBy == StepBy::statement;
     step.end();
     if (action == Action::over) step.begin(StepRule::Mode::over, here, statement);
     if (action == Action::into) step.begin(StepRule::Mode::into, here, statement);
-    if (action == Action::out) step.begin(StepRule::Mode::out, here, statement);
+    if (action == Action::out) {
+        here.depth -= std::min(outOf, here.depth);
+        step.begin(StepRule::Mode::out, here, statement);
+    }
     if (action == Action::stop)
         session.requestStop();
     else
@@ -198,7 +201,9 @@ bool DebugSession::stepOver(StepBy by) {
 bool DebugSession::stepInto(StepBy by) {
     return impl_->decide(Impl::Action::into, by);
 }
-bool DebugSession::stepOut() {
+bool DebugSession::stepOut(unsigned frame) {
+    const Frames& frames = impl_->frames;
+    impl_->outOf = frame < frames.count() ? frames.level(frame) : 0;
     return impl_->decide(Impl::Action::out);
 }
 

@@ -133,7 +133,8 @@ class DebugSession {
     bool goOn();
     bool stepOver(StepBy by = StepBy::line);
     bool stepInto(StepBy by = StepBy::line);
-    bool stepOut();
+    /// Stops in the caller of `frame`, which counts as Frames does.
+    bool stepOut(unsigned frame = 0);
     bool runTo(const ScriptPlace& place);
     /// The run ends: a held one when onStopped() returns, a suspended one now, one that runs at
     /// its next statement, also from another thread.

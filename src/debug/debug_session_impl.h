@@ -67,6 +67,7 @@ struct DebugSession::Impl final : StopPolicy {
     enum class Action { goOn, over, into, out, to, stop };
     std::atomic<Action> action{Action::goOn};
     StepBy stepBy = StepBy::line;
+    unsigned outOf = 0;  ///< the engine's number of the frame that is left, with Action::out
 
     // What is built, and what can be seen.
     mutable std::mutex codeMutex;

@@ -35,8 +35,8 @@ void noteColours(bool inUse);
 /// `handler` is called for Ctrl+C and for the requests of the system to end (SIGTERM, SIGHUP);
 /// waits end early. The third one in a row, which nobody has answered, ends the program.
 void handleInterrupts(void (*handler)() noexcept);
-/// They come here, whoever has asked for them, until it is null.
-void ownInterrupts(void (*handler)() noexcept) noexcept;
+/// They come here, whoever has asked for them, until it is null. `ends`: the system's, no Ctrl+C.
+void ownInterrupts(void (*handler)(bool ends) noexcept) noexcept;
 /// True when there was one since forgetInterrupts.
 bool interrupted() noexcept;
 /// The interrupts so far were answered.

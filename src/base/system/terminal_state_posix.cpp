@@ -28,7 +28,7 @@ struct Guarded {
 Guarded guarded;
 std::atomic<int> interrupts{0};
 std::atomic<void (*)() noexcept> interruptHandler{nullptr};
-std::atomic<void (*)() noexcept> interruptOwner{nullptr};
+std::atomic<void (*)(bool) noexcept> interruptOwner{nullptr};
 constexpr int kPatience = 3;
 
 static_assert(std::atomic<bool>::is_always_lock_free);
@@ -76,8 +76,10 @@ void onSuspend(int signal) {
 void onInterrupt(int signal) {
     const int error = errno;
     if (interrupts.fetch_add(1) + 1 >= kPatience) onFatal(signal);
-    const auto owner = interruptOwner.load();
-    if (const auto handler = owner != nullptr ? owner : interruptHandler.load()) handler();
+    if (const auto owner = interruptOwner.load())
+        owner(signal != SIGINT);
+    else if (const auto handler = interruptHandler.load())
+        handler();
     errno = error;
 }
 
@@ -142,7 +144,7 @@ void handleInterrupts(void (*handler)() noexcept) {
     }
 }
 
-void ownInterrupts(void (*handler)() noexcept) noexcept {
+void ownInterrupts(void (*handler)(bool ends) noexcept) noexcept {
     interruptOwner.store(handler);
 }
 

@@ -24,7 +24,7 @@ struct Guarded {
 Guarded guarded;
 std::atomic<int> interrupts{0};
 std::atomic<void (*)() noexcept> interruptHandler{nullptr};
-std::atomic<void (*)() noexcept> interruptOwner{nullptr};
+std::atomic<void (*)(bool) noexcept> interruptOwner{nullptr};
 constexpr int kPatience = 3;
 constexpr DWORD kSequencesOut = 0x0004, kSequencesIn = 0x0200;
 
@@ -35,10 +35,12 @@ void giveBack() {
     SetConsoleOutputCP(guarded.codePage);
 }
 
-BOOL WINAPI onControlEvent(DWORD) {
+BOOL WINAPI onControlEvent(DWORD event) {
     if (interrupts.fetch_add(1) + 1 >= kPatience) return FALSE;
-    const auto owner = interruptOwner.load();
-    if (const auto handler = owner != nullptr ? owner : interruptHandler.load()) handler();
+    if (const auto owner = interruptOwner.load())
+        owner(event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT);
+    else if (const auto handler = interruptHandler.load())
+        handler();
     return TRUE;
 }
 
@@ -94,7 +96,7 @@ void handleInterrupts(void (*handler)() noexcept) {
     SetConsoleCtrlHandler(onControlEvent, TRUE);
 }
 
-void ownInterrupts(void (*handler)() noexcept) noexcept {
+void ownInterrupts(void (*handler)(bool ends) noexcept) noexcept {
     interruptOwner = handler;
 }
 

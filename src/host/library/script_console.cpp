@@ -46,7 +46,7 @@ void ScriptConsole::takeUp() {
 }
 
 void ScriptConsole::beginRun() {
-    clear();
+    if (!keepsText_) clear();
     hide();
 }
 

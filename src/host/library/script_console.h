@@ -61,6 +61,9 @@ class ScriptConsole final : public RunParticipant {
     void moveCursor(std::int16_t column, std::int16_t row);
 
     void beginConfiguration() override { use_.ready = aside_.ready = false; }
+    /// What stands there stays when a run begins, where it is more than the script's.
+    void keepText(bool keeps) noexcept { keepsText_ = keeps; }
+
     void beginRun() override;
     void beforeReport() override { hide(); }
     void endContinuation() override { hide(); }
@@ -83,6 +86,7 @@ class ScriptConsole final : public RunParticipant {
     Use aside_;
     std::vector<PrintListener*> listeners_;
     bool visible_ = false;
+    bool keepsText_ = false;
 };
 
 /// The one of the module. Never destroyed.

@@ -54,7 +54,7 @@ class LineCallback final : public WatchTarget {
         attentionWanted_ = true;
         attend();
     }
-    /// Inside a native function, on the script's thread: what is wanted is so at its next statement.
+    /// Inside a native function, on the script's thread: what is wanted is due behind it.
     void seeAttention();
     /// Nobody watches in between.
     void beginHold();
