@@ -1,6 +1,9 @@
 // What surrounds every test of a suite: a current folder of its own, and what the person who starts
 // the suite may choose: KORVANT_TEST_LOCALE, the locale that a host has set for its process.
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
 
 #include <clocale>
 #include <cstdio>
@@ -23,6 +26,16 @@ const bool chosen = [] {
     }
     return true;
 }();
+
+#ifndef _WIN32
+/// Programs that are ended by a signal on purpose leave no image of their memory.
+const bool imageless = [] {
+    struct rlimit most {};
+    if (getrlimit(RLIMIT_CORE, &most) != 0) return false;
+    most.rlim_cur = 0;
+    return setrlimit(RLIMIT_CORE, &most) == 0;
+}();
+#endif
 
 /// Whoever starts a suite from a folder of his own finds it as it was: what a test writes without
 /// saying where is found here, and the test fails.

@@ -41,7 +41,7 @@ if [ "$kind" != plain ]; then
 fi
 
 version=$({ cat "$here"/sources.sha256 "$here"/*.patch "$here/build.sh"
-            echo "$kind" "${flags[@]}" "$lines" "${link[@]}"; uname -m; "$compiler" -dumpfullversion; } 2>&1 |
+            echo "$kind" "${flags[@]}" "$lines" "${link[@]}"; uname -m; "$compiler" --version; } 2>&1 |
           sha256sum | cut -c1-16)
 folder=$cache/engine-$kind-$version
 if [ "$where" = yes ] || [ -f "$folder/$soname" ]; then echo "$folder"; exit 0; fi

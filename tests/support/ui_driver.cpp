@@ -7,6 +7,8 @@
 #include <wx/toplevel.h>
 
 #include <cstdlib>
+#include <cstring>
+#include <typeinfo>
 #include <utility>
 
 #include "ui/kit/ui_runtime.h"
@@ -41,6 +43,14 @@ std::string openWindows() {
         if (top->IsActive()) list += "*";
     }
     return list.empty() ? " none" : list;
+}
+
+std::string keyboardOwner() {
+    const wxWindow* const focus = wxWindow::FindFocus();
+    if (!focus) return "nothing";
+    const char* const type = typeid(*focus).name();
+    return std::string(type + std::strspn(type, "0123456789")) + " \"" +
+           std::string(focus->GetName().utf8_str()) + "\"";
 }
 
 void closeEverything() {
@@ -201,7 +211,8 @@ void UiDriver::take(const Step& step) {
 
 void UiDriver::fail(const std::string& what) {
     failed_ = true;
-    ADD_FAILURE() << "waited too long for " << what << "; open windows:" << openWindows();
+    ADD_FAILURE() << "waited too long for " << what << "; open windows:" << openWindows()
+                  << "; the keyboard is in " << keyboardOwner();
     if (const char* folder = std::getenv("KORVANT_SCREENSHOTS"))
         saveScreen(std::string(folder) + "/timeout.png");
     if (onTimeout) onTimeout();
