@@ -147,12 +147,11 @@ TEST_F(EditorPanes, WhatMendsAProblemLeavesItsLineInSight) {
 
 /// It did nothing before a pause in typing.
 TEST_F(EditorPanes, NextProblemWaitsForTheFirstAnswer) {
-    ready();
-    driver.type("int main() { return averge; }\n// more");
+    type("int main() { return averge; }\n");
     driver.key(WXK_F8);
     driver.when("the error", [this] { return caretLine() == 1; });
     closeBox();
-    edit("");
+    edit("// more\n");
 }
 
 /// Keys went to a window that could not be seen.

@@ -56,6 +56,8 @@ class EditorTabs : public FullWindow {
         });
         driver.key('O', wxMOD_CONTROL);
         untilTitle("Script Editor - " + name);
+        driver.when("its tab",
+                    [this, name] { return names().find(name + "!") != std::string::npos; });
     }
     /// A click in the window at a place that is looked up then.
     void clickAt(const std::function<wxWindow*()>& target, const std::function<wxPoint()>& place,
