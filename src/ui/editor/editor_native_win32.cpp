@@ -152,7 +152,7 @@ BusyInput pumpWhileBusy(wxFrame& frame, const UsableParts& usable) {
             const bool shift = GetKeyState(VK_SHIFT) < 0;
             const bool stop =
                 isKey && (message.wParam == VK_ESCAPE || (message.wParam == VK_F5 && shift));
-            const bool pause = isKey && message.wParam == VK_F6;
+            const bool pause = isKey && message.wParam == VK_F6 && GetKeyState(VK_CONTROL) >= 0;
             asked.stop |= stop;
             asked.pause |= pause;
             if (stop || pause || !isForPart(usable, message)) continue;
