@@ -8,7 +8,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kPointsOfInch = 72, kUsualDotsOfInch = 96;
+constexpr int kPointsOfInch = 72;
 
 std::uint32_t systemColour(int which) {
     const COLORREF colour = GetSysColor(which);
@@ -28,7 +28,10 @@ ProgressStyle guessedProgressStyle() {
     if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return style;
     const int pixels = std::abs(metrics.lfMessageFont.lfHeight);
     style.fontFamily = utf8OfWide(metrics.lfMessageFont.lfFaceName);
-    style.fontPoints = static_cast<double>(pixels) * kPointsOfInch / kUsualDotsOfInch;
+    const HDC screen = GetDC(nullptr);
+    const int dotsOfInch = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    style.fontPoints = static_cast<double>(pixels) * kPointsOfInch / dotsOfInch;
     return style;
 }
 

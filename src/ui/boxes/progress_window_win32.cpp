@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/system/wide_text_win32.h"
 #include "ui/boxes/progress_window.h"
@@ -12,24 +13,38 @@ namespace korvant::ui {
 namespace {
 
 constexpr wchar_t kClass[] = L"KorvantIDE.Progress";
-constexpr int kPadding = 24, kNarrowest = 280;
+constexpr int kPadding = 24, kNarrowest = 280;  // on a screen of the usual resolution
+constexpr int kCaptionRoom = 48;                // beside the text of the title
 constexpr int kFromTop = 6;  // a share of the screen's height; dialogs stand in the middle
 
 COLORREF colourRef(std::uint32_t rgb) {
     return RGB((rgb >> 16) & 0xFF, (rgb >> 8) & 0xFF, rgb & 0xFF);
 }
 
+int screenResolution() {
+    const HDC screen = GetDC(nullptr);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dots;
+}
+
+/// The system's font of titles, which windows do not tell.
+HFONT captionFont() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return CreateFontIndirectW(&metrics.lfCaptionFont);
+}
+
 class SystemProgressWindow final : public ProgressWindow {
   public:
-    explicit SystemProgressWindow(const ProgressStyle& style) : style_(style) {
+    explicit SystemProgressWindow(const ProgressStyle& style)
+        : style_(style), resolution_(screenResolution()), captionFont_(captionFont()) {
         registerClass();
         window_ =
             CreateWindowExW(WS_EX_DLGMODALFRAME, kClass, L"", WS_POPUP | WS_CAPTION, 0, 0,
                             kNarrowest, 80, nullptr, nullptr, GetModuleHandleW(nullptr), this);
-        const HDC screen = GetDC(nullptr);
-        const int height =
-            -MulDiv(static_cast<int>(style.fontPoints), GetDeviceCaps(screen, LOGPIXELSY), 72);
-        ReleaseDC(nullptr, screen);
+        const int height = -static_cast<int>(std::lround(style.fontPoints * resolution_ / 72));
         font_ = CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
                             DEFAULT_PITCH, wideOfUtf8(style.fontFamily).c_str());
@@ -37,6 +52,7 @@ class SystemProgressWindow final : public ProgressWindow {
     ~SystemProgressWindow() override {
         if (window_) DestroyWindow(window_);
         DeleteObject(font_);
+        DeleteObject(captionFont_);
     }
     SystemProgressWindow(const SystemProgressWindow&) = delete;
     SystemProgressWindow& operator=(const SystemProgressWindow&) = delete;
@@ -54,7 +70,8 @@ class SystemProgressWindow final : public ProgressWindow {
     }
 
     void setTexts(const std::string& caption, const std::string& text) override {
-        SetWindowTextW(window_, wideOfBytes(caption).c_str());
+        caption_ = wideOfBytes(caption);
+        SetWindowTextW(window_, caption_.c_str());
         text_ = wideOfBytes(text);
         place();
     }
@@ -106,23 +123,32 @@ class SystemProgressWindow final : public ProgressWindow {
         const HGDIOBJ previous = SelectObject(context, font_);
         SetBkMode(context, TRANSPARENT);
         SetTextColor(context, colourRef(style_.text));
-        InflateRect(&area, -kPadding, -kPadding);
+        InflateRect(&area, -scaled(kPadding), -scaled(kPadding));
         DrawTextW(context, text_.c_str(), -1, &area, DT_LEFT | DT_NOPREFIX);
         SelectObject(context, previous);
         EndPaint(window, &paint);
         return 0;
     }
 
-    /// Grows only: a window that changes its size with every text is hard to look at.
-    void place() {
+    int scaled(int size) const { return MulDiv(size, resolution_, USER_DEFAULT_SCREEN_DPI); }
+
+    SIZE sizeOf(const std::wstring& text, HFONT font) const {
         RECT needed{0, 0, 0, 0};
         const HDC context = GetDC(window_);
-        const HGDIOBJ previous = SelectObject(context, font_);
-        DrawTextW(context, text_.c_str(), -1, &needed, DT_CALCRECT | DT_NOPREFIX);
+        const HGDIOBJ previous = SelectObject(context, font);
+        DrawTextW(context, text.c_str(), -1, &needed, DT_CALCRECT | DT_NOPREFIX);
         SelectObject(context, previous);
         ReleaseDC(window_, context);
-        width_ = std::max(width_, static_cast<int>(needed.right) + 2 * kPadding);
-        height_ = std::max(height_, static_cast<int>(needed.bottom) + 2 * kPadding);
+        return {needed.right, needed.bottom};
+    }
+
+    /// Grows only: a window that changes its size with every text is hard to look at.
+    void place() {
+        const SIZE text = sizeOf(text_, font_), caption = sizeOf(caption_, captionFont_);
+        width_ =
+            std::max({width_, scaled(kNarrowest), static_cast<int>(text.cx) + scaled(2 * kPadding),
+                      static_cast<int>(caption.cx) + scaled(kCaptionRoom)});
+        height_ = std::max(height_, static_cast<int>(text.cy) + scaled(2 * kPadding));
         RECT frame{0, 0, width_, height_};
         AdjustWindowRectEx(&frame, WS_POPUP | WS_CAPTION, FALSE, WS_EX_DLGMODALFRAME);
         const int width = std::min<int>(frame.right - frame.left, GetSystemMetrics(SM_CXSCREEN));
@@ -133,11 +159,11 @@ class SystemProgressWindow final : public ProgressWindow {
     }
 
     ProgressStyle style_;
+    int resolution_;  ///< dots of an inch
     HWND window_ = nullptr;
-    HFONT font_ = nullptr;
-    std::wstring text_;
-    int width_ = kNarrowest;
-    int height_ = 0;
+    HFONT font_ = nullptr, captionFont_;
+    std::wstring caption_, text_;
+    int width_ = 0, height_ = 0;
 };
 
 }  // namespace

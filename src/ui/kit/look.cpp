@@ -9,7 +9,6 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kSemibold = 600;
 constexpr int kCodePoints = 10;
 
 wxString installed(const wxString& face) {
@@ -30,8 +29,7 @@ wxString codeFace() {
 
 void useSystemFonts(Look& look) {
     look.plain = dialogFont();
-    look.strong = look.plain;
-    look.strong.SetNumericWeight(kSemibold);
+    look.strong = native::semibold(look.plain);
     look.small = look.plain;
     look.small.SetFractionalPointSize(look.plain.GetFractionalPointSize() - 1);
     look.code = wxFont(wxFontInfo(kCodePoints).FaceName(codeFace()));

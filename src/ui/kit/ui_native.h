@@ -81,6 +81,8 @@ void colourScrollBars(wxWindow& window, const wxColour& thumb, const wxColour& e
 /// `font` under the name of the face that the system shows for it. A name of the desktop's can
 /// stand for another face, or for one of dots; texts that are painted need an outline's own name.
 wxFont paintable(const wxFont& font);
+/// `font` a little stronger, for headings; bold where nothing between can be painted.
+wxFont semibold(const wxFont& font);
 /// The desktop's font of one width; empty when it names none.
 wxString monospacedFace();
 /// The desktop asks for dark windows.

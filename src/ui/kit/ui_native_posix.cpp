@@ -439,6 +439,12 @@ wxFont paintable(const wxFont& font) {
     return font;
 }
 
+wxFont semibold(const wxFont& font) {
+    wxFont strong = font;
+    strong.SetNumericWeight(wxFONTWEIGHT_SEMIBOLD);
+    return strong;
+}
+
 wxString monospacedFace() {
     const Setting font("org.gnome.desktop.interface", "monospace-font-name");
     if (font.text().empty()) return {};

@@ -201,6 +201,17 @@ wxFont paintable(const wxFont& font) {
     return found;
 }
 
+/// Only regular and bold weights are painted; what is between is a face of its own.
+wxFont semibold(const wxFont& font) {
+    const wxString face = font.GetFaceName() + " Semibold";
+    wxFont strong = font;
+    if (wxFontEnumerator::IsValidFacename(face))
+        strong.SetFaceName(face);
+    else
+        strong.MakeBold();
+    return strong;
+}
+
 wxString monospacedFace() {
     return {};
 }
