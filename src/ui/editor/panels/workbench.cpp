@@ -477,7 +477,10 @@ bool Workbench::moveFocus(int step) {
          window = window->GetParent())
         for (int i = 0; i < count; ++i)
             if (order[static_cast<std::size_t>(i)] == window) at = i;
-    const int next = at < 0 ? 0 : (at + step + count) % count;
+    // A window that comes to the front has no keyboard for a moment: then it is the text's.
+    for (int i = 0; i < count && at < 0; ++i)
+        if (order[static_cast<std::size_t>(i)] == controls_.text) at = i;
+    const int next = (std::max(at, 0) + step + count) % count;
     order[static_cast<std::size_t>(next)]->SetFocus();
     return true;
 }
