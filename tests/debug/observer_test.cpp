@@ -173,7 +173,7 @@ TEST_F(Observer, SharesOfTimeAreThoseOfTheWork) {
     Profiler profiler;
     debug.setProfiler(&profiler);
     // So many that chance is a percent, however often the machine does something else.
-    for (int runs = 0; runs < 10 && profiler.samples() < 2000; ++runs)
+    for (int runs = 0; runs < 40 && profiler.samples() < 2000; ++runs)
         EXPECT_FALSE(
             start("int work(int n) { int s = 0; for (int i = 0; i < n; i++) s ^= i; return s; }\n"
                   "int one() { return work(1000); }\nint two() { return work(2000); }\n"

@@ -6,6 +6,13 @@
 
 namespace korvant::test {
 
+/// How much longer the same work may take where a sanitizer looks at every byte.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+inline constexpr int kSlowdown = 5;
+#else
+inline constexpr int kSlowdown = 1;
+#endif
+
 /// The steady clock without the time for which this thread was ready to run and others had the
 /// processors. Where the system does not tell that, the steady clock as it is.
 struct OwnTime {
