@@ -15,7 +15,8 @@ using testing::Not;
 
 constexpr char kCtrlC[] = "\x03";
 constexpr char kPrompt[] = "(korvant) ";
-constexpr char kCounting[] = "Print(\"begun\\n\");\nfor (uint64 n = 0;;)\n    n++;";
+constexpr char kCounting[] =
+    "Print(\"begun\\n\");\nfor (uint64 n = 1;; n++)\n    if (n % 500000 == 0) Print(\"on\\n\");";
 constexpr char kAsking[] =
     "string s;\nPrint(\"Name: \");\nInput(s);\nPrint(\"It is \" + s + \".\\n\");";
 
@@ -48,7 +49,7 @@ TEST_F(Debugged, CtrlCStopsAScriptWhereItIs) {
         ASSERT_TRUE(process.await(kPrompt));
         type(process, "where", "int main()");
         type(process, "print n > 0", "bool = true");
-        if (stop == 0) type(process, "continue", "\n", false);
+        if (stop == 0) type(process, "continue", "\r\non\r\n", false);
     }
     type(process, "quit", "The run is ended.", false);
     EXPECT_EQ(1, process.finish());
