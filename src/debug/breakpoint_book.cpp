@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "debug/evaluation_text.h"
+
 namespace korvant {
 
 namespace {
@@ -82,7 +84,8 @@ std::vector<int> BreakpointBook::replace(std::vector<Breakpoint> old,
     std::vector<int> ids;
     for (BreakpointWish& wish : wishes) {
         const auto same = std::find_if(old.begin(), old.end(), [&](const Breakpoint& b) {
-            return b.wish.place.line == wish.place.line && b.wish.name == wish.name;
+            return b.wish.place.line == wish.place.line && b.wish.name == wish.name &&
+                   b.wish.calls == wish.calls;
         });
         if (same != old.end()) {
             same->wish = std::move(wish);
@@ -178,6 +181,8 @@ bool BreakpointBook::resolveOne(Breakpoint& breakpoint) const {
     HitCondition hits;
     if (!HitCondition::read(breakpoint.wish.hitCondition, hits))
         breakpoint.reason = "\"" + breakpoint.wish.hitCondition + "\" is no hit condition.";
+    else if (breakpoint.wish.kind == BreakpointKind::data && changesSomething(breakpoint.wish.name))
+        breakpoint.reason = "What is watched must not change anything.";
     else if (breakpoint.wish.kind == BreakpointKind::data)
         breakpoint.verified = true;
     else if (code_ == nullptr)
@@ -230,7 +235,7 @@ std::vector<std::int32_t> BreakpointBook::lines() const {
 
 bool BreakpointBook::watchesData() const {
     return std::any_of(breakpoints_.begin(), breakpoints_.end(), [](const Breakpoint& b) {
-        return b.wish.enabled && b.wish.kind == BreakpointKind::data;
+        return b.wish.enabled && b.verified && b.wish.kind == BreakpointKind::data;
     });
 }
 
@@ -256,7 +261,8 @@ std::vector<Breakpoint*> BreakpointBook::atEntry(int functionId) {
 std::vector<Breakpoint*> BreakpointBook::ofData() {
     std::vector<Breakpoint*> found;
     for (Breakpoint& b : breakpoints_)
-        if (b.wish.kind == BreakpointKind::data && b.wish.enabled) found.push_back(&b);
+        if (b.wish.kind == BreakpointKind::data && b.wish.enabled && b.verified)
+            found.push_back(&b);
     return found;
 }
 

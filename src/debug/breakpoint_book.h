@@ -17,8 +17,10 @@ enum class BreakpointKind { line, function, data };
 /// What a user wants.
 struct BreakpointWish {
     BreakpointKind kind = BreakpointKind::line;
-    ScriptPlace place;  ///< of a line breakpoint
-    std::string name;   ///< the function, or the expression whose value is watched
+    ScriptPlace place;   ///< of a line breakpoint
+    std::string name;    ///< the function, or the expression whose value is watched
+    unsigned calls = 0;  ///< of an expression: its names are those of the call that so many, itself
+                         ///< included, lead to; 0: of the innermost one
     bool enabled = true;
     std::string condition;     ///< a script expression; empty: none
     std::string hitCondition;  ///< "N", "==N", ">=N", ">N", "<N", "<=N", "%N"; empty: none

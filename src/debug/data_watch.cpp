@@ -1,34 +1,91 @@
 #include "debug/data_watch.h"
 
+#include <algorithm>
+
+#include "base/text/characters.h"
 #include "debug/evaluation_text.h"
 #include "debug/frames.h"
 #include "host/engine/program_position.h"
 
 namespace korvant {
 
-/// False when the expression means nothing in the innermost frame.
-bool DataWatch::findHome(Home& home, asIScriptContext& context, ValueTree& values) const {
-    const FrameScope scope = values.scopeOf(0);
+namespace {
+
+/// Functions without a name are told apart by it.
+std::string rawDeclaration(const asIScriptFunction& function) {
+    return orEmpty(function.GetDeclaration(true, true));
+}
+
+}  // namespace
+
+void DataWatch::beginRun(bool sameText) {
+    if (!sameText) homes_.clear();
+    std::erase_if(homes_, [](const auto& one) { return !one.second.found; });
+    for (auto& [id, home] : homes_) {
+        home.lasts = home.everywhere;
+        home.older = 0;
+    }
+}
+
+/// The engine's number of the frame; as many as there are when there is none.
+unsigned DataWatch::levelIn(const Home& home, asIScriptContext& context) {
+    const asUINT depth = context.GetCallstackSize();
+    return depth >= home.depth ? depth - home.depth : depth;
+}
+
+/// False when the expression means nothing in its frame.
+bool DataWatch::find(Home& home, asIScriptContext& context, ValueTree& values) {
+    const asUINT depth = context.GetCallstackSize();
+    const unsigned level = home.calls > 0 && home.calls <= depth ? depth - home.calls : 0;
+    const FrameScope scope = values.scopeOf(level);
+    if (scope.function() == nullptr) return false;
     const EvaluationText text = evaluationText(*context.GetEngine(), scope, home.expression);
-    if (!text.error.empty() || scope.function() == nullptr) return false;
+    if (!text.error.empty() || text.changes) return false;
+    home.found = home.lasts = true;
     home.everywhere = text.bindings.empty();
+    home.function = rawDeclaration(*scope.function());
     home.functionId = scope.function()->GetId();
-    home.depth = context.GetCallstackSize();
+    home.depth = depth - level;
     // Variables are made in namespaces that nobody stands in.
     home.nameSpace = isInitialiser(*scope.function()) ? std::string() : scope.nameSpace();
     return true;
 }
 
-/// False where its call has returned.
-bool DataWatch::levelOf(const Home& home, asIScriptContext& context, unsigned& level) const {
+/// Its call has returned: whether the innermost one is a later one of the same function, in which
+/// the names have values.
+bool DataWatch::findCall(Home& home, asIScriptContext& context, bool entry, ValueTree& values) {
     const asUINT depth = context.GetCallstackSize();
-    level = depth >= home.depth ? depth - home.depth : depth;
-    asIScriptFunction* const function = level < depth ? context.GetFunction(level) : nullptr;
-    return function != nullptr && function->GetId() == home.functionId;
+    const FrameScope scope = values.scopeOf(0);
+    const bool later = scope.function() != nullptr && (entry || depth > home.older) &&
+                       rawDeclaration(*scope.function()) == home.function;
+    home.older = std::min(home.older, later ? depth - 1 : depth);
+    if (!later) return false;
+    if (!evaluationText(*context.GetEngine(), scope, home.expression).error.empty()) return false;
+    home.lasts = true;
+    home.functionId = scope.function()->GetId();
+    home.depth = depth;
+    return true;
+}
+
+bool DataWatch::hasReturned(const Home& home, asIScriptContext& context) {
+    if (home.everywhere) return false;
+    const unsigned level = levelIn(home, context);
+    asIScriptFunction* const function =
+        level < context.GetCallstackSize() ? context.GetFunction(level) : nullptr;
+    return function == nullptr || function->GetId() != home.functionId;
+}
+
+FrameScope DataWatch::scopeIn(const Breakpoint& breakpoint, const FrameScope& innermost,
+                              ValueTree& values) const {
+    const auto known = homes_.find(breakpoint.id);
+    if (known == homes_.end()) return innermost;
+    const Home& home = known->second;
+    return home.everywhere ? innermost.globalsWithin(home.nameSpace)
+                           : values.scopeOf(levelIn(home, *innermost.context()));
 }
 
 /// At its first statement, or where a loop begins that it begins with.
-bool DataWatch::isNewCall(const Home& home, asIScriptContext& context) const {
+bool DataWatch::isNewCall(const Home& home, asIScriptContext& context) {
     const asIScriptFunction* const function = context.GetFunction(0);
     return !home.everywhere && function != nullptr && function->GetId() == home.functionId &&
            context.GetCallstackSize() == home.depth && atEntry(context);
@@ -36,41 +93,41 @@ bool DataWatch::isNewCall(const Home& home, asIScriptContext& context) const {
 
 bool DataWatch::changed(Breakpoint& breakpoint, asIScriptContext& context, bool entry,
                         ValueTree& values, ScriptEvaluator& evaluator, std::string& before) {
-    auto known = homes_.find(breakpoint.id);
-    if (known == homes_.end() || known->second.expression != breakpoint.wish.name) {
-        Home home;
+    Home& home = homes_[breakpoint.id];
+    if (home.expression != breakpoint.wish.name || home.calls != breakpoint.wish.calls) {
+        home = {};
         home.expression = breakpoint.wish.name;
-        if (!findHome(home, context, values)) return false;
-        known = homes_.insert_or_assign(breakpoint.id, home).first;
+        home.calls = breakpoint.wish.calls;
         breakpoint.hasLastValue = false;
     }
-    const Home& home = known->second;
-    if (breakpoint.hasLastValue && isNewCall(home, context)) {
-        // Whether it is a loop is known at the next statement.
-        if (entry) breakpoint.hasLastValue = false;
-        return false;
-    }
-    unsigned level = 0;
-    if (!home.everywhere && !levelOf(home, context, level)) {
+    if (home.lasts && hasReturned(home, context)) {
         // The next call begins afresh.
-        homes_.erase(known);
+        home.lasts = false;
+        home.older = context.GetCallstackSize();
+        if (home.depth > 0) home.older = std::min(home.older, home.depth - 1);
         breakpoint.hasLastValue = false;
-        return false;
     }
+    if (breakpoint.hasLastValue && isNewCall(home, context)) {
+        // Whether it is a loop is known when it is asked about again.
+        if (!entry) return false;
+        breakpoint.hasLastValue = false;
+    }
+    if (!home.found && !find(home, context, values)) return false;
+    if (!home.lasts && !findCall(home, context, entry, values)) return false;
     constexpr auto kPurpose = EvaluationPurpose::watch;
-    const Evaluation now = home.everywhere
-                               ? evaluator.evaluateGlobal(home.nameSpace, home.expression, kPurpose)
-                               : evaluator.evaluate(level, home.expression, kPurpose);
+    const Evaluation now =
+        home.everywhere ? evaluator.evaluateGlobal(home.nameSpace, home.expression, kPurpose)
+                        : evaluator.evaluate(levelIn(home, context), home.expression, kPurpose);
     if (!now.done) {
         // What has never had a value may mean something else further on.
-        if (!breakpoint.hasLastValue) homes_.erase(known);
+        if (!home.valued && home.calls == 0) home.found = home.lasts = false;
         return false;
     }
     std::string text = values.show(now.target, {}).value;
     before = breakpoint.lastValue;
     const bool changed = breakpoint.hasLastValue && text != before;
     breakpoint.lastValue = std::move(text);
-    breakpoint.hasLastValue = true;
+    breakpoint.hasLastValue = home.valued = true;
     return changed;
 }
 

@@ -32,6 +32,13 @@ std::optional<int> numberIn(const std::string& text) {
     return number;
 }
 
+/// "WHAT if CONDITION"
+void takeCondition(const std::string& rest, std::string& what, std::string& condition) {
+    const auto word = rest.find(" if ");
+    what = trimmed(rest.substr(0, word));
+    condition = word == std::string::npos ? std::string() : trimmed(rest.substr(word + 4));
+}
+
 const char* wordsFor(ExceptionKind kind) {
     switch (kind) {
         case ExceptionKind::caught:
@@ -83,7 +90,8 @@ const std::vector<DebugConsole::Command>& DebugConsole::commands() {
          &DebugConsole::doFinish},
         {"until u", "LINE", "to a line", &DebugConsole::doUntil},
         {"break b", "LINE or FUNCTION [if CONDITION]", "sets a breakpoint", &DebugConsole::doBreak},
-        {"watch", "EXPRESSION", "stops when its value changes", &DebugConsole::doWatch},
+        {"watch", "EXPRESSION [if CONDITION]", "stops when its value changes",
+         &DebugConsole::doWatch},
         {"catch", "never, unhandled, all or lost", "which exceptions stop", &DebugConsole::doCatch},
         {"condition", "N [CONDITION]", "of a breakpoint; none: always", &DebugConsole::doCondition},
         {"hits", "N [= >= > < <= % COUNT]", "at which passes a breakpoint stops",
@@ -317,12 +325,8 @@ void DebugConsole::addBreakpoint(BreakpointWish wish) {
 
 void DebugConsole::doBreak(const std::string& rest) {
     BreakpointWish wish;
-    std::string where = rest;
-    const auto condition = rest.find(" if ");
-    if (condition != std::string::npos) {
-        where = trimmed(rest.substr(0, condition));
-        wish.condition = trimmed(rest.substr(condition + 4));
-    }
+    std::string where;
+    takeCondition(rest, where, wish.condition);
     if (where.empty()) {
         if (!standsStill()) return;
         wish.place = debug_.frames().frame(frame_).place;
@@ -342,10 +346,11 @@ void DebugConsole::doBreak(const std::string& rest) {
 }
 
 void DebugConsole::doWatch(const std::string& rest) {
-    if (rest.empty()) return say("Which expression?");
     BreakpointWish wish;
     wish.kind = BreakpointKind::data;
-    wish.name = rest;
+    takeCondition(rest, wish.name, wish.condition);
+    if (wish.name.empty()) return say("Which expression?");
+    if (frame_ > 0 && standsStillQuietly()) wish.calls = debug_.callsOf(frame_);
     addBreakpoint(std::move(wish));
 }
 
@@ -410,6 +415,7 @@ void DebugConsole::doDisable(const std::string& rest) {
     std::string text = rest;
     if (Breakpoint* const found = numbered(text)) {
         found->wish.enabled = false;
+        found->hasLastValue = false;
         debug_.apply();
         sayBreakpoint(found->id);
     }

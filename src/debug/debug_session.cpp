@@ -249,6 +249,10 @@ std::string DebugSession::waitingIn() const {
 const Frames& DebugSession::frames() const noexcept {
     return impl_->frames;
 }
+unsigned DebugSession::callsOf(unsigned frame) const {
+    const Frames& frames = impl_->frames;
+    return frame < frames.count() ? frames.context()->GetCallstackSize() - frames.level(frame) : 0;
+}
 ValueTree& DebugSession::values() noexcept {
     return impl_->values;
 }

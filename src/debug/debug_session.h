@@ -151,6 +151,8 @@ class DebugSession {
 
     // What can be seen while it stands still.
     const Frames& frames() const noexcept;
+    /// How many calls lead to that of `frame`, itself included; 0 where there is none.
+    unsigned callsOf(unsigned frame) const;
     ValueTree& values() noexcept;
     /// `frame` counts as Frames does; one beyond the last: global variables.
     ValueNode scope(ValueScope which, unsigned frame);

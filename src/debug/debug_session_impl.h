@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -144,6 +145,35 @@ struct DebugSession::Impl final : StopPolicy {
     std::uint32_t attentionEvery() const noexcept override {
         return profiler != nullptr ? Profiler::kEveryMs : 0;
     }
+};
+
+/// No exception leaves a callback of the engine; without memory a stop is missed.
+template <class Body>
+void guarded(Body body) noexcept {
+    try {
+        body();
+    } catch (const std::exception&) {
+    }
+}
+
+template <class Body>
+void DebugSession::Impl::exclusively(Body body) noexcept {
+    guarded([&] {
+        const auto lock = listener.exclusive();
+        body();
+    });
+}
+
+/// Code of ours runs script.
+class Inside {
+  public:
+    explicit Inside(int& depth) : depth_(depth) { ++depth_; }
+    ~Inside() { --depth_; }
+    Inside(const Inside&) = delete;
+    Inside& operator=(const Inside&) = delete;
+
+  private:
+    int& depth_;
 };
 
 }  // namespace korvant

@@ -1,7 +1,5 @@
 // Where a debugged run stops.
 #include <algorithm>
-#include <cstring>
-#include <exception>
 #include <optional>
 #include <utility>
 
@@ -12,33 +10,6 @@
 namespace korvant {
 
 namespace {
-
-/// No exception leaves a callback of the engine; without memory a stop is missed.
-template <class Body>
-void guarded(Body body) noexcept {
-    try {
-        body();
-    } catch (const std::exception&) {
-    }
-}
-
-/// Whether a function of the library raises what a function of the script raised inside it.
-bool passesOn(const asIScriptFunction* function) {
-    if (function == nullptr || function->GetFuncType() != asFUNC_SYSTEM) return false;
-    const asITypeInfo* const type = function->GetObjectType();
-    return type != nullptr && std::strcmp(type->GetName(), "array") == 0 &&
-           isOwnType(function->GetEngine()->GetTypeInfoByName("array"));
-}
-
-/// How many calls there are below the innermost function of the library; 0 where there is none.
-unsigned nativeCaller(asIScriptContext& context) {
-    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
-        asIScriptFunction* const function = context.GetFunction(level);
-        if (function != nullptr && function->GetFuncType() == asFUNC_SYSTEM)
-            return context.GetCallstackSize() - level - 1;
-    }
-    return 0;
-}
 
 /// Where the brace closes that opens at `open`: not one inside a text of the expression, nor one of
 /// a pair. npos where none does.
@@ -84,26 +55,7 @@ bool beginsLoop(std::string_view text, std::int32_t line, std::int32_t column) {
     return text.substr(0, at).ends_with(kFor);
 }
 
-class Inside {
-  public:
-    explicit Inside(int& depth) : depth_(depth) { ++depth_; }
-    ~Inside() { --depth_; }
-    Inside(const Inside&) = delete;
-    Inside& operator=(const Inside&) = delete;
-
-  private:
-    int& depth_;
-};
-
 }  // namespace
-
-template <class Body>
-void DebugSession::Impl::exclusively(Body body) noexcept {
-    guarded([&] {
-        const auto lock = listener.exclusive();
-        body();
-    });
-}
 
 /// The breakpoints whose state changed by it.
 std::vector<int> DebugSession::Impl::useText(asIScriptModule& built, const std::string& builtText) {
@@ -112,6 +64,7 @@ std::vector<int> DebugSession::Impl::useText(asIScriptModule& built, const std::
     module = &built;
     engine = built.GetEngine();
     scriptThread = std::this_thread::get_id();
+    data.beginRun(text != nullptr && text->text() == builtText);
     text = std::make_unique<StatementStarts>(builtText);
     auto lines = CodeLines::of(built, *text, kMainSource);
     {
@@ -123,7 +76,6 @@ std::vector<int> DebugSession::Impl::useText(asIScriptModule& built, const std::
     hostLines = session.stopLines();
     std::vector<int> changed = book.resolve(std::move(lines));
     book.beginRun();
-    data.clear();
     held.clear();
     loops.clear();
     setVariables.begin(nullptr);
@@ -333,7 +285,10 @@ bool DebugSession::Impl::conditionHolds(const Breakpoint& breakpoint, const Fram
     const std::string& condition = breakpoint.wish.condition;
     const Inside mark(inside);
     std::string error;
-    const bool holds = evaluator.holds(scope, condition, error);
+    bool holds = evaluator.holds(scope, condition, error);
+    // Of what is watched everywhere it may ask for the place of the change, too.
+    if (!error.empty() && scope.function() == nullptr)
+        holds = evaluator.holds(innermost(*scope.context()), condition, error);
     const bool before = !newPass && held.count(breakpoint.id) > 0;
     if (holds)
         held.insert(breakpoint.id);
@@ -404,20 +359,29 @@ bool DebugSession::Impl::dataChanged(asIScriptContext& context) {
     const std::vector<Breakpoint*> watchedData = book.ofData();
     if (watchedData.empty()) return false;
     const Inside mark(inside);
+    struct Change {
+        Breakpoint* breakpoint;
+        std::string before;
+        FrameScope scope;
+    };
+    std::vector<Change> changes;
     asideValues.begin(&context, module, text.get(), kMainSource, &setVariables);
-    const FrameScope scope = innermost(context);
     for (Breakpoint* const breakpoint : watchedData) {
         std::string before;
         if (!data.changed(*breakpoint, context, entry, asideValues, asideEvaluator, before))
             continue;
+        changes.push_back({breakpoint, std::move(before),
+                           data.scopeIn(*breakpoint, innermost(context), asideValues)});
+    }
+    asideValues.end();
+    for (auto& [breakpoint, before, scope] : changes) {
         if (!passes(*breakpoint, scope)) continue;
         info.hitIds.push_back(breakpoint->id);
         if (std::exchange(stops, true)) continue;
         info.text = breakpoint->wish.name;
-        info.before = before;
+        info.before = std::move(before);
         info.now = breakpoint->lastValue;
     }
-    asideValues.end();
     return stops;
 }
 
@@ -466,87 +430,6 @@ void DebugSession::Impl::insideNative() noexcept {
         attentionWanted = false;
         listener.onWait();
     });
-}
-
-void DebugSession::Impl::atException(asIScriptContext& context) noexcept {
-    if (inside > 0 || !mayHold()) return;
-    exclusively([&] {
-        if (passedOn(context)) return;
-        const ExceptionKind kind = kindOf(context);
-        const StopRules::Filter* const filter = filterFor(rules, kind);
-        if (filter == nullptr || (kind == ExceptionKind::lost && repeatsLost(context))) return;
-        if (!filterHolds(*filter, context)) return;
-        StopInfo stopped;
-        stopped.reason = StopReason::exception;
-        stopped.exception = kind;
-        stopped.always = filter == &rules.all;
-        stopped.place = placeOf(context);
-        const char* const said = context.GetExceptionString();
-        stopped.text = said != nullptr ? said : "";
-        if (kind != ExceptionKind::lost) {
-            passedDepth = nativeCaller(context);
-            passedText = stopped.text;
-        }
-        hold(context, std::move(stopped));
-    });
-}
-
-/// Arrays raise what a comparison of the script raised once more, in the function that called them:
-/// that is no second stop.
-bool DebugSession::Impl::passedOn(asIScriptContext& context) {
-    const char* const said = context.GetExceptionString();
-    const bool same = passedDepth != 0 && passedDepth == context.GetCallstackSize() &&
-                      said != nullptr && passedText == said;
-    passedDepth = 0;
-    return same;
-}
-
-/// The engine looks for somebody who catches through functions of the library as well. Of those
-/// arrays alone pass an exception on.
-ExceptionKind DebugSession::Impl::kindOf(asIScriptContext& context) const {
-    if (!context.IsNested())
-        return context.WillExceptionBeCaught() ? ExceptionKind::caught : ExceptionKind::unhandled;
-    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
-        asIScriptFunction* const function = context.GetFunction(level);
-        // A frame of the engine's own, around a destructor.
-        if (function == nullptr) return ExceptionKind::lost;
-        if (function->GetFuncType() == asFUNC_SYSTEM) {
-            if (!passesOn(function)) return ExceptionKind::lost;
-            continue;
-        }
-        int column = 0;
-        const int line = context.GetLineNumber(level, &column);
-        if (text != nullptr && text->insideTry(line, column)) return ExceptionKind::caught;
-    }
-    return ExceptionKind::unhandled;
-}
-
-bool DebugSession::Impl::filterHolds(const StopRules::Filter& filter, asIScriptContext& context) {
-    if (filter.condition.empty()) return true;
-    const Inside mark(inside);
-    std::string error;
-    const bool holds = evaluator.holds(innermost(context), filter.condition, error);
-    if (!error.empty())
-        listener.onOutput("Condition \"" + filter.condition + "\": " + error + "\n",
-                          placeOf(context), 0);
-    return holds || !error.empty();
-}
-
-/// One function of the library may call a faulty function of the script a thousand times: that is
-/// one stop. It is over when a statement of the caller runs.
-bool DebugSession::Impl::repeatsLost(asIScriptContext& context) {
-    unsigned depth = 0;
-    for (asUINT level = 0; level < context.GetCallstackSize(); ++level) {
-        asIScriptFunction* const function = context.GetFunction(level);
-        if (function != nullptr && function->GetFuncType() != asFUNC_SYSTEM) continue;
-        depth = context.GetCallstackSize() - level - 1;
-        break;
-    }
-    if (depth == 0) return false;
-    if (lostDepth == depth) return true;
-    lostDepth = depth;
-    apply();
-    return false;
 }
 
 void DebugSession::Impl::beforeEnd(asIScriptContext& context, bool memory) noexcept {

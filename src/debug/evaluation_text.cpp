@@ -29,6 +29,14 @@ bool runsOver(std::string_view text, const TokenList& tokens) {
            rest.find("*/", comment + 2) == std::string_view::npos;
 }
 
+bool changesAt(const TokenList& tokens, std::size_t i) {
+    const auto doubled = [&](char symbol) {
+        return tokens.isSymbol(i, symbol) && tokens.isSymbol(i + 1, symbol) &&
+               tokens[i].begin + 1 == tokens[i + 1].begin;
+    };
+    return tokens.isSymbol(i, kAssign) || doubled('+') || doubled('-');
+}
+
 class Reader {
   public:
     Reader(asIScriptEngine& engine, const FrameScope& scope, std::string_view text,
@@ -113,16 +121,10 @@ class Reader {
         return false;
     }
 
-    bool adjoins(std::size_t i, char symbol) const {
-        return tokens_.isSymbol(i, symbol) && tokens_.isSymbol(i + 1, symbol) &&
-               tokens_[i].begin + 1 == tokens_[i + 1].begin;
-    }
-
     /// What a look at the signs tells of calls and changes.
     void look() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            if (tokens_.isSymbol(i, kAssign) || adjoins(i, '+') || adjoins(i, '-'))
-                found_.changes = true;
+            if (changesAt(tokens_, i)) found_.changes = true;
             if (!tokens_.isSymbol(i, '(') || i == 0) continue;
             if (isCalled(i - 1)) found_.calls = true;
         }
@@ -277,6 +279,13 @@ EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
         refused.error = "A text or a comment of this expression does not end.";
     if (!refused.error.empty()) return refused;
     return Reader(engine, scope, expression, *tokens, late).read();
+}
+
+bool changesSomething(std::string_view expression) {
+    const std::optional<TokenList> tokens = TokenList::of(expression, kMostTokens);
+    for (std::size_t i = 0; tokens && i < tokens->size(); ++i)
+        if (changesAt(*tokens, i)) return true;
+    return false;
 }
 
 }  // namespace korvant

@@ -41,4 +41,7 @@ struct EvaluationText {
 EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
                               std::string_view expression, bool late = false);
 
+/// Whether it assigns or counts up or down, as far as its signs tell.
+bool changesSomething(std::string_view expression);
+
 }  // namespace korvant

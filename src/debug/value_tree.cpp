@@ -173,6 +173,12 @@ ValueNode ValueTree::scope(ValueScope which, unsigned level) {
     }
     for (NamedValue& value : values) {
         const asUINT variable = which == ValueScope::locals ? value.index + 1 : 0;
+        TypedValue named;
+        if (which == ValueScope::globals && names.find(value.name, named) &&
+            named.address != value.value.address)
+            prefix = "::";
+        else if (which == ValueScope::globals)
+            prefix.clear();
         node.named.push_back(
             {value.name, prefix + value.name, value.value, nullptr, 0, false, variable});
     }

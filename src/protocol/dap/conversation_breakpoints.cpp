@@ -1,4 +1,5 @@
 // Breakpoints of a debugging client.
+#include <charconv>
 #include <filesystem>
 
 #include "base/system/file_io.h"
@@ -26,11 +27,28 @@ BreakpointWish wishOf(const Json& asked, BreakpointKind kind) {
     return wish;
 }
 
+/// What is watched in a call that is not the innermost one has its number before it.
+std::string dataId(const std::string& expression, unsigned calls) {
+    return calls > 0 ? "@" + std::to_string(calls) + " " + expression : expression;
+}
+
+void takeCalls(BreakpointWish& wish) {
+    const char* const end = wish.name.data() + wish.name.size();
+    if (!wish.name.starts_with('@')) return;
+    const auto [stopped, error] = std::from_chars(wish.name.data() + 1, end, wish.calls);
+    if (error != std::errc() || stopped == end || *stopped != ' ') {
+        wish.calls = 0;
+        return;
+    }
+    wish.name.erase(0, static_cast<std::size_t>(stopped - wish.name.data()) + 1);
+}
+
 std::vector<BreakpointWish> wishesOf(const Json& list, const char* name, BreakpointKind kind) {
     std::vector<BreakpointWish> wishes;
     for (const Json& asked : list) {
         wishes.push_back(wishOf(asked, kind));
         wishes.back().name = rpc::textOf(asked, name);
+        if (kind == BreakpointKind::data) takeCalls(wishes.back());
     }
     return wishes;
 }
@@ -123,7 +141,9 @@ Answer Conversation::dataBreakpointInfo(const Json& arguments) {
     if (!wrong.empty())
         return Answer::with(
             {{"dataId", nullptr}, {"description", name + " cannot be watched: " + wrong}});
-    return Answer::with({{"dataId", expression},
+    const auto owner = frameOfNode_.find(node);
+    if (owner != frameOfNode_.end()) frame = owner->second;
+    return Answer::with({{"dataId", dataId(expression, frame > 0 ? session_.callsOf(frame) : 0)},
                          {"description", expression},
                          {"accessTypes", {"write"}},
                          {"canPersist", false}});

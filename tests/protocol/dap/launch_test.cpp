@@ -121,6 +121,37 @@ TEST_F(Launch, ValuesSayWhatTheyAreAndHowTheyAreNamed) {
     EXPECT_EQ(client.scope("Globals")["total"]["value"], "0");
 }
 
+/// What is watched is what was chosen, whatever the innermost call has by that name.
+TEST_F(Launch, AVariableOfAnOuterCallIsWatchedThere) {
+    launch(
+        "int n = 1;\nint half(int n) {\n    n /= 2;\n    ::n++;\n    return n;\n}\n"
+        "int main() {\n    int n = 8;\n    n = half(n);\n    return n;\n}\n",
+        3);
+    const Json frames = client.good("stackTrace", {{"threadId", 1}})["stackFrames"];
+    Json wanted = Json::array();
+    const auto choose = [&](int frame, int scope) {
+        const Json scopes = client.good("scopes", {{"frameId", frames[frame]["id"]}})["scopes"];
+        const Json info = client.good(
+            "dataBreakpointInfo",
+            {{"name", "n"}, {"variablesReference", scopes[scope]["variablesReference"]}});
+        wanted.push_back({{"dataId", info["dataId"]}});
+        return info.value("description", "");
+    };
+    EXPECT_EQ(choose(1, 0), "n");
+    EXPECT_EQ(choose(0, 1), "::n");
+    wanted.push_back({{"dataId", "n++"}});
+    const Json set = client.good("setDataBreakpoints", {{"breakpoints", wanted}})["breakpoints"];
+    EXPECT_EQ(set[0]["verified"], true);
+    EXPECT_EQ(set[2]["message"], "What is watched must not change anything.");
+    goOn();
+    EXPECT_EQ(client.stopped()["text"], "::n");
+    goOn();
+    EXPECT_EQ(client.stopped()["text"], "n");
+    EXPECT_EQ(client.topFrame()["line"], 10);
+    goOn();
+    EXPECT_EQ(endOf(), 0);
+}
+
 /// A bee of three bytes in UTF-8 and one unit, and a clef of four bytes and two units.
 TEST_F(Launch, ColumnsCountAsTheProtocolDoes) {
     launch(
