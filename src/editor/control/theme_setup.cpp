@@ -13,7 +13,7 @@ namespace {
 constexpr int kExtraAscent = 1, kExtraDescent = 2, kTextIndent = 4;
 constexpr std::uintptr_t kOutputExtra = 1, kUsualScrollWidth = 2000;
 constexpr int kGuidesLookBoth = 3, kGuidesClassic = 1;
-constexpr int kStyleIndentGuide = 37, kStyleLast = 39;
+constexpr int kStyleIndentGuide = 37;
 /// The last of the language's words in the classic list.
 constexpr std::string_view kLastLanguageWord = " xor ";
 /// Words of the language that the classic list does not know.
@@ -49,6 +49,10 @@ void setStyle(const TextControl& control, int style, const CodeFont& font, Rgb f
     control.send(sci::kStyleSetBack, number, sciColour(back));
 }
 
+void setFore(const TextControl& control, int style, Rgb colour) {
+    control.send(sci::kStyleSetFore, static_cast<std::uintptr_t>(style), sciColour(colour));
+}
+
 void setSpacing(const TextControl& control, int ascent, int descent, int indent, int guides) {
     control.send(sci::kSetExtraAscent, static_cast<std::uintptr_t>(ascent));
     control.send(sci::kSetExtraDescent, static_cast<std::uintptr_t>(descent));
@@ -65,13 +69,13 @@ void colourSelection(const TextControl& control, const ThemeTable& theme) {
 void colourEditor(const TextControl& editor, const ThemeTable& theme, const CodeFont& font) {
     const CodeColours& code = theme.code;
     setStyle(editor, sci::kStyleDefault, font, code.plain, theme.editor);
-    for (int style = kStyleLast - 1; style > sci::kStyleDefault; --style)
-        setStyle(editor, style, font, code.plain, theme.editor);
-    for (const StyleColour& row : kStyles)
-        setStyle(editor, row.style, font, code.*row.colour, theme.editor);
-    setStyle(editor, sci::kStyleLineNumber, font, code.lineNumber, theme.editor);
-    setStyle(editor, sci::kStyleBraceLight, font, code.braceFore, code.braceBack);
-    setStyle(editor, kStyleIndentGuide, font, code.guide, theme.editor);
+    editor.send(sci::kStyleClearAll);
+    for (const StyleColour& row : kStyles) setFore(editor, row.style, code.*row.colour);
+    setFore(editor, sci::kStyleLineNumber, code.lineNumber);
+    editor.send(sci::kStyleSetBack, sci::kStyleLineNumber, sciColour(theme.editor));
+    setFore(editor, sci::kStyleBraceLight, code.braceFore);
+    editor.send(sci::kStyleSetBack, sci::kStyleBraceLight, sciColour(code.braceBack));
+    setFore(editor, kStyleIndentGuide, code.guide);
     editor.send(sci::kSetFoldMarginColour, 1, sciColour(theme.editor));
     editor.send(sci::kSetFoldMarginHiColour, 1, sciColour(theme.editor));
     editor.send(sci::kSetCaretLineBack, static_cast<std::uintptr_t>(sciColour(theme.caretLine)));

@@ -78,6 +78,15 @@ PaintedWindow::PaintedWindow(wxWindow* parent, const Look& look, bool focusable)
     });
 }
 
+wxVisualAttributes PaintedWindow::GetDefaultAttributes() const {
+    if (!look_.plain.IsOk()) return Guarded<wxControl>::GetDefaultAttributes();
+    wxVisualAttributes own;
+    own.font = look_.plain;
+    own.colFg = colourOf(look_->text);
+    own.colBg = colourOf(look_->chrome);
+    return own;
+}
+
 void PaintedWindow::setAccessibleName(const wxString& name) {
     if (name == name_) return;
     name_ = name;

@@ -22,6 +22,9 @@ class PaintedWindow : public Guarded<wxControl> {
     PaintedWindow(wxWindow* parent, const Look& look, bool focusable);
 
     bool AcceptsFocus() const override { return focusable_ && IsEnabled(); }
+    /// The look's. The desktop's are asked for seven times at each painting, and nothing is painted
+    /// with them.
+    wxVisualAttributes GetDefaultAttributes() const override;
     /// What a reader of the screen says of it.
     void setAccessibleName(const wxString& name);
     const wxString& accessibleName() const { return name_; }

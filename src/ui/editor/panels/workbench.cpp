@@ -272,6 +272,7 @@ void Workbench::applyTextLook() {
     editor_.setInspecting(!settings_.classic);
     editor_.setTabs(!settings_.classic);
     editor_.setTheme(plain ? nullptr : look_.table, {face, points});
+    if (!settings_.classic) showMeasures();
     if (marks_) marks_->use(!settings_.classic);
     if (assist_) assist_->use(!settings_.classic);
     if (findBar_) findBar_->applyLook();
