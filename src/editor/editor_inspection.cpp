@@ -332,8 +332,10 @@ void ScriptEditor::toggleBreakpoint() {
 void ScriptEditor::toggleBreakpointAt(std::int32_t line) {
     editBreakpoints([this, line](BreakpointPlan& plan) {
         // The classic layout first shows again what the arrow has put aside.
-        const bool goes = inspection_.enabled() && plan.has(line);
-        goes ? plan.remove(line) : plan.toggle(line);
+        if (!inspection_.enabled())
+            plan.toggle(line);
+        else
+            plan.has(line) ? plan.remove(line) : plan.change(line, {});
         if (!plan.has(line) || !window_.explains()) return;
         for (const PlannedBreakpoint& one : plannedBreakpoints())
             if (one.line == line && !one.verified) {

@@ -58,8 +58,10 @@ std::vector<PlannedBreakpoint> BreakpointPlan::all(const CodeLines* code,
 /// One that is switched off has no marker, so that no run looks at it.
 void BreakpointPlan::change(std::int32_t line, const BreakpointWishes& wishes) {
     const ControlLine place = toControl({line});
+    const std::vector<std::int32_t> lines = classicLines();
+    const bool isThere = std::find(lines.begin(), lines.end(), line) != lines.end();
     if (wishes.enabled)
-        breakpoints_.ensure(place);
+        isThere ? breakpoints_.ensure(place) : breakpoints_.set(place);
     else
         breakpoints_.remove(place);
     put(line, wishes);

@@ -121,7 +121,10 @@ void Breakpoints::remove(ControlLine line) {
 }
 
 void Breakpoints::ensure(ControlLine line) {
-    if (editor_.hasMarker(line, kBreakpointMarker)) return;
+    if (!editor_.hasMarker(line, kBreakpointMarker)) set(line);
+}
+
+void Breakpoints::set(ControlLine line) {
     restore();
     // An arrow may just have become the breakpoint that was here before.
     if (!editor_.hasMarker(line, kBreakpointMarker)) editor_.addMarker(line, kBreakpointMarker);

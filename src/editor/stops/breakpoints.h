@@ -46,6 +46,8 @@ class Breakpoints {
     void remove(ControlLine line);
     /// Makes sure that `line` has a breakpoint, arrows cleared away first where it has none.
     void ensure(ControlLine line);
+    /// The same, and an arrow on the line counts for nothing.
+    void set(ControlLine line);
     /// Next breakpoint below or above the caret's line, without starting again at the other end.
     void gotoNext();
     void gotoPrevious();
