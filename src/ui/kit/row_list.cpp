@@ -8,7 +8,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kCheck = 14, kGap = 10, kFoldSize = 12, kChevron = 14, kBar = 3, kWheelRows = 3;
+constexpr int kCheck = 14, kGap = 10, kRemarkGap = 12, kFoldSize = 12, kChevron = 14, kBar = 3,
+              kWheelRows = 3;
 
 }  // namespace
 
@@ -61,6 +62,7 @@ void RowList::select(int index) {
         if (selected_ < first_) first_ = selected_;
         if (selected_ >= first_ + rowsInView()) scrollTo(selected_ - rowsInView() + 1);
     }
+    if (onMoved) onMoved();
     tellSelection();
     Refresh();
 }
@@ -78,6 +80,7 @@ int RowList::rowsInView() const {
 void RowList::scrollTo(int first) {
     const int limit = std::max(rowCount() - rowsInView(), 0);
     first_ = std::clamp(first, 0, limit);
+    if (onMoved) onMoved();
     Refresh();
 }
 
@@ -245,8 +248,9 @@ void RowList::paintRow(wxGraphicsContext& context, int index, int y) {
     if (!shown.value.empty())
         end =
             paintValue(context, shown, column ? valueX() : end + dip(metrics_.valueGap), y, limit);
-    const wxString remark = shortened(*this, shown.remark, look().small, limit - end - dip(kGap));
-    text(context, remark, look().small, second, end + dip(kGap), y, rowHeight());
+    const int gap = dip(shown.value.empty() ? kGap : kRemarkGap);
+    const wxString remark = shortened(*this, shown.remark, look().small, limit - end - gap);
+    text(context, remark, look().small, second, end + gap, y, rowHeight());
     if (isSelected && focused()) focusMark(context, {0, y, width, rowHeight()});
 }
 

@@ -61,6 +61,7 @@ class RowList : public PaintedWindow {
     std::function<void(int)> onFold;       ///< the row's fold is to change
     std::function<void(int)> onCopy;       ///< Ctrl+C
     std::function<void(int, wxPoint)> onMenu;
+    std::function<void()> onMoved;  ///< rows may stand elsewhere in the list, or are others
 
     /// The rows may be others now; the selection stays where it is as far as it can.
     void rowsChanged();

@@ -9,8 +9,8 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kRow = 24, kRowsSeen = 8, kPad = 4, kFooter = 28, kIconX = 11, kNameX = 32,
-              kIcon = 16, kListWidth = 264, kCardWidth = 384, kRight = 20, kInset = 3, kBar = 4,
+constexpr int kRow = 24, kRowsSeen = 8, kPad = 4, kFooter = 28, kIconX = 12, kNameX = 32,
+              kIcon = 14, kListWidth = 264, kCardWidth = 384, kRight = 20, kInset = 3, kBar = 4,
               kGap = 12;
 
 Icon iconOf(Suggestion::Kind kind) {

@@ -11,7 +11,7 @@ namespace korvant::ui {
 namespace {
 
 constexpr int kWidth = 520, kHeight = 72, kAbove = 4, kPadding = 14, kTextX = 38, kRow = 19,
-              kTop = 10, kIcon = 16, kLinkGap = 20, kCrossRoom = 36, kEnd = 8, kLeastWidth = 200;
+              kTop = 10, kIcon = 16, kLinkGap = 20, kCrossRoom = 33, kEnd = 8, kLeastWidth = 200;
 constexpr std::size_t kMostLines = 4;  // of each of its two texts
 
 /// A link that leaves the keyboard where it is.
@@ -43,6 +43,7 @@ ExceptionBox::ExceptionBox(wxStyledTextCtrl& control, const Look& look, Actions 
                              {Icon::close, {}, {}, words("Close"), &ThemeTable::secondText},
                              [this] { show(0, {}, {}); });
     close_->setBack(&ThemeTable::errorBand);
+    close_->setIconPlace(14, 0);
     SetCursor(wxCursor(wxCURSOR_ARROW));
 }
 

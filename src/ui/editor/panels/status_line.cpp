@@ -5,7 +5,7 @@
 namespace korvant::ui {
 namespace {
 
-constexpr int kIconX = 11, kIcon = 16, kTextX = 34, kRemarkGap = 16, kRightGap = 20, kMargin = 12;
+constexpr int kIconX = 12, kIcon = 14, kTextX = 34, kRemarkGap = 16, kRightGap = 20, kMargin = 12;
 
 }  // namespace
 

@@ -28,7 +28,9 @@ wxString allowedText(std::uint32_t limit) {
 TimeUsed::TimeUsed(wxWindow* parent, const Look& look) : PaintedWindow(parent, look, false) {}
 
 void TimeUsed::setTime(std::uint32_t used, std::uint32_t limit) {
-    if (used / 1000 == used_ / 1000 && limit == limit_) return;
+    const bool seen = used / 1000 != used_ / 1000 || limit != limit_ ||
+                      shareWidth(used) != shareWidth(used_) || isShort(used) != isShort(used_);
+    if (!seen) return;
     used_ = used;
     limit_ = limit;
     setAccessibleName(limit ? clockText(used) + allowedText(limit) : clockText(used));
@@ -40,6 +42,16 @@ int TimeUsed::wantedWidth() const {
     if (limit_ != 0)
         width += textWidth(*this, allowedText(limit_), look().plain) + dip(kBarGap + kBarWidth);
     return width;
+}
+
+/// Of the bar, in pixels.
+int TimeUsed::shareWidth(std::uint32_t used) const {
+    return limit_ == 0 ? 0
+                       : static_cast<int>(dip(kBarWidth) * std::min(1.0, double(used) / limit_));
+}
+
+bool TimeUsed::isShort(std::uint32_t used) const {
+    return limit_ != 0 && std::uint64_t{used} * 100 > std::uint64_t{limit_} * (100 - kShort);
 }
 
 void TimeUsed::paint(wxGraphicsContext& context) {
@@ -57,12 +69,10 @@ void TimeUsed::paint(wxGraphicsContext& context) {
     x += textWidth(*this, allowed, look().plain) + dip(kBarGap);
     const wxRect bar(x, (size.y - dip(kBarHeight)) / 2, dip(kBarWidth), dip(kBarHeight));
     rounded(context, bar, bar.height / 2.0, look()->track);
-    const double share = std::min(1.0, static_cast<double>(used_) / limit_);
     wxRect part = bar;
-    part.width = static_cast<int>(bar.width * share);
-    const bool isShort = share * 100 > 100 - kShort;
+    part.width = shareWidth(used_);
     if (part.width > 0)
-        rounded(context, part, bar.height / 2.0, isShort ? look()->error : look()->accent);
+        rounded(context, part, bar.height / 2.0, isShort(used_) ? look()->error : look()->accent);
 }
 
 }  // namespace korvant::ui

@@ -13,6 +13,8 @@ class TimeUsed : public PaintedWindow {
     int wantedWidth() const;
 
   private:
+    int shareWidth(std::uint32_t used) const;
+    bool isShort(std::uint32_t used) const;
     void paint(wxGraphicsContext& context) override;
 
     std::uint32_t used_ = 0, limit_ = 0;

@@ -76,7 +76,7 @@ void WelcomePane::paintStep(wxGraphicsContext& context, int step, int y) {
     Step shown = kStepTexts[step];
     if (step == 0 && !tour_) shown.what = kPrintsInConsole;
     const int width = GetClientSize().x - dip(kLeft + kRight), x = dip(kLeft);
-    context.SetPen(wxPen(colourOf(look()->border)));
+    context.SetPen(wxPen(colourOf(look()->hair)));
     context.SetBrush(wxBrush(colourOf(look()->panel)));
     context.DrawRoundedRectangle(x + 0.5, y + 0.5, width - 1, dip(kStep) - 1, dip(5));
     rounded(context, {x + dip(13), y + dip(15), dip(26), dip(26)}, dip(13), look()->selected);
