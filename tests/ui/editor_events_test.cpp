@@ -25,7 +25,7 @@ using korvant::test::kTour;
 namespace {
 
 constexpr int kStopBand = 1 << 20, kExceptionBand = 1 << 21, kCallerBand = 1 << 22,
-              kCallerMark = 1 << 15, kClassicMark = 1, kProblemMark = 3 << 6;
+              kCallerMark = 1 << 15, kClassicMark = 1;
 constexpr int kArrowTop = 0x2000;  // of a line that folds
 
 class EditorEvents : public FullWindow {
@@ -85,12 +85,6 @@ TEST_F(EditorEvents, MessagesStandAtTheEndsOfLines) {
                 [this] { return notes() == std::vector<std::string>{"No matching symbol 'one'"}; });
     driver.when("but below", [this] {
         return part<ui::StatusLine>()->content().remark == "No matching symbol 'four'";
-    });
-    check([this] {
-        std::vector<int> lines;
-        for (int line = 1; line <= 6; ++line)
-            if (marked(line, kProblemMark)) lines.push_back(line);
-        EXPECT_EQ(lines, (std::vector<int>{2, 3, 4}));
     });
     clickIn([this] { return part<ui::StatusLine>()->ClientToScreen(wxPoint(50, 14)); });
     driver.when("the list", [this] { return part<ui::ProblemList>() != nullptr; });

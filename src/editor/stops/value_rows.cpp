@@ -18,6 +18,18 @@ std::string withoutNumber(const std::string& value) {
     return value.back() == ')' && bracket != std::string::npos ? value.substr(0, bracket) : value;
 }
 
+/// One whose text is an expression: of numbers, texts, and arrays of these.
+bool isPlainArray(const ValueRow& row) {
+    std::string_view type = row.value.type;
+    if (type.starts_with("const ")) type.remove_prefix(6);
+    if (row.value.named != 0 || !type.ends_with("[]")) return false;
+    type = type.substr(0, type.find('['));
+    static constexpr std::string_view kPlain[] = {"int",   "int8",   "int16",  "int32",  "int64",
+                                                  "uint",  "uint8",  "uint16", "uint32", "uint64",
+                                                  "float", "double", "bool",   "string"};
+    return std::find(std::begin(kPlain), std::end(kPlain), type) != std::end(kPlain);
+}
+
 }  // namespace
 
 void ValueRows::add(DebugValue value, ValueNode parent, int depth, const std::string& path) {
@@ -122,6 +134,37 @@ void ValueRows::toggle(std::size_t index) {
 void ValueRows::closeAll() {
     open_.clear();
     readAgain();
+}
+
+std::size_t ValueRows::find(const std::string& path) const {
+    const auto row = std::find_if(rows_.begin(), rows_.end(), [&path](const ValueRow& one) {
+        return one.more == 0 && one.path == path;
+    });
+    return static_cast<std::size_t>(row - rows_.begin());
+}
+
+std::string ValueRows::editText(std::size_t index) const {
+    if (index >= rows_.size()) return {};
+    const ValueRow& row = rows_[index];
+    ValueTarget target;
+    if (row.parent == 0 || row.value.indexed > kPage || (row.value.node != 0 && !isPlainArray(row)))
+        return {};
+    if (!session_.values().target(row.parent, row.value.name, target) || target.value.unset)
+        return {};
+    DebugValue whole = row.value;
+    session_.values().child(row.parent, row.value.name, whole, ValueFormat::whole());
+    return whole.value.empty() ? whole.value : withoutNumber(whole.value);
+}
+
+std::string ValueRows::whyNotSettable(std::size_t index) const {
+    if (index >= rows_.size()) return {};
+    const ValueRow& row = rows_[index];
+    if (row.value.settable) return {};
+    ValueTarget target;
+    const bool known = row.parent != 0
+                           ? session_.values().target(row.parent, row.value.name, target)
+                           : session_.values().find(session_.names(frame_), row.path, target);
+    return known && !target.why.empty() ? target.why : "This value cannot be set.";
 }
 
 std::string ValueRows::set(std::size_t index, const std::string& expression) {

@@ -37,6 +37,13 @@ class ValueRows {
     /// Opens or closes a row; on a row of the rest, shows the next page.
     void toggle(std::size_t index);
     void closeAll();
+    /// The row of a path; rows().size() when there is none.
+    std::size_t find(const std::string& path) const;
+    /// What stands in a field in which a value is changed: the value, where that is an expression
+    /// of the script, whole; else nothing.
+    std::string editText(std::size_t index) const;
+    /// Empty, or why a value cannot be changed.
+    std::string whyNotSettable(std::size_t index) const;
     /// Empty, or what is wrong with the expression.
     std::string set(std::size_t index, const std::string& expression);
     /// "name = value" with everything in it.

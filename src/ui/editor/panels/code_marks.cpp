@@ -17,7 +17,6 @@ namespace {
 
 constexpr int kSize = 14;
 /// Numbers of markers beside the classic one.
-constexpr int kWarningMark = 6, kErrorMark = 7, kProblemMarks = 1 << kWarningMark | 1 << kErrorMark;
 constexpr int kConditionMark = 10, kPrintMark = 11, kOffMark = 12, kUnverifiedMark = 13,
               kPlainMark = 14, kCallerMark = 15, kStopMark = 16, kFailedMark = 17, kStopBand = 20,
               kExceptionBand = 21, kCallerBand = 22;
@@ -66,13 +65,11 @@ void CodeMarks::paintMark(wxGraphicsContext& context, int marker, int margin, in
               size, found->second.first, found->second.second);
 }
 
-/// The mark of a kind stands in the place of the plain one, a problem's gives way to any other, and
-/// any other to that of a stop.
+/// The mark of a kind stands in the place of the plain one, and any gives way to that of a stop.
 int CodeMarks::shownMarks(int line) const {
     constexpr int kKinds =
         1 << kConditionMark | 1 << kPrintMark | 1 << kOffMark | 1 << kUnverifiedMark;
-    const int all = control_.MarkerGet(line) & control_.GetMarginMask(kBookmarkMargin);
-    const int marks = (all & ~kProblemMarks) != 0 ? all & ~kProblemMarks : all;
+    const int marks = control_.MarkerGet(line) & control_.GetMarginMask(kBookmarkMargin);
     if (const int stop = marks & (1 << kStopMark | 1 << kFailedMark); stop != 0) return stop;
     if ((marks & kKinds) == 0) return marks;
     const bool plain = classicSymbol_ == sci::kMarkCircle;
@@ -110,8 +107,6 @@ void CodeMarks::defineMarkers() {
     define(kCallerMark, Icon::callerArrow, &ThemeTable::secondText);
     define(kStopMark, Icon::stopArrow, &ThemeTable::stopMark);
     define(kFailedMark, Icon::bolt, &ThemeTable::error);
-    define(kErrorMark, Icon::error, &ThemeTable::error);
-    define(kWarningMark, Icon::warning, &ThemeTable::warning);
     define(kWaitingMarker, Icon::breakpoint, &ThemeTable::breakpoint);
     control_.MarkerDefine(kConditionMarker, wxSTC_MARK_EMPTY);
     const auto band = [this](int marker, Rgb ThemeTable::*colour) {
@@ -279,7 +274,6 @@ bool CodeMarks::leftWord() {
     return true;
 }
 
-/// A line has the mark of the worst of its problems.
 void CodeMarks::markProblem(const Diagnostic& problem) {
     if (problem.kind == Diagnostic::Kind::information || problem.line <= 0) return;
     const int begin = positionOf(problem.line, problem.column);
@@ -288,10 +282,6 @@ void CodeMarks::markProblem(const Diagnostic& problem) {
     const bool isError = problem.kind == Diagnostic::Kind::error;
     control_.SetIndicatorCurrent(isError ? kErrorIndicator : kWarningIndicator);
     control_.IndicatorFillRange(begin, end - begin);
-    const int line = problem.line - 1;
-    if ((control_.MarkerGet(line) & kProblemMarks) == 1 << kErrorMark) return;
-    control_.MarkerDelete(line, kWarningMark);
-    control_.MarkerAdd(line, isError ? kErrorMark : kWarningMark);
 }
 
 void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
@@ -300,7 +290,6 @@ void CodeMarks::showProblems(const std::vector<Diagnostic>& problems) {
         control_.SetIndicatorCurrent(indicator);
         control_.IndicatorClearRange(0, control_.GetLength());
     }
-    for (const int marker : {kErrorMark, kWarningMark}) control_.MarkerDeleteAll(marker);
     if (on_)
         for (const Diagnostic& one : problems) markProblem(one);
     notes_->show(on_ ? problems : std::vector<Diagnostic>());

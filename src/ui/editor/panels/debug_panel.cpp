@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "ui/editor/panels/row_field.h"
 #include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/window_words.h"
@@ -27,6 +26,8 @@ ListMetrics metricsOf(int section) {
         metrics.rightMargin = 8;
     } else if (section == DebugPanel::kWatches) {
         metrics.valueShare = 0.452;
+        metrics.iconX = 6;
+        metrics.iconSize = 14;
         metrics.top = 2;
     } else if (section == DebugPanel::kBreakpoints) {
         metrics.iconX = 28;
@@ -96,8 +97,10 @@ void DebugPanel::makeSections() {
     sections_[kWatches].heading->addButton(Icon::plus, words("Add an expression"), [this] {
         editWatch(static_cast<int>(inspection_.watches().size()));
     });
-    sections_[kWatches].heading->addButton(Icon::trash, words("Remove all expressions"),
-                                           [this] { inspection_.removeWatches(); });
+    sections_[kWatches].heading->addButton(Icon::trash, words("Remove all expressions"), [this] {
+        watchField_->close();
+        inspection_.removeWatches();
+    });
     sections_[kBreakpoints].heading->addButton(Icon::breakpointOff, words("Switch all on or off"),
                                                [this] { actions_.switchBreakpoints(); });
     sections_[kBreakpoints].heading->addButton(Icon::trash, words("Delete all breakpoints"),
@@ -111,12 +114,12 @@ void DebugPanel::connectStack() {
     list.count = [this] { return static_cast<int>(stack_.size()); };
     list.row = [this](int index) { return stackRow(index); };
     list.onSelected = [this](int index) { chooseFrame(index); };
-    list.onActivated = list.onSelected;
+    list.onActivated = [this](int index) { chooseFrame(index, true); };
 }
 
-void DebugPanel::chooseFrame(int index) {
+void DebugPanel::chooseFrame(int index, bool entered) {
     inspection_.chooseFrame(static_cast<unsigned>(index));
-    actions_.frameChosen(static_cast<unsigned>(index));
+    actions_.frameChosen(static_cast<unsigned>(index), entered);
 }
 
 void DebugPanel::refreshFrame() {
@@ -145,6 +148,7 @@ void DebugPanel::connectVariables() {
             editVariable(index);
     };
     list.onEdit = [this](int index) { editVariable(index); };
+    variableField_ = std::make_unique<RowField>(list, look(), &RowList::valueRect);
     list.onCopy = [this](int index) {
         copyToClipboard(fromUtf8(values_.copyText(placeOf(index))));
     };
@@ -159,7 +163,9 @@ void DebugPanel::connectWatches() {
     list.row = [this](int index) { return watchRow(index); };
     list.onActivated = [this](int index) { editWatch(index); };
     list.onEdit = [this](int index) { editWatch(index); };
+    watchField_ = std::make_unique<RowField>(list, look(), &RowList::nameRect);
     list.onRemove = [this](int index) {
+        watchField_->close();
         inspection_.removeWatch(static_cast<std::size_t>(index));
         place();
     };
@@ -186,35 +192,19 @@ void DebugPanel::connectBreakpoints() {
     list.onEdit = told(actions_.editBreakpoint);
 }
 
-void DebugPanel::editVariable(int index) {
-    const ValueRow& row = valueAt(index);
-    if (!row.value.settable || row.more > 0) return;
-    RowList& list = *sections_[kVariables].list;
-    editInPlace(list, look(), list.valueRect(index), fromUtf8(row.value.value),
-                [this, place = placeOf(index)](const wxString& text) {
-                    const std::string problem = values_.set(place, toUtf8(text));
-                    readVariables();
-                    if (problem.empty()) inspection_.valuesChanged();
-                    return fromUtf8(problem);
-                });
-}
-
 void DebugPanel::editWatch(int index) {
-    RowList& list = *sections_[kWatches].list;
     const auto& watches = inspection_.watches();
     const auto at = static_cast<std::size_t>(index);
     const std::string text = at < watches.size() ? watches[at].expression : std::string();
-    list.select(index);
-    editInPlace(list, look(), list.nameRect(index), fromUtf8(text),
-                [this, at](const wxString& typed) {
-                    const std::string expression = toUtf8(typed);
-                    if (at < inspection_.watches().size())
-                        inspection_.changeWatch(at, expression);
-                    else
-                        inspection_.addWatch(expression);
-                    place();
-                    return wxString();
-                });
+    watchField_->open(index, fromUtf8(text), [this, at](const wxString& typed) {
+        const std::string expression = toUtf8(typed);
+        if (at < inspection_.watches().size())
+            inspection_.changeWatch(at, expression);
+        else
+            inspection_.addWatch(expression);
+        place();
+        return wxString();
+    });
 }
 
 void DebugPanel::addWatch(const std::string& expression) {

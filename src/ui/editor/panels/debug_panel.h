@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "editor/stops/inspection.h"
 #include "editor/stops/value_rows.h"
 #include "ui/editor/panels/frame_chooser.h"
+#include "ui/editor/panels/row_field.h"
 #include "ui/kit/pane_heading.h"
 #include "ui/kit/row_list.h"
 
@@ -34,7 +36,8 @@ struct DebugPanelActions {
     std::function<void()> removeBreakpoints;
     std::function<void()> switchBreakpoints;
     std::function<void()> closed;
-    std::function<void(unsigned frame)> frameChosen;
+    /// `entered`: the user goes there.
+    std::function<void(unsigned frame, bool entered)> frameChosen;
     /// The file of a place; empty where it is in none.
     std::function<std::string(const ScriptPlace& place)> fileOf;
 };
@@ -61,6 +64,7 @@ class DebugPanel : public PaintedWindow {
     /// False when there was nothing to end.
     bool escape();
     wxTextCtrl* filter() const { return filter_; }
+    const RowField& variableField() const { return *variableField_; }
     void showSection(int section);
 
   private:
@@ -93,8 +97,11 @@ class DebugPanel : public PaintedWindow {
     ListRow breakpointRow(int index) const;
     static wxString lineWords(const ScriptPlace& place);
     void refreshFrame();
-    void chooseFrame(int index);
+    void chooseFrame(int index, bool entered = false);
     void editVariable(int index);
+    wxString setVariable(const std::string& path, const std::string& expression);
+    /// What is typed for a variable stays with it; without it there is nothing to be set.
+    void keepVariableField();
     void editWatch(int index);
     void paint(wxGraphicsContext& context) override;
 
@@ -102,6 +109,8 @@ class DebugPanel : public PaintedWindow {
     DebugPanelActions actions_;
     ValueRows values_;
     std::vector<std::size_t> valueRows_;  ///< those of values_ that are shown
+    std::unique_ptr<RowField> variableField_, watchField_;
+    std::string edited_;  ///< the path of the variable under the field
     wxTextCtrl* filter_ = nullptr;
     wxRect filterBox_;
     bool filtering_ = false;

@@ -50,6 +50,8 @@ void DebugPanel::openFilter() {
 }
 
 bool DebugPanel::escape() {
+    for (RowField* field : {variableField_.get(), watchField_.get()})
+        if (field->hasFocus()) return field->end(), true;
     if (!filter_->HasFocus()) return false;
     closeFilter();
     return true;
@@ -100,10 +102,39 @@ void DebugPanel::readVariables() {
         filtering_ && !all.empty() ? words("No variable has this in its name or value.")
                                    : wxString());
     sections_[kVariables].list->rowsChanged();
+    keepVariableField();
 }
 
 const ValueRow& DebugPanel::valueAt(int index) const {
     return values_.rows()[placeOf(index)];
+}
+
+void DebugPanel::editVariable(int index) {
+    const ValueRow& row = valueAt(index);
+    if (row.more > 0 || row.value.heading) return;
+    const std::string why = values_.whyNotSettable(placeOf(index));
+    if (!why.empty()) return variableField_->refuse(index, fromUtf8(why));
+    if (variableField_->row() != index) variableField_->close();
+    edited_ = row.path;
+    variableField_->open(
+        index, fromUtf8(values_.editText(placeOf(index))),
+        [this, path = row.path](const wxString& text) { return setVariable(path, toUtf8(text)); });
+}
+
+wxString DebugPanel::setVariable(const std::string& path, const std::string& expression) {
+    const std::string problem = values_.set(values_.find(path), expression);
+    readVariables();
+    // What was refused may have run before it was.
+    inspection_.valuesChanged();
+    return fromUtf8(problem);
+}
+
+void DebugPanel::keepVariableField() {
+    if (variableField_->row() < 0) return;
+    const std::size_t place = values_.find(edited_);
+    const auto row = std::find(valueRows_.begin(), valueRows_.end(), place);
+    if (row == valueRows_.end()) return variableField_->close();
+    variableField_->setRow(static_cast<int>(row - valueRows_.begin()));
 }
 
 void DebugPanel::openVariableMenu(const wxPoint& place) {

@@ -35,7 +35,28 @@ void LiveCheck::take(const CheckResult& result) {
     if (!result.note.empty() && onNote) onNote(result.note);
     if (!result.complete || result.version != editor_.textVersion()) return;
     answered_ = result.version;
-    editor_.setProblems(result.diagnostics);
+    found_ = result.diagnostics;
+    tell();
+}
+
+void LiveCheck::tellRest() {
+    if (heldBack_ && isCurrent() && growing().line == 0) tell();
+}
+
+/// What explains a message goes with it.
+void LiveCheck::tell() {
+    const WordPlace place = growing ? growing() : WordPlace();
+    std::vector<Diagnostic> told;
+    bool holds = false;
+    heldBack_ = false;
+    for (const Diagnostic& one : found_) {
+        if (one.kind != Diagnostic::Kind::information)
+            holds = place.line > 0 && one.line == place.line && one.column <= place.column &&
+                    place.column <= one.endColumn;
+        heldBack_ = heldBack_ || holds;
+        if (!holds) told.push_back(one);
+    }
+    editor_.setProblems(std::move(told));
     if (onAnswer) onAnswer();
 }
 

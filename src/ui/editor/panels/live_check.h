@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "language/diagnostics.h"
 
@@ -18,6 +19,11 @@ namespace korvant::ui {
 
 class LiveCheck {
   public:
+    /// Both 1-based, in bytes; 0: there is none.
+    struct WordPlace {
+        std::int32_t line = 0, column = 0;
+    };
+
     /// `window` and `editor` outlive this.
     LiveCheck(wxEvtHandler& window, ScriptEditor& editor) : window_(window), editor_(editor) {}
 
@@ -26,6 +32,11 @@ class LiveCheck {
     void begin();
     /// Whether what the editor knows is the answer for the text as it is.
     bool isCurrent() const;
+    /// Where a name grows for which others are offered: what is wrong with that is told when the
+    /// offer is gone.
+    std::function<WordPlace()> growing;
+    /// Tells what was held back, unless a name still grows.
+    void tellRest();
     /// The editor's problems are new.
     std::function<void()> onAnswer;
     /// Why nothing can be checked, in one sentence, and once.
@@ -33,10 +44,13 @@ class LiveCheck {
 
   private:
     void take(const CheckResult& result);
+    void tell();
 
     wxEvtHandler& window_;
     ScriptEditor& editor_;
     std::unique_ptr<CheckService> service_;
+    std::vector<Diagnostic> found_;
+    bool heldBack_ = false;
     std::uint64_t answered_ = ~std::uint64_t{0};  ///< the version of the text
 };
 

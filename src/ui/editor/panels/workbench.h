@@ -135,9 +135,11 @@ class Workbench {
     void showOutline(std::uint64_t version, const ScopeIndex& index);
     void checkText();
     void followWord();
+    bool offersNames() const;
     void followProblems();
     void followBreakpoints();
     void showStop(const EditorStatus& status);
+    void showStopLine();
     bool exceptionIsSeen() const;
     void showWholeException();
     void explainException();

@@ -32,10 +32,12 @@ DebugPanelActions Workbench::sideActions() {
         closedByHand_ = true;
         showSide(false);
     };
-    actions.frameChosen = [this](unsigned frame) {
+    actions.frameChosen = [this](unsigned frame, bool entered) {
         editor_.showFrame(frame);
         shownStop_ = ~std::uint64_t{0};
         refresh();
+        if (frame == 0) showStopLine();
+        if (entered) controls_.text->SetFocus();
     };
     actions.fileOf = [this](const ScriptPlace& place) { return editor_.fileOf(place); };
     actions.editBreakpoint = [this](int line) { editBreakpoint(line); };

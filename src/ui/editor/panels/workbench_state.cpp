@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "editor/control/fold_levels.h"
+#include "ui/editor/assist/suggestion_pop_up.h"
 #include "ui/editor/assist/text_assist.h"
 #include "ui/editor/panels/bottom_panes.h"
 #include "ui/editor/panels/code_marks.h"
@@ -63,6 +64,7 @@ BreakpointRow rowOf(const PlannedBreakpoint& planned) {
 
 void Workbench::refresh() {
     if (!begun_ || settings_.classic) return;
+    if (liveCheck_) liveCheck_->tellRest();
     const EditorStatus status = editor_.status();
     followTabs();
     if (shownBlack_ != editor_.blackBackground()) applyLook();
@@ -168,6 +170,15 @@ void Workbench::showStop(const EditorStatus& status) {
     box.place();
 }
 
+/// Back from a caller.
+void Workbench::showStopLine() {
+    const EditorStatus status = editor_.status();
+    if (!status.stopInView) return;
+    controls_.text->EnsureVisibleEnforcePolicy(status.stoppedLine - 1);
+    controls_.text->GotoLine(status.stoppedLine - 1);
+    if (exceptionLine_ > 0) showWholeException();
+}
+
 bool Workbench::exceptionIsSeen() const {
     if (exceptionLine_ == 0 || !exceptionBox_ || !exceptionBox_->IsShown()) return false;
     const wxStyledTextCtrl& text = *controls_.text;
@@ -262,6 +273,13 @@ void Workbench::showOutline(std::uint64_t version, const ScopeIndex& index) {
 void Workbench::checkText() {
     if (!liveCheck_) {
         liveCheck_ = std::make_unique<LiveCheck>(frame_, editor_);
+        liveCheck_->growing = [this] {
+            const wxStyledTextCtrl& text = *controls_.text;
+            const int caret = text.GetCurrentPos(), line = text.LineFromPosition(caret);
+            const int column = caret - text.PositionFromLine(line);
+            return offersNames() ? LiveCheck::WordPlace{line + 1, column + 1}
+                                 : LiveCheck::WordPlace();
+        };
         liveCheck_->onAnswer = [this] {
             refresh();
             goToAwaitedProblem();
@@ -272,6 +290,11 @@ void Workbench::checkText() {
         };
     }
     liveCheck_->begin();
+}
+
+bool Workbench::offersNames() const {
+    const SuggestionPopUp* const offered = assist_ ? assist_->suggestionPopUp() : nullptr;
+    return offered && offered->IsShown();
 }
 
 /// Marks that were kept back come when the caret leaves the word.
