@@ -24,6 +24,12 @@ const char* userDataVariable();
 /// The variable that says where temporary files are made.
 const char* temporaryVariable();
 
+#ifdef _WIN32
+inline constexpr bool kOpensAtPlaces = false;  ///< the system opens files, not places in them
+#else
+inline constexpr bool kOpensAtPlaces = true;
+#endif
+
 /// Stands in for the desktop's program for pages: what is opened meanwhile is noted in `folder`.
 class PageProgram {
   public:

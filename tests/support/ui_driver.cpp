@@ -53,12 +53,20 @@ std::string keyboardOwner() {
            std::string(focus->GetName().utf8_str()) + "\"";
 }
 
+/// One that is worked by hand cannot be told to end.
+struct EventLoop : wxEventLoopBase {
+    static bool runsItself(const wxEventLoopBase& loop) {
+        return (loop.*&EventLoop::IsInsideRun)();
+    }
+};
+
 void closeEverything() {
     for (wxWindow* window : wxTopLevelWindows) {
         auto* dialog = dynamic_cast<wxDialog*>(window);
         if (dialog && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
     }
-    if (auto* loop = wxEventLoopBase::GetActive(); loop && loop->IsRunning()) loop->ScheduleExit();
+    if (auto* loop = wxEventLoopBase::GetActive(); loop && EventLoop::runsItself(*loop))
+        loop->ScheduleExit();
 }
 
 }  // namespace

@@ -158,10 +158,11 @@ void pumpWindow(wxWindow& window) {
 /// They are always visible here.
 void keepScrollBarsVisible(wxWindow&) {}
 
-/// The window of a script's progress may have asked for the keyboard just before the dialog came.
 /// Buttons and lists of the toolkit have names of their own; for painted ones the toolkit was built
-/// without the interface that readers of the screen ask, so the window's text has to do.
+/// without the interface that readers of the screen ask, so the window's text has to do. That of a
+/// field is what the user writes.
 void setAccessibleName(wxWindow& window, const wxString& name) {
+    if (dynamic_cast<wxTextEntry*>(&window)) return;
     SetWindowTextW(window.GetHandle(), name.wc_str());
 }
 
@@ -246,6 +247,7 @@ PaintOver::PaintOver(wxWindow&, std::function<void(wxGraphicsContext&)> paint)
 
 PaintOver::~PaintOver() = default;
 
+/// The window of a script's progress may have asked for the keyboard just before the dialog came.
 bool claimKeyboard(wxWindow& window) {
     const HWND dialog = static_cast<HWND>(window.GetHandle());
     if (!IsWindowVisible(dialog)) return false;

@@ -379,7 +379,7 @@ bool Workbench::command(int id) {
         case command_id::kPreviousPane:
             return moveFocus(id == command_id::kNextPane ? 1 : -1), true;
         case command_id::kEditBreakpoint:
-            return editBreakpoint(shown_.line), true;
+            return editBreakpoint(editor_.status().line), true;
         case command_id::kNextProblem:
         case command_id::kPreviousProblem:
             return goToProblem(id == command_id::kNextProblem), true;
