@@ -1,15 +1,26 @@
 #!/usr/bin/env bash
-# test_under_wine.sh FOLDER NATIVE: runs the tests of a Windows build under Wine, each on a virtual
-# display of its own and with a time limit, and says how many there were. FOLDER: the build; NATIVE:
-# a build for this machine, whose tests of the program are given the Windows program to start.
+# test_under_wine.sh FOLDER NATIVE [GROUP...]: runs the tests of a Windows build under Wine, each
+# group on a virtual display of its own and with a time limit, and says how many there were. FOLDER:
+# the build, windows-TARGET; NATIVE: a build for this machine, whose tests of the program are given
+# the Windows program to start. Without a GROUP all that are for this target.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 folder=$1 native=$2
+shift 2
+groups=("$@")
+if [ ${#groups[@]} -eq 0 ]; then
+    groups=(expr host module object debug ui_dialog ui_form win32_host)
+    # What stands above these does not depend on the processor.
+    [[ $folder == *-i686 ]] || groups+=(editor language protocol ui_editor program examples)
+fi
 cache=${KORVANT_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/korvantide-windows}
 display=$root/tests/support/with_display.sh
 logs=$folder/wine-logs
 mkdir -p "$logs"
 export WINEPREFIX=$cache/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=" WINEARCH=win64
+# Programs of 32 bits are run by the 64-bit Wine, which needs only their libraries for that.
+"$root/cmake/windows/fetch_wine32.sh" "$cache/wine-i386" || exit 1
+export WINEDLLPATH=$cache/wine-i386
 tests=0 failed=()
 
 count() { # NAME RESULT LOG
@@ -26,6 +37,8 @@ count() { # NAME RESULT LOG
     fi
 }
 
+wanted() { [[ " ${groups[*]} " == *" $1 "* ]]; }
+
 under_wine() { # NAME SECONDS PROGRAM [ARGS...]
     local name=$1 seconds=$2 log=$logs/$1.log
     shift 2
@@ -41,13 +54,18 @@ make_prefix() {
     for link in "$WINEPREFIX"/drive_c/users/*/*; do
         [ -L "$link" ] && rm "$link" && mkdir "$link"
     done
-    # A crash ends a program at once instead of asking somebody.
-    "$display" --seconds 60 wine reg delete \
-        'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /f
+    # A crash is told in the log instead of asking somebody.
+    "$display" --seconds 60 wine reg add 'HKCU\Software\Wine\WineDbg' \
+        /v ShowCrashDialog /t REG_DWORD /d 0 /f
     "$display" --seconds 60 wineserver --wait
-    touch "$WINEPREFIX/ready"
 }
-[ -f "$WINEPREFIX/ready" ] || make_prefix >"$logs/wineboot.log" 2>&1
+# Made anew when another version of the libraries is there.
+mark=$(readlink "$cache/wine-i386/i386-windows")
+if [ "$(cat "$WINEPREFIX/ready" 2>/dev/null)" != "$mark" ]; then
+    rm -rf "$WINEPREFIX"
+    make_prefix >"$logs/wineboot.log" 2>&1
+    echo "$mark" >"$WINEPREFIX/ready"
+fi
 
 # Left out, with the reason:
 left_out=(
@@ -69,16 +87,18 @@ left_out=(
     'Observer.SharesOfTimeAreThoseOfTheWork'
 )
 filter=-$(IFS=:; echo "${left_out[*]}")
-cd "$root"
+cd "$root" || exit 1
 for suite in expr host module object editor language debug protocol; do
+    wanted "$suite" || continue
     under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
         --gtest_filter="$filter"
 done
 
-# The windows. What the editor's help opens is the manual beside the program.
-rm -rf "$folder/bin/scripting_manual"
-cp -r "$native/bin/scripting_manual" "$folder/bin/"
+# The windows. The editor's help opens the manual and the examples beside the program, as in the zip.
+rm -rf "$folder/bin/scripting_manual" "$folder/bin/examples"
+cp -r "$native/bin/scripting_manual" "$root/examples" "$folder/bin/"
 for suite in ui_dialog ui_form ui_editor; do
+    wanted "$suite" || continue
     under_wine "$suite" 1200 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
         --gtest_filter="$filter"
 done
@@ -104,11 +124,11 @@ with_program() { # NAME PROGRAM FILTER
     count "$1" $? "$logs/$1.log"
 }
 
-with_program program program_tests "${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}"
-with_program examples ui_form_tests 'FormExamples.*'
+! wanted program || with_program program program_tests "${KORVANT_WINE_PROGRAM_TESTS:-All/Script.*:All/Example.*:Eval.*}"
+! wanted examples || with_program examples ui_form_tests 'FormExamples.*'
 
-under_wine win32_host 200 "$folder/bin/win32_host.exe" KorvantIDE.dll "$(winepath -w "$logs" 2>/dev/null || echo "Z:$logs")"
+! wanted win32_host || under_wine win32_host 200 "$folder/bin/win32_host.exe" KorvantIDE.dll "Z:$logs"
 
 wineserver --kill 2>/dev/null
-echo "dev: windows: $tests tests passed under Wine, ${#failed[@]} programs failed"
+echo "dev: windows: $(basename "$folder"): $tests tests passed under Wine, ${#failed[@]} programs failed"
 [ "${#failed[@]}" -eq 0 ]
