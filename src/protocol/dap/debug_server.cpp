@@ -31,15 +31,15 @@ struct DebugServer::Peer {
         : client([this](const Json& message) { return stream && stream->send(message); }),
           output(client),
           conversation(server.session_, server, client, output),
-          stream(std::make_unique<rpc::MessageStream>(
-              std::move(channel),
-              rpc::MessageStream::Listener{{},
-                                           [this, &server](const Json& message) {
-                                               if (rpc::textOf(message, "command") == "cancel")
-                                                   conversation.noteCancel(message);
-                                               return server.onMessage(message);
-                                           },
-                                           [this] { conversation.noteGone(); }})) {}
+          stream(std::make_unique<rpc::MessageStream>(std::move(channel))) {
+        rpc::MessageStream::Listener listener;
+        listener.onMessage = [this, &server](const Json& message) {
+            if (rpc::textOf(message, "command") == "cancel") conversation.noteCancel(message);
+            return server.onMessage(message);
+        };
+        listener.onEnd = [this] { conversation.noteGone(); };
+        stream->begin(std::move(listener));
+    }
 
     DapClient client;
     OutputRelay output;
@@ -111,6 +111,7 @@ bool DebugServer::placeBecomesFree() {
 /// A second client learns why, within two seconds.
 void DebugServer::refuseClient(std::shared_ptr<rpc::Channel> channel) {
     rpc::MessageStream stream(std::move(channel));
+    stream.begin(rpc::MessageStream::Listener());
     DapClient client([&stream](const Json& message) { return stream.send(message); });
     const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(2);
     while (!stream.mailbox().ended() && std::chrono::steady_clock::now() < until) {

@@ -5,9 +5,11 @@
 namespace korvant::dap {
 
 FramePasser::FramePasser(std::shared_ptr<rpc::Channel> server, DapClient& client)
-    : client_(client),
-      stream_(std::move(server),
-              {{}, [this](const Json& message) { return onMessage(message); }, {}}) {}
+    : client_(client), stream_(std::move(server)) {
+    rpc::MessageStream::Listener listener;
+    listener.onMessage = [this](const Json& message) { return onMessage(message); };
+    stream_.begin(std::move(listener));
+}
 
 /// Before the server has let us in, its messages are ours.
 bool FramePasser::onMessage(const Json& message) {

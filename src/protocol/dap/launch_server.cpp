@@ -36,9 +36,9 @@ LaunchServer::LaunchServer(std::shared_ptr<rpc::Channel> channel, LaunchServices
       console_(output_, [this] { return serveAWhile(); }),
       session_(moduleSession(), *this),
       conversation_(session_, *this, client_, output_) {
-    stream_ = std::make_unique<rpc::MessageStream>(
-        std::move(channel), listenerOf([this](const Json& message) { return onMessage(message); },
-                                       [this] { onGone(); }, client_));
+    stream_ = std::make_unique<rpc::MessageStream>(std::move(channel));
+    stream_->begin(listenerOf([this](const Json& message) { return onMessage(message); },
+                              [this] { onGone(); }, client_));
 }
 
 LaunchServer::~LaunchServer() = default;

@@ -30,8 +30,12 @@ LanguageServer::LanguageServer(std::shared_ptr<rpc::Channel> channel, LanguageSe
     : services_(std::move(services)),
       documentation_(services_.families),
       engine_(services_.engine(), services_.engine),
-      stream_(std::make_unique<rpc::MessageStream>(std::move(channel), listener())) {
-    if (!services_.checks) return;
+      stream_(std::make_unique<rpc::MessageStream>(std::move(channel))) {
+    if (services_.checks) beginChecks();
+    stream_->begin(listener());
+}
+
+void LanguageServer::beginChecks() {
     service_ = services_.checks([this](std::function<void()> work) {
         const std::lock_guard lock(mutex_);
         posted_.push_back(std::move(work));

@@ -75,6 +75,7 @@ class LanguageServer {
     void open(const Json& params);
     void change(const Json& params);
     void closeText(const Json& params);
+    void beginChecks();
     rpc::MessageStream::Listener listener();
 
     // language_checking.cpp

@@ -4,17 +4,16 @@
 
 namespace korvant::rpc {
 
-MessageStream::MessageStream(std::shared_ptr<Channel> channel)
-    : MessageStream(std::move(channel), Listener()) {}
+MessageStream::MessageStream(std::shared_ptr<Channel> channel) : channel_(std::move(channel)) {}
 
-MessageStream::MessageStream(std::shared_ptr<Channel> channel, Listener listener)
-    : channel_(std::move(channel)), listener_(std::move(listener)) {
+void MessageStream::begin(Listener listener) {
+    listener_ = std::move(listener);
     reader_ = std::thread([this] { work(); });
 }
 
 MessageStream::~MessageStream() {
     channel_->close();
-    reader_.join();
+    if (reader_.joinable()) reader_.join();
 }
 
 bool MessageStream::send(const Json& message) {

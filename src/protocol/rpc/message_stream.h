@@ -25,13 +25,15 @@ class MessageStream {
         bool forgives = false;  ///< what cannot be read is passed over; else it ends the stream
     };
 
+    /// Reads nothing before begin().
     explicit MessageStream(std::shared_ptr<Channel> channel);
-    MessageStream(std::shared_ptr<Channel> channel, Listener listener);
     /// Closes the channel and waits for the reading thread.
     ~MessageStream();
     MessageStream(const MessageStream&) = delete;
     MessageStream& operator=(const MessageStream&) = delete;
 
+    /// Once, when everything that the listener calls stands: a client may have sent already.
+    void begin(Listener listener);
     Mailbox& mailbox() noexcept { return mailbox_; }
     /// False when the client has gone.
     bool send(const Json& message);
@@ -43,7 +45,7 @@ class MessageStream {
     void takeBody(const std::string& body);
 
     const std::shared_ptr<Channel> channel_;
-    const Listener listener_;
+    Listener listener_;
     Mailbox mailbox_;
     std::mutex sending_;
     std::thread reader_;

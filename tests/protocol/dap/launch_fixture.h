@@ -51,11 +51,12 @@ class Launch : public ScriptFixture {
     }
     ~Launch() override { end(); }
 
-    /// A server of its own and a client that has launched nothing yet.
-    void anotherClient() {
+    /// A server of its own and a client that has launched nothing yet, but sent `noise`.
+    void anotherClient(const std::string& noise = {}) {
         end();
         channel = std::make_shared<DriverChannel>();
         client = DapDriver(channel);
+        channel->put(noise);
         begin();
     }
 

@@ -240,6 +240,17 @@ TEST_F(Launch, WhatIsNoMessageIsPassedOver) {
     EXPECT_EQ(endOf(), 0);
 }
 
+/// Bytes that have come before the server stands are answered like others, and counted.
+TEST_F(Launch, NoiseBeforeTheFirstMessageIsToldOf) {
+    for (int times = 0; times < 200; ++times) {
+        anotherClient("Content-Length: many\r\n\r\n");
+        const std::vector<Json> messages = client.messages();
+        ASSERT_GE(messages.size(), 2u);
+        EXPECT_EQ(messages[0].value("event", ""), "output") << messages[0];
+        for (std::size_t i = 0; i < messages.size(); ++i) EXPECT_EQ(messages[i]["seq"], i + 1);
+    }
+}
+
 TEST_F(Launch, OutputIsCompleteInOrderAndInPieces) {
     launch(
         "int main() {\n    for (int i = 0; i < 100000; i++)\n        Print(\"\" + i + \"\\n\");\n"

@@ -70,6 +70,7 @@ TEST(Loopback, CarriesMessagesAndEndsWaits) {
     accepting.join();
     ASSERT_TRUE(client && served) << error;
     MessageStream stream(served);
+    stream.begin(MessageStream::Listener());
     ASSERT_TRUE(client->write(framed("{\"seq\":1}") + framed("no json") + framed("{\"seq\":2}")));
     EXPECT_EQ(numberOf(*stream.mailbox().take(std::chrono::seconds(5)), "seq"), 1);
     EXPECT_EQ(numberOf(*stream.mailbox().take(std::chrono::seconds(5)), "seq"), 2);
