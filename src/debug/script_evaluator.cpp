@@ -113,6 +113,7 @@ std::string ScriptEvaluator::Impl::run(EvaluationCall& call, const FrameScope& s
     const bool late = purpose == EvaluationPurpose::console && cancelled;
     std::string error = late ? "Cancelled." : call.run(session, scope, limitsOf(purpose));
     running = false;
+    values.readAnew();
     return error;
 }
 
@@ -269,6 +270,7 @@ std::string ScriptEvaluator::Impl::assignPart(unsigned level, const ValueTarget&
         return "This value does not fit here.";
     const TypeView* const view = typeViewOf(target.ownerType);
     if (view == nullptr) return "This value cannot be changed.";
+    values.readAnew();
     return view->set(const_cast<void*>(target.owner), target.part, scalar);
 }
 

@@ -22,7 +22,10 @@ struct Child {
     const void* owner = nullptr;  ///< of a part
     std::uint64_t part = 0;
     bool heading = false;
-    asUINT variable = 0;  ///< tells variables of one name apart; 0 for anything else
+    asUINT variable = 0;   ///< tells variables of one name apart; 0 for anything else
+    ValueNode parent = 0;  ///< 0: of none
+    std::uint64_t index = 0;
+    unsigned level = ~0u;  ///< see ValueTarget
 };
 
 struct Node {
@@ -32,6 +35,9 @@ struct Node {
     ValueView array;                      ///< its elements come behind the named children
     const asITypeInfo* viewed = nullptr;  ///< the type whose view has the parts
     bool constant = false;
+    bool fixed = false;  ///< variables of a frame, which stay where they are
+    Child origin;
+    unsigned reading = 0;
 };
 
 /// The number of the object in a value, handles followed.
@@ -53,18 +59,22 @@ struct ValueTree::Impl {
     std::unordered_map<std::string, std::string> now;
     std::vector<std::shared_ptr<void>> kept;
     SetVariables* set = nullptr;
+    unsigned reading = 0;  ///< goes up when code has run
 
     StoppedScript script() const { return StoppedScript(*engine); }
     static std::string pathOf(const Node& parent, const Child& child);
     ValueNode add(Node node);
     std::string framePath(unsigned level) const;
     ValueNode nodeFor(const std::string& path, const Child& child, const ValueView& value);
+    Node filled(std::string path, const Child& child, const ValueView& value) const;
+    const Node* current(ValueNode node);
+    void readAnew(Node& node);
     bool fillNode(Node& node, const Child& child, const ValueView& value) const;
     void fillObject(Node& node, const ValueView& value) const;
     void fillRegistered(Node& node, const asITypeInfo& type, const ValueView& value) const;
     void fillParts(Node& node, const TypeView& view, const void* object) const;
     Child childAt(const Node& node, std::uint64_t index) const;
-    bool childNamed(ValueNode node, std::string_view name, Child& found) const;
+    bool childNamed(ValueNode node, std::string_view name, Child& found);
     std::uint64_t countOf(const Node& node) const {
         return node.named.size() + node.array.elements;
     }
@@ -90,6 +100,7 @@ void ValueTree::begin(asIScriptContext* context, asIScriptModule* module,
     impl_->source = text;
     impl_->mainSource = mainSource;
     impl_->nodes.assign(1, {});
+    impl_->reading = 0;
     impl_->byPath.clear();
     impl_->now.clear();
 }
@@ -116,6 +127,10 @@ bool ValueTree::knows(ValueNode node) const {
 
 FrameScope ValueTree::scopeOf(unsigned level) const {
     return {impl_->context, level, impl_->module, impl_->source, impl_->mainSource, impl_->set};
+}
+
+void ValueTree::readAnew() {
+    ++impl_->reading;
 }
 
 void ValueTree::touch(const void* variable, const FrameScope& scope) {
@@ -154,6 +169,7 @@ ValueNode ValueTree::scope(ValueScope which, unsigned level) {
     if (impl_->engine == nullptr) return 0;
     const FrameScope names = scopeOf(level);
     Node node;
+    node.fixed = true;
     std::vector<NamedValue> values;
     std::string prefix;
     switch (which) {
@@ -180,7 +196,7 @@ ValueNode ValueTree::scope(ValueScope which, unsigned level) {
         else if (which == ValueScope::globals)
             prefix.clear();
         node.named.push_back(
-            {value.name, prefix + value.name, value.value, nullptr, 0, false, variable});
+            {value.name, prefix + value.name, value.value, nullptr, 0, false, variable, 0, 0, ~0u});
     }
     return impl_->add(std::move(node));
 }
@@ -203,14 +219,16 @@ std::vector<DebugValue> ValueTree::children(ValueNode node, std::uint64_t start,
     std::vector<DebugValue> found;
     if (!knows(node)) return found;
     // describe() adds nodes, which moves them.
-    const Node parent = impl_->nodes[node];
+    const Node parent = *impl_->current(node);
     std::uint64_t begin = filter == Filter::indexed ? parent.named.size() : 0;
     const std::uint64_t end =
         filter == Filter::named ? parent.named.size() : impl_->countOf(parent);
     begin += std::min(start, end - std::min(begin, end));
     const std::uint64_t most = count == 0 ? kMostAtOnce : std::min(count, kMostAtOnce);
     for (std::uint64_t i = begin; i < end && i - begin < most; ++i) {
-        const Child child = impl_->childAt(parent, i);
+        Child child = impl_->childAt(parent, i);
+        child.parent = node;
+        child.index = i;
         found.push_back(
             impl_->describe(impl_->pathOf(parent, child), parent.viewed, child, format));
     }
@@ -268,14 +286,59 @@ void ValueTree::Impl::mark(DebugValue& shown, const std::string& path, std::stri
 ValueNode ValueTree::Impl::nodeFor(const std::string& path, const Child& child,
                                    const ValueView& value) {
     const auto known = byPath.find(path);
-    if (known != byPath.end()) return known->second;
+    if (known == byPath.end()) {
+        Node node = filled(path, child, value);
+        return countOf(node) > 0 ? add(std::move(node)) : 0;
+    }
+    Node& node = nodes[known->second];
+    if (node.reading != reading) node = filled(path, child, value);
+    return countOf(node) > 0 ? known->second : 0;
+}
+
+/// Without children where the value has none.
+Node ValueTree::Impl::filled(std::string path, const Child& child, const ValueView& value) const {
     Node node;
-    node.path = path;
+    node.path = std::move(path);
     node.evaluateName = child.evaluateName;
     node.constant = child.value.constant && (child.value.typeId & asTYPEID_OBJHANDLE) == 0;
     if ((child.value.typeId & asTYPEID_HANDLETOCONST) != 0) node.constant = true;
-    if (!fillNode(node, child, value) || countOf(node) == 0) return 0;
-    return add(std::move(node));
+    node.origin = child;
+    node.reading = reading;
+    fillNode(node, child, value);
+    return node;
+}
+
+/// Null for none. What it stands in is read before it, from the outermost.
+const Node* ValueTree::Impl::current(ValueNode node) {
+    if (node == 0 || node >= nodes.size()) return nullptr;
+    std::vector<ValueNode> old;
+    for (ValueNode at = node; at != 0 && nodes[at].reading != reading; at = nodes[at].origin.parent)
+        old.push_back(at);
+    for (; !old.empty(); old.pop_back()) readAnew(nodes[old.back()]);
+    return &nodes[node];
+}
+
+void ValueTree::Impl::readAnew(Node& node) {
+    node.reading = reading;
+    if (node.fixed) return;
+    Child child = node.origin;
+    child.value.address = nullptr;
+    if (node.origin.parent != 0) {
+        const Node& parent = nodes[node.origin.parent];
+        const std::uint64_t index = node.origin.index;
+        const Child there = index < countOf(parent) ? childAt(parent, index) : Child();
+        if (there.owner == nullptr && there.name == child.name) child.value = there.value;
+    } else if (node.origin.level == ~0u) {
+        child.value = node.origin.value;  // kept alive
+    } else {
+        ValueTarget found;
+        const FrameScope scope(context, node.origin.level, module, source, mainSource, set);
+        if (findPath(*engine, scope, child.evaluateName, found)) child.value = found.value;
+    }
+    const TypedValue& value = child.value;
+    const bool shown = value.address != nullptr && !value.unset;
+    node = filled(std::move(node.path), child,
+                  shown ? script().view(value.typeId, value.address) : ValueView());
 }
 
 /// False for a value without children.
@@ -354,16 +417,17 @@ void ValueTree::Impl::fillParts(Node& node, const TypeView& view, const void* ob
 DebugValue ValueTree::show(const ValueTarget& value, std::string name, const ValueFormat& format) {
     if (impl_->engine == nullptr) return {};
     const Child child{
-        std::move(name), value.evaluateName, value.value, value.owner, value.part, false, 0};
+        std::move(name), value.evaluateName, value.value, value.owner, value.part, false, 0, 0, 0,
+        value.level};
     // The same expression may give another object each time.
     const auto address = reinterpret_cast<std::uintptr_t>(value.value.address);
     const std::string path = "=" + value.evaluateName + "@" + std::to_string(address);
     return impl_->describe(path, value.ownerType, child, format);
 }
 
-bool ValueTree::Impl::childNamed(ValueNode node, std::string_view name, Child& found) const {
+bool ValueTree::Impl::childNamed(ValueNode node, std::string_view name, Child& found) {
     if (node == 0 || node >= nodes.size()) return false;
-    const Node& parent = nodes[node];
+    const Node& parent = *current(node);
     std::uint64_t index = 0;
     const auto named = std::find_if(parent.named.begin(), parent.named.end(),
                                     [name](const Child& child) { return child.name == name; });
@@ -374,6 +438,8 @@ bool ValueTree::Impl::childNamed(ValueNode node, std::string_view name, Child& f
     else
         return false;
     found = childAt(parent, index);
+    found.parent = node;
+    found.index = index;
     return true;
 }
 
@@ -399,7 +465,9 @@ bool ValueTree::child(ValueNode node, std::string_view name, DebugValue& found,
 
 bool ValueTree::find(const FrameScope& scope, std::string_view path, ValueTarget& found) const {
     if (impl_->engine == nullptr) return false;
-    return findPath(*impl_->engine, scope, path, found);
+    if (!findPath(*impl_->engine, scope, path, found)) return false;
+    found.level = scope.level();
+    return true;
 }
 
 }  // namespace korvant

@@ -46,7 +46,8 @@ struct ValueTarget {
     const asITypeInfo* ownerType = nullptr;
     std::uint64_t part = 0;
     std::string evaluateName;
-    std::string why;  ///< it cannot be set; empty: it can
+    std::string why;       ///< it cannot be set; empty: it can
+    unsigned level = ~0u;  ///< of the frame in which a path found it
 };
 
 /// Values lie in the script's memory: the tree must be ended before the script goes on. Reading
@@ -91,6 +92,9 @@ class ValueTree {
                const ValueFormat& format = {});
     /// A variable has been set from outside: it is not unset any more.
     void touch(const void* variable, const FrameScope& scope);
+    /// Code has run, which may have set and let go of anything: nodes are read anew when they are
+    /// asked for, and those whose value is gone are empty.
+    void readAnew();
     /// Keeps something alive until end().
     void keep(std::shared_ptr<void> what);
 

@@ -341,6 +341,54 @@ TEST_F(Session, ArraysAreReadByPages) {
     EXPECT_EQ(stops.size(), 1u);
 }
 
+/// What a client still holds of values that an expression has let go of shows what is there now.
+TEST_F(Session, NodesFollowWhatIsSet) {
+    breakAt(11);
+    atStop = [&](const StopInfo&) {
+        ValueTree& tree = debug.values();
+        const auto textOf = [&](ValueNode node) {
+            std::string all;
+            for (const DebugValue& child : tree.children(node))
+                all += child.name + "=" + child.value + " ";
+            return all;
+        };
+        const auto under = [&](ValueNode node, const std::string& name) {
+            DebugValue found;
+            EXPECT_TRUE(tree.child(node, name, found)) << name;
+            return found.node;
+        };
+        const ValueNode locals = debug.scope(ValueScope::locals, 0);
+        const ValueNode list = under(locals, "list");
+        const ValueNode first = under(list, "[0]");
+        const ValueNode rows = under(first, "rows");
+        const ValueNode last = under(locals, "last");
+        const ValueNode watched =
+            debug.show(0, "list[1].rows", EvaluationPurpose::watch).value.node;
+        EXPECT_EQ(textOf(rows), "[0]=1 [1]=2 ");
+        EXPECT_EQ(textOf(watched), "[0]=1 [1]=2 ");
+        EXPECT_EQ(debug.setChild(first, "rows", 0, "{7}").error, "");
+        EXPECT_EQ(textOf(rows), "[0]=7 ");
+        EXPECT_TRUE(debug.show(0, "list[1].rows.resize(3)", EvaluationPurpose::console).isVoid);
+        EXPECT_EQ(textOf(watched), "[0]=1 [1]=2 [2]=0 ");
+        EXPECT_TRUE(debug.show(0, "drop(list)", EvaluationPurpose::console).isVoid);
+        EXPECT_EQ(tree.children(list).size(), 0u);
+        EXPECT_EQ(textOf(rows), "") << "of an element that is gone";
+        EXPECT_EQ(textOf(watched), "");
+        EXPECT_EQ(tree.children(last).size(), 1u);
+        EXPECT_EQ(debug.setChild(locals, "last", 0, "null").error, "");
+        EXPECT_EQ(textOf(last), "");
+        EXPECT_EQ(debug.setChild(locals, "last", 0, "Hole()").error, "");
+        EXPECT_EQ(textOf(under(last, "rows")), "[0]=1 [1]=2 ");
+    };
+    EXPECT_FALSE(start("class Hole {\n    int[] rows = {1, 2};\n}\n"
+                       "void drop(Hole@[]& list) {\n    list.resize(0);\n}\n"
+                       "int main() {\n    Hole@[] list = {Hole(), Hole()};\n"
+                       "    Hole@ last = Hole();\n    int n = 0;\n    return n;\n}\n")
+                     .failed())
+        << messages();
+    EXPECT_EQ(stops.size(), 1u);
+}
+
 TEST_F(Session, PropertiesOfObjectsAreShownAndSetThroughTheModel) {
     breakAt(6);
     atStop = [&](const StopInfo&) {
