@@ -241,11 +241,17 @@ bool BreakpointBook::watchesData() const {
 
 std::vector<Breakpoint*> BreakpointBook::at(const std::string& source, std::int32_t line) {
     std::vector<Breakpoint*> found;
+    findAt(source, line, found);
+    return found;
+}
+
+void BreakpointBook::findAt(const std::string& source, std::int32_t line,
+                            std::vector<Breakpoint*>& found) {
+    found.clear();
     for (Breakpoint& b : breakpoints_)
         if (b.wish.kind == BreakpointKind::line && b.wish.enabled && b.verified &&
             b.resolved.line == line && b.resolved.source == source)
             found.push_back(&b);
-    return found;
 }
 
 std::vector<Breakpoint*> BreakpointBook::atEntry(int functionId) {

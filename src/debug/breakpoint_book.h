@@ -80,6 +80,8 @@ class BreakpointBook {
     bool watchesData() const;
     /// Enabled and verified breakpoints at a line.
     std::vector<Breakpoint*> at(const std::string& source, std::int32_t line);
+    /// The same into a list that is used again and again.
+    void findAt(const std::string& source, std::int32_t line, std::vector<Breakpoint*>& found);
     /// Breakpoints of the function with the engine's number `functionId`.
     std::vector<Breakpoint*> atEntry(int functionId);
     std::vector<Breakpoint*> ofData();

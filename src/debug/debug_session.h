@@ -37,6 +37,19 @@ struct StopInfo {
     bool always = false;  ///< stopped because every exception stops, not because it is unhandled
     std::string before;   ///< value of a data breakpoint before, and now
     std::string now;
+
+    /// Back to the beginning, with the memory that it has.
+    void clear() noexcept {
+        reason = StopReason::step;
+        place.source.clear();
+        place.line = place.column = 0;
+        text.clear();
+        hitIds.clear();
+        exception = ExceptionKind::unhandled;
+        always = false;
+        before.clear();
+        now.clear();
+    }
 };
 
 /// Told what a session does, on the script's thread. Nothing may be thrown.

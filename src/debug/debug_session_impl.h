@@ -27,6 +27,7 @@ struct DebugSession::Impl final : StopPolicy {
     ScriptSession& session;
     DebugListener& listener;
     BreakpointBook book;
+    std::vector<Breakpoint*> found;  ///< of one statement
     StopRules rules;
     StopStyle style = StopStyle::hold;
     Coverage* coverage = nullptr;
@@ -92,7 +93,7 @@ struct DebugSession::Impl final : StopPolicy {
     std::vector<int> useText(asIScriptModule& built, const std::string& builtText);
 
     // Where it stops.
-    void notePlace(asIScriptContext& context, std::int32_t line);
+    void notePlace(const StatementPlace& here, std::int32_t line);
     Answer passedOver(asIScriptContext& context, std::int32_t line);
     void forgetWays();
     void noteSet(asIScriptContext& context, const StatementPlace& here);

@@ -195,17 +195,19 @@ bool DebugSession::Impl::mayStop(std::int32_t line) const {
 /// are lines of the main text. Where it stops for them is found out then.
 StopPolicy::Answer DebugSession::Impl::passedOver(asIScriptContext& context, std::int32_t line) {
     if (style == StopStyle::hold) return Answer::goOn;
-    info = {};
+    info.clear();
     if (!std::binary_search(hostLines.begin(), hostLines.end(), line)) return Answer::pass;
-    notePlace(context, line);
+    notePlace(StatementPlace::of(context), line);
     if (!info.place.source.empty() || !book.at({}, line).empty()) return Answer::pass;
     info.reason = StopReason::breakpoint;
     return Answer::usual;
 }
 
-void DebugSession::Impl::notePlace(asIScriptContext& context, std::int32_t line) {
-    info.place = placeOf(context);
+void DebugSession::Impl::notePlace(const StatementPlace& here, std::int32_t line) {
+    if (here.section != nullptr && std::string_view(here.section) != kMainSource)
+        info.place.source = here.section;
     info.place.line = line;
+    info.place.column = here.column;
 }
 
 /// A step or breakpoint of the host's ends where the engine cannot suspend.
@@ -233,8 +235,8 @@ bool DebugSession::Impl::stopsAt(asIScriptContext& context, std::int32_t line,
         lostDepth = 0;
         apply();
     }
-    info = {};
-    notePlace(context, line);
+    info.clear();
+    notePlace(here, line);
     const bool ended = step.endsAt(here, newCall);
     bool stops = breaksAt(context, here, newPass);
     if (!stops && dataChanged(context)) {
@@ -258,8 +260,10 @@ bool DebugSession::Impl::stopsAt(asIScriptContext& context, std::int32_t line,
 bool DebugSession::Impl::breaksAt(asIScriptContext& context, const StatementPlace& here,
                                   bool newPass) {
     bool stops = false;
-    const FrameScope scope = innermost(context);
-    for (Breakpoint* const breakpoint : book.at(info.place.source, here.line))
+    const FrameScope scope({here.function, here.line, here.column, here.section}, context, module,
+                           text.get(), kMainSource, &setVariables);
+    book.findAt(info.place.source, here.line, found);
+    for (Breakpoint* const breakpoint : found)
         if (passes(*breakpoint, scope, newPass)) {
             info.reason = StopReason::breakpoint;
             info.hitIds.push_back(breakpoint->id);
@@ -451,8 +455,8 @@ void DebugSession::Impl::onLeft(asIScriptContext* context, const RunOutcome& out
             state = DebugState::suspended;
             // For a reason of the host's it stops at a place that nobody has asked about.
             if (info.place.line != outcome.line && context != nullptr) {
-                info = {};
-                notePlace(*context, outcome.line);
+                info.clear();
+                notePlace(StatementPlace::of(*context), outcome.line);
             }
             beginLooking(context);
             listener.onStopped(info);

@@ -49,6 +49,21 @@ FrameScope::FrameScope(asIScriptContext* context, unsigned level, asIScriptModul
     if (orEmpty(section) != mainSource) text_ = nullptr;
 }
 
+FrameScope::FrameScope(const Place& place, asIScriptContext& context, asIScriptModule* module,
+                       const StatementStarts* text, std::string_view mainSource,
+                       const SetVariables* set)
+    : context_(&context),
+      level_(0),
+      function_(const_cast<asIScriptFunction*>(place.function)),
+      module_(module),
+      text_(text),
+      set_(set),
+      line_(place.line),
+      column_(place.column) {
+    if (function_ != nullptr && function_->GetModule() != nullptr) module_ = function_->GetModule();
+    if (place.section == nullptr || place.section != mainSource) text_ = nullptr;
+}
+
 FrameScope FrameScope::globalsWithin(std::string nameSpace) const {
     FrameScope scope(context_, ~0u, module_, nullptr, {});
     scope.nameSpace_ = std::move(nameSpace);

@@ -42,6 +42,15 @@ class FrameScope {
     FrameScope(asIScriptContext* context, unsigned level, asIScriptModule* module,
                const StatementStarts* text, std::string_view mainSource,
                const SetVariables* set = nullptr);
+    /// Of the innermost frame of a context that stands at a statement, whose place is known.
+    struct Place {
+        const asIScriptFunction* function;
+        int line;
+        int column;
+        const char* section;
+    };
+    FrameScope(const Place& place, asIScriptContext& context, asIScriptModule* module,
+               const StatementStarts* text, std::string_view mainSource, const SetVariables* set);
 
     asIScriptContext* context() const noexcept { return context_; }
     unsigned level() const noexcept { return level_; }

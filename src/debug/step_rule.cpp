@@ -7,7 +7,7 @@ StatementPlace StatementPlace::of(asIScriptContext& context) {
     here.context = &context;
     here.function = currentFunction(context);
     here.depth = context.GetCallstackSize();
-    here.line = context.GetLineNumber(0, &here.column);
+    here.line = context.GetLineNumber(0, &here.column, &here.section);
     return here;
 }
 

@@ -15,6 +15,7 @@ struct StatementPlace {
     unsigned depth = 0;
     std::int32_t line = 0;
     int column = 0;
+    const char* section = nullptr;  ///< of the statement, while its module lasts
 
     static StatementPlace of(asIScriptContext& context);
     bool sameLine(const StatementPlace& other) const noexcept {
