@@ -95,6 +95,8 @@ std::string EvaluationCall::bind(const FrameScope& scope) {
         void* address = nullptr;
         if (binding.parameter == "target_")
             address = target_.address;
+        else if (binding.kind == EvaluationBinding::Kind::given)
+            address = binding.value.address;
         else if (binding.kind == EvaluationBinding::Kind::local)
             address = scope.context()->GetAddressOfVar(binding.index, scope.level());
         else

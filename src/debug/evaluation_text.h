@@ -11,7 +11,12 @@ namespace korvant {
 
 /// A parameter of the function, and what it stands for in the frame.
 struct EvaluationBinding {
-    enum class Kind { local, thisObject, member } kind = Kind::local;
+    enum class Kind {
+        local,
+        thisObject,
+        member,
+        given  ///< nothing in the frame: `value` stays where it is
+    } kind = Kind::local;
     enum class Pass {
         address,   ///< of the value itself, which the function may change
         readOnly,  ///< the same, but constant

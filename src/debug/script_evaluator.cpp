@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "base/system/file_io.h"
+#include "base/text/characters.h"
 #include "debug/evaluation_call.h"
 #include "debug/kept_value.h"
 #include "host/engine/type_view.h"
@@ -62,6 +63,10 @@ struct ScriptEvaluator::Impl {
     Evaluation compiled(const FrameScope& scope, std::string_view expression,
                         EvaluationPurpose purpose);
     Kept make(const FrameScope& scope, std::string_view expression);
+    static bool isFunction(const FrameScope& scope, int typeId);
+    static bool standsAsList(const std::string& text);
+    bool mayChange(const FrameScope& scope, const EvaluationText& text);
+    std::string assign(const FrameScope& scope, const ValueTarget& target, EvaluationText text);
     std::string assignPart(unsigned level, const ValueTarget& target, std::string_view expression);
 };
 
@@ -282,17 +287,63 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     if (scope.module() == nullptr) return "The script of this frame is gone.";
     EvaluationText text = evaluationText(*scope.module()->GetEngine(), scope, expression);
     if (!text.error.empty()) return text.error;
+    const bool handle = isHandle(*scope.module()->GetEngine(), target.value.typeId);
+    if (text.untyped && !handle) return EvaluationText::kUntyped;
+    const bool variable = target.evaluateName.find_first_of(".[") == std::string::npos;
+    if (variable || !impl_->mayChange(scope, text)) return impl_->assign(scope, target, text);
+    // The call that gives the value may let go of what it is for: it comes first.
+    if (text.untyped || Impl::isFunction(scope, target.value.typeId) ||
+        Impl::standsAsList(text.body))
+        return "Only a variable can be set to this where it calls a function.";
+    const Evaluation given = impl_->compiled(scope, expression, EvaluationPurpose::console);
+    if (!given.done) return given.error;
+    if (given.isVoid) return "There is no value.";
+    ValueTarget now;
+    if (!impl_->values.find(scope, target.evaluateName, now) || !now.why.empty() ||
+        now.owner != nullptr || now.value.typeId != target.value.typeId)
+        return "\"" + target.evaluateName + "\" is gone.";
+    EvaluationText later;
+    later.body = "value_";
+    EvaluationBinding value;
+    value.kind = EvaluationBinding::Kind::given;
+    value.name = value.parameter = later.body;
+    value.value = given.target.value;
+    if (isHandle(*scope.module()->GetEngine(), value.value.typeId))
+        value.pass = EvaluationBinding::Pass::handle;
+    later.bindings.push_back(value);
+    return impl_->assign(scope, now, later);
+}
+
+bool ScriptEvaluator::Impl::isFunction(const FrameScope& scope, int typeId) {
+    const asITypeInfo* const type = scope.module()->GetEngine()->GetTypeInfoById(typeId);
+    return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
+}
+
+/// Whether it has no type of its own.
+bool ScriptEvaluator::Impl::standsAsList(const std::string& text) {
+    const auto begin = text.find_first_not_of(kTextBlanks);
+    return begin != std::string::npos && text[begin] == '{';
+}
+
+/// What cannot be told alone, as a list, is gone by its signs.
+bool ScriptEvaluator::Impl::mayChange(const FrameScope& scope, const EvaluationText& text) {
+    std::string ignored;
+    const auto call = compile(scope, text, EvaluationCall::Form::show, 0, ignored);
+    return call != nullptr ? call->mayChange() : text.calls || text.changes;
+}
+
+std::string ScriptEvaluator::Impl::assign(const FrameScope& scope, const ValueTarget& target,
+                                          EvaluationText text) {
     std::string error;
     EvaluationBinding binding;
     binding.name = binding.parameter = "target_";
     binding.value = target.value;
     const bool handle = isHandle(*scope.module()->GetEngine(), target.value.typeId);
-    if (text.untyped && !handle) return EvaluationText::kUntyped;
     if (!handle) text.bindings.push_back(binding);
     const auto compile = [&](std::string& why) {
-        return impl_->compile(scope, text,
-                              handle ? EvaluationCall::Form::give : EvaluationCall::Form::set,
-                              target.value.typeId, why);
+        return this->compile(scope, text,
+                             handle ? EvaluationCall::Form::give : EvaluationCall::Form::set,
+                             target.value.typeId, why);
     };
     auto call = compile(error);
     if (const char* const type = call == nullptr ? enumOf(scope, target.value.typeId) : nullptr) {
@@ -304,8 +355,8 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     if (call == nullptr) return error;
     error.clear();
     call->bindTarget(target.value);
-    error = impl_->run(*call, scope, EvaluationPurpose::console);
-    if (error.empty() && target.value.unset) impl_->values.touch(target.value.address, scope);
+    error = run(*call, scope, EvaluationPurpose::console);
+    if (error.empty() && target.value.unset) values.touch(target.value.address, scope);
     return error;
 }
 

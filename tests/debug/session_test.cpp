@@ -389,6 +389,36 @@ TEST_F(Session, NodesFollowWhatIsSet) {
     EXPECT_EQ(stops.size(), 1u);
 }
 
+/// The value is there before the place that it goes to is looked for.
+TEST_F(Session, WhatIsSetMayGoWithTheValue) {
+    breakAt(13);
+    atStop = [&](const StopInfo&) {
+        const auto set = [&](const char* target, const char* value) {
+            const ShownValue shown = debug.setExpression(0, target, value, {});
+            return shown.error.empty() ? shown.value.value : shown.error;
+        };
+        EXPECT_EQ(set("list[0].rows[1]", "twice(21)"), "42");
+        EXPECT_EQ(set("list[0].next", "list[1]"), "Hole {rows = {1, 2}, next = null, f = null}");
+        EXPECT_EQ(set("list[1].next", "make()"), "Hole {rows = {7}, next = null, f = null}");
+        EXPECT_EQ(set("list[1].rows", "make().rows"), "{7}");
+        const std::string refused = "Only a variable can be set to this where it calls a function.";
+        EXPECT_EQ(set("list[1].rows", "{twice(1)}"), refused);
+        EXPECT_EQ(set("list[1].f", "given()"), refused);
+        EXPECT_EQ(set("list[1].rows[0]", "drop(list)"), "\"list[1].rows[0]\" is gone.");
+        EXPECT_EQ(value("list.length()"), "0");
+    };
+    EXPECT_FALSE(start("class Hole { int[] rows = {1, 2}; Hole@ next; F@ f; }\n"
+                       "funcdef int F(int);\nint twice(int n) { return 2 * n; }\n"
+                       "F@ given() { return twice; }\n"
+                       "int drop(Hole@[]& list) { list.resize(0); return 9; }\n"
+                       "Hole@ make() {\n    Hole hole;\n    hole.rows = {7};\n"
+                       "    return hole;\n}\nint main() {\n"
+                       "    Hole@[] list = {Hole(), Hole()};\n    return 0;\n}\n")
+                     .failed())
+        << messages();
+    EXPECT_EQ(stops.size(), 1u);
+}
+
 TEST_F(Session, PropertiesOfObjectsAreShownAndSetThroughTheModel) {
     breakAt(6);
     atStop = [&](const StopInfo&) {
