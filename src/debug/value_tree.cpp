@@ -25,7 +25,8 @@ struct Child {
     asUINT variable = 0;   ///< tells variables of one name apart; 0 for anything else
     ValueNode parent = 0;  ///< 0: of none
     std::uint64_t index = 0;
-    unsigned level = ~0u;  ///< see ValueTarget
+    bool byPath = false;  ///< this and the next: see ValueTarget
+    unsigned level = ~0u;
 };
 
 struct Node {
@@ -195,8 +196,8 @@ ValueNode ValueTree::scope(ValueScope which, unsigned level) {
             prefix = "::";
         else if (which == ValueScope::globals)
             prefix.clear();
-        node.named.push_back(
-            {value.name, prefix + value.name, value.value, nullptr, 0, false, variable, 0, 0, ~0u});
+        node.named.push_back({value.name, prefix + value.name, value.value, nullptr, 0, false,
+                              variable, 0, 0, false, ~0u});
     }
     return impl_->add(std::move(node));
 }
@@ -328,7 +329,7 @@ void ValueTree::Impl::readAnew(Node& node) {
         const std::uint64_t index = node.origin.index;
         const Child there = index < countOf(parent) ? childAt(parent, index) : Child();
         if (there.owner == nullptr && there.name == child.name) child.value = there.value;
-    } else if (node.origin.level == ~0u) {
+    } else if (!node.origin.byPath) {
         child.value = node.origin.value;  // kept alive
     } else {
         ValueTarget found;
@@ -418,7 +419,7 @@ DebugValue ValueTree::show(const ValueTarget& value, std::string name, const Val
     if (impl_->engine == nullptr) return {};
     const Child child{
         std::move(name), value.evaluateName, value.value, value.owner, value.part, false, 0, 0, 0,
-        value.level};
+        value.byPath,    value.level};
     // The same expression may give another object each time.
     const auto address = reinterpret_cast<std::uintptr_t>(value.value.address);
     const std::string path = "=" + value.evaluateName + "@" + std::to_string(address);
@@ -466,6 +467,7 @@ bool ValueTree::child(ValueNode node, std::string_view name, DebugValue& found,
 bool ValueTree::find(const FrameScope& scope, std::string_view path, ValueTarget& found) const {
     if (impl_->engine == nullptr) return false;
     if (!findPath(*impl_->engine, scope, path, found)) return false;
+    found.byPath = true;
     found.level = scope.level();
     return true;
 }

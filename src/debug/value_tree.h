@@ -47,7 +47,8 @@ struct ValueTarget {
     std::uint64_t part = 0;
     std::string evaluateName;
     std::string why;       ///< it cannot be set; empty: it can
-    unsigned level = ~0u;  ///< of the frame in which a path found it
+    bool byPath = false;   ///< found in a frame by `evaluateName`; else it stays where it is
+    unsigned level = ~0u;  ///< of that frame
 };
 
 /// Values lie in the script's memory: the tree must be ended before the script goes on. Reading

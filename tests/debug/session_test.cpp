@@ -343,7 +343,7 @@ TEST_F(Session, ArraysAreReadByPages) {
 
 /// What a client still holds of values that an expression has let go of shows what is there now.
 TEST_F(Session, NodesFollowWhatIsSet) {
-    breakAt(11);
+    breakAt(12);
     atStop = [&](const StopInfo&) {
         ValueTree& tree = debug.values();
         const auto textOf = [&](ValueNode node) {
@@ -364,6 +364,11 @@ TEST_F(Session, NodesFollowWhatIsSet) {
         const ValueNode last = under(locals, "last");
         const ValueNode watched =
             debug.show(0, "list[1].rows", EvaluationPurpose::watch).value.node;
+        // Without a frame, as a client asks of global variables.
+        const ValueNode global = debug.show(9, "all[0].rows", EvaluationPurpose::watch).value.node;
+        EXPECT_EQ(textOf(global), "[0]=1 [1]=2 ");
+        EXPECT_EQ(debug.show(9, "drop(all)", EvaluationPurpose::console).error, "");
+        EXPECT_EQ(textOf(global), "");
         EXPECT_EQ(textOf(rows), "[0]=1 [1]=2 ");
         EXPECT_EQ(textOf(watched), "[0]=1 [1]=2 ");
         EXPECT_EQ(debug.setChild(first, "rows", 0, "{7}").error, "");
@@ -380,7 +385,7 @@ TEST_F(Session, NodesFollowWhatIsSet) {
         EXPECT_EQ(debug.setChild(locals, "last", 0, "Hole()").error, "");
         EXPECT_EQ(textOf(under(last, "rows")), "[0]=1 [1]=2 ");
     };
-    EXPECT_FALSE(start("class Hole {\n    int[] rows = {1, 2};\n}\n"
+    EXPECT_FALSE(start("class Hole {\n    int[] rows = {1, 2};\n}\nHole@[] all = {Hole()};\n"
                        "void drop(Hole@[]& list) {\n    list.resize(0);\n}\n"
                        "int main() {\n    Hole@[] list = {Hole(), Hole()};\n"
                        "    Hole@ last = Hole();\n    int n = 0;\n    return n;\n}\n")
