@@ -123,6 +123,8 @@ bool menuIsOpen();
 bool showsFocus(wxTopLevelWindow& window);
 /// The button is drawn as the one that Return presses.
 bool looksDefault(wxWindow& button);
+/// Chooses a font in the open dialog for it; false when there is none.
+bool answerFontDialog(const std::string& face, int points);
 /// As a click on the window's frame would.
 void giveKeyboard(wxTopLevelWindow& window);
 /// From now on a complaint of the toolkit's about a control fails the test under way.

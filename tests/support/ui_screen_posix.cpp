@@ -82,6 +82,20 @@ bool looksDefault(wxWindow& button) {
                                        GTK_STYLE_CLASS_SUGGESTED_ACTION) != FALSE;
 }
 
+bool answerFontDialog(const std::string& face, int points) {
+    GList* windows = gtk_window_list_toplevels();
+    GtkDialog* dialog = nullptr;
+    for (GList* one = windows; one; one = one->next)
+        if (GTK_IS_FONT_CHOOSER_DIALOG(one->data) && gtk_widget_get_mapped(GTK_WIDGET(one->data)))
+            dialog = GTK_DIALOG(one->data);
+    g_list_free(windows);
+    if (!dialog) return false;
+    gtk_font_chooser_set_font(GTK_FONT_CHOOSER(dialog),
+                              (face + " " + std::to_string(points)).c_str());
+    gtk_dialog_response(dialog, GTK_RESPONSE_OK);
+    return true;
+}
+
 void failOnComplaints() {
     static bool watching = false;
     if (watching) return;

@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <dlgs.h>
+
 #include <wx/toplevel.h>
 
 #include "support/screen_win32.h"
@@ -37,6 +39,21 @@ void giveKeyboard(wxTopLevelWindow& window) {
 bool looksDefault(wxWindow& button) {
     const LONG style = GetWindowLongW(static_cast<HWND>(button.GetHandle()), GWL_STYLE);
     return (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+}
+
+bool answerFontDialog(const std::string& face, int points) {
+    constexpr int kFaces = cmb1, kSizes = cmb3;  // of the system's dialog
+    HWND dialog = nullptr;
+    while ((dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr)) != nullptr)
+        if (GetDlgItem(dialog, kFaces) && GetDlgItem(dialog, kSizes)) break;
+    if (!dialog) return false;
+    SendDlgItemMessageA(dialog, kFaces, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                        reinterpret_cast<LPARAM>(face.c_str()));
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kFaces, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, kFaces)));
+    SetDlgItemTextA(dialog, kSizes, std::to_string(points).c_str());
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    return true;
 }
 
 /// Controls of the system do not complain.

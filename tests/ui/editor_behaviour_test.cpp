@@ -1,6 +1,10 @@
 // What the window does when something happens, and what its keys mean: with real keys and clicks.
+#include <angelscript.h>
+#include <wx/app.h>
 #include <wx/textctrl.h>
 
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
 
 #include "editor_full_window.h"
@@ -42,6 +46,34 @@ class EditorBehaviour : public FullWindow {
     }
     std::string remark() const { return part<ui::StatusLine>()->content().remark.utf8_string(); }
 };
+
+/// A function of the host's shows another window and waits until the user is in it.
+TEST_F(EditorBehaviour, AStopComesToTheFront) {
+    if (!std::getenv("KORVANT_WINDOW_MANAGER")) GTEST_SKIP() << "nobody gives windows the keyboard";
+    static wxFrame* other;
+    other = nullptr;
+    const auto show = [] {
+        const auto until = std::chrono::steady_clock::now() + korvant::test::UiDriver::kPatience;
+        other = new wxFrame(nullptr, wxID_ANY, "Another window");
+        other->Show();
+        other->Raise();
+        while (!other->IsActive() && std::chrono::steady_clock::now() < until) wxYield();
+        EXPECT_TRUE(other->IsActive());
+    };
+    ASSERT_GE(
+        engine()->RegisterGlobalFunction("void showAnother()", asFUNCTION(+show), asCALL_CDECL), 0);
+    ready();
+    breakAt({3});
+    driver.key(WXK_F5);
+    untilStopped(3, "main");
+    driver.when("the editor in front", [this] { return frame()->IsActive(); });
+    ready();
+    driver.run([] { other->Destroy(); });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit("int main() {\n    showAnother();\n    return 0;\n}\n");
+}
 
 TEST_F(EditorBehaviour, KeysThatGoOn) {
     ready();

@@ -133,6 +133,27 @@ TEST_F(EditorRemembered, PlaceSizesAndOptions) {
     edit(kScript);
 }
 
+TEST_F(EditorRemembered, FontOfTheCode) {
+    const wxString face = "DejaVu Sans";
+    const auto sizeOf = [](wxStyledTextCtrl* text) {
+        return std::pair{text->StyleGetFaceName(wxSTC_C_WORD), text->StyleGetSize(wxSTC_C_WORD)};
+    };
+    ready();
+    choose(command_id::kFont);
+    driver.when("the fonts",
+                [&] { return korvant::test::answerFontDialog(face.utf8_string(), 15); });
+    driver.when("the chosen font", [&] {
+        return frame() && sizeOf(editor()) == std::pair{face, 15};
+    });
+    closeBox();
+    edit(kScript);
+    ready();
+    check([&] { EXPECT_EQ(sizeOf(editor()), std::pair(face, 15)); });
+    check([&] { EXPECT_EQ(sizeOf(pane()), std::pair(face, 15)); });
+    closeBox();
+    edit(kScript);
+}
+
 TEST_F(EditorRemembered, NotWhatWasPrintedClosedOrLookedFor) {
     ready();
     driver.key('F', wxMOD_CONTROL);
