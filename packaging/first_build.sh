@@ -14,13 +14,16 @@ mmdebstrap --quiet --mode=root --variant=apt --include=git,ca-certificates bookw
 git clone --quiet --no-hardlinks . "$root/opt/clone"
 
 cat >"$root/opt/try.sh" <<'TEXT'
-mount -t proc proc /proc
-mount -t tmpfs tmpfs /tmp
-[ -e /dev/null ] || mknod -m 666 /dev/null c 1 3
-export HOME=/root
-cd /opt/clone
+root=$1
+shift
+mount -t proc proc "$root/proc"
+mount -t tmpfs tmpfs "$root/tmp"
+mount --rbind /dev "$root/dev"
+mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+mount --bind "$root/dev/pts/ptmx" "$root/dev/ptmx"
 TIMEFORMAT='first_build: %R s, of the processors %U s + %S s'
-time ./dev "$@" </dev/null
+time HOME=/root chroot "$root" /bin/bash -c 'cd /opt/clone && ./dev "$@"' try "$@" </dev/null
 TEXT
 echo "first_build: ./dev $*"
-timeout 5400 unshare --mount --pid --fork chroot "$root" /bin/bash /opt/try.sh "$@"
+timeout 5400 unshare --mount --pid --fork --propagation private \
+    /bin/bash -e "$root/opt/try.sh" "$root" "$@"
