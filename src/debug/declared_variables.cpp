@@ -50,15 +50,17 @@ bool amongArguments(std::string_view text, std::size_t place) {
 
 DeclaredVariables::DeclaredVariables(std::string text) : index_(std::move(text)) {
     for (std::size_t i = 0; i < index_.declarations().size(); ++i) {
-        const DeclarationKind kind = index_.declarations()[i].kind;
-        if (kind == DeclarationKind::local || kind == DeclarationKind::parameter)
-            byFunction_[index_.functionAt(index_.declarations()[i].nameRange.begin)].push_back(
-                static_cast<int>(i));
+        const Declaration& declared = index_.declarations()[i];
+        if (declared.kind != DeclarationKind::local && declared.kind != DeclarationKind::parameter)
+            continue;
+        Variables& own = byFunction_[index_.functionAt(declared.nameRange.begin)];
+        own.all.push_back(static_cast<int>(i));
+        own.named[declared.name].push_back(static_cast<int>(i));
     }
     for (const Statement& statement : index_.statements())
         begins_.emplace(statement.range.begin, &statement);
     for (const auto& [function, variables] : byFunction_)
-        for (const int variable : variables) collectDoubtful(function, variable);
+        for (const int variable : variables.all) collectDoubtful(function, variable);
 }
 
 std::size_t DeclaredVariables::placeOf(std::int32_t line, std::int32_t column) const {
@@ -67,8 +69,8 @@ std::size_t DeclaredVariables::placeOf(std::int32_t line, std::int32_t column) c
 }
 
 /// Those of nameless functions inside it are not its own.
-const std::vector<int>& DeclaredVariables::ofFunction(int function) const {
-    static const std::vector<int> none;
+const DeclaredVariables::Variables& DeclaredVariables::ofFunction(int function) const {
+    static const Variables none;
     const auto found = byFunction_.find(function);
     return found == byFunction_.end() ? none : found->second;
 }
@@ -84,11 +86,12 @@ std::optional<DeclaredVariables::Seen> DeclaredVariables::seenAt(std::int32_t li
     // The last statement of a function is the place behind its brace.
     if (place > 0 && text()[place - 1] == '}' && index_.functionAt(place - 1) != function)
         function = index_.functionAt(--place);
-    std::vector<const Declaration*> named;
-    for (const int i : ofFunction(function))
-        if (declaration(i).name == name) named.push_back(&declaration(i));
-    if (function == kNoIndex || named.size() != count || nth >= count) return std::nullopt;
-    const Declaration& variable = *named[nth];
+    const Variables& own = ofFunction(function);
+    const auto named = own.named.find(name);
+    if (function == kNoIndex || named == own.named.end() || named->second.size() != count ||
+        nth >= count)
+        return std::nullopt;
+    const Declaration& variable = declaration(named->second[nth]);
     if (variable.kind == DeclarationKind::parameter) return Seen::yes;
     const Scope& scope = index_.scopes()[static_cast<std::size_t>(variable.scope)];
     if (!scope.range.contains(place)) return Seen::no;
@@ -142,11 +145,10 @@ void DeclaredVariables::collectDoubtful(int function, int variable) {
     if (!isPlain(declared)) return;
     Doubtful doubtful;
     doubtful.name = declared.name;
-    for (const int i : ofFunction(function))
-        if (declaration(i).name == declared.name) {
-            if (i < variable) ++doubtful.nth;
-            ++doubtful.count;
-        }
+    const std::vector<int>& namesakes = ofFunction(function).named.at(declared.name);
+    doubtful.count = namesakes.size();
+    doubtful.nth = static_cast<std::size_t>(
+        std::find(namesakes.begin(), namesakes.end(), variable) - namesakes.begin());
     std::set<std::size_t> setters;
     for (const NameUse* const use : index_.usesOf(declared.name)) {
         if (use->begin < declared.nameRange.end || use->member || use->qualified || !maySet(*use) ||
@@ -197,7 +199,7 @@ std::vector<std::int32_t> DeclaredVariables::doubtfulLines() const {
             const auto plain = [&](int i) {
                 return declaration(i).whole.begin == place && isPlain(declaration(i));
             };
-            const std::vector<int>& own = ofFunction(function);
+            const std::vector<int>& own = ofFunction(function).all;
             if (std::none_of(own.begin(), own.end(), plain)) break;
         }
     }

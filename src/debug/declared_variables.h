@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "language/scope_index.h"
@@ -47,7 +48,11 @@ class DeclaredVariables {
     const Declaration& declaration(int index) const {
         return index_.declarations()[static_cast<std::size_t>(index)];
     }
-    const std::vector<int>& ofFunction(int function) const;
+    struct Variables {
+        std::vector<int> all;  ///< locals and parameters, in order
+        std::unordered_map<std::string_view, std::vector<int>> named;
+    };
+    const Variables& ofFunction(int function) const;
     bool isPlain(const Declaration& variable) const;
     bool maySet(const NameUse& use) const;
     const Statement* statementAround(std::size_t place) const;
@@ -56,7 +61,7 @@ class DeclaredVariables {
     std::string_view text() const { return index_.document().text(); }
 
     ScopeIndex index_;
-    std::map<int, std::vector<int>> byFunction_;               ///< locals and parameters, in order
+    std::map<int, Variables> byFunction_;
     std::map<int, std::vector<Doubtful>> doubtful_;            ///< by function
     std::map<std::size_t, std::vector<std::size_t>> setters_;  ///< by where the statement begins
     std::map<std::size_t, const Statement*> begins_;

@@ -1,6 +1,7 @@
 #include "debug/frame_scope.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "base/text/characters.h"
@@ -86,21 +87,25 @@ bool FrameScope::begun() const {
     return level_ > 0 || context_->GetState() == asEXECUTION_EXCEPTION;
 }
 
+FrameScope::Namesake FrameScope::namesakeOf(asUINT index) const {
+    const std::string_view name = localName(index);
+    const int all = context_->GetVarCount(level_);
+    Namesake which;
+    for (asUINT i = 0; all > 0 && i < static_cast<asUINT>(all); ++i) {
+        if (localName(i) != name) continue;
+        if (i < index) ++which.nth;
+        ++which.count;
+    }
+    return which;
+}
+
 /// `declared`: by an earlier statement.
-FrameScope::Known FrameScope::known(asUINT index) const {
+FrameScope::Known FrameScope::known(asUINT index, const Namesake& which) const {
     const std::string_view name = localName(index);
     if (name.empty()) return Known::no;
     const Known byCode = context_->IsVarInScope(index, level_) ? Known::yes : Known::no;
     if (text_ == nullptr) return byCode;
-    std::size_t nth = 0;
-    std::size_t count = 0;
-    const int all = context_->GetVarCount(level_);
-    for (asUINT i = 0; all > 0 && i < static_cast<asUINT>(all); ++i) {
-        if (localName(i) != name) continue;
-        if (i < index) ++nth;
-        ++count;
-    }
-    const auto seen = text_->variables().seenAt(line_, column_, name, nth, count);
+    const auto seen = text_->variables().seenAt(line_, column_, name, which.nth, which.count);
     if (!seen) return byCode;
     if (*seen == DeclaredVariables::Seen::declaredThere) return begun() ? byCode : Known::no;
     return *seen == DeclaredVariables::Seen::yes ? Known::declared : Known::no;
@@ -128,7 +133,7 @@ bool FrameScope::isUnset(const TypedValue& local, const void* address) const {
     return set ? !*set : local.unset;
 }
 
-NamedValue FrameScope::local(asUINT index) const {
+NamedValue FrameScope::local(asUINT index, Known known) const {
     NamedValue found;
     found.index = index;
     found.name = orEmpty(context_->GetVarName(index, level_));
@@ -136,7 +141,7 @@ NamedValue FrameScope::local(asUINT index) const {
     found.declaration = orEmpty(context_->GetVarDeclaration(index, level_, true));
     found.value.typeId = context_->GetVarTypeId(index, level_);
     found.value.constant = isConstant(found.declaration, found.value.typeId);
-    const bool declared = known(index) == Known::declared;
+    const bool declared = known == Known::declared;
     // Of two with one name the inner one may be declared there.
     if (declared || !notYetSet(found.name))
         found.value.address = context_->GetAddressOfVar(index, level_);
@@ -149,12 +154,20 @@ std::vector<NamedValue> FrameScope::locals(std::string_view among) const {
     std::vector<NamedValue> found;
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return found;
     const int count = context_->GetVarCount(level_);
+    std::vector<std::pair<asUINT, std::size_t>> wanted;  // with how many of its name come before it
+    std::unordered_map<std::string_view, std::size_t> counts;
     for (asUINT i = 0; count > 0 && i < static_cast<asUINT>(count); ++i) {
         const std::string_view name = localName(i);
-        if (!among.empty() && among.find(name) == std::string_view::npos) continue;
-        if (!isKnown(i)) continue;
-        std::erase_if(found, [name](const NamedValue& outer) { return outer.name == name; });
-        found.push_back(local(i));
+        if (among.empty() || among.find(name) != std::string_view::npos)
+            wanted.emplace_back(i, counts[name]++);
+    }
+    for (const auto& [index, nth] : wanted) {
+        const std::string_view name = localName(index);
+        const Known seen = known(index, {nth, counts[name]});
+        if (seen == Known::no) continue;
+        if (nth > 0)
+            std::erase_if(found, [name](const NamedValue& outer) { return outer.name == name; });
+        found.push_back(local(index, seen));
     }
     return found;
 }
@@ -203,8 +216,10 @@ bool FrameScope::findLocal(std::string_view name, NamedValue& found) const {
     if (function_ == nullptr || function_->GetFuncType() != asFUNC_SCRIPT) return false;
     for (int i = context_->GetVarCount(level_); i-- > 0;) {
         const auto index = static_cast<asUINT>(i);
-        if (localName(index) != name || !isKnown(index)) continue;
-        found = local(index);
+        if (localName(index) != name) continue;
+        const Known seen = known(index, namesakeOf(index));
+        if (seen == Known::no) continue;
+        found = local(index, seen);
         return true;
     }
     return false;

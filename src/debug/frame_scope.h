@@ -83,11 +83,16 @@ class FrameScope {
 
   private:
     std::string_view localName(asUINT index) const;
+    /// Which one a variable is of those with its name in the function.
+    struct Namesake {
+        std::size_t nth = 0;
+        std::size_t count = 0;
+    };
+    Namesake namesakeOf(asUINT index) const;
     enum class Known { no, yes, declared };
-    Known known(asUINT index) const;
-    bool isKnown(asUINT index) const { return known(index) != Known::no; }
+    Known known(asUINT index, const Namesake& which) const;
     bool begun() const;
-    NamedValue local(asUINT index) const;
+    NamedValue local(asUINT index, Known known) const;
     bool notYetSet(std::string_view name) const;
     bool neverSet(const NamedValue& variable) const;
 

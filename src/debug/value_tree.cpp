@@ -66,6 +66,7 @@ struct ValueTree::Impl {
     static std::string pathOf(const Node& parent, const Child& child);
     ValueNode add(Node node);
     std::string framePath(unsigned level) const;
+    std::string scopePath(ValueScope which, unsigned level) const;
     ValueNode nodeFor(const std::string& path, const Child& child, const ValueView& value);
     Node filled(std::string path, const Child& child, const ValueView& value) const;
     const Node* current(ValueNode node);
@@ -166,38 +167,32 @@ std::string ValueTree::Impl::framePath(unsigned level) const {
            (function != nullptr ? std::to_string(function->GetId()) : "");
 }
 
+std::string ValueTree::Impl::scopePath(ValueScope which, unsigned level) const {
+    if (which == ValueScope::globals) return "G";
+    return (which == ValueScope::locals ? "L" : "T") + framePath(level);
+}
+
 ValueNode ValueTree::scope(ValueScope which, unsigned level) {
     if (impl_->engine == nullptr) return 0;
-    const FrameScope names = scopeOf(level);
     Node node;
     node.fixed = true;
-    std::vector<NamedValue> values;
-    std::string prefix;
-    switch (which) {
-        case ValueScope::locals:
-            node.path = "L" + impl_->framePath(level);
-            values = names.locals();
-            break;
-        case ValueScope::thisObject:
-            node.path = "T" + impl_->framePath(level);
-            values = names.members();
-            prefix = "this.";
-            break;
-        case ValueScope::globals:
-            node.path = "G";
-            values = names.globals();
-            break;
-    }
-    for (NamedValue& value : values) {
-        const asUINT variable = which == ValueScope::locals ? value.index + 1 : 0;
+    node.path = impl_->scopePath(which, level);
+    // Variables that code has set since are touched there.
+    if (const auto known = impl_->byPath.find(node.path); known != impl_->byPath.end())
+        return known->second;
+    const FrameScope names = scopeOf(level);
+    const bool global = which == ValueScope::globals;
+    for (NamedValue& value : which == ValueScope::locals ? names.locals()
+                             : global                    ? names.globals()
+                                                         : names.members()) {
+        std::string prefix = which == ValueScope::thisObject ? "this." : "";
         TypedValue named;
-        if (which == ValueScope::globals && names.find(value.name, named) &&
-            named.address != value.value.address)
+        if (global && names.find(value.name, named) && named.address != value.value.address)
             prefix = "::";
-        else if (which == ValueScope::globals)
-            prefix.clear();
-        node.named.push_back({value.name, prefix + value.name, value.value, nullptr, 0, false,
-                              variable, 0, 0, false, ~0u});
+        const asUINT variable = which == ValueScope::locals ? value.index + 1 : 0;
+        prefix += value.name;
+        node.named.push_back({std::move(value.name), std::move(prefix), value.value, nullptr, 0,
+                              false, variable, 0, 0, false, ~0u});
     }
     return impl_->add(std::move(node));
 }
