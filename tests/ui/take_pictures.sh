@@ -37,7 +37,7 @@ take() { # furnished|bare SCALE
     use_fonts "$1"
     FONTCONFIG_FILE=$settings/fonts.conf XDG_CONFIG_DIRS=$settings KORVANT_SCREENSHOTS=$out GDK_SCALE=$2 \
         "$here/../support/with_display.sh" --wm --seconds 600 --screen "$((1320 * $2))x$((960 * $2))x24" \
-        "$build/bin/ui_editor_tests" --gtest_brief=1 --gtest_filter="*/EditorPictures.$name/*"
+        "$build/bin/ui_editor_tests" --gtest_brief=1 --gtest_filter="*/EditorPictures.$name/*:EditorIcons.$name*"
 }
 
 failed=0
