@@ -3,6 +3,7 @@
 
 #include "base/system/user_folders.h"
 #include "editor/control/fold_levels.h"
+#include "editor/control/live_help.h"
 #include "editor/script_editor.h"
 
 namespace korvant {
@@ -61,7 +62,9 @@ void ScriptEditor::recallFile() {
 void ScriptEditor::recallView(const RememberedFile& file) {
     TextView view;
     for (const std::int32_t line : file.folds) view.folds.push_back(line - 1);
-    if (!view.folds.empty())
+    if (!view.folds.empty() && editor_.length() > kLongestLive)
+        editor_.send(sci::kColourise, 0, std::intptr_t{-1});
+    else if (!view.folds.empty())
         foldBySyntax(editor_, ScopeIndex(editor_.text().value_or(std::string())));
     const ControlLine caret{std::min(file.caretLine, editor_.lineCount()) - 1};
     const int start = editor_.lineStart(caret);

@@ -2,10 +2,13 @@
 
 #include <random>
 
+#include "editor/control/fold_levels.h"
 #include "editor_window_fixture.h"
 #include "ui/editor/assist/pop_up.h"
+#include "ui/editor/editor_control.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
+#include "ui/kit/ui_runtime.h"
 
 using namespace korvant;
 using korvant::test::EditorWindowTest;
@@ -66,6 +69,17 @@ constexpr Press kPresses[] = {
     {WXK_RIGHT, wxMOD_ALT},
 };
 
+constexpr const char* kPieces[] = {
+    "x", "\n",          "{\n",    "}\n",        "/*\n",       "*/",           "(",
+    "}", "int f() {\n", "\n\n\n", "if (a) {\n", "} else {\n", "// a\n// b\n", "}\n}\n"};
+
+std::vector<int> levelsOf(wxStyledTextCtrl& control) {
+    std::vector<int> levels;
+    for (int line = 0; line < control.GetLineCount(); ++line)
+        levels.push_back(control.GetFoldLevel(line));
+    return levels;
+}
+
 class EditorStorm : public EditorWindowTest {
   protected:
     EditorStorm() {
@@ -77,6 +91,39 @@ class EditorStorm : public EditorWindowTest {
         ui::saveEditorSettings(settings);
     }
 };
+
+/// What is not asked about is as it would be told.
+TEST_F(EditorStorm, LinesFoldAsIfAllWereReadAnew) {
+    ASSERT_TRUE(ui::startToolkit());
+    wxFrame window(nullptr, wxID_ANY, "folds");
+    wxStyledTextCtrl& control = *ui::makeTextControl(&window);
+    const TextControl text(ui::sendTo(control));
+    SyntaxFolds folds(text);
+    ui::forwardNotifications(control, [&](const ControlNotification& one) { folds.notified(one); });
+    control.SetText(kScript);
+    std::mt19937 random(11);
+    const auto upTo = [&random](int most) { return static_cast<int>(random() % (most + 1)); };
+    for (int round = 0; round < 2000; ++round) {
+        for (int edits = upTo(3); edits >= 0; --edits) {
+            const int at = upTo(control.GetLength()), end = upTo(control.GetLength());
+            switch (upTo(6)) {
+                case 0:
+                    control.DeleteRange(std::min(at, end), std::min(std::abs(end - at), 60));
+                    break;
+                case 1:
+                    control.Undo();
+                    break;
+                default:
+                    control.InsertText(at, kPieces[upTo(std::size(kPieces) - 1)]);
+            }
+        }
+        const ScopeIndex index(text.text().value_or(""));
+        folds.show(index);
+        const std::vector<int> shown = levelsOf(control);
+        foldBySyntax(text, index);
+        ASSERT_EQ(shown, levelsOf(control)) << round << "\n" << control.GetText();
+    }
+}
 
 TEST_F(EditorStorm, AnyKeysLeaveTheWindow) {
     std::mt19937 random(7);

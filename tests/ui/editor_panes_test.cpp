@@ -5,11 +5,13 @@
 
 #include <filesystem>
 
+#include "editor/control/live_help.h"
 #include "editor_full_window.h"
 #include "ui/editor/assist/choice_box.h"
 #include "ui/editor/editor_file_dialog.h"
 #include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/find_bar.h"
+#include "ui/editor/panels/outline_pane.h"
 #include "ui/editor/panels/welcome_pane.h"
 #include "ui/kit/pane_heading.h"
 
@@ -152,6 +154,37 @@ TEST_F(EditorPanes, NextProblemWaitsForTheFirstAnswer) {
     driver.when("the error", [this] { return caretLine() == 1; });
     closeBox();
     edit("// more\n");
+}
+
+/// A key in such a text took a second, and a mistake in it nobody's time but the script's author.
+TEST_F(EditorPanes, ALongScriptIsLookedAtWhenAskedFor) {
+    std::string script;
+    for (int i = 0; script.size() <= std::size_t{kLongestLive}; ++i)
+        script += "int depth" + std::to_string(i) + "(int hole) {\n    return hole;\n}\n";
+    const auto outline = [this] { return part<ui::OutlinePane>()->list()->count(); };
+    const auto remark = [this] { return part<ui::StatusLine>()->content().remark; };
+    const auto isLong = [remark] { return remark() == "A long script: F7 checks it"; };
+    ready();
+    choose(command_id::kShowOutline);
+    driver.when("it says so", isLong);
+    driver.type("averge ").key(WXK_F8);
+    untilStatus("1 error");
+    check([&] { EXPECT_EQ(outline(), 0); });
+    driver.key('O', wxMOD_CONTROL | wxMOD_SHIFT);
+    driver.when("its functions", [this] {
+        const auto choices = findChild<ui::ChoiceBox>(editor(), 0);
+        return choices && choices->IsShown();
+    });
+    driver.key(WXK_ESCAPE);
+    ready();
+    driver.run([this] { editor()->SetText("int main() { return averge; }\n"); });
+    driver.when("an outline", [&] { return outline() == 1 && !isLong(); });
+    untilStatus("1 error");
+    driver.run([this, script] { editor()->AppendText(script); });
+    driver.when("nothing of before", [&] { return outline() == 0 && isLong(); });
+    untilStatus("Ready");
+    closeBox();
+    edit(script);
 }
 
 /// Keys went to a window that could not be seen.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "editor/assist/hover_expression.h"
+#include "editor/control/live_help.h"
 #include "language/expression_before.h"
 #include "language/script_shape.h"
 #include "language/tokens.h"
@@ -86,14 +87,20 @@ std::string CodeAssist::wordBeforeCaret() const {
                                                 : editor_.textOf({wordBegin_, caret});
 }
 
+bool CodeAssist::asksItself() const {
+    return editor_.length() <= kLongestLive;
+}
+
 void CodeAssist::characterAdded(int character) {
-    if (character == '(' || character == ',') askSignatures();
+    const bool asks = asksItself();
+    if (asks && (character == '(' || character == ',')) askSignatures();
     if (character == ')' && callBegin_ >= 0) askSignatures();
     if (listOpen_ || listWanted_) {
         const bool inWord = character < 128 && isWordByte(static_cast<char>(character));
         if (inWord) return updateList();
         closeList();
     }
+    if (!asks) return;
     const int caret = editor_.caret();
     if (character == '.') {
         const std::string before = editor_.textOf({std::max(caret - 2, 0), caret - 1});
@@ -339,7 +346,7 @@ void CodeAssist::showDocumentation() {
 
 /// Marks every place of the name that the caret touches.
 void CodeAssist::rested() {
-    if (!editor_.wordAt(editor_.caret()).empty()) {
+    if (asksItself() && !editor_.wordAt(editor_.caret()).empty()) {
         AssistQuestion question;
         question.kind = Kind::occurrences;
         question.offset = caret();

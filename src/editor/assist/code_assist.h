@@ -77,6 +77,8 @@ class CodeAssist {
     using Kind = AssistQuestion::Kind;
 
     void characterAdded(int character);
+    /// Whether anything is asked that the user has not asked for.
+    bool asksItself() const;
     void caretMoved();
     void textModified(const ControlNotification& notification);
     bool listKey(const KeyPress& key);

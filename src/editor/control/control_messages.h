@@ -27,6 +27,7 @@ enum Message : unsigned {
     kGetEndStyled = 2028,
     kConvertEols = 2029,
     kSetEolMode = 2031,
+    kStartStyling = 2032,
     kSetTabWidth = 2036,
     kSetCodePage = 2037,
     kMarkerDefine = 2040,

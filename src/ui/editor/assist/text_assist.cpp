@@ -45,7 +45,8 @@ TextAssist::TextAssist(wxFrame& frame, wxStyledTextCtrl& control, ScriptEditor& 
       editor_(editor),
       look_(look),
       assist_({editor.textControl(), *this, [this] { return service(); },
-               [this] { return editor_.inspection().canLook(); }}) {
+               [this] { return editor_.inspection().canLook(); }}),
+      reading_(kReadMilliseconds) {
     rest_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
         if (on_ && control_.HasFocus()) assist_.rested();
     });
@@ -128,7 +129,7 @@ void TextAssist::notified(const ControlNotification& notification) {
     assist_.notified(notification);
     const int changes = sci::kModInsertText | sci::kModDeleteText;
     if (notification.code == sci::kModified && (notification.modificationType & changes) != 0)
-        changed_.StartOnce(kReadMilliseconds);
+        changed_.StartOnce(reading_.milliseconds());
     if (notification.code != sci::kUpdateUi) return;
     rest_.StartOnce(kRestMilliseconds);
     if (const int first = control_.GetFirstVisibleLine(); first != firstLine_) {
@@ -206,11 +207,16 @@ void TextAssist::mend() {
 }
 
 void TextAssist::readText() {
-    AssistService* const answers = service();
-    const std::uint64_t version = editor_.textVersion();
     if (!onRead) return;
-    if (!answers) return onRead(version, ScopeIndex(*assist_.text()));
-    answers->read(assist_.text(), [this, version](const auto& index) { onRead(version, *index); });
+    if (textIsLong()) return onUnread();
+    reading_.begun();
+    const auto take = [this, version = editor_.textVersion()](const ScopeIndex& index) {
+        onRead(version, index);
+        reading_.ended();
+    };
+    AssistService* const answers = service();
+    if (!answers) return take(ScopeIndex(*assist_.text()));
+    answers->read(assist_.text(), [take](const auto& index) { take(*index); });
 }
 
 wxRect TextAssist::onScreen(std::size_t position) const {
@@ -328,7 +334,8 @@ void TextAssist::chooseFunction(bool atRight) {
     assist_.hideAll();
     ChoiceBox::Content content;
     content.heading = words("Function or class");
-    const std::vector<OutlineEntry> entries = outline_;
+    const std::vector<OutlineEntry> entries =
+        textIsLong() ? outlineEntries(ScopeIndex(*assist_.text())) : outline_;
     const int here = entryAt(entries, static_cast<std::size_t>(control_.GetCurrentPos()));
     for (const OutlineEntry& entry : entries) {
         ChoiceBox::Choice choice;

@@ -7,6 +7,7 @@
 
 #include "editor/assist/code_assist.h"
 #include "editor/assist/outline.h"
+#include "editor/control/live_help.h"
 #include "editor/script_editor.h"
 #include "ui/kit/look.h"
 
@@ -46,6 +47,9 @@ class TextAssist : private AssistView {
     void readText();
     /// The text has been read; `version` is the editor's text version of then.
     std::function<void(std::uint64_t version, const ScopeIndex& index)> onRead;
+    /// It is too long for that.
+    std::function<void()> onUnread;
+    bool textIsLong() const { return editor_.textLength() > kLongestLive; }
     /// Another text is about to be in view, or is: the text by this number.
     void textLeaves();
     void textShown(std::uint64_t id);
@@ -104,6 +108,7 @@ class TextAssist : private AssistView {
     CodeAssist assist_;
     wxTimer rest_;     ///< of the caret
     wxTimer changed_;  ///< the text, so long ago
+    GrowingPause reading_;
     std::vector<OutlineEntry> outline_;
     SuggestionPopUp* suggestions_ = nullptr;
     TipPopUp* tip_ = nullptr;

@@ -20,7 +20,8 @@ void LiveCheck::begin() {
             });
             service_->onResult([this](const CheckResult& result) { take(result); });
         }
-        service_->check(editor_.textVersion(), std::move(*text));
+        checking_.begun();
+        service_->check(asked_ = editor_.textVersion(), std::move(*text));
     } catch (const std::exception&) {
         service_.reset();
     }
@@ -32,6 +33,7 @@ bool LiveCheck::isCurrent() const {
 
 /// What the user has typed meanwhile is checked after the next pause.
 void LiveCheck::take(const CheckResult& result) {
+    if (result.version == asked_) checking_.ended();
     if (!result.note.empty() && onNote) onNote(result.note);
     if (!result.complete || result.version != editor_.textVersion()) return;
     answered_ = result.version;

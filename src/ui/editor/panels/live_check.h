@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/control/live_help.h"
 #include "language/diagnostics.h"
 
 class wxEvtHandler;
@@ -30,6 +31,8 @@ class LiveCheck {
     /// Has the text checked as it is now; the answer comes later, into the editor's problems. The
     /// first time starts the child process, which ends with this.
     void begin();
+    /// After which it is to be begun again when the user types, in milliseconds.
+    int pause() const { return checking_.milliseconds(); }
     /// Whether what the editor knows is the answer for the text as it is.
     bool isCurrent() const;
     /// Where a name grows for which others are offered: what is wrong with that is told when the
@@ -51,6 +54,9 @@ class LiveCheck {
     std::unique_ptr<CheckService> service_;
     std::vector<Diagnostic> found_;
     bool heldBack_ = false;
+    static constexpr int kPauseInTyping = 500;  // milliseconds
+    GrowingPause checking_{kPauseInTyping};
+    std::uint64_t asked_ = 0;                     ///< the version of the text
     std::uint64_t answered_ = ~std::uint64_t{0};  ///< the version of the text
 };
 

@@ -235,6 +235,8 @@ void Workbench::makeMarks() {
     assist_->onRead = [this](std::uint64_t version, const ScopeIndex& index) {
         showOutline(version, index);
     };
+    assist_->onUnread = [this] { showNoOutline(); };
+    folds_ = std::make_unique<SyntaxFolds>(editor_.textControl());
     measures_ = std::make_unique<LineMeasures>(*controls_.text, look_);
     editor_.measures().want(settings_.lineCounts, settings_.timeShares);
     pause_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { followText(); });

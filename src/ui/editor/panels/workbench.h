@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/control/fold_levels.h"
 #include "editor/control/workbench_layout.h"
 #include "editor/script_editor.h"
 #include "ui/editor/editor_native.h"
@@ -133,6 +134,10 @@ class Workbench {
     void followStop(const EditorStatus& status);
     void followText();
     void showOutline(std::uint64_t version, const ScopeIndex& index);
+    void showNoOutline();
+    bool textIsLong() const;
+    wxString noteOnText() const;
+    void followFound();
     void checkText();
     void followWord();
     bool offersNames() const;
@@ -181,6 +186,7 @@ class Workbench {
     std::unique_ptr<BottomPanes> bottom_;
     std::unique_ptr<CodeMarks> marks_;
     std::unique_ptr<TextAssist> assist_;
+    std::unique_ptr<SyntaxFolds> folds_;
     std::unique_ptr<LineMeasures> measures_;
     DebugPanel* side_ = nullptr;
     OutlinePane* outline_ = nullptr;
@@ -218,6 +224,7 @@ class Workbench {
     int exceptionLine_ = 0;
     bool shownBlack_ = false;    ///< what surrounds the text goes with its black background
     int callerLine_ = 0;         ///< where the caret was put last
+    bool checksItself_ = false;  ///< the text, whenever the user pauses
     bool checkedClean_ = false;  ///< the text that a check has found nothing in
     bool shownEdited_ = false;   ///< the stop is marked as one of another text
     std::vector<BreakpointRow> breakpointRows_;

@@ -27,7 +27,7 @@ namespace {
 
 using Run = EditorStatus::Run;
 
-constexpr int kPauseInTyping = 500;  // milliseconds
+constexpr int kPauseInTyping = 500;  // milliseconds, before anything has been checked
 
 bool standsStill(Run run) {
     return run == Run::stopped || run == Run::exception;
@@ -74,15 +74,14 @@ void Workbench::refresh() {
     followBreakpoints();
     if (editor_.textVersion() != timedText_) {
         timedText_ = editor_.textVersion();
-        checkNote_.clear();
+        checkNote_ = noteOnText();
         checkedClean_ = false;
         if (marks_ && controls_.text->HasFocus()) marks_->typedAt(controls_.text->GetCurrentPos());
-        pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1 : kPauseInTyping);
+        pause_.StartOnce(shownText_ == ~std::uint64_t{0} ? 1
+                         : liveCheck_                    ? liveCheck_->pause()
+                                                         : kPauseInTyping);
     }
-    if (findShown_ && editor_.textVersion() != foundText_) {
-        foundText_ = editor_.textVersion();
-        findBar_->textChanged();
-    }
+    if (!textIsLong()) followFound();
     bottom_->setOutputRemark(editor_.outputEmpty());
     const bool asked = std::exchange(shownWaiting_, console_->waiting()) != console_->waiting();
     if (status == shown_ && !asked) return;
@@ -257,17 +256,46 @@ void Workbench::followBreakpoints() {
 void Workbench::followText() {
     if (settings_.classic) return;
     shownText_ = editor_.textVersion();
-    checkText();
+    followFound();
+    if (!textIsLong()) {
+        checksItself_ = true;
+        return checkText();
+    }
+    // What was found in it before it was so long is no longer looked after.
+    if (std::exchange(checksItself_, false)) editor_.setProblems({});
+}
+
+bool Workbench::textIsLong() const {
+    return assist_ && assist_->textIsLong();
+}
+
+wxString Workbench::noteOnText() const {
+    return textIsLong() ? words("A long script: F7 checks it") : wxString();
+}
+
+void Workbench::followFound() {
+    if (!findShown_ || editor_.textVersion() == foundText_) return;
+    foundText_ = editor_.textVersion();
+    findBar_->textChanged();
 }
 
 /// Of a text that has changed meanwhile the next pause tells.
 void Workbench::showOutline(std::uint64_t version, const ScopeIndex& index) {
     if (settings_.classic || version != editor_.textVersion()) return;
-    foldBySyntax(editor_.textControl(), index);
+    folds_->show(index);
     std::vector<OutlineEntry> entries = editor_.useIndex(index);
     assist_->setOutline(entries);
+    outline_->list()->setEmptyText({});
     outline_->setEntries(std::move(entries));
     outline_->setCaret(editor_.caretPosition());
+}
+
+void Workbench::showNoOutline() {
+    if (settings_.classic) return;
+    foldByLexer(editor_.textControl());
+    assist_->setOutline({});
+    outline_->list()->setEmptyText(words("Long: Ctrl+Shift+O"));
+    outline_->setEntries({});
 }
 
 void Workbench::checkText() {
@@ -304,7 +332,9 @@ void Workbench::followWord() {
 }
 
 void Workbench::textNotified(const ControlNotification& notification) {
-    if (!settings_.classic && assist_) assist_->notified(notification);
+    if (settings_.classic || !assist_) return;
+    folds_->notified(notification);
+    assist_->notified(notification);
 }
 
 bool Workbench::takesKey(const KeyPress& key) {

@@ -69,7 +69,8 @@ void Workbench::textShown() {
     shownRun_ = ~std::uint64_t{0};
     shownBuild_ = editor_.problems().builds();
     marksRun_ = EditorStatus::Run::running;
-    checkNote_.clear();
+    checkNote_ = noteOnText();
+    folds_->forget();
     checkedClean_ = false;
     timedText_ = editor_.textVersion();
     marks_->typedAt(-1);
