@@ -11,6 +11,7 @@
 #include <typeinfo>
 #include <utility>
 
+#include "support/ui_recent.h"
 #include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
@@ -92,6 +93,7 @@ UiDriver::UiDriver() {
     }
     failOnComplaints();
     waitingSince_ = std::chrono::steady_clock::now();
+    recent_ = std::make_unique<RecentEvents>();
     timer_ = std::make_unique<Ticker>([this] { step(); });
 }
 
@@ -118,7 +120,9 @@ UiDriver& UiDriver::gone(const wxString& title) {
 }
 
 UiDriver& UiDriver::key(int code, int modifiers) {
-    return run([code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
+    return when(
+        "key " + std::to_string(code), [] { return true; },
+        [code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
 }
 
 UiDriver& UiDriver::type(const std::string& text) {
@@ -210,6 +214,7 @@ bool UiDriver::holds(const Condition& ready) {
 /// Nothing is thrown through the loops of the toolkit.
 void UiDriver::take(const Step& step) {
     if (!step.act) return;
+    recent_->add("step after " + step.what);
     try {
         step.act();
     } catch (const std::exception& thrown) {
@@ -220,7 +225,8 @@ void UiDriver::take(const Step& step) {
 void UiDriver::fail(const std::string& what) {
     failed_ = true;
     ADD_FAILURE() << "waited too long for " << what << "; open windows:" << openWindows()
-                  << "; the keyboard is in " << keyboardOwner();
+                  << "; the keyboard is in " << keyboardOwner() << "; lately\n"
+                  << (recent_ ? recent_->text() : std::string());
     if (const char* folder = std::getenv("KORVANT_SCREENSHOTS"))
         saveScreen(std::string(folder) + "/timeout.png");
     if (onTimeout) onTimeout();

@@ -43,6 +43,8 @@ class Found {
 template <class Control>
 Found<Control> findChild(const wxWindow* parent, int index = 0);
 
+class RecentEvents;
+
 /// A script of steps that runs inside the event loops of the call under test. A step waits for its
 /// condition and then acts; nothing ever sleeps. A step that waits too long fails the test and
 /// closes whatever is open, so that the call under test returns.
@@ -99,6 +101,7 @@ class UiDriver {
     void take(const Step& step);
     void fail(const std::string& what);
 
+    std::unique_ptr<RecentEvents> recent_;
     std::unique_ptr<wxTimer> timer_;  ///< made once the toolkit runs
     std::deque<Step> steps_;
     std::chrono::steady_clock::time_point waitingSince_;
