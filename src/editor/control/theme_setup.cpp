@@ -122,14 +122,15 @@ void applyTheme(const TextControl& editor, const TextControl& output, const Them
     output.send(sci::kSetExtraAscent, kOutputExtra);
     output.send(sci::kSetExtraDescent, kOutputExtra);
     editor.send(sci::kSetCaretLineVisibleAlways, 1);
-    for (const TextControl* control : {&editor, &output}) {
-        control->send(sci::kSetScrollWidth, 1);
-        control->send(sci::kSetScrollWidthTracking, 1);
-    }
     setStyle(output, sci::kStyleDefault, font, theme.text, theme.editor);
     output.send(sci::kStyleClearAll);
     output.send(sci::kSetMarginWidthN, kBookmarkMargin, std::intptr_t{0});
     colourSelection(output, theme);
+    // A control makes its fonts for the first: behind all that would have it make them again.
+    for (const TextControl* control : {&editor, &output}) {
+        control->send(sci::kSetScrollWidth, 1);
+        control->send(sci::kSetScrollWidthTracking, 1);
+    }
 }
 
 void removeTheme(const TextControl& editor, const TextControl& output) {

@@ -45,7 +45,7 @@ void ViewOptions::useTheme(const ThemeTable* theme, CodeFont font) {
     font_ = std::move(font);
     if (std::exchange(themed_, false)) removeTheme(editor_, output_);
     useScheme(black_ ? ColourScheme::black : ColourScheme::light);
-    if (lineNumbers_) showLineNumbers(true);
+    if (lineNumbers_ && !themed_) showLineNumbers(true);
 }
 
 /// Others let the whole text be coloured anew.

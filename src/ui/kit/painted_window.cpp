@@ -4,9 +4,12 @@
 #include <wx/dcclient.h>
 #include <wx/hashmap.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "ui/kit/ui_native.h"
 
@@ -52,6 +55,36 @@ class Measured {
 };
 
 enum { kWidth, kHeight };
+
+/// Fonts for painting: to make one takes longer than to write a word with it. Never destroyed, as
+/// above.
+class PaintedFonts {
+  public:
+    static const wxGraphicsFont& of(const wxWindow& window, wxGraphicsContext& context,
+                                    const wxFont& font, const wxColour& colour) {
+        static auto* const all = new std::vector<PaintedFonts>;
+        const double scale = native::textScale(window);
+        const auto found = std::find_if(all->begin(), all->end(), [&](const PaintedFonts& one) {
+            return one.font_.GetRefData() == font.GetRefData() && one.colour_ == colour &&
+                   one.scale_ == scale;
+        });
+        if (found != all->end()) return found->painted_;
+        if (all->size() >= kMostFonts) all->clear();
+        all->push_back({font, colour, scale, context.CreateFont(font, colour)});
+        return all->back().painted_;
+    }
+
+    PaintedFonts(const wxFont& font, const wxColour& colour, double scale, wxGraphicsFont painted)
+        : font_(font), colour_(colour), scale_(scale), painted_(std::move(painted)) {}
+
+  private:
+    static constexpr std::size_t kMostFonts = 64;
+
+    wxFont font_;  ///< held, so that no other one can come to have its data's place
+    wxColour colour_;
+    double scale_;
+    wxGraphicsFont painted_;
+};
 
 }  // namespace
 
@@ -102,7 +135,7 @@ void PaintedWindow::onPaint(wxPaintEvent&) {
 void PaintedWindow::text(wxGraphicsContext& context, const wxString& text, const wxFont& font,
                          Rgb colour, double x, double y, double height) const {
     if (text.empty()) return;
-    context.SetFont(font, colourOf(colour));
+    context.SetFont(PaintedFonts::of(*this, context, font, colourOf(colour)));
     const double tall = Measured::of(*this, text, font, kHeight, [&] {
         double width = 0, extent = 0;
         context.GetTextExtent(text, &width, &extent);

@@ -30,6 +30,7 @@ MainToolbar::MainToolbar(wxWindow* parent, const Look& look, std::function<void(
     addFileButtons();
     addRunButtons();
     addWindowButtons();
+    makeShown();
     time_->Hide();
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         place();
@@ -42,17 +43,32 @@ MainToolbar::MainToolbar(wxWindow* parent, const Look& look, std::function<void(
 void MainToolbar::add(int command, PaintedButton::Kind kind, PaintedButton::Face face,
                       unsigned shownIn, bool isStep, bool atRight) {
     const bool hasWords = !face.label.empty();
-    auto* button = new PaintedButton(this, look(), kind, std::move(face), [this, command] {
-        command_(command == command_id::kContinue ? command_id::kExecute : command);
-    });
-    button->Bind(wxEVT_KEY_DOWN, &MainToolbar::onKey, this);
-    buttons_[command] = button;
+    const auto make = [this, command, kind, face = std::move(face)] {
+        auto* button = new PaintedButton(this, look(), kind, face, [this, command] {
+            command_(command == command_id::kContinue ? command_id::kExecute : command);
+        });
+        button->Bind(wxEVT_KEY_DOWN, &MainToolbar::onKey, this);
+        button->showWords(!face.label.empty());
+        return buttons_[command] = button;
+    };
     items_.push_back(
-        {button, shownIn, isStep, atRight, hasWords, kind == PaintedButton::Kind::main});
+        {nullptr, make, shownIn, isStep, atRight, hasWords, kind == PaintedButton::Kind::main});
 }
 
 void MainToolbar::addLine(unsigned shownIn, bool atRight) {
-    items_.push_back({nullptr, shownIn, false, atRight, false, false});
+    items_.push_back({nullptr, {}, shownIn, false, atRight, false, false});
+}
+
+/// Those of a run come with the first one, in their places.
+void MainToolbar::makeShown() {
+    wxWindow* before = nullptr;
+    for (Item& item : items_) {
+        if (!item.button && item.make && isShown(item)) {
+            item.button = item.make();
+            if (before) item.button->MoveAfterInTabOrder(before);
+        }
+        if (item.button) before = item.button;
+    }
 }
 
 void MainToolbar::addFileButtons() {
@@ -67,9 +83,6 @@ void MainToolbar::addFileButtons() {
     icon(command_id::kUndo, Icon::undo, words("Undo"), "Ctrl+Z");
     icon(command_id::kRedo, Icon::redo, words("Redo"), "Ctrl+Y");
     addLine(kAlways);
-    for (const int command : {command_id::kNew, command_id::kOpen, command_id::kSave,
-                              command_id::kUndo, command_id::kRedo})
-        buttons_[command]->showWords(false);
 }
 
 void MainToolbar::addRunButtons() {
@@ -98,7 +111,6 @@ void MainToolbar::addRunButtons() {
 void MainToolbar::addWindowButtons() {
     const auto icon = [this](int command, Icon picture, const wxString& name, const wxString& key) {
         add(command, PaintedButton::Kind::plain, {picture, {}, key, name}, kAlways, false, true);
-        buttons_[command]->showWords(false);
     };
     icon(command_id::kFind, Icon::find, words("Find"), "Ctrl+F");
     addLine(kAlways, true);
@@ -116,6 +128,7 @@ PaintedButton* MainToolbar::button(int command) const {
 void MainToolbar::setState(const ToolbarState& state) {
     if (state == state_ && !lines_.empty()) return;
     state_ = state;
+    makeShown();
     const bool isException = state.run == EditorStatus::Run::exception;
     for (const int command : {command_id::kNew, command_id::kOpen})
         buttons_[command]->Enable(state.canOpen);
@@ -123,12 +136,13 @@ void MainToolbar::setState(const ToolbarState& state) {
     buttons_[command_id::kUndo]->Enable(state.canUndo);
     buttons_[command_id::kRedo]->Enable(state.canRedo);
     for (const int command : {command_id::kStepOver, command_id::kStepInto, command_id::kStepOut})
-        buttons_[command]->Enable(!isException);
+        if (PaintedButton* const step = button(command)) step->Enable(!isException);
     buttons_[command_id::kFind]->setPressed(state.find);
     buttons_[command_id::kShowOutline]->setPressed(state.outline);
     buttons_[command_id::kShowBottom]->setPressed(state.bottom);
     buttons_[command_id::kShowSide]->setPressed(state.side);
     time_->setTime(state.runMilliseconds, state.limitMilliseconds);
+    if (GetClientSize().x == 0) return;  // it will be placed
     place();
     Refresh();
 }
@@ -138,7 +152,7 @@ bool MainToolbar::isShown(const Item& item) const {
 }
 
 int MainToolbar::widthOf(const Item& item) const {
-    if (item.button) return item.button->wantedWidth() + dip(kGap);
+    if (item.make) return item.button->wantedWidth() + dip(kGap);
     return 2 * dip(kLineRoom) + 1 - dip(kGap);
 }
 
@@ -159,7 +173,7 @@ void MainToolbar::fitWords() {
     };
     for (const Words words : {Words{true, true}, Words{true, false}, Words{false, false}}) {
         for (const Item& item : items_)
-            if (item.hasWords)
+            if (item.hasWords && item.button)
                 item.button->showWords(
                     item.isMain ? words.ofMain : words.ofOthers && (!item.isStep || state_.words));
         if (widthWanted() <= GetClientSize().x) return;

@@ -30,12 +30,14 @@ class MainToolbar : public PaintedWindow {
     void setState(const ToolbarState& state);
     /// The button that Tab reaches.
     wxWindow* tabStop() const;
+    /// Null for one that has never been shown.
     PaintedButton* button(int command) const;
 
   private:
     struct Item {
-        PaintedButton* button = nullptr;  ///< null: a line between groups
-        unsigned shownIn = 0;             ///< bits by state
+        PaintedButton* button = nullptr;       ///< made when it is first to be seen
+        std::function<PaintedButton*()> make;  ///< none: a line between groups
+        unsigned shownIn = 0;                  ///< bits by state
         bool isStep = false;
         bool atRight = false;
         bool hasWords = false;
@@ -48,6 +50,7 @@ class MainToolbar : public PaintedWindow {
     void addFileButtons();
     void addRunButtons();
     void addWindowButtons();
+    void makeShown();
     void place();
     /// Words give way to icons where there is no room: those of the main button last.
     void fitWords();

@@ -349,6 +349,7 @@ void Workbench::layOut() {
     layout_ = layOutWorkbench(state(), size.x, size.y);
     if (findShown_ && findBar_->setWidth(pixels(layout_.findBar).width))
         layout_ = layOutWorkbench(state(), size.x, size.y);
+    refreshToolbar(shown_);
     place(toolbar_, layout_.toolbar);
     place(statusLine_, layout_.statusBar);
     place(tabs_, layout_.tabs);
@@ -360,7 +361,6 @@ void Workbench::layOut() {
     place(findBar_, layout_.findBar);
     bottom_->layOut(layout_, layout_.outputHeading.height > 0,
                     [this](const Rectangle& rectangle) { return pixels(rectangle); });
-    refreshToolbar(shown_);
     if (breakpointBox_) breakpointBox_->place();
     if (exceptionSeen) showWholeException();
     keepFocusSeen(focus);
