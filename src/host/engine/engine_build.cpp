@@ -1,5 +1,6 @@
 #include "host/engine/engine_build.h"
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -10,6 +11,7 @@ namespace korvant {
 namespace {
 
 constexpr char kMark[] = "korvantEngineRevision";
+constexpr asPWORD kHardened = 0x4B4F4844;
 constexpr std::string_view kLibrary = "libangelscript.so";
 
 /// The host may have a copy of the engine of its own: what tells is where this one's code lies, and
@@ -22,8 +24,15 @@ const void* tableOf(const asIScriptEngine& engine) {
 
 }  // namespace
 
+/// Told once for each engine: to look into its library takes longer than a short run.
 bool engineIsHardened(const asIScriptEngine& engine) noexcept {
-    return libraryAtExports(tableOf(engine), kMark);
+    enum : std::uintptr_t { unknown, no, yes };
+    auto told = reinterpret_cast<std::uintptr_t>(engine.GetUserData(kHardened));
+    if (told == unknown) {
+        told = libraryAtExports(tableOf(engine), kMark) ? yes : no;
+        const_cast<asIScriptEngine&>(engine).SetUserData(reinterpret_cast<void*>(told), kHardened);
+    }
+    return told == yes;
 }
 
 std::string engineLibraryFolder(const asIScriptEngine& engine) {
