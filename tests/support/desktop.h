@@ -24,12 +24,6 @@ const char* userDataVariable();
 /// The variable that says where temporary files are made.
 const char* temporaryVariable();
 
-#ifdef _WIN32
-inline constexpr bool kOpensAtPlaces = false;  ///< the system opens files, not places in them
-#else
-inline constexpr bool kOpensAtPlaces = true;
-#endif
-
 /// Stands in for the desktop's program for pages: what is opened meanwhile is noted in `folder`.
 class PageProgram {
   public:
@@ -38,7 +32,7 @@ class PageProgram {
     PageProgram(const PageProgram&) = delete;
     PageProgram& operator=(const PageProgram&) = delete;
 
-    /// The path of the page that was opened; empty before that.
+    /// The path of the page that was opened, with a place in it its address; empty before that.
     std::string opened() const;
 
   private:

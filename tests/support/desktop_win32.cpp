@@ -13,6 +13,7 @@ namespace korvant::test {
 namespace {
 
 constexpr wchar_t kEnding[] = L".html";
+constexpr wchar_t kBrowser[] = L"http\\shell\\open\\command";
 constexpr wchar_t kType[] = L"KorvantTest.Page";
 constexpr wchar_t kNotePage[] = L"--note-page";
 
@@ -67,16 +68,17 @@ const char* temporaryVariable() {
 }
 
 struct PageProgram::State {
-    std::wstring before;
+    std::wstring before, browser;
 };
 
-/// The entry of the ending is pointed at a type of our own.
+/// The entry of the ending is pointed at a type of our own; addresses go to it as well.
 PageProgram::PageProgram(const std::filesystem::path& folder)
-    : folder_(folder), state_(new State{defaultOf(kEnding)}) {
+    : folder_(folder), state_(new State{defaultOf(kEnding), defaultOf(kBrowser)}) {
+    const std::wstring command = L"\"" + ownPath() + L"\" " + kNotePage + L" \"" +
+                                 (folder / "opened").wstring() + L"\" \"%1\"";
     setDefault(kEnding, kType);
-    setDefault(std::wstring(kType) + L"\\shell\\open\\command",
-               L"\"" + ownPath() + L"\" " + kNotePage + L" \"" + (folder / "opened").wstring() +
-                   L"\" \"%1\"");
+    setDefault(std::wstring(kType) + L"\\shell\\open\\command", command);
+    setDefault(kBrowser, command);
 }
 
 PageProgram::~PageProgram() {
@@ -85,6 +87,7 @@ PageProgram::~PageProgram() {
         RegDeleteTreeW(HKEY_CLASSES_ROOT, kEnding);
     else
         setDefault(kEnding, state_->before);
+    setDefault(kBrowser, state_->browser);
     delete state_;
 }
 

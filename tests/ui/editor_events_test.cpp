@@ -302,8 +302,7 @@ TEST_F(EditorEvents, LinksOfTheExceptionBox) {
     driver.key(WXK_F5);
     driver.when("the box", [this] { return part<ui::ExceptionBox>() != nullptr; });
     driver.click(link(0));
-    const std::string page =
-        test::kOpensAtPlaces ? "exceptions.html#index-out-of-bounds" : "exceptions.html";
+    const std::string page = "exceptions.html#index-out-of-bounds";
     driver.when("the page", [&] { return browser.opened().ends_with(page); });
     driver.click(link(1));
     driver.when("the text", [] {

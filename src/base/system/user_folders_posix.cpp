@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <thread>
 
 #include "base/system/file_io.h"
@@ -97,10 +99,9 @@ namespace {
 std::string addressOf(const std::string& path) {
     std::string address = "file://";
     for (const char letter : absolutePath(path)) {
-        if (letter == ' ' || letter == '%' || letter == '?')
-            address += letter == ' ' ? "%20" : letter == '%' ? "%25" : "%3F";
-        else
-            address += letter;
+        char escaped[4];
+        std::snprintf(escaped, sizeof escaped, "%%%02X", static_cast<unsigned char>(letter));
+        address += std::strchr(" %?#", letter) ? escaped : std::string(1, letter);
     }
     return address;
 }
@@ -109,11 +110,12 @@ std::string addressOf(const std::string& path) {
 
 bool openWithDesktop(const std::string& path) {
     // A place in a page is only understood in the form of an address.
-    const std::size_t place = path.find(".html#");
+    const std::size_t place = path.rfind(".html#");
     const std::string file = place == std::string::npos ? path : path.substr(0, place + 5);
     if (::access(file.c_str(), R_OK) != 0) return false;
     std::string program = "xdg-open";
-    std::string argument = file.size() == path.size() ? path : addressOf(path);
+    std::string argument =
+        file.size() == path.size() ? path : addressOf(file) + path.substr(file.size());
     char* arguments[] = {program.data(), argument.data(), nullptr};
     pid_t child = 0;
     if (::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)

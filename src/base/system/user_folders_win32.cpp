@@ -2,6 +2,11 @@
 
 #include <shellapi.h>
 #include <shlobj.h>
+#include <shlwapi.h>
+
+#include <cstdio>
+#include <cstring>
+#include <vector>
 
 #include "base/system/user_folders.h"
 #include "base/system/wide_text_win32.h"
@@ -69,10 +74,60 @@ std::string manualPage(const std::string& programFolder) {
     return isFile(withModule) ? withModule : beside;
 }
 
+namespace {
+
+std::wstring addressOf(const std::string& file, const std::string& place) {
+    std::string address;
+    for (const char letter : absolutePath(file)) {
+        const bool plain = (letter & 0x80) != 0 || std::strchr(" \"#%?&^<>|", letter) == nullptr;
+        char escaped[4];
+        std::snprintf(escaped, sizeof escaped, "%%%02X", static_cast<unsigned char>(letter));
+        address += letter == '\\' ? "/" : plain ? std::string(1, letter) : escaped;
+    }
+    return wideOfUtf8((address.starts_with("//") ? "file:" : "file:///") + address + place);
+}
+
+/// What the user's browser is started with, the address in it as "%1"; empty where none is known.
+/// What opens pages that are files need not understand addresses.
+std::wstring browserCommand() {
+    const auto ask = [](wchar_t* text, DWORD& length) {
+        return AssocQueryStringW(ASSOCF_NOTRUNCATE, ASSOCSTR_COMMAND, L"http", L"open", text,
+                                 &length);
+    };
+    DWORD length = 0;
+    ask(nullptr, length);
+    std::vector<wchar_t> command(length + 1);
+    return length > 0 && ask(command.data(), length) == S_OK ? command.data() : std::wstring();
+}
+
+/// The system's own call drops the place of a page that is a file. An address has no blanks, and
+/// some browsers take quotes around it for a part of it.
+bool openAddress(const std::wstring& address) {
+    std::wstring command = browserCommand();
+    const std::size_t name = command.find(L"%1");
+    if (name == std::wstring::npos) return false;
+    command.replace(name, 2, address);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_SHOWMAXIMIZED;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startup, &process))
+        return false;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return true;
+}
+
+}  // namespace
+
 bool openWithDesktop(const std::string& path) {
-    const std::size_t place = path.find(".html#");  // which nothing here understands
+    const std::size_t place = path.rfind(".html#");
     const std::string file = place == std::string::npos ? path : path.substr(0, place + 5);
     if (!isFile(file)) return false;
+    if (place != std::string::npos && openAddress(addressOf(file, path.substr(place + 5))))
+        return true;
     const HINSTANCE result = ShellExecuteW(nullptr, L"open", wideOfUtf8(file).c_str(), nullptr,
                                            nullptr, SW_SHOWMAXIMIZED);
     return reinterpret_cast<INT_PTR>(result) > kLargestFailure;

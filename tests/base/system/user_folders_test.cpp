@@ -42,5 +42,19 @@ TEST(UserFolders, DesktopGetsThePathAsOneArgument) {
     }
 }
 
+TEST(UserFolders, APlaceInAPageIsOpened) {
+    const TemporaryFolder folder;
+    const PageProgram program(folder.path());
+    const std::string page = folder.file("100% of a #1 page.html");
+    writeFile(page, "x");
+    ASSERT_TRUE(openWithDesktop(page + "#StrFind"));
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!program.opened().ends_with("#StrFind") && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_TRUE(program.opened().starts_with("file:///")) << program.opened();
+    EXPECT_TRUE(program.opened().ends_with("/100%25%20of%20a%20%231%20page.html#StrFind"))
+        << program.opened();
+}
+
 }  // namespace
 }  // namespace korvant::test

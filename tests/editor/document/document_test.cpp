@@ -392,7 +392,8 @@ TEST_F(Document, WithoutABrowserHelpNamesPageAndHeading) {
     open();
     window->documentsOpen = false;
     const std::string place = manualPlaceOf(allFamilies(), "StrFind");
-    const std::string page = folder.file("scripting_manual/" + place.substr(0, place.find('#')));
+    const std::string page =
+        (folder.path() / "scripting_manual" / place.substr(0, place.find('#'))).string();
     editor().helpAt("StrFind");
     EXPECT_TRUE(window->errors.back().ends_with("index.html")) << "its page is not there";
     writeFile(page, "<h3 id=\"StrFind\">StrFind</h3>");
