@@ -42,6 +42,10 @@ bool keepScreen(const std::string& path, const std::string& title) {
     RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     const HWND window = FindWindowW(nullptr, wideOfUtf8(title).c_str());
     if (window && !title.empty()) GetWindowRect(window, &area);
+    return keepArea(path, area);
+}
+
+bool keepArea(const std::string& path, const RECT& area) {
     ULONG_PTR token = 0;
     const Gdiplus::GdiplusStartupInput input;
     if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) return false;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "support/ui_recent.h"
+#include "ui/kit/toolkit_asserts.h"
 #include "ui/kit/ui_runtime.h"
 
 namespace korvant::test {
@@ -62,6 +63,7 @@ struct EventLoop : wxEventLoopBase {
 };
 
 void closeEverything() {
+    endMenus();
     for (wxWindow* window : wxTopLevelWindows) {
         auto* dialog = dynamic_cast<wxDialog*>(window);
         if (dialog && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
@@ -92,6 +94,7 @@ UiDriver::UiDriver() {
         return;
     }
     failOnComplaints();
+    ui::setAssertListener([](const char* what) { ADD_FAILURE() << what; });
     waitingSince_ = std::chrono::steady_clock::now();
     recent_ = std::make_unique<RecentEvents>();
     timer_ = std::make_unique<Ticker>([this] { step(); });

@@ -13,6 +13,7 @@
 #include <string>
 
 class wxEventLoopBase;
+class wxImage;
 class wxTopLevelWindow;
 
 namespace korvant::test {
@@ -116,12 +117,18 @@ class UiDriver {
 void saveScreen(const std::string& path);
 /// The same of what shows of a window, without the frame that a window manager puts around it.
 void saveWindow(wxWindow& window, const std::string& path);
+/// What shows of a window now; invalid when it stands nowhere.
+wxImage pictureOf(wxWindow& window);
 /// Everything inside that frame gets this size.
 void resizeContent(wxTopLevelWindow& window, wxSize size);
 /// Keys or clicks that were sent have not been handled yet.
 bool inputIsOnItsWay();
 /// A menu is open and takes the keys.
 bool menuIsOpen();
+/// Presses what leaves an open menu of the menu bar, and the bar.
+void leaveMenuBar();
+/// Takes open menus away where they have a loop of their own.
+void endMenus();
 /// The control with the keyboard is marked in this window.
 bool showsFocus(wxTopLevelWindow& window);
 /// The button is drawn as the one that Return presses.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
+#include <wx/image.h>
 #include <wx/toplevel.h>
 
 #include <string>
@@ -35,7 +36,10 @@ void saveScreen(const std::string& path) {
     g_object_unref(picture);
 }
 
-void saveWindow(wxWindow& window, const std::string& path) {
+namespace {
+
+/// Null when it does not stand on the screen; the caller's.
+GdkPixbuf* pixelsOf(wxWindow& window) {
     int x = 0, y = 0;
     wxSize size = window.GetSize();
     if (window.IsTopLevel()) {
@@ -45,11 +49,32 @@ void saveWindow(wxWindow& window, const std::string& path) {
     } else {
         window.ClientToScreen(&x, &y);
     }
-    GdkPixbuf* picture =
-        gdk_pixbuf_get_from_window(gdk_get_default_root_window(), x, y, size.x, size.y);
+    return gdk_pixbuf_get_from_window(gdk_get_default_root_window(), x, y, size.x, size.y);
+}
+
+}  // namespace
+
+void saveWindow(wxWindow& window, const std::string& path) {
+    GdkPixbuf* picture = pixelsOf(window);
     if (!picture) return;
     gdk_pixbuf_save(picture, path.c_str(), "png", nullptr, "compression", "9", nullptr);
     g_object_unref(picture);
+}
+
+wxImage pictureOf(wxWindow& window) {
+    GdkPixbuf* pixels = pixelsOf(window);
+    if (!pixels) return {};
+    const int width = gdk_pixbuf_get_width(pixels), height = gdk_pixbuf_get_height(pixels);
+    const int each = gdk_pixbuf_get_n_channels(pixels), line = gdk_pixbuf_get_rowstride(pixels);
+    const guchar* from = gdk_pixbuf_read_pixels(pixels);
+    wxImage picture(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const guchar* at = from + y * line + x * each;
+            picture.SetRGB(x, y, at[0], at[1], at[2]);
+        }
+    g_object_unref(pixels);
+    return picture;
 }
 
 void resizeContent(wxTopLevelWindow& window, wxSize size) {
@@ -72,6 +97,12 @@ bool menuIsOpen() {
     g_list_free(windows);
     return open;
 }
+
+void leaveMenuBar() {
+    wxUIActionSimulator().Char(WXK_ESCAPE);
+}
+
+void endMenus() {}
 
 void giveKeyboard(wxTopLevelWindow& window) {
     gdk_window_focus(gtk_widget_get_window(window.GetHandle()), GDK_CURRENT_TIME);

@@ -1,8 +1,11 @@
-#include <windows.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/image.h>
+#include <wx/msw/wrapwin.h>
+#include <wx/toplevel.h>
 
 #include <dlgs.h>
-
-#include <wx/toplevel.h>
 
 #include "support/screen_win32.h"
 #include "support/ui_driver.h"
@@ -13,8 +16,19 @@ void saveScreen(const std::string& path) {
     keepScreen(path);
 }
 
-void saveWindow(wxWindow&, const std::string& path) {
-    keepScreen(path);
+/// With its frame, which shows whether it is dark.
+void saveWindow(wxWindow& window, const std::string& path) {
+    RECT area{};
+    GetWindowRect(static_cast<HWND>(window.GetHandle()), &area);
+    keepArea(path, area);
+}
+
+wxImage pictureOf(wxWindow& window) {
+    const wxRect place(window.ClientToScreen(wxPoint()), window.GetClientSize());
+    wxBitmap picture(place.GetSize());
+    wxScreenDC screen;
+    wxMemoryDC(picture).Blit(wxPoint(), place.GetSize(), &screen, place.GetPosition());
+    return picture.ConvertToImage();
 }
 
 void resizeContent(wxTopLevelWindow& window, wxSize size) {
@@ -32,6 +46,15 @@ bool menuIsOpen() {
     return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMENUMODE) != 0;
 }
 
+/// The first key leaves the menu alone.
+void leaveMenuBar() {
+    for (int i = 0; i < 2; ++i) wxUIActionSimulator().Char(WXK_ESCAPE);
+}
+
+void endMenus() {
+    EndMenu();
+}
+
 void giveKeyboard(wxTopLevelWindow& window) {
     SetForegroundWindow(static_cast<HWND>(window.GetHandle()));
 }
@@ -47,11 +70,14 @@ bool answerFontDialog(const std::string& face, int points) {
     while ((dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr)) != nullptr)
         if (GetDlgItem(dialog, kFaces) && GetDlgItem(dialog, kSizes)) break;
     if (!dialog) return false;
-    SendDlgItemMessageA(dialog, kFaces, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                        reinterpret_cast<LPARAM>(face.c_str()));
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kFaces, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, kFaces)));
-    SetDlgItemTextA(dialog, kSizes, std::to_string(points).c_str());
+    const auto choose = [dialog](int list, const std::string& entry) {
+        SendDlgItemMessageA(dialog, list, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(entry.c_str()));
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, list)));
+    };
+    choose(kFaces, face);
+    choose(kSizes, std::to_string(points));
     PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     return true;
 }

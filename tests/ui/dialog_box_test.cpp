@@ -17,6 +17,7 @@
 #include "ui/kit/clipboard.h"
 #include "ui/kit/html_view.h"
 #include "ui/kit/readable_markup.h"
+#include "ui/kit/toolkit_asserts.h"
 #include "ui/kit/ui_native.h"
 
 using namespace korvant;
@@ -46,6 +47,24 @@ int answerTo(const MessageBoxRequest& request, const std::vector<int>& keys) {
     driver.window("Box");
     for (const int key : keys) driver.key(key);
     return ask(driver, request);
+}
+
+/// Who asks the user about it would leave the box without an answer.
+TEST(MessageBox, WhatTheToolkitRefusesIsNotAskedOfTheUser) {
+    static int heard = 0, ofHost = 0;
+    UiDriver driver;
+    ui::setAssertListener(
+        [](const char* what) { heard += std::string(what).ends_with("no sense"); });
+    const auto refuse = [] { wxFAIL_MSG("no sense"); };
+    driver.window("Box").run(refuse).key(WXK_RETURN);
+    const wxAssertHandler_t before = wxSetAssertHandler(
+        [](const wxString&, int, const wxString&, const wxString&, const wxString&) { ++ofHost; });
+    EXPECT_EQ(ask(driver, box(box_style::kOk)), box_button::kOk);
+    EXPECT_EQ(heard, 1);
+    EXPECT_EQ(ofHost, 0);
+    refuse();
+    EXPECT_EQ(ofHost, 1);
+    wxSetAssertHandler(before);
 }
 
 TEST(MessageBox, KeysAnswer) {

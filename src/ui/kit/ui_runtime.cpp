@@ -20,6 +20,7 @@
 #include "ui/kit/keys_once.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/theme.h"
+#include "ui/kit/toolkit_asserts.h"
 #include "ui/kit/ui_native.h"
 
 namespace korvant::ui {
@@ -67,6 +68,7 @@ bool enterToolkit() {
 
 /// An application that ends with its last window would end with the first dialog here.
 bool startOwnApplication() {
+    const HeldAsserts held;
     wxApp::SetInstance(makeApplication());
     bool started = false;
     native::keepingProcess([&] {
@@ -177,6 +179,7 @@ bool dialogOpen() noexcept {
 }
 
 void runModal(const std::function<void()>& modalCall) {
+    const HeldAsserts held;
     ++modalCalls;
     if (native::foreignLoopRuns())
         native::runInOwnLoop(modalCall);
