@@ -11,8 +11,10 @@ namespace {
 
 constexpr int kCodePoints = 10;
 
-wxString installed(const wxString& face) {
-    return !face.empty() && wxFontEnumerator::IsValidFacename(face) ? face : wxString();
+wxString usable(const wxString& face) {
+    if (face.empty() || !wxFontEnumerator::IsValidFacename(face)) return {};
+    const wxFont font = native::paintable(wxFontInfo(kCodePoints).FaceName(face));
+    return font.GetFaceName() == face ? face : wxString();
 }
 
 }  // namespace
@@ -23,7 +25,7 @@ wxString codeFace() {
     for (const wxString& face :
          {wxString("Cascadia Mono"), wxString("Consolas"), desktops, wxString("Hack"),
           wxString("DejaVu Sans Mono"), wxString("Liberation Mono"), wxString("Courier New")})
-        if (const wxString found = installed(face); !found.empty()) return found;
+        if (const wxString found = usable(face); !found.empty()) return found;
     return fixedFont().GetFaceName();
 }
 

@@ -129,7 +129,9 @@ void PaintedWindow::setAccessibleName(const wxString& name) {
 void PaintedWindow::onPaint(wxPaintEvent&) {
     wxAutoBufferedPaintDC dc(this);
     const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-    if (context) guarded([&] { paint(*context); });
+    if (!context) return;
+    context->DisableOffset();  // who draws a line puts it into the middle of its pixels
+    guarded([&] { paint(*context); });
 }
 
 void PaintedWindow::text(wxGraphicsContext& context, const wxString& text, const wxFont& font,

@@ -3,13 +3,16 @@
 #include <wx/font.h>
 #include <wx/fontenum.h>
 #include <wx/frame.h>
+#include <wx/graphics.h>
 #include <wx/msw/private.h>
 #include <wx/msw/wrapwin.h>
 #include <wx/textctrl.h>
 #include <wx/window.h>
 
 #include <algorithm>
+#include <array>
 #include <clocale>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,16 +57,35 @@ BOOL CALLBACK holdForeign(HWND window, LPARAM held) {
     return TRUE;
 }
 
-/// The face that `font` gets; empty when it is one of dots.
-wxString outlineFace(const wxFont& font) {
+/// What the system shows for a font.
+struct Shown {
+    wxString face;  ///< empty when it is one of dots
+    bool fixed = false;
+};
+
+Shown shownFor(const wxFont& font) {
     const ScreenHDC screen;
     const SelectInHDC selected(screen, GetHfontOf(font));
     TEXTMETRICW measures{};
     wchar_t face[LF_FACESIZE] = L"";
-    const bool outline = GetTextMetricsW(screen, &measures) &&
-                         (measures.tmPitchAndFamily & TMPF_TRUETYPE) != 0 &&
-                         GetTextFaceW(screen, LF_FACESIZE, face) > 0;
-    return outline ? wxString(face) : wxString();
+    Shown shown;
+    if (!GetTextMetricsW(screen, &measures)) return shown;
+    shown.fixed = (measures.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0;  // which means the contrary
+    if ((measures.tmPitchAndFamily & TMPF_TRUETYPE) != 0 &&
+        GetTextFaceW(screen, LF_FACESIZE, face) > 0)
+        shown.face = face;
+    return shown;
+}
+
+/// What paints texts knows fewer kinds of fonts than the system, and leaves out a text in the
+/// others.
+bool isPainted(const wxFont& font) {
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create());
+    if (!context) return true;
+    double width = 0;
+    context->SetFont(font, *wxBLACK);
+    context->GetTextExtent("x", &width, nullptr);
+    return width > 0;
 }
 
 }  // namespace
@@ -158,19 +180,9 @@ void pumpWindow(wxWindow& window) {
 /// They are always visible here.
 void keepScrollBarsVisible(wxWindow&) {}
 
-/// Buttons and lists of the toolkit have names of their own; for painted ones the toolkit was built
-/// without the interface that readers of the screen ask, so the window's text has to do. That of a
-/// field is what the user writes.
-void setAccessibleName(wxWindow& window, const wxString& name) {
-    if (dynamic_cast<wxTextEntry*>(&window)) return;
-    SetWindowTextW(window.GetHandle(), name.wc_str());
-}
-
 double textScale(const wxWindow& window) {
     return window.FromDIP(USER_DEFAULT_SCREEN_DPI);
 }
-
-void setAccessibleRole(wxWindow&, AccessibleRole) {}
 
 void putInFront(wxWindow& window) {
     for (const wxWindow* neighbour : window.GetParent()->GetChildren()) {
@@ -194,12 +206,18 @@ void colourScrollBars(wxWindow& window, const wxColour&, const wxColour& edge) {
 }
 
 wxFont paintable(const wxFont& font) {
-    wxString face = outlineFace(font);
-    for (const wchar_t* other : {L"Segoe UI", L"Tahoma", L"Verdana", L"Arial"})
-        if (face.empty() && wxFontEnumerator::IsValidFacename(other)) face = other;
+    const Shown shown = shownFor(font);
     wxFont found = font;
-    if (!face.empty() && face != font.GetFaceName()) found.SetFaceName(face);
-    return found;
+    if (!shown.face.empty() && shown.face != font.GetFaceName()) found.SetFaceName(shown.face);
+    if (!shown.face.empty() && isPainted(found)) return found;
+    const std::array<const wchar_t*, 4> texts{L"Segoe UI", L"Tahoma", L"Verdana", L"Arial"},
+        codes{L"Consolas", L"DejaVu Sans Mono", L"Liberation Mono", L"Courier New"};
+    for (const wchar_t* other : shown.fixed ? codes : texts) {
+        if (!wxFontEnumerator::IsValidFacename(other)) continue;
+        found.SetFaceName(other);
+        if (isPainted(found)) return found;
+    }
+    return font;
 }
 
 /// Only regular and bold weights are painted; what is between is a face of its own.

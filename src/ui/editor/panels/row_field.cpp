@@ -137,6 +137,8 @@ void RowField::say(const wxString& problem, int row) {
 void RowField::onKey(wxKeyEvent& event) {
     if (event.GetKeyCode() == WXK_ESCAPE)
         end();
+    else if (event.GetKeyCode() == 'A' && event.GetModifiers() == wxMOD_CONTROL)
+        field_->SelectAll();  // not every system's fields know the key
     else
         event.Skip();
 }

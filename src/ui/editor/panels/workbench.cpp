@@ -270,6 +270,7 @@ void Workbench::applyTextLook() {
     const int points = settings_.fontPoints > 0 ? settings_.fontPoints : CodeFont::kUsualPoints;
     look_.code.SetFaceName(fromUtf8(face));
     look_.code.SetPointSize(points);
+    look_.code = native::paintable(look_.code);
     look_.codeStrong = look_.code.Bold();
     editor_.setInspecting(!settings_.classic);
     editor_.setTabs(!settings_.classic);
