@@ -62,12 +62,11 @@ for target in "$@"; do
         }
     fi
     say "building for $target"
-    targets=(korvant korvantide korvant_worker)
-    # Nothing can run the 32-bit tests here.
+    targets=(korvant korvantide korvant_worker base_tests expr_tests host_tests module_tests object_tests
+             debug_tests ui_dialog_tests ui_form_tests win32_host)
+    # What does not depend on the processor is tested once.
     [ "$target" != x86_64 ] ||
-        targets+=(expr_tests host_tests module_tests object_tests editor_tests language_tests
-                  debug_tests protocol_tests ui_dialog_tests ui_form_tests ui_editor_tests
-                  win32_host)
+        targets+=(editor_tests language_tests protocol_tests ui_editor_tests)
     ninja -C "$folder" -j "$jobs" --quiet "${targets[@]}"
     "$here/check_binaries.sh" "$target" "$folder/bin"
 done

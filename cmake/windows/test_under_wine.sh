@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # test_under_wine.sh FOLDER NATIVE [GROUP...]: runs the tests of a Windows build under Wine, each
-# group on a virtual display of its own and with a time limit, and says how many there were. FOLDER:
+# group on a virtual display of its own and with a time limit for each test, and says how many there
+# were. One that hangs, or ends its program, is named, and those behind it are run all the same. FOLDER:
 # the build, windows-TARGET; NATIVE: a build for this machine, whose tests of the program are given
 # the Windows program to start. Without a GROUP all that are for this target.
 set -uo pipefail
@@ -9,7 +10,7 @@ folder=$1 native=$2
 shift 2
 groups=("$@")
 if [ ${#groups[@]} -eq 0 ]; then
-    groups=(expr host module object debug ui_dialog ui_form win32_host)
+    groups=(base expr host module object debug ui_dialog ui_form win32_host)
     # What stands above these does not depend on the processor.
     [[ $folder == *-i686 ]] || groups+=(editor language protocol ui_editor program examples)
 fi
@@ -38,6 +39,49 @@ count() { # NAME RESULT LOG
 }
 
 wanted() { [[ " ${groups[*]} " == *" $1 "* ]]; }
+
+# Ends what runs when a log has not grown for as long as no test takes.
+quiet=${KORVANT_WINE_QUIET:-150}
+watch() { # PROCESS LOG
+    while kill -0 "$1" 2>/dev/null; do
+        sleep 1
+        if [ $(($(date +%s) - $(stat -c %Y "$2"))) -gt "$quiet" ]; then
+            kill "$1"
+            wait "$1" 2>/dev/null
+            wineserver --kill
+            return 124
+        fi
+    done
+    wait "$1"
+}
+
+suite_under_wine() { # NAME PROGRAM
+    local log=$logs/$1.log part=$logs/$1.part flags=$logs/$1.flags result passed begun=0 bad=()
+    local skip=("${left_out[@]}")
+    : >"$log"
+    while :; do
+        (IFS=: && echo "--gtest_filter=${KORVANT_WINE_TESTS:-*}-${skip[*]}") >"$flags"
+        : >"$part"
+        "$display" --wm --seconds 7200 wine "$2" "--gtest_flagfile=Z:$flags" >>"$part" 2>&1 &
+        watch $! "$part"
+        result=$?
+        tr -d '\r' <"$part" >>"$log"
+        mapfile -t -O "${#skip[@]}" skip < <(tr -d '\r' <"$part" | sed -n 's/^\[ RUN      \] //p')
+        if grep -q '^\[==========\] .* ran\.' "$part" || [ "${#skip[@]}" -eq "$begun" ]; then break; fi
+        begun=${#skip[@]}
+        bad+=("${skip[-1]}")
+        echo "dev: windows: $1: ${skip[-1]} did not end ($result)"
+    done
+    passed=$(grep -ac '^\[       OK \]' "$log")
+    tests=$((tests + passed))
+    if [ "$result" -eq 0 ] && [ "${#bad[@]}" -eq 0 ] && ! grep -qa '^\[  FAILED  \]' "$log"; then
+        echo "dev: windows: $1: $passed passed"
+    else
+        failed+=("$1")
+        echo "dev: windows: $1: FAILED ($result), $passed passed, ${#bad[@]} did not end"
+        grep -aE '^\[  FAILED  \] .*\(' "$log" | sort -u | head -n 30
+    fi
+}
 
 under_wine() { # NAME SECONDS PROGRAM [ARGS...]
     local name=$1 seconds=$2 log=$logs/$1.log
@@ -86,12 +130,10 @@ left_out=(
     # A millisecond between two samples is often two.
     'Observer.SharesOfTimeAreThoseOfTheWork'
 )
-filter=-$(IFS=:; echo "${left_out[*]}")
 cd "$root" || exit 1
-for suite in expr host module object editor language debug protocol; do
+for suite in base expr host module object editor language debug protocol; do
     wanted "$suite" || continue
-    under_wine "$suite" 400 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
-        --gtest_filter="$filter"
+    suite_under_wine "$suite" "$folder/bin/${suite}_tests.exe"
 done
 
 # The windows. The editor's help opens the manual and the examples beside the program, as in the zip.
@@ -99,8 +141,7 @@ rm -rf "$folder/bin/scripting_manual" "$folder/bin/examples"
 cp -r "$native/bin/scripting_manual" "$root/examples" "$folder/bin/"
 for suite in ui_dialog ui_form ui_editor; do
     wanted "$suite" || continue
-    under_wine "$suite" 1200 "$folder/bin/${suite}_tests.exe" --gtest_brief=1 \
-        --gtest_filter="$filter"
+    suite_under_wine "$suite" "$folder/bin/${suite}_tests.exe"
 done
 
 # These tests run here and start the Windows program; they compare whole lines, and it ends its

@@ -50,7 +50,7 @@ class EditorHeld : public FullWindow {
         driver.key(letter, wxMOD_ALT);
         driver.when("the menu", test::menuIsOpen);
         check(std::move(expectations));
-        driver.key(WXK_ESCAPE);
+        driver.run(test::leaveMenuBar);
         driver.when("no menu", [] { return !test::menuIsOpen(); });
         ready();
     }

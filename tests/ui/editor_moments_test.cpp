@@ -25,15 +25,10 @@ namespace {
 
 class EditorMoments : public FullWindow {
   protected:
-    EditorMoments() {
-        use(ThemeChoice::light);
-        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
-    }
+    EditorMoments() { use(ThemeChoice::light); }
     /// Pixels of a window about as red, green and blue as a colour.
     int pixels(wxWindow& window, const wxColour& colour) const {
-        const std::string path = folder.file("pixels.png");
-        test::saveWindow(window, path);
-        const wxImage picture(path, wxBITMAP_TYPE_PNG);
+        const wxImage picture = test::pictureOf(window);
         int found = 0;
         const auto near = [](int a, int b) { return std::abs(a - b) < 8; };
         for (int y = 0; picture.IsOk() && y < picture.GetHeight(); ++y)

@@ -40,13 +40,10 @@ class EditorPanes : public FullWindow {
     std::string variables() const { return rows(list(ui::DebugPanel::kVariables)); }
 };
 
-#ifndef _WIN32
 /// What opens and shows while a script computes was neither placed nor painted before its end.
 TEST_F(EditorPanes, WhatARunningScriptOpensIsPainted) {
-    const std::string path = folder.file("seen.png");
-    const auto seen = [&path](wxWindow& window, const std::function<bool(wxColour)>& wanted) {
-        test::saveWindow(window, path);
-        const wxImage picture(path, wxBITMAP_TYPE_PNG);
+    const auto seen = [](wxWindow& window, const std::function<bool(wxColour)>& wanted) {
+        const wxImage picture = test::pictureOf(window);
         int found = 0;
         for (int y = 0; picture.IsOk() && y < picture.GetHeight(); ++y)
             for (int x = 0; x < picture.GetWidth(); ++x)
@@ -54,7 +51,6 @@ TEST_F(EditorPanes, WhatARunningScriptOpensIsPainted) {
                     wanted({picture.GetRed(x, y), picture.GetGreen(x, y), picture.GetBlue(x, y)});
         return found;
     };
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
     frontend.meanwhile = [&] {
         const auto isRed = [](wxColour c) { return c.Red() > 150 && c.Green() < 90; };
         const auto isDark = [](wxColour c) { return c.Red() < 90 && c.Green() < 90; };
@@ -72,7 +68,6 @@ TEST_F(EditorPanes, WhatARunningScriptOpensIsPainted) {
         "    return 0;\n}\n");
     EXPECT_EQ(frontend.labels.size(), 1U);
 }
-#endif
 
 TEST_F(EditorPanes, VariablesAreFoundByName) {
     stopInTheLoop();

@@ -141,15 +141,15 @@ TEST_F(EditorRemembered, FontOfTheCode) {
     ready();
     choose(command_id::kFont);
     driver.when("the fonts",
-                [&] { return korvant::test::answerFontDialog(face.utf8_string(), 15); });
+                [&] { return korvant::test::answerFontDialog(face.utf8_string(), 16); });
     driver.when("the chosen font", [&] {
-        return frame() && sizeOf(editor()) == std::pair{face, 15};
+        return frame() && sizeOf(editor()) == std::pair{face, 16};
     });
     closeBox();
     edit(kScript);
     ready();
-    check([&] { EXPECT_EQ(sizeOf(editor()), std::pair(face, 15)); });
-    check([&] { EXPECT_EQ(sizeOf(pane()), std::pair(face, 15)); });
+    check([&] { EXPECT_EQ(sizeOf(editor()), std::pair(face, 16)); });
+    check([&] { EXPECT_EQ(sizeOf(pane()), std::pair(face, 16)); });
     closeBox();
     edit(kScript);
 }
