@@ -25,7 +25,7 @@ long numberOf(KorStamp& object, const char* name) {
 /// Every spelling that a host may choose.
 template <class Stamp>
 void fill(Stamp& object) {
-    const std::size_t many = 5'000'000'000u;
+    const std::size_t many = 3'000'000'000u;
     EXPECT_TRUE(object.addProperty("s", "S", "old", true, false));
     EXPECT_TRUE(object.addProperty("t", "T", std::string("of a string"), true, false));
     EXPECT_TRUE(object.addProperty("r", "R", 1.5, "m", true));
