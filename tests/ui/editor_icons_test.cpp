@@ -158,7 +158,8 @@ int clearPixels(const wxImage& sheet, wxPoint corner, int size) {
 
 TEST(EditorIcons, AllAreSeenInBothThemes) {
     const korvant::test::UiDriver toolkit;
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    wxInitAllImageHandlers();  // that for pictures is not in every toolkit
+    const bool kept = wxImage::FindHandler(wxBITMAP_TYPE_PNG) != nullptr;
     for (const ThemeTable* table : {&korvant::lightTheme(), &korvant::darkTheme()}) {
         const bool dark = table != &korvant::lightTheme();
         const char* folder = std::getenv("KORVANT_SCREENSHOTS");
@@ -171,7 +172,7 @@ TEST(EditorIcons, AllAreSeenInBothThemes) {
                                 kSmall * scale),
                     9 * scale)
                     << shownIcons()[static_cast<std::size_t>(i)].name << ", dark: " << dark;
-            if (folder)
+            if (folder && kept)
                 sheet.SaveFile(std::string(folder) + "/look-14-icons" + (dark ? "-dark" : "") +
                                (scale > 1 ? "-2x" : "") + ".png");
         }
