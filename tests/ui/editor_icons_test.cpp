@@ -170,7 +170,7 @@ TEST(EditorIcons, AllAreSeenInBothThemes) {
                 EXPECT_GE(
                     clearPixels(sheet, cellOf(i) * scale + wxPoint(0, (kRow - kSmall) / 2 * scale),
                                 kSmall * scale),
-                    9 * scale)
+                    7 * scale)
                     << shownIcons()[static_cast<std::size_t>(i)].name << ", dark: " << dark;
             if (folder && kept)
                 sheet.SaveFile(std::string(folder) + "/look-14-icons" + (dark ? "-dark" : "") +
