@@ -125,16 +125,11 @@ UiDriver& UiDriver::gone(const wxString& title) {
 UiDriver& UiDriver::key(int code, int modifiers) {
     return when(
         "key " + std::to_string(code), [] { return true; },
-        [code, modifiers] {
-            sendKey([code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
-        });
+        [code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
 }
 
 UiDriver& UiDriver::type(const std::string& text) {
-    return run([text] {
-        for (const char letter : text)
-            sendKey([letter] { wxUIActionSimulator().Text(std::string(1, letter).c_str()); });
-    });
+    return run([text] { wxUIActionSimulator().Text(text.c_str()); });
 }
 
 UiDriver& UiDriver::click(std::function<wxWindow*()> target, int button) {

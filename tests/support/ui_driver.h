@@ -133,8 +133,6 @@ void endMenus();
 bool showsFocus(wxTopLevelWindow& window);
 /// The button is drawn as the one that Return presses.
 bool looksDefault(wxWindow& button);
-/// Lets `press` press and release a key, or a letter and what it takes, until it has been heard.
-void sendKey(const std::function<void()>& press);
 /// Chooses a font in the open dialog for it; false when there is none.
 bool answerFontDialog(const std::string& face, int points);
 /// As a click on the window's frame would.

@@ -8,32 +8,8 @@
 
 #include "support/ui_driver.h"
 
-// After the others: it defines short macros.
-#include <X11/extensions/XInput2.h>
-
 namespace korvant::test {
 namespace {
-
-struct HeardKeys {
-    int presses = 0, releases = 0;
-};
-
-HeardKeys& heardKeys() {
-    static HeardKeys heard;
-    return heard;
-}
-
-GdkFilterReturn countKey(GdkXEvent* native, GdkEvent*, gpointer) {
-    const auto& event = *static_cast<const XEvent*>(native);
-    int type = event.type;
-    if (type == GenericEvent)
-        type = event.xcookie.evtype == XI_KeyPress     ? KeyPress
-               : event.xcookie.evtype == XI_KeyRelease ? KeyRelease
-                                                       : 0;
-    heardKeys().presses += type == KeyPress;
-    heardKeys().releases += type == KeyRelease;
-    return GDK_FILTER_CONTINUE;
-}
 
 /// What the toolkit itself says; empty for all others.
 std::string complaintIn(const GLogField* fields, gsize count) {
@@ -135,23 +111,6 @@ void giveKeyboard(wxTopLevelWindow& window) {
 bool looksDefault(wxWindow& button) {
     return gtk_style_context_has_class(gtk_widget_get_style_context(button.GetHandle()),
                                        GTK_STYLE_CLASS_SUGGESTED_ACTION) != FALSE;
-}
-
-/// A busy display now and then tells the end of a key and not its press; nobody's hand does that.
-void sendKey(const std::function<void()>& press) {
-    static const bool counting = (gdk_window_add_filter(nullptr, countKey, nullptr), true);
-    static_cast<void>(counting);
-    constexpr int kTries = 3;
-    for (int i = 0; i < kTries; ++i) {
-        const HeardKeys before = heardKeys();
-        press();
-        GdkDisplay* display = gdk_display_get_default();
-        if (!display || gdk_display_is_closed(display)) return;
-        gdk_display_sync(display);
-        wxYield();
-        if (heardKeys().presses - before.presses >= heardKeys().releases - before.releases) return;
-        std::fprintf(stderr, "driver: a press got lost, the key is pressed again\n");
-    }
 }
 
 bool answerFontDialog(const std::string& face, int points) {

@@ -64,10 +64,6 @@ bool looksDefault(wxWindow& button) {
     return (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
 }
 
-void sendKey(const std::function<void()>& press) {
-    press();
-}
-
 bool answerFontDialog(const std::string& face, int points) {
     constexpr int kFaces = cmb1, kSizes = cmb3;  // of the system's dialog
     HWND dialog = nullptr;
