@@ -44,7 +44,7 @@ struct DebugServer::Peer {
     DapClient client;
     OutputRelay output;
     Conversation conversation;
-    std::atomic<bool> leaving{false};  ///< set with serving_
+    std::atomic<bool> leaving{false};            ///< set with serving_
     std::unique_ptr<rpc::MessageStream> stream;  ///< last: its thread calls into the server
 };
 
