@@ -44,9 +44,7 @@ bool isHarmless(const asIScriptFunction& function) {
 }  // namespace
 
 bool isHandle(asIScriptEngine& engine, int typeId) {
-    if ((typeId & asTYPEID_OBJHANDLE) != 0) return true;
-    const asITypeInfo* const type = engine.GetTypeInfoById(typeId);
-    return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
+    return (typeId & asTYPEID_OBJHANDLE) != 0 || isFunctionHandle(engine, typeId);
 }
 
 std::unique_ptr<EvaluationCall> EvaluationCall::make(ScriptSession& session,
@@ -132,7 +130,7 @@ void EvaluationCall::putHandle() {
     void* old = nullptr;
     std::memcpy(&old, target_.address, sizeof old);
     asITypeInfo* const type = engine.GetTypeInfoById(target_.typeId);
-    const bool isFunction = type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
+    const bool isFunction = isFunctionHandle(engine, target_.typeId);
     if (fresh != nullptr && isFunction) static_cast<asIScriptFunction*>(fresh)->AddRef();
     if (fresh != nullptr && !isFunction) engine.AddRefScriptObject(fresh, type);
     std::memcpy(target_.address, &fresh, sizeof fresh);

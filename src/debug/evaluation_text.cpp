@@ -204,7 +204,7 @@ class Reader {
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });
         // It comes by value, and what is set would be lost.
-        if (isFunction(value) && tokens_.isSymbol(token + 1, kAssign))
+        if (isFunctionHandle(engine_, value.typeId) && tokens_.isSymbol(token + 1, kAssign))
             found_.error = "\"" + named.name + "\" is a function handle: it is set as a variable.";
         EvaluationBinding binding{
             kind, passOf(kind, value, token), named.name, parameter, value, named.index};
@@ -215,16 +215,11 @@ class Reader {
         return parameter;
     }
 
-    bool isFunction(const TypedValue& value) const {
-        const asITypeInfo* const type = engine_.GetTypeInfoById(value.typeId);
-        return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
-    }
-
     EvaluationBinding::Pass passOf(EvaluationBinding::Kind kind, const TypedValue& value,
                                    std::size_t token) const {
         using Pass = EvaluationBinding::Pass;
         if (kind == EvaluationBinding::Kind::thisObject) return Pass::handle;
-        if (isFunction(value)) return Pass::handle;
+        if (isFunctionHandle(engine_, value.typeId)) return Pass::handle;
         if ((value.typeId & asTYPEID_OBJHANDLE) == 0)
             return value.constant ? Pass::readOnly : Pass::address;
         // A handle is passed itself only where it may be changed: the engine of some hosts takes
@@ -279,6 +274,11 @@ EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
         refused.error = "A text or a comment of this expression does not end.";
     if (!refused.error.empty()) return refused;
     return Reader(engine, scope, expression, *tokens, late).read();
+}
+
+bool isFunctionHandle(asIScriptEngine& engine, int typeId) {
+    const asITypeInfo* const type = engine.GetTypeInfoById(typeId);
+    return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
 }
 
 bool changesSomething(std::string_view expression) {

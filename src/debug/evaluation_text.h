@@ -46,6 +46,9 @@ struct EvaluationText {
 EvaluationText evaluationText(asIScriptEngine& engine, const FrameScope& scope,
                               std::string_view expression, bool late = false);
 
+/// Whether a value of that type is a function handle, which no sign at the type tells.
+bool isFunctionHandle(asIScriptEngine& engine, int typeId);
+
 /// Whether it assigns or counts up or down, as far as its signs tell.
 bool changesSomething(std::string_view expression);
 

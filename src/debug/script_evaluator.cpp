@@ -63,7 +63,6 @@ struct ScriptEvaluator::Impl {
     Evaluation compiled(const FrameScope& scope, std::string_view expression,
                         EvaluationPurpose purpose);
     Kept make(const FrameScope& scope, std::string_view expression);
-    static bool isFunction(const FrameScope& scope, int typeId);
     static bool standsAsList(const std::string& text);
     bool mayChange(const FrameScope& scope, const EvaluationText& text);
     std::string assign(const FrameScope& scope, const ValueTarget& target, EvaluationText text);
@@ -292,7 +291,7 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     const bool variable = target.evaluateName.find_first_of(".[") == std::string::npos;
     if (variable || !impl_->mayChange(scope, text)) return impl_->assign(scope, target, text);
     // The call that gives the value may let go of what it is for: it comes first.
-    if (text.untyped || Impl::isFunction(scope, target.value.typeId) ||
+    if (text.untyped || isFunctionHandle(*scope.module()->GetEngine(), target.value.typeId) ||
         Impl::standsAsList(text.body))
         return "Only a variable can be set to this where it calls a function.";
     const Evaluation given = impl_->compiled(scope, expression, EvaluationPurpose::console);
@@ -312,11 +311,6 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
         value.pass = EvaluationBinding::Pass::handle;
     later.bindings.push_back(value);
     return impl_->assign(scope, now, later);
-}
-
-bool ScriptEvaluator::Impl::isFunction(const FrameScope& scope, int typeId) {
-    const asITypeInfo* const type = scope.module()->GetEngine()->GetTypeInfoById(typeId);
-    return type != nullptr && (type->GetFlags() & asOBJ_FUNCDEF) != 0;
 }
 
 /// Whether it has no type of its own.

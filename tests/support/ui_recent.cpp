@@ -20,11 +20,14 @@ std::string nameOf(const wxObject* object) {
 }
 
 std::string told(const wxEvent& event) {
-    static const std::map<wxEventType, const char*> names = {
-        {wxEVT_KEY_DOWN, "key "},          {wxEVT_KEY_UP, "key up "},
-        {wxEVT_SET_FOCUS, "keyboard to "}, {wxEVT_KILL_FOCUS, "keyboard from "},
-        {wxEVT_ACTIVATE, "active "},       {wxEVT_LEFT_DOWN, "click in "},
-        {wxEVT_SHOW, "shown or hidden "}};
+    static const std::map<wxEventType, const char*> names = {{wxEVT_CHAR_HOOK, "hook "},
+                                                             {wxEVT_KEY_DOWN, "key "},
+                                                             {wxEVT_KEY_UP, "key up "},
+                                                             {wxEVT_SET_FOCUS, "keyboard to "},
+                                                             {wxEVT_KILL_FOCUS, "keyboard from "},
+                                                             {wxEVT_ACTIVATE, "active "},
+                                                             {wxEVT_LEFT_DOWN, "click in "},
+                                                             {wxEVT_SHOW, "shown or hidden "}};
     const auto name = names.find(event.GetEventType());
     if (name == names.end()) return {};
     std::string text = name->second;
