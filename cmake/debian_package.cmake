@@ -16,6 +16,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Marks of the toolkit's menus are drawings that it reads with this.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "librsvg2-common")
 # The headers need the engine's; the manual is opened with the desktop's own program.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "angelscript-dev, xdg-utils")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
