@@ -8,6 +8,7 @@
 #include "ui/editor/assist/suggestion_pop_up.h"
 #include "ui/editor/assist/tip_pop_up.h"
 #include "ui/editor/editor_file_dialog.h"
+#include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/console_pane.h"
 #include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/outline_pane.h"
@@ -140,6 +141,71 @@ TEST_F(EditorKeyTable, FindBar) {
     edit("one one one\n");
 }
 
+TEST_F(EditorKeyTable, SearchGoesOnWhereTheBarIsClosed) {
+    const auto untilFound = [this](int from) {
+        driver.when("a match", [this, from] { return editor()->GetSelectionStart() == from; });
+        ready();
+    };
+    ready();
+    driver.key(WXK_F3);
+    untilFocus("the field", [this] { return bar() ? bar()->field() : nullptr; });
+    driver.type("one").key(WXK_RETURN);
+    untilSaid("1 of 2");
+    driver.key(WXK_ESCAPE);
+    driver.when("no bar", [this] { return !bar() && editor()->HasFocus(); });
+    driver.key(WXK_F3);
+    untilFound(8);
+    untilSaid("2 of 2");
+    driver.key(WXK_F3);
+    untilFound(0);
+    untilSaid("1 of 2, first again");
+    closeBox();
+    edit("one two one\n");
+}
+
+TEST_F(EditorKeyTable, TabGoesRoundInTheFindBar) {
+    ready();
+    driver.run([this] { editor()->SetSelection(4, 11); });
+    driver.key('H', wxMOD_CONTROL);
+    untilFocus("the field", [this] { return bar() ? bar()->field() : nullptr; });
+    driver.type("one").key(WXK_TAB);
+    untilFocus("the replacement", [this] { return bar()->replacement(); });
+    driver.type("2").key(WXK_TAB, wxMOD_SHIFT).key(WXK_TAB, wxMOD_SHIFT);
+    driver.key(WXK_TAB, wxMOD_SHIFT).key(WXK_TAB, wxMOD_SHIFT);
+    untilFocus("the check", [this] { return findChild<ui::PaintedCheck>(bar()); });
+    check([this] { EXPECT_EQ(bar()->replaceAllButton()->face().label, "Replace all 4"); });
+    driver.key(WXK_SPACE);
+    driver.when("those in the selection",
+                [this] { return bar()->replaceAllButton()->face().label == "Replace all 2"; });
+    driver.key(WXK_TAB, wxMOD_SHIFT).key(WXK_SPACE);
+    untilText("one 2 2 one\n");
+    driver.key(WXK_ESCAPE);
+    ready();
+    closeBox();
+    edit("one one one one\n");
+}
+
+TEST_F(EditorKeyTable, TabGoesRoundInTheBreakpointsBox) {
+    ready();
+    breakAt({2});
+    driver.key(WXK_F9, wxMOD_ALT);
+    driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
+    untilFocus("the choice",
+               [this] { return findChild<ui::PaintedCheck>(part<ui::BreakpointBox>()); });
+    driver.key(WXK_DOWN);
+    untilFocus("its field", [this] { return findChild<wxTextCtrl>(part<ui::BreakpointBox>()); });
+    driver.type("x").key(WXK_TAB).key(WXK_SPACE);
+    driver.when("switched off", [this] {
+        return !findChild<ui::PaintedCheck>(part<ui::BreakpointBox>(), 4)->value();
+    });
+    driver.key(WXK_TAB).key(WXK_RETURN);
+    driver.when("no breakpoint",
+                [this] { return !part<ui::BreakpointBox>() && markedLines().empty(); });
+    ready();
+    closeBox();
+    EXPECT_EQ(edit("int main() {\n    return 0;\n}\n"), "int main() {\n    return 0;\n}\n");
+}
+
 TEST_F(EditorKeyTable, ReplacedByKeys) {
     ready();
     driver.key('H', wxMOD_CONTROL);
@@ -148,8 +214,7 @@ TEST_F(EditorKeyTable, ReplacedByKeys) {
     untilSaid("4");
     driver.key(WXK_RETURN);
     untilSaid("1 of 4");
-    // Behind the field and its three options and four buttons.
-    driver.run([this] { bar()->replacement()->SetFocus(); });
+    driver.key(WXK_TAB);
     untilFocus("the replacement", [this] { return bar()->replacement(); });
     driver.type("b").key(WXK_RETURN);
     untilText("b\na\na a\n");

@@ -4,7 +4,9 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <vector>
 
+#include "ui/kit/tab_order.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
 #include "ui/kit/window_words.h"
@@ -75,6 +77,9 @@ void BreakpointBox::makeEnd() {
 void BreakpointBox::onKey(wxKeyEvent& event) {
     const int code = event.GetKeyCode();
     if (code == WXK_ESCAPE) return close();
+    std::vector<wxWindow*> order{choices_[choice_], on_, delete_, done_, close_};
+    if (fields_[choice_]) order.insert(order.begin() + 1, fields_[choice_]);
+    if (moveByTab(order, event)) return;
     const bool onChoice = dynamic_cast<PaintedCheck*>(FindFocus()) != nullptr;
     if ((code == WXK_RETURN || code == WXK_NUMPAD_ENTER) && onChoice) return take();
     const bool moves = (code == WXK_UP || code == WXK_DOWN) && !event.HasAnyModifiers();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "ui/kit/tab_order.h"
 #include "ui/kit/ui_native.h"
 #include "ui/kit/window_words.h"
 
@@ -46,7 +47,8 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
     }
     replacement_->SetHint(words("Replace with"));
     inSelection_ =
-        new PaintedCheck(this, look, PaintedCheck::Kind::box, words("Only in the selection"));
+        new PaintedCheck(this, look, PaintedCheck::Kind::box, words("Only in the selection"),
+                         [this](bool) { countReplaced(); });
     inSelection_->setWord(&ThemeTable::text, kCheckGap);
     native::setAccessibleName(*field_, words("Find"));
     native::setAccessibleName(*replacement_, words("Replace with"));
@@ -54,6 +56,13 @@ FindBar::FindBar(wxWindow* parent, const Look& look, wxStyledTextCtrl& text,
     connectField(*field_);
     connectField(*replacement_);
     field_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { search(); });
+    text_.Bind(wxEVT_STC_UPDATEUI, [this](wxStyledTextEvent& event) {
+        if (IsShown() && (event.GetUpdated() & wxSTC_UPDATE_SELECTION) != 0) countReplaced();
+        event.Skip();
+    });
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (!moveByTab(tabOrder(), event)) event.Skip();
+    });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         place();
         event.Skip();
@@ -135,13 +144,32 @@ void FindBar::applyLook() {
     indicator(kCurrentIndicator, look()->findCurrent);
 }
 
-void FindBar::open(bool withReplace) {
+std::vector<wxWindow*> FindBar::tabOrder() const {
+    std::vector<wxWindow*> order{field_, replacement_};
+    order.insert(order.end(), options_.begin(), options_.end());
+    order.insert(order.end(),
+                 {previous_, next_, markAll_, replace_, replaceAll_, inSelection_, close_, more_});
+    return order;
+}
+
+void FindBar::show(bool withReplace) {
     replaceRow_ = withReplace;
     PaintedButton::Face face = more_->face();
     face.icon = withReplace ? Icon::down : Icon::right;
     more_->setFace(face);
     layOut_();
     applyLook();
+}
+
+bool FindBar::resume() {
+    if (field_->GetValue().empty()) return false;
+    show(false);
+    search();
+    return true;
+}
+
+void FindBar::open(bool withReplace) {
+    show(withReplace);
     if (const wxString selected = selectedLine(text_); !selected.empty())
         field_->ChangeValue(selected);
     field_->SetFocus();
@@ -223,12 +251,25 @@ void FindBar::showCount(bool wrapped) {
             : current < 0              ? wxString::Format("%d", count)
                                        : wxString::Format(words("%d of %d"), current + 1, count);
     if (wrapped) said_ += ", " + words("first again");
+    countReplaced();
+    place();
+    Refresh();
+}
+
+std::vector<FindBar::Match> FindBar::replacedMatches() const {
+    if (!inSelection_->value()) return matches_;
+    return matchesIn(text_.GetSelectionStart(), text_.GetSelectionEnd());
+}
+
+/// The button says how many it will replace.
+void FindBar::countReplaced() {
+    const auto count = replaceRow_ ? static_cast<int>(replacedMatches().size()) : 0;
     PaintedButton::Face face = replaceAll_->face();
     face.label =
         count > 0 ? wxString::Format(words("Replace all %d"), count) : words("Replace all");
+    if (face.label == replaceAll_->face().label) return;
     replaceAll_->setFace(face);
     place();
-    Refresh();
 }
 
 void FindBar::select(const Match& match) {

@@ -21,6 +21,8 @@ class FindBar : public PaintedWindow {
 
     /// Starts with what is selected, where that is on one line.
     void open(bool withReplace);
+    /// Shows again what was searched for last, and leaves the keyboard; false for nothing.
+    bool resume();
     bool hasReplaceRow() const { return replaceRow_; }
     /// In a narrow window what has no room beside the fields stands in rows below them.
     int rows() const { return rows_; }
@@ -63,6 +65,10 @@ class FindBar : public PaintedWindow {
     void search();
     std::vector<Match> matchesIn(int begin, int end) const;
     int currentMatch() const;
+    std::vector<wxWindow*> tabOrder() const;
+    void show(bool withReplace);
+    std::vector<Match> replacedMatches() const;
+    void countReplaced();
     void showCount(bool wrapped);
     void mark();
     void select(const Match& match);

@@ -211,10 +211,19 @@ bool Workbench::takesCommand(int id) {
         isOpen ? closeFind() : openFind(id == command_id::kReplace);
         return true;
     }
-    if (!findShown_ || (id != command_id::kFindNext && id != command_id::kFindPrevious))
-        return false;
-    findBar_->go(id == command_id::kFindNext);
+    if (id != command_id::kFindNext && id != command_id::kFindPrevious) return false;
+    findAgain(id == command_id::kFindNext);
     return true;
+}
+
+/// With nothing searched for yet there is nothing to repeat: the text is asked for.
+void Workbench::findAgain(bool forward) {
+    const bool closed = !std::exchange(findShown_, true);
+    if (closed) foundText_ = editor_.textVersion();
+    const bool nothing = closed ? !findBar().resume() : findBar_->field()->GetValue().empty();
+    if (nothing) return openFind(!closed && findBar_->hasReplaceRow());
+    findBar_->go(forward);
+    if (closed) refreshToolbar(shown_);
 }
 
 bool Workbench::escape() {

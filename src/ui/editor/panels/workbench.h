@@ -86,6 +86,7 @@ class Workbench {
     /// Escape outside of lists and fields; false when nothing was open.
     bool escape();
     void openFind(bool withReplace);
+    void findAgain(bool forward);
     void closeFind();
     /// The box of a breakpoint's wishes, for the 1-based `line`.
     void editBreakpoint(int line);
