@@ -132,7 +132,7 @@ StopPolicy::Answer DebugSession::Impl::atStatement(asIScriptContext& context, st
         const StatementPlace here = StatementPlace::of(context);
         const bool sameLine = again && lastSeen.line == line;
         noteSeen(context, here, again);
-        if (setVariables.watches(line)) setVariables.pass(context, here, entry);
+        if (setVariables.watches(line)) setVariables.pass(context, here, entry || newCall);
         if (!stopping) {
             answer = passedOver(context, line);
             return;

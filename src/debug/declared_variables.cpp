@@ -98,6 +98,15 @@ std::optional<DeclaredVariables::Seen> DeclaredVariables::seenAt(std::int32_t li
     return variable.nameRange.end <= place ? Seen::yes : Seen::declaredThere;
 }
 
+int DeclaredVariables::meantBy(std::string_view name, std::size_t offset) const {
+    const Variables& own = ofFunction(index_.functionAt(offset));
+    const auto named = own.named.find(name);
+    if (named != own.named.end())
+        for (const int variable : named->second)
+            if (declaration(variable).nameRange.begin == offset) return variable;
+    return index_.variableAt(name, offset);
+}
+
 /// Of a type that has no constructor, and without a value.
 bool DeclaredVariables::isPlain(const Declaration& variable) const {
     if (variable.kind != DeclarationKind::local || variable.setFrom != variable.nameRange.end)

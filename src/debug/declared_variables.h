@@ -29,6 +29,9 @@ class DeclaredVariables {
     std::optional<Seen> seenAt(std::int32_t line, std::int32_t column, std::string_view name,
                                std::size_t nth, std::size_t count) const;
 
+    /// The variable that a name at an offset means or declares; kNoIndex: none that is known.
+    int meantBy(std::string_view name, std::size_t offset) const;
+
     /// A variable of a plain type that is declared without a value, and that only some of the ways
     /// through its block set.
     struct Doubtful {

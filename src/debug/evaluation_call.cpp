@@ -103,7 +103,8 @@ std::string EvaluationCall::bind(const FrameScope& scope) {
             address = static_cast<asIScriptObject*>(address)->GetAddressOfProperty(binding.index);
         const bool local =
             binding.kind == EvaluationBinding::Kind::local && binding.parameter != "target_";
-        if (address == nullptr || (local && !changes_ && scope.isUnset(binding.value, address)))
+        if (address == nullptr ||
+            (local && !changes_ && scope.isUnset(binding.value, binding.index, address)))
             return whyNoValue(binding.name, scope);
         if (bindOne(static_cast<asUINT>(i), binding, address) < 0)
             return "\"" + binding.name + "\" cannot be used here.";

@@ -120,16 +120,17 @@ bool FrameScope::neverSet(const NamedValue& variable) const {
     if (text_ == nullptr || line_ <= 0 || (variable.value.typeId & asTYPEID_MASK_OBJECT) != 0)
         return false;
     if (set_ != nullptr)
-        if (const auto set = set_->isSet(variable.value.address, function_, line_, column_))
+        if (const auto set =
+                set_->isSet({variable.value.address, function_, variable.index}, line_, column_))
             return !*set;
     return text_->neverSet(line_, column_, variable.name, begun());
 }
 
 /// What the text tells is the same at every pass.
-bool FrameScope::isUnset(const TypedValue& local, const void* address) const {
+bool FrameScope::isUnset(const TypedValue& local, asUINT index, const void* address) const {
     if (text_ == nullptr || (local.typeId & asTYPEID_MASK_OBJECT) != 0) return false;
-    const auto set =
-        set_ != nullptr ? set_->isSet(address, function_, line_, column_) : std::optional<bool>();
+    const auto set = set_ != nullptr ? set_->isSet({address, function_, index}, line_, column_)
+                                     : std::optional<bool>();
     return set ? !*set : local.unset;
 }
 

@@ -76,7 +76,7 @@ class FrameScope {
     bool find(std::string_view name, TypedValue& found) const;
     /// Whether nothing has set a local variable that was found at this statement, perhaps at an
     /// earlier pass, and lies at `address` now.
-    bool isUnset(const TypedValue& local, const void* address) const;
+    bool isUnset(const TypedValue& local, asUINT index, const void* address) const;
     bool findLocal(std::string_view name, NamedValue& found) const;
     bool findMember(std::string_view name, NamedValue& found) const;
     bool findGlobal(std::string_view name, TypedValue& found) const;

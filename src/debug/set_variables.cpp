@@ -65,16 +65,19 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
     if (text_ == nullptr || here.function == nullptr) return;
     if (entry)
         std::erase_if(touched_, [&here](const auto& one) {
-            return one.second.function == here.function && one.second.depth >= here.depth;
+            return one.first.function == here.function && one.second.depth >= here.depth &&
+                   !one.second.fresh;
         });
+    for (auto& [variable, touched] : touched_) touched.fresh = false;
     const Step& step = stepAt(context, here);
-    const auto addressOf = [&](asUINT index) { return context.GetAddressOfVar(index, 0); };
+    const auto variable = [&](asUINT index) {
+        return Variable{context.GetAddressOfVar(index, 0), here.function, index};
+    };
     if (entry && step.all != nullptr)
         for (const asUINT index : *step.all)
-            if (const void* const address = index != kNoNumber ? addressOf(index) : nullptr)
-                states_[address] = {};
+            if (index != kNoNumber) states_[variable(index)] = {};
     for (const asUINT index : step.sets) {
-        const auto known = states_.find(addressOf(index));
+        const auto known = states_.find(variable(index));
         if (known == states_.end()) continue;
         State& state = known->second;
         // It was set by the statement that was noted before.
@@ -84,20 +87,19 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
     }
 }
 
-void SetVariables::touch(const void* variable, const asIScriptFunction& function, unsigned depth) {
-    touched_[variable] = {&function, depth};
+void SetVariables::touch(const Variable& variable, unsigned depth) {
+    touched_[variable] = {depth};
     // The engine answers from the line of the function's head on.
     std::int32_t begin = -1;
     for (std::int32_t line = 1; begin < 0 && line <= kLastLineOfAll; ++line)
-        begin = function.FindNextLineWithCode(line);
+        begin = variable.function->FindNextLineWithCode(line);
     if (begin > 0 && !watches(begin))
         lines_.insert(std::upper_bound(lines_.begin(), lines_.end(), begin), begin);
 }
 
-std::optional<bool> SetVariables::isSet(const void* variable, const asIScriptFunction* function,
-                                        std::int32_t line, std::int32_t column) const {
-    const auto touched = touched_.find(variable);
-    if (touched != touched_.end() && touched->second.function == function) return true;
+std::optional<bool> SetVariables::isSet(const Variable& variable, std::int32_t line,
+                                        std::int32_t column) const {
+    if (touched_.contains(variable)) return true;
     const auto known = states_.find(variable);
     if (known == states_.end()) return std::nullopt;
     const State& state = known->second;

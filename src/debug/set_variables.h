@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -30,15 +31,24 @@ class SetVariables {
     bool watches(std::int32_t line) const {
         return std::binary_search(lines_.begin(), lines_.end(), line);
     }
-    /// A statement is about to run in the innermost frame; `entry`: the first one of its call.
+    /// A statement is about to run in the innermost frame; `entry`: the first one of its call,
+    /// which may be told of twice.
     void pass(asIScriptContext& context, const StatementPlace& here, bool entry);
-    /// A variable is set from outside, in the call of `function` that is the `depth`th from the
-    /// outermost. It is a new one when that begins again.
-    void touch(const void* variable, const asIScriptFunction& function, unsigned depth);
-    /// Whether a variable of `function` has been set before the statement at which its frame
-    /// stands, counted from 1 in bytes; nothing where that has not been seen.
-    std::optional<bool> isSet(const void* variable, const asIScriptFunction* function,
-                              std::int32_t line, std::int32_t column) const;
+    /// A variable of one call of a function. Variables of other functions, and of other blocks of
+    /// the same one, may lie in the same place later.
+    struct Variable {
+        const void* address = nullptr;
+        const asIScriptFunction* function = nullptr;
+        asUINT index = 0;  ///< the engine's number of it in its function
+        auto operator<=>(const Variable&) const = default;
+    };
+    /// A variable is set from outside, in the call that is the `depth`th from the outermost. It is
+    /// a new one when that begins again.
+    void touch(const Variable& variable, unsigned depth);
+    /// Whether a variable has been set before the statement at which its frame stands, counted from
+    /// 1 in bytes; nothing where that has not been seen.
+    std::optional<bool> isSet(const Variable& variable, std::int32_t line,
+                              std::int32_t column) const;
 
   private:
     struct State {
@@ -62,11 +72,11 @@ class SetVariables {
     std::string source_;  ///< the section that the text is of
     std::vector<std::int32_t> lines_;
     struct Touched {
-        const asIScriptFunction* function = nullptr;
-        unsigned depth = 0;
+        unsigned depth = 0;  ///< of its call
+        bool fresh = true;   ///< no statement has been passed since
     };
-    std::map<const void*, Touched> touched_;
-    std::unordered_map<const void*, State> states_;
+    std::map<Variable, Touched> touched_;
+    std::map<Variable, State> states_;
     std::unordered_map<const asIScriptFunction*, std::vector<asUINT>> numbers_;
     std::unordered_map<const asDWORD*, Step> steps_;  ///< by the place in the code
 };

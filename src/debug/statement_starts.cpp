@@ -20,7 +20,10 @@ struct StatementStarts::Impl {
     std::size_t statementOf(std::size_t token) const;
     bool isNamed(std::size_t token, std::string_view name) const;
     bool maySet(std::size_t token, std::string_view name) const;
-    bool maySetWithin(std::size_t begin, std::size_t end, std::string_view name) const;
+    bool maySetWithin(std::size_t begin, std::size_t end, std::string_view name,
+                      int variable) const;
+    bool isAnother(std::size_t token, std::string_view name, int variable) const;
+    bool isOutParameter(std::size_t token) const;
     void collectTries();
     /// A name that is met on the way back from a statement to the beginning of its function.
     struct Passed {
@@ -212,11 +215,24 @@ bool StatementStarts::Impl::maySet(std::size_t i, std::string_view name) const {
     return tokens->isSymbol(i + 1, kAssign) || steps(i + 1) || steps(i - 2) || argument;
 }
 
-bool StatementStarts::Impl::maySetWithin(std::size_t begin, std::size_t end,
-                                         std::string_view name) const {
+bool StatementStarts::Impl::maySetWithin(std::size_t begin, std::size_t end, std::string_view name,
+                                         int variable) const {
     for (std::size_t i = begin; i < end; ++i)
-        if (maySet(i, name)) return true;
+        if (maySet(i, name) && !isAnother(i, name, variable)) return true;
     return false;
+}
+
+/// Whether a name means a variable of an inner or outer block.
+bool StatementStarts::Impl::isAnother(std::size_t token, std::string_view name,
+                                      int variable) const {
+    if (variable == kNoIndex) return false;
+    const int meant = variables->meantBy(name, (*tokens)[token].begin);
+    return meant != kNoIndex && meant != variable;
+}
+
+/// "type &out name": what lies there when the call begins means nothing.
+bool StatementStarts::Impl::isOutParameter(std::size_t token) const {
+    return token > 1 && tokens->isWord(token - 1, "out") && tokens->isSymbol(token - 2, '&');
 }
 
 /// The first token of the statement around a token that stands in no bracket of it.
@@ -335,19 +351,22 @@ bool StatementStarts::neverSet(std::int32_t line, std::int32_t column, std::stri
                                bool begun) const {
     const TokenList& tokens = *impl_->tokens;
     const std::size_t from = impl_->tokenAt(line, column);
+    const int variable = variables().meantBy(name, impl_->offsetOf(line, column));
     std::size_t end = from;
     while (begun && end < tokens.size() && !tokens.isSymbol(end, ';') && !tokens.isSymbol(end, '{'))
         ++end;
     // Its value is being worked out.
     const bool assigned = tokens.isWord(from, name) && tokens.isSymbol(from + 1, kAssign);
-    if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name)) return false;
+    if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name, variable)) return false;
     // A loop whose head begins has not run.
     const bool head = tokens.isSymbol(from - 1, '(') && tokens.isWord(from - 2, "for");
     for (const Impl::Passed& passed : impl_->namesBefore(head ? from - 2 : from, name)) {
-        if (!impl_->isNamed(passed.at, name)) continue;
-        if (passed.outside && impl_->declaresPlainly(passed.at))
+        if (!impl_->isNamed(passed.at, name) || impl_->isAnother(passed.at, name, variable))
+            continue;
+        const bool plainly = passed.outside && impl_->declaresPlainly(passed.at);
+        if (plainly || impl_->isOutParameter(passed.at))
             return passed.loop == WayBack::kNone ||
-                   !impl_->maySetWithin(from, impl_->loopEnd(passed.loop), name);
+                   !impl_->maySetWithin(from, impl_->loopEnd(passed.loop), name, variable);
         // A declaration of some other form: with a value, in brackets, in a block of its own.
         const std::size_t before = passed.at - 1;
         const bool typed = tokens.isName(before) && !isOperatorWord(tokens.text(before));

@@ -138,7 +138,9 @@ void ValueTree::readAnew() {
 void ValueTree::touch(const void* variable, const FrameScope& scope) {
     const asUINT depth = scope.context() != nullptr ? scope.context()->GetCallstackSize() : 0;
     if (impl_->set != nullptr && scope.function() != nullptr && depth > scope.level())
-        impl_->set->touch(variable, *scope.function(), depth - scope.level());
+        for (const NamedValue& local : scope.locals())
+            if (local.value.address == variable && local.value.unset)
+                impl_->set->touch({variable, scope.function(), local.index}, depth - scope.level());
     for (Node& node : impl_->nodes)
         for (Child& child : node.named)
             if (child.value.address == variable) child.value.unset = false;
