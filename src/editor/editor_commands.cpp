@@ -53,7 +53,7 @@ constexpr EditorCommand kCommands[] = {
     {command_id::kBookmarks,            EditorMenu::view,     "Display Bookmark",              "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleBookmarks},
     {command_id::kFolding,              EditorMenu::view,     "Display Folding",               "",                      kToggle | kChecked,                          kAlways,                 &Editor::toggleFolding},
     {command_id::kBlackBackground,      EditorMenu::view,     "Background is black",           "",                      kToggle,                                     kAlways,                 &Editor::toggleBackground},
-    {command_id::kClassicLayout,        EditorMenu::view,     "&Classic Layout",               "",                      kToggle | kSeparatorBefore,                  kAlways,                 nullptr},
+    {command_id::kClassicLayout,        EditorMenu::view,     "&Classic Layout",               "",                      kToggle | kSeparatorBefore,                  EnabledWhen::idle,       nullptr},
     {command_id::kShowToolbar,          EditorMenu::view,     "&Toolbar",                      "",                      kToggle | kChecked,                          kAlways,                 nullptr},
     {command_id::kShowStatusBar,        EditorMenu::view,     "&Status Bar",                   "",                      kToggle | kChecked,                          kAlways,                 nullptr},
     {command_id::kShowOutline,          EditorMenu::view,     "&Outline",                      "",                      kToggle,                                     kAlways,                 nullptr},

@@ -20,6 +20,7 @@ enum class EnabledWhen {
     looking,    ///< and is looked into, as in the classic layout it is not
     stoppable,  ///< while a script is suspended or runs
     running,    ///< while it runs
+    idle,       ///< while none runs or stands still
     canUndo,
     canRedo,
     selection,  ///< something is selected

@@ -51,7 +51,7 @@ ScriptEditor::ScriptEditor(const EditorSurroundings& surroundings)
       memory_(files_, joinPathIn(surroundings.dataFolder, "remembered_files")),
       families_(surroundings.families) {
     inspection_.onPrinted = [this](const std::string& text) {
-        output_.showAbove(text.substr(0, text.find_last_not_of('\n') + 1));
+        output_.note(text.substr(0, text.find_last_not_of('\n') + 1));
     };
     inspection_.lineInText = [this](std::int32_t line) { return debugger_.lineInText(line); };
     hostDocument_ = watchDocument_ = documents_.shown().id;
@@ -228,6 +228,8 @@ bool ScriptEditor::enabled(const EditorCommand& command) const {
             return debugger_.debugging() || debugger_.busy();
         case EnabledWhen::running:
             return debugger_.busy() && !inspection_.held();
+        case EnabledWhen::idle:
+            return !debugger_.debugging() && !debugger_.busy();
         case EnabledWhen::canUndo:
             return editor_.send(sci::kCanUndo) != 0;
         case EnabledWhen::canRedo:

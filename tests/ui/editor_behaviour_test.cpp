@@ -104,6 +104,24 @@ TEST_F(EditorBehaviour, KeysThatGoOn) {
     edit(kCalls);
 }
 
+TEST_F(EditorBehaviour, WhatBreakpointsOnlyPrintOutlivesTheRun) {
+    ready();
+    breakAt({13});
+    breakpointWith(9, 3, "i {i}");
+    breakpointWith(3, 3, "y {y}");
+    driver.key(WXK_F5);
+    untilStopped(13, "main");
+    const std::string printed = "i 0\ny 0\ni 1\ny 2\ni 2\ny 4\n";
+    check([this, printed] { EXPECT_EQ(output(), "Breakpoint reached at line 13\n" + printed); });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    check([this, printed] { EXPECT_EQ(output(), "Application finished normaly.\n" + printed); });
+    driver.key(WXK_F7);
+    untilOutput("Builded, no error.");
+    closeBox();
+    edit(kCalls);
+}
+
 TEST_F(EditorBehaviour, RestartBeginsAnew) {
     ready();
     breakAt({7, 13});

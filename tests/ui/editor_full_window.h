@@ -1,6 +1,8 @@
 // The editor's window with everything around the text, used with real keys and clicks.
 #pragma once
 
+#include <wx/textctrl.h>
+
 #include <string>
 #include <typeinfo>
 #include <vector>
@@ -9,6 +11,7 @@
 #include "editor_window_fixture.h"
 #include "ui/editor/editor_run.h"
 #include "ui/editor/editor_settings.h"
+#include "ui/editor/panels/breakpoint_box.h"
 #include "ui/editor/panels/debug_panel.h"
 #include "ui/editor/panels/main_toolbar.h"
 #include "ui/editor/panels/status_line.h"
@@ -124,6 +127,18 @@ class FullWindow : public EditorWindowTest {
             driver.when("a breakpoint",
                         [this, count = i + 1] { return markedLines().size() == count; });
         }
+    }
+    /// By the box: the choice of this number, from 1 on, and what its field gets.
+    void breakpointWith(int line, int choice, const std::string& text) {
+        gotoLine(line);
+        driver.key(WXK_F9, wxMOD_ALT);
+        driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
+        for (int i = 0; i < choice; ++i) driver.key(WXK_DOWN);
+        driver.when("its field",
+                    [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
+        driver.run([text] { dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus())->SetValue(text); });
+        driver.key(WXK_RETURN);
+        ready();
     }
     void focus(std::function<wxWindow*()> window) {
         driver.run([window] { window()->SetFocus(); });

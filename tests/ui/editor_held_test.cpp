@@ -75,6 +75,7 @@ TEST_F(EditorHeld, MenusAndToolbarTellWhatCanBeDone) {
         for (const int id : {kNew, kOpen, kSave, kSaveAs, kExit}) EXPECT_TRUE(isEnabled(id)) << id;
         EXPECT_FALSE(isEnabled(kCloseTab)) << "its script runs";
     });
+    checkMenu('V', [this] { EXPECT_FALSE(isEnabled(command_id::kClassicLayout)); });
     check([this] {
         for (const int id : {command_id::kNew, command_id::kOpen})
             EXPECT_TRUE(part<ui::MainToolbar>()->button(id)->IsEnabled());

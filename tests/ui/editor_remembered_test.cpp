@@ -47,17 +47,6 @@ class EditorRemembered : public FullWindow {
             simulator.MouseUp();
         });
     }
-    void breakpointWith(int line, int choice, const std::string& text) {
-        gotoLine(line);
-        driver.key(WXK_F9, wxMOD_ALT);
-        driver.when("the box", [this] { return part<ui::BreakpointBox>() != nullptr; });
-        for (int i = 0; i < choice; ++i) driver.key(WXK_DOWN);
-        driver.when("its field",
-                    [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
-        driver.run([text] { dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus())->SetValue(text); });
-        driver.key(WXK_RETURN);
-        ready();
-    }
     void press(const wxString& label) {
         driver.click([this, label]() -> wxWindow* {
             for (int i = 0; const auto one = findChild<ui::PaintedButton>(part<ui::FindBar>(), i);

@@ -175,9 +175,11 @@ TEST_F(EditorValues, WhatCannotBeSetSaysWhy) {
 
 TEST_F(EditorValues, FrameHasItsOwnWatchesAndListsLeadToTheirPlaces) {
     stop();
-    driver.run([this] {
-        for (const char* watch : {"by", "deeper(1)"}) part<ui::DebugPanel>()->addWatch(watch);
-    });
+    driver.click([this]() -> wxWindow* { return list(ui::DebugPanel::kWatches); });
+    driver.when("the field",
+                [] { return dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus()) != nullptr; });
+    driver.type("by").key(WXK_RETURN);
+    driver.run([this] { part<ui::DebugPanel>()->addWatch("deeper(1)"); });
     driver.when("values",
                 [this] { return rows(list(ui::DebugPanel::kWatches)).rfind("by=4\n", 0) == 0; });
     driver.key('6', wxMOD_CONTROL);

@@ -22,7 +22,10 @@ std::int32_t numberAfter(std::string_view line, std::string_view label) {
 }  // namespace
 
 void OutputPane::show(std::string text) {
-    text = cutUtf8(std::move(text), kLimit);
+    put(cutUtf8(std::move(text), kLimit) + notes_);
+}
+
+void OutputPane::put(const std::string& text) {
     if (text.find('\0') == std::string::npos)
         control_.setText(text);
     else
@@ -30,7 +33,25 @@ void OutputPane::show(std::string text) {
 }
 
 void OutputPane::showAbove(const std::string& line) {
-    show(line + "\n" + text());
+    put(cutUtf8(line + "\n" + text(), kLimit + notes_.size()));
+}
+
+void OutputPane::note(const std::string& line) {
+    const std::string note = cutUtf8(line, kLimit / 2) + "\n";
+    if (notes_.size() + note.size() > kLimit) {
+        // In halves, so that a loop that notes something in each pass is not held up.
+        notes_.erase(0, notes_.find('\n', notes_.size() / 2) + 1);
+        put(notes_);
+    }
+    notes_ += note;
+    const int end = control_.length();
+    control_.select(end, end);
+    control_.send(sci::kAddText, note.size(), note.data());
+}
+
+void OutputPane::clear() {
+    notes_.clear();
+    put({});
 }
 
 std::string OutputPane::lineAt(int position) const {

@@ -160,6 +160,7 @@ void RowList::onClick(wxMouseEvent& event) {
         return onCheck(index);
     }
     moveTo(index);
+    if (onClicked) onClicked(index);
 }
 
 void RowList::paintFold(wxGraphicsContext& context, const ListRow& shown, int y) const {

@@ -54,6 +54,7 @@ class RowList : public PaintedWindow {
     std::function<int()> count;
     std::function<ListRow(int)> row;
     std::function<void(int)> onSelected;   ///< by the user
+    std::function<void(int)> onClicked;    ///< on the row itself
     std::function<void(int)> onActivated;  ///< Enter or a double click
     std::function<void(int)> onEdit;       ///< F2
     std::function<void(int)> onRemove;     ///< Del

@@ -163,6 +163,10 @@ void DebugPanel::connectWatches() {
     list.row = [this](int index) { return watchRow(index); };
     list.onActivated = [this](int index) { editWatch(index); };
     list.onEdit = [this](int index) { editWatch(index); };
+    // The last row is there to be written into.
+    list.onClicked = [this](int index) {
+        if (static_cast<std::size_t>(index) >= inspection_.watches().size()) editWatch(index);
+    };
     watchField_ = std::make_unique<RowField>(list, look(), &RowList::nameRect);
     list.onRemove = [this](int index) {
         watchField_->close();
