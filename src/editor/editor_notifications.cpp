@@ -98,6 +98,8 @@ void ScriptEditor::textModified(const ControlNotification& notification) {
         plan().follow(*shift);
         current().problems.follow(*shift);
     }
+    // Lines that had gone have come back.
+    if (runIsShown() && !changedSinceRun() && debugger_.undoLines()) inspection_.linesMoved();
 }
 
 /// Deliberate: a brace without a partner is not shown as bad.

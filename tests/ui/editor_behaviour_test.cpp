@@ -151,6 +151,11 @@ TEST_F(EditorBehaviour, TextThatChangesUnderAStopIsTold) {
     driver.key('Z', wxMOD_CONTROL);
     driver.when("the band again",
                 [this] { return remark().empty() && (editor()->MarkerGet(8) & kStopBand) != 0; });
+    driver.key('A', wxMOD_CONTROL).type("x");
+    driver.when("all of it gone", [this] { return text() == "x"; });
+    driver.key('Z', wxMOD_CONTROL);
+    driver.when("its text again", [this] { return text() == kCalls && remark().empty(); });
+    untilStopped(9, "main");
     driver.key(WXK_F5, wxMOD_SHIFT);
     untilStatus("Ready");
     closeBox();
@@ -382,7 +387,12 @@ TEST_F(EditorBehaviour, FramesAreChosenAboveTheVariablesOfASmallWindow) {
 /// The host gets the tour only if somebody has made something of it.
 TEST_F(EditorBehaviour, TourIsShownOnceAndIsNotTheHosts) {
     ready();
-    driver.when("the tour", [this] { return text().find("A tour") != std::string::npos; });
+    driver.when("the tour", [this] {
+        return text().find("A tour") != std::string::npos && part<ui::WelcomePane>()->isOfTour();
+    });
+    driver.key('N', wxMOD_CONTROL);
+    driver.when("another text",
+                [this] { return text().empty() && !part<ui::WelcomePane>()->isOfTour(); });
     closeBox();
     EXPECT_EQ(edit(""), "");
     ready();
@@ -392,6 +402,17 @@ TEST_F(EditorBehaviour, TourIsShownOnceAndIsNotTheHosts) {
     });
     closeBox();
     EXPECT_EQ(edit(""), "");
+}
+
+/// "Nothing was built in the module", without a line, was the first that an author saw.
+TEST_F(EditorBehaviour, TextInWhichNothingIsDeclaredYetIsNoError) {
+    ready();
+    driver.type("x");
+    untilStatus("1 error");
+    driver.key(WXK_BACK);
+    untilStatus("Ready");
+    closeBox();
+    edit("// What is to come.\n");
 }
 
 }  // namespace

@@ -91,6 +91,8 @@ class Debugger {
     std::vector<std::int32_t> linesBehindHold();
 
     void follow(const LineShift& shift);
+    /// The text is again the one that runs; true if lines had moved meanwhile.
+    bool undoLines() { return lines_.undo(); }
 
   private:
     class BusyMark;

@@ -20,6 +20,12 @@ void RunLineMap::follow(const LineShift& shift) {
     for (std::int32_t& line : moved_) line = shifted(line, shift);
 }
 
+bool RunLineMap::undo() {
+    const bool hadMoved = !moved_.empty();
+    moved_.clear();
+    return hadMoved;
+}
+
 ScriptLine RunLineMap::editorLine(ScriptLine running) const {
     if (running.number < 1 || running.number > static_cast<std::int32_t>(moved_.size()))
         return running;

@@ -14,6 +14,8 @@ class RunLineMap {
     /// Of a text of `lines` lines that has just been started.
     void begin(int lines);
     void follow(const LineShift& shift);
+    /// The text is again what was started; true if lines had moved meanwhile.
+    bool undo();
 
     ScriptLine editorLine(ScriptLine running) const;
     /// The running lines of breakpoints; one on a line that was added since is left out.

@@ -7,6 +7,12 @@
 #include "editor/script_editor.h"
 
 namespace korvant::ui {
+namespace {
+
+/// What the compiler says of a text in which nothing is declared, as it is when one begins.
+constexpr char kNothingYet[] = "Nothing was built in the module";
+
+}  // namespace
 
 /// A computer that has no room for another process or thread still edits.
 void LiveCheck::begin() {
@@ -38,6 +44,9 @@ void LiveCheck::take(const CheckResult& result) {
     if (!result.complete || result.version != editor_.textVersion()) return;
     answered_ = result.version;
     found_ = result.diagnostics;
+    std::erase_if(found_, [](const Diagnostic& one) {
+        return one.line == 0 && one.text.starts_with(kNothingYet);
+    });
     tell();
 }
 

@@ -1,6 +1,8 @@
 #include "ui/editor/panels/welcome_pane.h"
 
 #include <algorithm>
+#include <utility>
+
 #include "ui/kit/window_words.h"
 
 namespace korvant::ui {
@@ -49,6 +51,10 @@ WelcomePane::WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, b
         event.Skip();
     });
     setAccessibleName(words("Welcome"));
+}
+
+void WelcomePane::leaveTour() {
+    if (std::exchange(tour_, false)) Refresh();
 }
 
 void WelcomePane::addLink(Icon icon, const wxString& label, const wxString& key,

@@ -20,6 +20,10 @@ class WelcomePane : public PaintedWindow {
     /// `tour`: the script beside it is the tour.
     WelcomePane(wxWindow* parent, const Look& look, bool showAtStart, bool tour, Actions actions);
 
+    /// Another script stands beside it.
+    void leaveTour();
+    bool isOfTour() const { return tour_; }
+
   private:
     void place();
     void addLink(Icon icon, const wxString& label, const wxString& key, std::function<void()> act);

@@ -160,6 +160,7 @@ void Workbench::makeWelcome() {
     if (!welcomeShown_) return;
     const bool tour = editor_.documentPath().empty() && std::exchange(settings_.tour, false);
     if (tour) editor_.showTour();
+    tourTab_ = editor_.shownTab();
     welcome_ = new WelcomePane(&frame_, look_, settings_.welcome, tour, std::move(actions));
 }
 

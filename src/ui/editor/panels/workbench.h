@@ -200,6 +200,7 @@ class Workbench {
     WelcomePane* welcome_ = nullptr;
     bool findShown_ = false;
     bool welcomeShown_ = false;
+    std::uint64_t tourTab_ = 0;
     std::uint64_t foundText_ = 0;  ///< the version of the text whose matches are marked
     std::unique_ptr<native::DarkWatch> darkWatch_;
     wxTimer pause_;  ///< in the user's typing

@@ -427,7 +427,9 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
         content.icon = Icon::bolt;
         content.iconColour = &ThemeTable::error;
         content.back = &ThemeTable::errorBand;
-        content.text = words("Stopped: ") + fromUtf8(editor_.inspection().stop().text) +
+        const wxString why = fromUtf8(editor_.inspection().stop().text);
+        const wxString sentence = why.EndsWith(".") ? why.Left(why.size() - 1) : why;
+        content.text = words("Stopped: ") + sentence +
                        wxString::Format(words(", line %d"), status.stoppedLine) + functionAtStop() +
                        words(". F5 lets the script end.");
     } else if (!problems.empty()) {

@@ -10,6 +10,7 @@
 #include "ui/editor/panels/find_bar.h"
 #include "ui/editor/panels/line_measures.h"
 #include "ui/editor/panels/outline_pane.h"
+#include "ui/editor/panels/welcome_pane.h"
 #include "ui/editor/panels/workbench.h"
 #include "ui/kit/text_conversion.h"
 
@@ -45,6 +46,9 @@ void Workbench::followTabs() {
     if (tabs_) tabs_->setTabs(open, editor_.shownTab());
     if (std::exchange(severalTexts_, open.size() > 1) != severalTexts_) layOut();
     if (severalTexts_) tabs_->setFunction(fromUtf8(outline_->pathAt(editor_.caretPosition())));
+    const bool leftTour = editor_.shownTab() != tourTab_ || editor_.textLength() == 0 ||
+                          !editor_.documentPath().empty();
+    if (welcome_ && leftTour) welcome_->leaveTour();
 }
 
 /// Marks and boxes are those of the text in view; a text that goes takes none along.
