@@ -235,7 +235,7 @@ bool ScriptEditor::enabled(const EditorCommand& command) const {
         case EnabledWhen::canRedo:
             return editor_.send(sci::kCanRedo) != 0;
         case EnabledWhen::canPaste:
-            return editor_.send(sci::kCanPaste) != 0;
+            return window_.clipboardMayHaveText();
         case EnabledWhen::selection:
             return editor_.selectionStart() != editor_.selectionEnd();
         default:

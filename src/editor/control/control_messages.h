@@ -74,7 +74,6 @@ enum Message : unsigned {
     kLineFromPosition = 2166,
     kPositionFromLine = 2167,
     kLineScroll = 2168,
-    kCanPaste = 2173,
     kCanUndo = 2174,
     kEmptyUndoBuffer = 2175,
     kSetSavePoint = 2014,

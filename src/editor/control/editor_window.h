@@ -67,6 +67,8 @@ class EditorWindow {
     virtual void openReplace(std::unique_ptr<ReplaceDialog> dialog) = 0;
     /// Opens a file with the desktop's program for it; false when that failed.
     virtual bool openDocument(const std::string& path) = 0;
+    /// Whether a paste may bring something. Asked when a menu opens: waits for nobody.
+    virtual bool clipboardMayHaveText() = 0;
 
     /// A command whose record has no handler of the editor's.
     virtual void windowCommand(int command) = 0;

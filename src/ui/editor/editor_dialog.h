@@ -58,6 +58,7 @@ class CEditorDlg final : public wxFrame, public EditorWindow {
     void openFind(std::unique_ptr<FindDialog> dialog) override;
     void openReplace(std::unique_ptr<ReplaceDialog> dialog) override;
     bool openDocument(const std::string& path) override;
+    bool clipboardMayHaveText() override;
     void windowCommand(int command) override;
     void beep() override;
     void activate() override;

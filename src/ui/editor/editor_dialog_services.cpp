@@ -14,6 +14,7 @@
 #include "ui/editor/editor_search_dialogs.h"
 #include "ui/editor/editor_small_dialogs.h"
 #include "ui/editor/panels/workbench.h"
+#include "ui/kit/clipboard.h"
 #include "ui/kit/text_conversion.h"
 #include "ui/kit/ui_native.h"
 
@@ -76,6 +77,10 @@ void CEditorDlg::openReplace(std::unique_ptr<ReplaceDialog> dialog) {
 
 bool CEditorDlg::openDocument(const std::string& path) {
     return openWithDesktop(path);
+}
+
+bool CEditorDlg::clipboardMayHaveText() {
+    return ui::clipboardMayHaveText();
 }
 
 void CEditorDlg::windowCommand(int command) {

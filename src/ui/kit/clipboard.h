@@ -9,5 +9,7 @@ namespace korvant::ui {
 bool copyToClipboard(const wxString& text);
 /// Empty when there is no text.
 wxString textFromClipboard(bool primarySelection = false);
+/// True until it is known that there is no text. Waits for nobody, so that menus can ask it.
+bool clipboardMayHaveText();
 
 }  // namespace korvant::ui
