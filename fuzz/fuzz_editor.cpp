@@ -1,6 +1,7 @@
 // The editor without a window under any sequence of commands, keys, notifications and edits. It
 // must never reach outside its texts, and the host's text must come back whole.
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 #include "editor/document/scramble.h"
@@ -125,6 +126,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     second.initialise();
     second.shown();
     while (!input.empty() && window.editor.text.size() < 100'000) step(second, window, input);
+    for (const unsigned message : window.editor.unknown)
+        std::fprintf(stderr, "the control without a window does not know %u\n", message);
     if (!window.editor.unknown.empty()) std::abort();
     second.closeBox();
     second.closed();

@@ -85,6 +85,7 @@ class FakeEditorWindow : public EditorWindow {
         opened.push_back(path);
         return documentsOpen;
     }
+    bool clipboardMayHaveText() override { return true; }
     void windowCommand(int) override {}
     void beep() override { ++beeps; }
     void activate() override { ++activations; }

@@ -219,6 +219,8 @@ bool MemoryControl::show(unsigned message, std::intptr_t w, std::intptr_t l) {
 /// What shows on a screen only.
 bool MemoryControl::ignored(unsigned message) {
     static const std::set<unsigned> messages = {sci::kConvertEols,
+                                                sci::kMoveSelectedLinesUp,
+                                                sci::kMoveSelectedLinesDown,
                                                 sci::kSetCodePage,
                                                 sci::kSetEolMode,
                                                 sci::kSetTabWidth,

@@ -46,9 +46,6 @@ bool MemoryControl::query(unsigned message, std::intptr_t& result) const {
         case sci::kCanRedo:
             result = !redo_.empty();
             return true;
-        case sci::kCanPaste:
-            result = !clipboard_.empty();
-            return true;
         case sci::kCallTipActive:
             result = tipShown_;
             return true;

@@ -123,13 +123,23 @@ UiDriver& UiDriver::gone(const wxString& title) {
 }
 
 UiDriver& UiDriver::key(int code, int modifiers) {
-    return when(
-        "key " + std::to_string(code), [] { return true; },
-        [code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
+    return keyStep("key " + std::to_string(code),
+                   [code, modifiers] { wxUIActionSimulator().Char(code, modifiers); });
 }
 
 UiDriver& UiDriver::type(const std::string& text) {
-    return run([text] { wxUIActionSimulator().Text(text.c_str()); });
+    const auto hand = std::make_shared<std::unique_ptr<wxUIActionSimulator>>();
+    for (const char letter : text)
+        keyStep(std::string("letter ") + letter, [letter, hand] {
+            if (!*hand) *hand = std::make_unique<wxUIActionSimulator>();
+            (*hand)->Text(std::string(1, letter).c_str());
+        });
+    return *this;
+}
+
+UiDriver& UiDriver::keyStep(const std::string& what, Action press) {
+    steps_.push_back({what, [] { return true; }, std::move(press), true});
+    return *this;
 }
 
 UiDriver& UiDriver::click(std::function<wxWindow*()> target, int button) {
@@ -185,11 +195,13 @@ void UiDriver::step() {
     // opens has to be answered while it does.
     wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
     if (actingIn_ && actingIn_ == loop) return;
+    if (looking_) return;                   // a look at the clipboard lets events pass as well
     if (failed_) return closeEverything();  // what a test opens after that has nobody to answer it
     if (settling_ && inputIsOnItsWay() &&
         std::chrono::steady_clock::now() - waitingSince_ < kSettling)
         return;
     settling_ = false;
+    if (pressedAgain(loop)) return;
     const bool waits = steps_.empty() || !holds(steps_.front().ready);
     if (waits) {
         if (std::chrono::steady_clock::now() - waitingSince_ > kPatience)
@@ -198,6 +210,8 @@ void UiDriver::step() {
     }
     const Step next = std::move(steps_.front());
     steps_.pop_front();
+    pressed_ = next.isKey ? next.act : Action();
+    pressGotLost();  // what others pressed before
     wxEventLoopBase* const outer = std::exchange(actingIn_, loop);
     take(next);
     actingIn_ = outer;
@@ -205,13 +219,28 @@ void UiDriver::step() {
     waitingSince_ = std::chrono::steady_clock::now();
 }
 
+/// No hand lets go of a key that it has not pressed.
+bool UiDriver::pressedAgain(wxEventLoopBase* loop) {
+    const Action press = std::exchange(pressed_, {});
+    if (!press || !pressGotLost()) return false;
+    wxEventLoopBase* const outer = std::exchange(actingIn_, loop);
+    take({"a lost press", {}, press});
+    actingIn_ = outer;
+    settling_ = true;
+    waitingSince_ = std::chrono::steady_clock::now();
+    return true;
+}
+
 /// What throws holds at a later look, or the step waits too long.
 bool UiDriver::holds(const Condition& ready) {
+    looking_ = true;
+    bool held = false;
     try {
-        return ready();
+        held = ready();
     } catch (const std::exception&) {
-        return false;
     }
+    looking_ = false;
+    return held;
 }
 
 /// Nothing is thrown through the loops of the toolkit.

@@ -95,9 +95,12 @@ class UiDriver {
         std::string what;
         Condition ready;
         Action act;
+        bool isKey = false;
     };
 
     void step();
+    UiDriver& keyStep(const std::string& what, Action press);
+    bool pressedAgain(wxEventLoopBase* loop);
     bool holds(const Condition& ready);
     void take(const Step& step);
     void fail(const std::string& what);
@@ -107,6 +110,8 @@ class UiDriver {
     std::deque<Step> steps_;
     std::chrono::steady_clock::time_point waitingSince_;
     wxEventLoopBase* actingIn_ = nullptr;  ///< the loop whose step is under way
+    Action pressed_;  ///< the last step, if it was a key's; once
+    bool looking_ = false;
     bool settling_ = false;
     bool failed_ = false;
 };
@@ -123,6 +128,9 @@ wxImage pictureOf(wxWindow& window);
 void resizeContent(wxTopLevelWindow& window, wxSize size);
 /// Keys or clicks that were sent have not been handled yet.
 bool inputIsOnItsWay();
+/// Since it was asked last the display has told the end of a key and not its press: a busy one does
+/// that now and then.
+bool pressGotLost();
 /// A menu is open and takes the keys.
 bool menuIsOpen();
 /// Presses what leaves an open menu of the menu bar, and the bar.

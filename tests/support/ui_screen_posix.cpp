@@ -3,13 +3,45 @@
 #include <wx/image.h>
 #include <wx/toplevel.h>
 
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "support/ui_driver.h"
 
+// After the others: it defines short macros.
+#include <X11/extensions/XInput2.h>
+
 namespace korvant::test {
 namespace {
+
+/// Keys as the display tells them, before the toolkit sees them.
+class KeysTold {
+  public:
+    KeysTold() { gdk_window_add_filter(nullptr, &note, this); }
+    bool takeLost() { return std::exchange(lost_, false); }
+
+  private:
+    static GdkFilterReturn note(GdkXEvent* native, GdkEvent*, gpointer self) {
+        const auto& event = *static_cast<const XEvent*>(native);
+        if (event.type == GenericEvent && event.xcookie.data &&
+            (event.xcookie.evtype == XI_KeyPress || event.xcookie.evtype == XI_KeyRelease))
+            static_cast<KeysTold*>(self)->note(
+                static_cast<const XIDeviceEvent*>(event.xcookie.data)->detail,
+                event.xcookie.evtype == XI_KeyPress);
+        return GDK_FILTER_CONTINUE;
+    }
+    void note(int key, bool press) {
+        if (press)
+            down_.insert(key);
+        else if (down_.erase(key) == 0)
+            lost_ = true;
+    }
+
+    std::set<int> down_;
+    bool lost_ = false;
+};
 
 /// What the toolkit itself says; empty for all others.
 std::string complaintIn(const GLogField* fields, gsize count) {
@@ -86,6 +118,11 @@ bool inputIsOnItsWay() {
     if (!display || gdk_display_is_closed(display)) return false;
     gdk_display_sync(display);
     return gdk_events_pending() != FALSE;
+}
+
+bool pressGotLost() {
+    static KeysTold keys;
+    return keys.takeLost();
 }
 
 bool menuIsOpen() {

@@ -40,6 +40,10 @@ bool inputIsOnItsWay() {
     return false;
 }
 
+bool pressGotLost() {
+    return false;
+}
+
 bool menuIsOpen() {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;

@@ -206,4 +206,16 @@ int distanceFromCentre(const std::string& title) {
     return std::abs(x + shape.width / 2 - WidthOfScreen(shape.screen) / 2);
 }
 
+SilentClipboard::SilentClipboard() : connection_(XOpenDisplay(nullptr)) {
+    auto* display = static_cast<Display*>(connection_);
+    const Window window =
+        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+    XSetSelectionOwner(display, XInternAtom(display, "CLIPBOARD", False), window, CurrentTime);
+    XSync(display, False);
+}
+
+SilentClipboard::~SilentClipboard() {
+    XCloseDisplay(static_cast<Display*>(connection_));
+}
+
 }  // namespace korvant::test

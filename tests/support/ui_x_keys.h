@@ -35,4 +35,16 @@ unsigned long windowFingerprint(const std::string& title);
 /// no window.
 int distanceFromCentre(const std::string& title);
 
+/// Another program that has the clipboard and answers nobody.
+class SilentClipboard {
+  public:
+    SilentClipboard();
+    ~SilentClipboard();
+    SilentClipboard(const SilentClipboard&) = delete;
+    SilentClipboard& operator=(const SilentClipboard&) = delete;
+
+  private:
+    void* connection_;
+};
+
 }  // namespace korvant::test
