@@ -110,7 +110,7 @@ class UiDriver {
     std::deque<Step> steps_;
     std::chrono::steady_clock::time_point waitingSince_;
     wxEventLoopBase* actingIn_ = nullptr;  ///< the loop whose step is under way
-    Action pressed_;  ///< the last step, if it was a key's; once
+    Action pressed_;                       ///< the last step, if it was a key's; once
     bool looking_ = false;
     bool settling_ = false;
     bool failed_ = false;
