@@ -54,6 +54,7 @@ DebugFrame Frames::frame(unsigned index) const {
     if (index >= count()) return frame;
     frame.level = levels_[index];
     asIScriptFunction* const function = context_->GetFunction(frame.level);
+    if (function == nullptr) return frame;  // the call has ended since the levels were counted
     frame.name = qualifiedName(*function);
     frame.function = declarationOf(*function);
     frame.native = function->GetFuncType() == asFUNC_SYSTEM;
