@@ -107,7 +107,9 @@ FrameScope::Known FrameScope::known(asUINT index, const Namesake& which) const {
     if (text_ == nullptr) return byCode;
     const auto seen = text_->variables().seenAt(line_, column_, name, which.nth, which.count);
     if (!seen) return byCode;
-    if (*seen == DeclaredVariables::Seen::declaredThere) return begun() ? byCode : Known::no;
+    // The engine knows one without a value from the end of the statement before it on.
+    if (*seen == DeclaredVariables::Seen::declaredThere)
+        return begun() && notYetSet(name) ? byCode : Known::no;
     return *seen == DeclaredVariables::Seen::yes ? Known::declared : Known::no;
 }
 
