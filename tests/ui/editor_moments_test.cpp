@@ -4,6 +4,7 @@
 #include <wx/time.h>
 
 #include "editor_full_window.h"
+#include "ui/editor/assist/choice_box.h"
 #include "ui/editor/assist/suggestion_pop_up.h"
 #include "ui/editor/assist/tip_pop_up.h"
 #include "ui/editor/assist/value_pop_up.h"
@@ -73,6 +74,32 @@ TEST_F(EditorMoments, FirstStartShowsATourAndSaysNothing) {
     edit("");
 }
 
+/// What the last run had printed stood there until this one printed something.
+TEST_F(EditorMoments, NextRunBeginsWithAnEmptyConsole) {
+    bool paintedEmpty = false;
+    ready();
+    driver.key(WXK_F5);
+    driver.when("what is printed", [this] {
+        return part<ui::ConsolePane>() &&
+               part<ui::ConsolePane>()->printed().find("done") != std::string::npos;
+    });
+    untilStatus("Ready");
+    driver.run([&] {
+        part<ui::ConsolePane>()->canvas().Bind(wxEVT_PAINT, [&](wxPaintEvent& event) {
+            paintedEmpty = paintedEmpty || part<ui::ConsolePane>()->empty();
+            event.Skip();
+        });
+    });
+    driver.key(WXK_F5);
+    driver.when("an empty console", [&paintedEmpty] { return paintedEmpty; });
+    untilStatus("Ready");
+    closeBox();
+    edit(
+        "int main() {\n    uint begun = GetSystemTime();\n"
+        "    while (GetSystemTime() - begun < 1500) {}\n    Print(\"done\\n\");\n    return "
+        "0;\n}\n");
+}
+
 TEST_F(EditorMoments, MistakesWaitForAPauseAndForTheirWord) {
     const auto count = [this] {
         return part<ui::ProblemList>() ? part<ui::ProblemList>()->count() : 0;
@@ -103,6 +130,30 @@ TEST_F(EditorMoments, MistakesWaitForAPauseAndForTheirWord) {
         "    return 0;\n}\n");
 }
 
+/// The toolkit painted those over the box that were made after it.
+TEST_F(EditorMoments, MessagesGiveWayToABox) {
+    const wxColour red(0xC4, 0x23, 0x1F);
+    const auto mend = [this](const char* name) {
+        driver.run([this, name] { editor()->GotoPos(editor()->FindText(0, 100, name)); });
+        driver.key('.', wxMOD_CONTROL);
+        driver.when("the box", [this] {
+            return part<ui::ChoiceBox>() && part<ui::ChoiceBox>()->field()->HasFocus();
+        });
+    };
+    ready();
+    untilStatus("1 error");
+    mend("one = onee");
+    driver.key(WXK_RETURN);
+    untilStatus("2 errors");
+    mend("onee");
+    driver.when("everything painted", [turns = 0]() mutable { return ++turns > 20; });
+    check([this, red] { EXPECT_EQ(pixels(*part<ui::ChoiceBox>(), red), 0); });
+    driver.key(WXK_ESCAPE);
+    driver.when("the message", [this, red] { return pixels(*editor(), red) > 50; });
+    closeBox();
+    edit("int main() {\n    int one = 0\n    one = onee;\n    one = two;\n    return one;\n}\n");
+}
+
 /// The bar moved once a second, whatever the limit.
 TEST_F(EditorMoments, TimeIsShownAgainstWhatIsAllowed) {
     const wxColour red(0xC4, 0x23, 0x1F);
@@ -122,6 +173,7 @@ TEST_F(EditorMoments, TimeIsShownAgainstWhatIsAllowed) {
     });
     driver.key(WXK_F5);
     driver.when("the end of the time", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    untilStatus("Stopped: The time of this run is over, line 3 in main. F5 lets the script end.");
     driver.key(WXK_F5);
     untilStatus("The run took 0:03, the time allowed, and was ended.");
     check([&] {

@@ -26,6 +26,7 @@ class ConsoleFrame : public wxFrame, public ConsoleView {
     void disappear() override;
     bool isSeen() const override { return IsShown(); }
     void paintNow() override;
+    void emptied() override { canvas_->update(); }
     void setTitle(const wxString& title) override { SetTitle(title); }
     void whileTyping(const std::function<void()>& loop) override;
     bool ShouldPreventAppExit() const override { return false; }

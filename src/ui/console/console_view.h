@@ -20,6 +20,8 @@ class ConsoleView {
     virtual bool isSeen() const = 0;
     /// Shows what the grid holds, without a loop.
     virtual void paintNow() = 0;
+    /// The grid holds nothing any more; shown by the next painting.
+    virtual void emptied() = 0;
     virtual void setTitle(const wxString& title) = 0;
     /// Runs an event loop in which the user types into the canvas.
     virtual void whileTyping(const std::function<void()>& loop) = 0;

@@ -238,6 +238,7 @@ int ConsoleWindow::readKey(StopQuery shouldStop) {
 void ConsoleWindow::clear() {
     if (!inWindow()) fallback_.clear();
     grid_.clear();
+    if (inWindow()) view_->emptied();
 }
 
 std::uint16_t ConsoleWindow::attributes() {

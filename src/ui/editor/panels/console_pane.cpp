@@ -95,13 +95,18 @@ bool ConsolePane::waiting() const {
 }
 
 bool ConsolePane::empty() const {
-    return grid_.endLine() <= 1 && grid_.line(0).empty();
+    const auto first = grid_.firstLine();
+    return grid_.endLine() - first <= 1 && grid_.line(first).empty();
 }
 
 void ConsolePane::clear() {
     grid_.clear();
     canvas().update();
     layOut();
+}
+
+void ConsolePane::emptied() {
+    if (canvas_) canvas_->update();
 }
 
 void ConsolePane::copyAll() {
@@ -151,7 +156,9 @@ bool ConsolePane::wantsBar() const {
 void ConsolePane::layOut() {
     if (!canvas_) return;
     const wxSize size = GetClientSize();
-    canvas_->Show(inUse_ || !empty());
+    const bool shown = inUse_ || !empty(), leaves = !shown && canvas_->HasFocus();
+    canvas_->Show(shown);
+    if (leaves) PaintedWindow::SetFocus();
     // The toolkit complains of a bar that is shorter than its parts.
     const bool fits = size.y >= bar_->GetBestSize().y;
     bar_->Show(canvas_->IsShown() && fits && wantsBar());

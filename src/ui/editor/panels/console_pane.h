@@ -47,6 +47,7 @@ class ConsolePane final : public PaintedWindow, public ConsoleView {
     void disappear() override;
     bool isSeen() const override { return IsShownOnScreen(); }
     void paintNow() override;
+    void emptied() override;
     void setTitle(const wxString&) override {}
     void whileTyping(const std::function<void()>& loop) override;
 

@@ -64,6 +64,31 @@ class LineNote : public PaintedWindow {
     bool isError_ = true;
 };
 
+LineNotes::LineNotes(wxStyledTextCtrl& control, const Look& look) : control_(control), look_(look) {
+    control_.Bind(wxEVT_SET_FOCUS, &LineNotes::onFocus, this);
+    control_.Bind(wxEVT_KILL_FOCUS, &LineNotes::onFocus, this);
+}
+
+LineNotes::~LineNotes() {
+    control_.Unbind(wxEVT_SET_FOCUS, &LineNotes::onFocus, this);
+    control_.Unbind(wxEVT_KILL_FOCUS, &LineNotes::onFocus, this);
+}
+
+/// A box over the text takes the keyboard when it opens, and gives it back.
+void LineNotes::onFocus(wxFocusEvent& event) {
+    place();
+    event.Skip();
+}
+
+/// The toolkit paints what was made last in front, whatever is raised.
+bool LineNotes::boxStandsIn(const wxRect& place) const {
+    const wxWindowList& parts = control_.GetChildren();
+    return std::any_of(parts.begin(), parts.end(), [&place](const wxWindow* part) {
+        return part->IsShown() && !dynamic_cast<const LineNote*>(part) &&
+               part->GetRect().Intersects(place);
+    });
+}
+
 void LineNotes::show(const std::vector<Diagnostic>& problems) {
     std::map<int, Diagnostic> first;
     for (const Diagnostic& one : problems)
@@ -92,8 +117,10 @@ void LineNotes::place() {
             control_.PointFromPosition(control_.GetLineEndPosition(problem.line - 1));
         const int x = end.x + control_.FromDIP(kGap);
         if (end.y < 0 || size.x - x < control_.FromDIP(kLeastRoom)) continue;
+        const wxRect place(x, end.y, size.x - x, control_.TextHeight(0));
+        if (boxStandsIn(place)) continue;
         if (used == notes_.size()) notes_.push_back(new LineNote(control_, look_));
-        notes_[used++]->show(problem, {x, end.y, size.x - x, control_.TextHeight(0)});
+        notes_[used++]->show(problem, place);
     }
     for (; used < notes_.size(); ++used) notes_[used]->Hide();
 }
