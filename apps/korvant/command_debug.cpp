@@ -82,7 +82,7 @@ class Commands {
         std::ifstream file(path, std::ios::binary);
         if (!file) return false;
         for (std::string line; std::getline(file, line);) lines_.push_back(line);
-        return true;
+        return !file.bad();  // a folder can be opened
     }
     std::optional<std::string> next(const std::string& prompt) {
         if (ending) return std::nullopt;

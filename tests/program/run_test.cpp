@@ -70,6 +70,7 @@ TEST_F(Program, WrongUsageAndUnreadableFilesHaveTheirOwnCodes) {
         EXPECT_EQ(66, result.exitCode);
         EXPECT_THAT(result.errors, HasSubstr("korvant: cannot read " + std::string(name) + ": "));
         EXPECT_EQ(66, start({"check", name}).exitCode);
+        EXPECT_EQ(66, start({"debug", script, "-x", name}).exitCode);
     }
 }
 
