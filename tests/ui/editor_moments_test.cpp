@@ -144,14 +144,16 @@ TEST_F(EditorMoments, MessagesGiveWayToABox) {
     untilStatus("1 error");
     mend("one = onee");
     driver.key(WXK_RETURN);
-    untilStatus("2 errors");
+    untilStatus("3 errors");
     mend("onee");
     driver.when("everything painted", [turns = 0]() mutable { return ++turns > 20; });
     check([this, red] { EXPECT_EQ(pixels(*part<ui::ChoiceBox>(), red), 0); });
     driver.key(WXK_ESCAPE);
     driver.when("the message", [this, red] { return pixels(*editor(), red) > 50; });
     closeBox();
-    edit("int main() {\n    int one = 0\n    one = onee;\n    one = two;\n    return one;\n}\n");
+    edit(
+        "int main() {\n    int one = 0\n    one = onee;\n    one = two;\n    one = six;\n    "
+        "return one;\n}\n");
 }
 
 /// The bar moved once a second, whatever the limit.
