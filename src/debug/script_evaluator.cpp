@@ -1,7 +1,9 @@
 #include "debug/script_evaluator.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <optional>
 #include <unordered_map>
 
 #include "base/system/file_io.h"
@@ -10,6 +12,7 @@
 #include "debug/kept_value.h"
 #include "host/engine/type_view.h"
 #include "host/run/inspect.h"
+#include "host/scan/source_tokens.h"
 
 namespace korvant {
 
@@ -19,16 +22,41 @@ constexpr std::uint32_t kHoverMs = 50;
 constexpr std::uint32_t kWatchMs = 300;
 constexpr std::size_t kWatchBytes = std::size_t{64} << 20;
 constexpr std::size_t kMostKept = 1000;
+/// Of the expression in the function that is compiled for it.
+constexpr std::int32_t kBodyRow = 1;
 
 SideRunLimits limitsOf(EvaluationPurpose purpose) {
     if (purpose == EvaluationPurpose::console) return {0, 0, false};
     return {purpose == EvaluationPurpose::hover ? kHoverMs : kWatchMs, kWatchBytes, true};
 }
 
+/// Whether the compiler wanted the sign that was put behind the expression.
+bool endsEarly(const BuildMessage& message, const std::string& body) {
+    if (!message.plain.starts_with("Expected ") || message.row < kBodyRow) return false;
+    if (message.plain.find("')'") == std::string::npos &&
+        message.plain.find("';'") == std::string::npos)
+        return false;
+    std::size_t at = 0;
+    for (std::int32_t row = kBodyRow; row < message.row && at != std::string::npos; ++row)
+        if ((at = body.find('\n', at)) != std::string::npos) ++at;
+    if (at == std::string::npos) return false;
+    at += static_cast<std::size_t>(std::max(message.column, 1) - 1);
+    const std::optional<TokenList> tokens = TokenList::of(body, body.size() + 1);
+    int open = 0;
+    for (std::size_t i = 0; tokens && i < tokens->size() && (*tokens)[i].begin < at; ++i) {
+        for (const char sign : {'(', '[', '{'}) open += tokens->isSymbol(i, sign);
+        for (const char sign : {')', ']', '}'}) open -= tokens->isSymbol(i, sign);
+    }
+    return open == 0;
+}
+
 /// The compiler's first error, or all that it says when there is none.
-std::string firstError(const BuildMessages& messages) {
+std::string firstError(const BuildMessages& messages, const std::string& body) {
     for (const BuildMessage& message : messages.all())
-        if (message.kind == BuildMessage::Kind::error) return message.plain;
+        if (message.kind == BuildMessage::Kind::error)
+            return endsEarly(message, body)
+                       ? "The expression ends before something that does not belong to it."
+                       : message.plain;
     return messages.count() > 0 ? messages.all().front().plain : "This cannot be compiled.";
 }
 
@@ -107,7 +135,7 @@ std::unique_ptr<EvaluationCall> ScriptEvaluator::Impl::compile(const FrameScope&
     BuildMessages messages;
     auto call =
         EvaluationCall::make(session, *module, scope.nameSpace(), text, form, target, messages);
-    if (call == nullptr) error = firstError(messages);
+    if (call == nullptr) error = firstError(messages, text.body);
     return call;
 }
 

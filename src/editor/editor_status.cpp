@@ -1,5 +1,7 @@
 #include "editor/editor_status.h"
 
+#include <algorithm>
+
 #include "editor/script_editor.h"
 
 namespace korvant {
@@ -17,11 +19,13 @@ void ScriptEditor::noteStop(EditorStatus& status) const {
 }
 
 /// Of the time that is allowed: a question to the user stops it, and it begins anew behind that.
+/// Never more than that: a run whose time is over has ended while its box is still open.
 std::uint32_t ScriptEditor::millisecondsUsed() const {
     Clock& clock = *session_.services().clock;
     if (session_.maxRunTime() == 0)
         return static_cast<std::uint32_t>(clock.monotonic() - runBegan_);
-    return session_.interacting() ? 0 : clock.tick() - session_.limitBegan();
+    if (session_.interacting()) return 0;
+    return std::min(clock.tick() - session_.limitBegan(), session_.maxRunTime());
 }
 
 bool ScriptEditor::runTimedOut() const {

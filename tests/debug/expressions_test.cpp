@@ -199,6 +199,12 @@ TEST_F(Expressions, AFunctionWithoutANameHasATypeOnlyWhereItIsGivenOne) {
         EXPECT_EQ(debug.setExpression(0, "x", "function(n) { return n; }").error,
                   "A function without a name has no type here.");
         EXPECT_NE(debug.setExpression(0, "c", "function(n) { return n; }").error, "");
+        for (const char* const text : {"1 2", "x y", "(x) (2)\n3", "12abc"})
+            for (const std::string& error :
+                 {debug.setExpression(0, "x", text).error, value(text).substr(7)})
+                EXPECT_EQ(error, "The expression ends before something that does not belong to it.")
+                    << text;
+        EXPECT_EQ(debug.setExpression(0, "x", "(1 2)").error, "Expected ')'");
     };
     EXPECT_FALSE(start("funcdef int F(int n);\nint twice(F@ f) { return f(20) * 2; }\n"
                        "class C {}\nint main() { F@ h; C@ c; int x = 1;\n    return 0;\n}\n")

@@ -241,7 +241,10 @@ TEST_F(Session, ATimeOutStopsOnceBeforeTheEnd) {
                     .failed());
     ASSERT_EQ(stops.size(), 1u);
     EXPECT_EQ(stops[0].reason, StopReason::timeOut);
-    EXPECT_EQ(session().lastFailure().kind, RunFailure::Kind::timeOut);
+    const RunFailure& failure = session().lastFailure();
+    EXPECT_EQ(failure.kind, RunFailure::Kind::timeOut);
+    EXPECT_EQ(failure.line, stops[0].place.line);
+    EXPECT_EQ(failure.stack.at(0).line, stops[0].place.line);
 }
 
 TEST_F(Session, TheStackOfAFailureCanBeLookedAtAfterwards) {

@@ -189,6 +189,16 @@ TEST_F(EditorMoments, TimeIsShownAgainstWhatIsAllowed) {
     edit("int main() {\n    SetMaxRunTime(3000);\n    while (true) {}\n    return 0;\n}\n");
 }
 
+TEST_F(EditorMoments, TheTimeThatWasAllowedIsNamedWhole) {
+    ready();
+    driver.key(WXK_F5);
+    driver.when("the end of the time", [this] { return part<ui::ExceptionBox>() != nullptr; });
+    driver.key(WXK_F5);
+    untilStatus("The run took 0:00.3, the time allowed, and was ended.");
+    closeBox();
+    edit("int main() {\n    SetMaxRunTime(300);\n    while (true) {}\n    return 0;\n}\n");
+}
+
 TEST_F(EditorMoments, TimeIsShownAfterASecond) {
     std::vector<std::string> seen;
     frontend.meanwhile = [&] {

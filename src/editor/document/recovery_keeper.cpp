@@ -43,8 +43,10 @@ std::string beginningOf(const std::string& text) {
 }
 
 std::string questionFor(const RecoveryRecord& record) {
-    return "Unsaved text of \"" + decodeForDisplay(nameFor(record)) + "\" from " +
-           dateOf(record.time) + " was found. It begins:\n" + beginningOf(record.text) +
+    const std::string name =
+        record.path.empty() ? EditorDocument::kUntitled : decodeForDisplay(nameOf(record.path));
+    return "Unsaved text of \"" + name + "\" from " + dateOf(record.time) +
+           " was found. It begins:\n" + beginningOf(record.text) +
            "\n\nDo you want to put it into the editor?\n\n\"No\" moves it to the backups, "
            "\"Cancel\" asks again the next time.";
 }

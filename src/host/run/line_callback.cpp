@@ -379,8 +379,16 @@ bool LineCallback::findEnding(asIScriptContext* context) {
 
 bool LineCallback::checkEnd(asIScriptContext& context) {
     if (!findEnding(&context)) return false;
+    endedAt_ = {currentFunction(context), context.GetCallstackSize(), currentLine(context)};
     context.Abort();
     return true;
+}
+
+std::int32_t LineCallback::lineAtEnd(asIScriptContext& context) const {
+    const bool same = ending_ != Ending::none && endedAt_.line > 0 &&
+                      currentFunction(context) == endedAt_.function &&
+                      context.GetCallstackSize() == endedAt_.depth;
+    return same ? endedAt_.line : currentLine(context);
 }
 
 bool LineCallback::outOfMemory() const noexcept {

@@ -69,6 +69,9 @@ class LineCallback final : public WatchTarget {
     /// execution: the outer one is then ended at its next statement.
     Ending ending() const noexcept { return ending_; }
     void forgetEnding() noexcept { ending_ = Ending::none; }
+    /// The line that an ended context was ended at; of any other the line at which it stands. The
+    /// engine leaves an ended one a step further.
+    std::int32_t lineAtEnd(asIScriptContext& context) const;
 
     /// Ends `context` when the run must end; false when it goes on.
     bool checkEnd(asIScriptContext& context);
@@ -136,6 +139,11 @@ class LineCallback final : public WatchTarget {
     RunWatch watch_;
     ObjectCount objects_;
     Ending ending_ = Ending::none;
+    struct EndPlace {
+        const asIScriptFunction* function = nullptr;
+        asUINT depth = 0;
+        std::int32_t line = 0;
+    } endedAt_;
     StopPolicy* policy_ = nullptr;
     // Of the line that was stopped at last.
     const asIScriptFunction* stoppedFunction_ = nullptr;

@@ -190,7 +190,8 @@ void ScriptSession::Impl::noteStack(asIScriptContext& context) {
         if (++failure.calls > RunFailure::kMostFrames) continue;
         RunFrame frame;
         const char* source = nullptr;
-        const int line = context.GetLineNumber(level, nullptr, &source);
+        int line = context.GetLineNumber(level, nullptr, &source);
+        if (level == 0) line = lineCallback.lineAtEnd(context);
         frame.function = function->GetDeclaration(true, true, false);
         frame.line = std::max(line, 0);
         if (source != nullptr && std::string(source) != kMainSource) frame.source = source;
@@ -206,10 +207,11 @@ int ScriptSession::Impl::noteEnd(asIScriptContext& context, int result) {
     if (result == asEXECUTION_FINISHED || result == asEXECUTION_SUSPENDED) return result;
     noteStack(context);
     if (lineCallback.ending() == LineCallback::Ending::outOfMemory) {
-        noteException(currentLine(context), "Out of memory");
+        noteException(lineCallback.lineAtEnd(context), "Out of memory");
     } else if (result == asEXECUTION_ABORTED) {
         const bool stopped = lineCallback.ending() == LineCallback::Ending::stopped;
-        noteFailure(stopped ? Kind::stopped : Kind::timeOut, kAbortedText, currentLine(context));
+        noteFailure(stopped ? Kind::stopped : Kind::timeOut, kAbortedText,
+                    lineCallback.lineAtEnd(context));
     } else if (result == asEXECUTION_EXCEPTION) {
         noteException(context.GetExceptionLineNumber(), context.GetExceptionString());
     } else {

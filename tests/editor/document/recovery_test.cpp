@@ -186,7 +186,8 @@ TEST_F(Recovery, TextsThatHostsReceivedDoNotPileUp) {
     close();
     EXPECT_EQ(kept("recovery").size(), 2u * 6);  // copies and their locks
     reopen("script 9");
-    EXPECT_EQ(window->questions.size(), 1u);
+    ASSERT_EQ(window->questions.size(), 1u);
+    EXPECT_THAT(window->questions[0], HasSubstr("Unsaved text of \"Untitled\" from "));
 }
 
 TEST_F(Recovery, CopyWhoseTextTheFileHoldsIsNotOffered) {

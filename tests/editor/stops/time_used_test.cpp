@@ -34,5 +34,21 @@ TEST_F(TimeUsed, StandsStillForAQuestionAndBeginsAnewBehindIt) {
     EXPECT_EQ(editor().status().runMilliseconds, 0u);
 }
 
+TEST_F(TimeUsed, IsNeverMoreThanAllowedInTheBoxAboutTheEnd) {
+    FakeClock clock;
+    useClock(&clock);
+    look = [&] { clock.advance(2500); };
+    ASSERT_GE(engine()->RegisterGlobalFunction("void look()", asFUNCTION(lookNow), asCALL_CDECL),
+              0);
+    std::vector<std::uint32_t> seen;
+    frontend.meanwhile = [&] {
+        clock.advance(5000);
+        seen.push_back(editor().status().runMilliseconds);
+    };
+    open("int main() {\n    SetMaxRunTime(2000);\n    while (true) look();\n    return 0;\n}\n");
+    editor().functionKey(5);
+    EXPECT_EQ(seen, (std::vector<std::uint32_t>{2000}));
+}
+
 }  // namespace
 }  // namespace korvant::test

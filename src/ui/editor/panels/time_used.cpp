@@ -17,10 +17,17 @@ wxString clockText(std::uint32_t milliseconds) {
     return wxString::Format("%u:%02u", seconds / 60, seconds % 60);
 }
 
+wxString limitText(std::uint32_t milliseconds) {
+    wxString text = clockText(milliseconds);
+    if (const std::uint32_t part = milliseconds % 1000) text += wxString::Format(".%03u", part);
+    while (text.Contains('.') && text.EndsWith("0")) text.RemoveLast();
+    return text;
+}
+
 namespace {
 
 wxString allowedText(std::uint32_t limit) {
-    return wxString::Format(words(" of %s allowed"), clockText(limit));
+    return wxString::Format(words(" of %s allowed"), limitText(limit));
 }
 
 }  // namespace

@@ -22,5 +22,7 @@ class TimeUsed : public PaintedWindow {
 
 /// "1:05" of milliseconds.
 wxString clockText(std::uint32_t milliseconds);
+/// The same with what is not whole seconds: "0:00.3".
+wxString limitText(std::uint32_t milliseconds);
 
 }  // namespace korvant::ui

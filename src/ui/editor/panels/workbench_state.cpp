@@ -408,7 +408,7 @@ StatusLine::Content Workbench::statusContent(const EditorStatus& status) const {
         content.icon = Icon::clock;
         content.iconColour = &ThemeTable::warning;
         content.text = wxString::Format(words("The run took %s, the time allowed, and was ended."),
-                                        clockText(runLimit_));
+                                        limitText(runLimit_));
     }
     if (status.run == Run::running) {
         content.icon = Icon::run;
