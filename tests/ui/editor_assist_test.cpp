@@ -271,6 +271,35 @@ TEST_P(EditorHelp, NewNameOrTheReasonWhyNot) {
     edit(kScript);
 }
 
+TEST_P(EditorHelp, AClickIntoTheTextLeavesItsBoxes) {
+    const auto clickInto = [this](const char* word) {
+        pointAt(word, 0, true);
+        driver.when("the text", [this] { return editor()->HasFocus(); });
+        type("x");
+    };
+    caretAt("grade = 0", 2);
+    driver.key(WXK_F2);
+    driver.when("the field", [this] {
+        return part<ui::RenameBox>() && part<ui::RenameBox>()->field()->HasFocus();
+    });
+    clickInto("Rock");
+    driver.when("what is typed", [this] { return text() != kScript; });
+    check([this] { EXPECT_EQ(part<ui::RenameBox>(), nullptr); });
+    driver.key(WXK_ESCAPE).key('Z', wxMOD_CONTROL);
+    driver.when("the old text", [this] { return text() == kScript; });
+    driver.key('O', wxMOD_CONTROL | wxMOD_SHIFT);
+    driver.when("the list", [this] {
+        return part<ui::ChoiceBox>() && part<ui::ChoiceBox>()->field()->HasFocus();
+    });
+    clickInto("return sum");
+    driver.when("what is typed", [this] { return text() != kScript; });
+    check([this] { EXPECT_EQ(part<ui::ChoiceBox>(), nullptr); });
+    driver.key(WXK_ESCAPE).key('Z', wxMOD_CONTROL);
+    driver.when("the old text", [this] { return text() == kScript; });
+    closeBox();
+    edit(kScript);
+}
+
 TEST_P(EditorHelp, FunctionFoundByTyping) {
     ready();
     driver.key('7', wxMOD_CONTROL);

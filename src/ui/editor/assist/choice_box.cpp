@@ -45,6 +45,11 @@ ChoiceBox::ChoiceBox(wxStyledTextCtrl& control, const Look& look)
     Bind(
         wxEVT_TEXT, [this](wxCommandEvent&) { filter(); }, field_->GetId());
     Bind(wxEVT_CHAR_HOOK, &ChoiceBox::onKey, this);
+    control_.Bind(wxEVT_SET_FOCUS, &ChoiceBox::onTextEntered, this);
+    field_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        entered_ = true;
+        event.Skip();
+    });
 }
 
 void ChoiceBox::open(Content content, const wxRect& line) {
@@ -59,6 +64,7 @@ void ChoiceBox::open(Content content, const wxRect& line) {
     field_->ChangeValue({});
     filter();
     list_->select(content_.selected);
+    entered_ = false;
     Show();
     Raise();
     // What has just been shown takes the keyboard when it stands on the screen.
@@ -113,6 +119,12 @@ void ChoiceBox::layOut() {
     field_->SetSize(dip(kMargin), dip(kHeading), width - dip(2 * kMargin), dip(kFieldHeight));
     list_->SetSize(1, dip(kHeading + kFieldHeight + kMargin), width - 2, listHeight);
     Refresh();
+}
+
+/// Who goes on in the text has left the box.
+void ChoiceBox::onTextEntered(wxFocusEvent& event) {
+    event.Skip();
+    if (entered_) Hide();
 }
 
 void ChoiceBox::onKey(wxKeyEvent& event) {

@@ -38,11 +38,13 @@ class ChoiceBox : public PaintedWindow {
     void filter();
     void layOut();
     void onKey(wxKeyEvent& event);
+    void onTextEntered(wxFocusEvent& event);
     void take(int row);
     void tellSeen();
     void paint(wxGraphicsContext& context) override;
 
     wxStyledTextCtrl& control_;
+    bool entered_ = false;  ///< the field has had the keyboard since it was opened
     wxTextCtrl* field_;
     RowList* list_;
     Content content_;

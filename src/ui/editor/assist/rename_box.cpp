@@ -26,6 +26,11 @@ RenameBox::RenameBox(wxStyledTextCtrl& control, const Look& look,
     field_ = new wxTextCtrl(this, wxID_ANY, {}, {}, {}, wxTE_PROCESS_ENTER);
     native::setAccessibleName(*field_, words("New name"));
     Bind(wxEVT_CHAR_HOOK, &RenameBox::onKey, this);
+    control_.Bind(wxEVT_SET_FOCUS, &RenameBox::onTextEntered, this);
+    field_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        entered_ = true;
+        event.Skip();
+    });
     Bind(
         wxEVT_TEXT,
         [this](wxCommandEvent&) {
@@ -42,6 +47,7 @@ void RenameBox::open(const wxString& name, const wxRect& line) {
     field_->ChangeValue(name);
     setAccessibleName(words("New name") + ": " + name);
     refuse({});
+    entered_ = false;
     Show();
     Raise();
     CallAfter([this] {
@@ -77,6 +83,12 @@ void RenameBox::close() {
     if (!IsShown()) return;
     Hide();
     control_.SetFocus();
+}
+
+/// Who goes on in the text has left the box.
+void RenameBox::onTextEntered(wxFocusEvent& event) {
+    event.Skip();
+    if (entered_) Hide();
 }
 
 void RenameBox::onKey(wxKeyEvent& event) {

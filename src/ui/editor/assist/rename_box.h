@@ -24,9 +24,11 @@ class RenameBox : public PaintedWindow {
   private:
     void layOut();
     void onKey(wxKeyEvent& event);
+    void onTextEntered(wxFocusEvent& event);
     void paint(wxGraphicsContext& context) override;
 
     wxStyledTextCtrl& control_;
+    bool entered_ = false;  ///< the field has had the keyboard since it was opened
     std::function<void(const std::string&)> renamed_;
     wxTextCtrl* field_;
     wxString reason_;
