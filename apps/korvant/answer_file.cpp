@@ -159,7 +159,9 @@ bool AnswerEditor::setRow(korvant::EditSession& session, const std::string& name
     }
     korvant::EditCommit commit{false, "this is no value"};
     const bool option = session.row(row).letter == 'o';
-    if (value.is_boolean())
+    if (value.is_boolean() && session.row(row).letter != 'b')
+        commit.message = "true and false are for booleans alone";
+    else if (value.is_boolean())
         commit = session.setBoolean(row, value.get<bool>());
     else if (value.is_number_integer() && option)
         commit = session.setOption(row, korvant::parseInt(value.dump()).value_or(-1));

@@ -78,6 +78,9 @@ TEST(Answers, DriveARunAndAreMissedByName) {
     EXPECT_NE(result.errors.find("property \"width\" (Width): positive"), std::string::npos);
     EXPECT_NE(result.errors.find("ask.as:5\n"), std::string::npos) << result.errors;
     EXPECT_NE(result.errors.find("bool ok = o.edit();"), std::string::npos) << result.errors;
+    EXPECT_NE(runKorvant({"run", "--answer", answered("true", "Tank"), script})
+                  .errors.find("\"width\": true and false are for booleans alone"),
+              std::string::npos);
     for (const char* word : {"stopped", "time", "Time"})
         EXPECT_EQ(result.errors.find(word), std::string::npos) << result.errors;
     result = runKorvant({"run", "--answer", written(folder, "bad.json", "[1"), script});
