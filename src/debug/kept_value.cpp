@@ -76,6 +76,7 @@ ShowScope::~ShowScope() {
 
 std::shared_ptr<KeptValue> KeptValue::of(asIScriptEngine& engine, int typeId, const void* address) {
     std::shared_ptr<KeptValue> kept(new KeptValue(engine, typeId));
+    if (typeId == asTYPEID_VOID) return kept;  // "null", which is of no type
     if ((typeId & asTYPEID_MASK_OBJECT) == 0) {
         const int size = engine.GetSizeOfPrimitiveType(typeId);
         if (size <= 0 || static_cast<std::size_t>(size) > sizeof kept->plain_) return nullptr;
@@ -83,7 +84,9 @@ std::shared_ptr<KeptValue> KeptValue::of(asIScriptEngine& engine, int typeId, co
         return kept;
     }
     void* object = const_cast<void*>(address);
-    if ((typeId & asTYPEID_OBJHANDLE) != 0) std::memcpy(&object, address, sizeof object);
+    // The engine has no address for the result of a cast from null.
+    if ((typeId & asTYPEID_OBJHANDLE) != 0 && address != nullptr)
+        std::memcpy(&object, address, sizeof object);
     return object == nullptr || kept->keepObject(object) ? kept : nullptr;
 }
 

@@ -60,6 +60,22 @@ std::string firstError(const BuildMessages& messages, const std::string& body) {
     return messages.count() > 0 ? messages.all().front().plain : "This cannot be compiled.";
 }
 
+/// Whether it has no type of its own.
+bool standsAsList(const std::string& text) {
+    const auto begin = text.find_first_not_of(kTextBlanks);
+    return begin != std::string::npos && text[begin] == '{';
+}
+
+/// The compiler's first error, without the function that a value is shown by.
+std::string whyNotCompiled(const BuildMessages& messages, const EvaluationText& text) {
+    std::string error = firstError(messages, text.body);
+    if (error.find(kShow) == std::string::npos || text.body.find(kShow) != std::string::npos)
+        return error;
+    return standsAsList(text.body)
+               ? "A list has no type of its own: name one, as in array<int> = {1}."
+               : "This is not one value.";
+}
+
 /// A condition that has been compiled for a statement.
 struct Kept {
     std::string expression;
@@ -91,7 +107,6 @@ struct ScriptEvaluator::Impl {
     Evaluation compiled(const FrameScope& scope, std::string_view expression,
                         EvaluationPurpose purpose);
     Kept make(const FrameScope& scope, std::string_view expression);
-    static bool standsAsList(const std::string& text);
     bool mayChange(const FrameScope& scope, const EvaluationText& text);
     std::string assign(const FrameScope& scope, const ValueTarget& target, EvaluationText text);
     std::string assignPart(unsigned level, const ValueTarget& target, std::string_view expression);
@@ -135,7 +150,7 @@ std::unique_ptr<EvaluationCall> ScriptEvaluator::Impl::compile(const FrameScope&
     BuildMessages messages;
     auto call =
         EvaluationCall::make(session, *module, scope.nameSpace(), text, form, target, messages);
-    if (call == nullptr) error = firstError(messages, text.body);
+    if (call == nullptr) error = whyNotCompiled(messages, text);
     return call;
 }
 
@@ -320,7 +335,7 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
     if (variable || !impl_->mayChange(scope, text)) return impl_->assign(scope, target, text);
     // The call that gives the value may let go of what it is for: it comes first.
     if (text.untyped || isFunctionHandle(*scope.module()->GetEngine(), target.value.typeId) ||
-        Impl::standsAsList(text.body))
+        standsAsList(text.body))
         return "Only a variable can be set to this where it calls a function.";
     const Evaluation given = impl_->compiled(scope, expression, EvaluationPurpose::console);
     if (!given.done) return given.error;
@@ -339,12 +354,6 @@ std::string ScriptEvaluator::assign(unsigned level, const ValueTarget& target,
         value.pass = EvaluationBinding::Pass::handle;
     later.bindings.push_back(value);
     return impl_->assign(scope, now, later);
-}
-
-/// Whether it has no type of its own.
-bool ScriptEvaluator::Impl::standsAsList(const std::string& text) {
-    const auto begin = text.find_first_not_of(kTextBlanks);
-    return begin != std::string::npos && text[begin] == '{';
 }
 
 /// What cannot be told alone, as a list, is gone by its signs.

@@ -207,6 +207,7 @@ asIScriptFunction* functionOf(asIScriptEngine& engine, const ValueView& value) {
 }
 
 std::string typeText(asIScriptEngine& engine, int declared, const ValueView& value) {
+    if (declared == asTYPEID_VOID) return kNull;
     int typeId = declared;
     if (value.kind == ValueKind::object)
         typeId = value.typeId | (declared & (asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST));

@@ -119,7 +119,7 @@ std::vector<VariableInfo> StoppedScript::declarations(unsigned level) const {
 
 ValueView StoppedScript::view(int typeId, const void* address) const {
     const bool valuesAlone = context_ == nullptr && engine_ != nullptr;
-    if ((!valuesAlone && !readable()) || address == nullptr) return {};
+    if ((!valuesAlone && !readable()) || address == nullptr || typeId == asTYPEID_VOID) return {};
     ValueView value{ValueKind::other, typeId, address, 0, 0};
     if ((typeId & asTYPEID_OBJHANDLE) != 0) {
         value.typeId = typeId & ~(asTYPEID_OBJHANDLE | asTYPEID_HANDLETOCONST);
@@ -135,7 +135,7 @@ ValueView StoppedScript::view(int typeId, const void* address) const {
 
 ValueView StoppedScript::viewOther(ValueView value) const {
     const asITypeInfo* const type = engine_->GetTypeInfoById(value.typeId);
-    if (type == nullptr || value.typeId == asTYPEID_VOID) return value;
+    if (type == nullptr) return value;
     if ((type->GetFlags() & asOBJ_ENUM) != 0) {
         value.kind = ValueKind::enumeration;
         value.bytes = sizeof(std::int32_t);

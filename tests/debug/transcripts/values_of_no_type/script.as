@@ -1,0 +1,6 @@
+class Seam {}
+int main() {
+    Seam seam;
+    Seam@ none;
+    return 0;
+}
