@@ -31,6 +31,12 @@ std::string_view wordBefore(std::string_view text, std::size_t place) {
     return text.substr(first, last + 1 - first);
 }
 
+std::string_view wordAt(std::string_view text, std::size_t place) {
+    std::size_t end = place;
+    while (end < text.size() && isWordByte(text[end])) ++end;
+    return text.substr(place, end - place);
+}
+
 /// Whether a place stands among the arguments of a call, in no bracket inside them.
 bool amongArguments(std::string_view text, std::size_t place) {
     int depth = 0;
@@ -61,6 +67,11 @@ DeclaredVariables::DeclaredVariables(std::string text) : index_(std::move(text))
         begins_.emplace(statement.range.begin, &statement);
     for (const auto& [function, variables] : byFunction_)
         for (const int variable : variables.all) collectDoubtful(function, variable);
+    collectDeclaredBefore();
+}
+
+std::int32_t DeclaredVariables::lineOf(std::size_t place) const {
+    return static_cast<std::int32_t>(index_.document().lineOf(place)) + 1;
 }
 
 std::size_t DeclaredVariables::placeOf(std::int32_t line, std::int32_t column) const {
@@ -149,15 +160,16 @@ bool DeclaredVariables::setsAlways(const Statement& statement, const NameUse& us
     return sets && afterOther && statement.scope == scope;
 }
 
+DeclaredVariables::Valueless DeclaredVariables::namedIn(int function, int variable) const {
+    const std::string_view name = declaration(variable).name;
+    const std::vector<int>& namesakes = ofFunction(function).named.at(name);
+    const auto place = std::find(namesakes.begin(), namesakes.end(), variable);
+    return {name, static_cast<std::size_t>(place - namesakes.begin()), namesakes.size()};
+}
+
 void DeclaredVariables::collectDoubtful(int function, int variable) {
     const Declaration& declared = declaration(variable);
     if (!isPlain(declared)) return;
-    Doubtful doubtful;
-    doubtful.name = declared.name;
-    const std::vector<int>& namesakes = ofFunction(function).named.at(declared.name);
-    doubtful.count = namesakes.size();
-    doubtful.nth = static_cast<std::size_t>(
-        std::find(namesakes.begin(), namesakes.end(), variable) - namesakes.begin());
     std::set<std::size_t> setters;
     for (const NameUse* const use : index_.usesOf(declared.name)) {
         if (use->begin < declared.nameRange.end || use->member || use->qualified || !maySet(*use) ||
@@ -170,14 +182,50 @@ void DeclaredVariables::collectDoubtful(int function, int variable) {
         setters.insert(statement->range.begin);
     }
     if (setters.empty()) return;
-    std::vector<Doubtful>& all = doubtful_[function];
+    std::vector<Valueless>& all = doubtful_[function];
     for (const std::size_t setter : setters) setters_[setter].push_back(all.size());
-    all.push_back(doubtful);
+    all.push_back(namedIn(function, variable));
 }
 
-const std::vector<DeclaredVariables::Doubtful>& DeclaredVariables::doubtfulAt(
+/// What begins a loop is passed more often than the declaration before it.
+bool DeclaredVariables::isRepeated(std::size_t begin) const {
+    return wordAt(text(), begin) == "while" || wordBefore(text(), begin) == "do";
+}
+
+void DeclaredVariables::collectDeclaredBefore() {
+    std::map<std::size_t, std::vector<int>> plain;  // by where the declaration begins
+    for (const auto& [function, variables] : byFunction_)
+        for (const int variable : variables.all)
+            if (isPlain(declaration(variable)))
+                plain[declaration(variable).whole.begin].push_back(variable);
+    std::vector<int> waiting;
+    for (const auto& [begin, statement] : begins_) {
+        const auto declares = plain.find(begin);
+        if (declares != plain.end()) {
+            waiting.insert(waiting.end(), declares->second.begin(), declares->second.end());
+            continue;
+        }
+        // The head of a "for" has a scope of its own.
+        for (const int variable : waiting)
+            if (declaration(variable).scope == statement->scope && !isRepeated(begin))
+                noteDeclaredBefore(begin, variable);
+        waiting.clear();
+    }
+}
+
+void DeclaredVariables::noteDeclaredBefore(std::size_t place, int variable) {
+    const int function = index_.functionAt(declaration(variable).nameRange.begin);
+    const Valueless named = namedIn(function, variable);
+    declaredBefore_[place].push_back(named);
+    const auto doubtful = doubtful_.find(function);
+    if (doubtful == doubtful_.end()) return;
+    for (const Valueless& one : doubtful->second)
+        if (one.name == named.name && one.nth == named.nth) doubtfulBefore_.insert(place);
+}
+
+const std::vector<DeclaredVariables::Valueless>& DeclaredVariables::doubtfulAt(
     std::int32_t line, std::int32_t column) const {
-    static const std::vector<Doubtful> none;
+    static const std::vector<Valueless> none;
     const auto found = doubtful_.find(index_.functionAt(placeOf(line, column)));
     return found == doubtful_.end() ? none : found->second;
 }
@@ -191,11 +239,25 @@ const std::vector<std::size_t>& DeclaredVariables::setAt(std::int32_t line,
     return found == setters_.end() ? none : found->second;
 }
 
+const std::vector<DeclaredVariables::Valueless>& DeclaredVariables::declaredBefore(
+    std::int32_t line, std::int32_t column) const {
+    static const std::vector<Valueless> none;
+    const Statement* const statement = statementAround(placeOf(line, column));
+    const auto found =
+        statement ? declaredBefore_.find(statement->range.begin) : declaredBefore_.end();
+    return found == declaredBefore_.end() ? none : found->second;
+}
+
+std::vector<std::int32_t> DeclaredVariables::linesBehindDeclarations(bool ofDoubtfulAlone) const {
+    std::set<std::int32_t> lines;
+    for (const auto& [place, variables] : declaredBefore_)
+        if (!ofDoubtfulAlone || doubtfulBefore_.contains(place)) lines.insert(lineOf(place));
+    return {lines.begin(), lines.end()};
+}
+
 std::vector<std::int32_t> DeclaredVariables::doubtfulLines() const {
     std::set<std::int32_t> lines;
-    const auto add = [&](std::size_t place) {
-        lines.insert(static_cast<std::int32_t>(index_.document().lineOf(place)) + 1);
-    };
+    const auto add = [&](std::size_t place) { lines.insert(lineOf(place)); };
     for (const auto& [setter, variables] : setters_) add(setter);
     for (const auto& [function, variables] : doubtful_) {
         const ByteRange body = declaration(function).body;

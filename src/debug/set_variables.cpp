@@ -1,5 +1,7 @@
 #include "debug/set_variables.h"
 
+#include <utility>
+
 #include "host/engine/program_position.h"
 
 namespace korvant {
@@ -19,22 +21,47 @@ void SetVariables::begin(const DeclaredVariables* text, std::string_view source)
     numbers_.clear();
     steps_.clear();
     lines_ = text != nullptr ? text->doubtfulLines() : std::vector<std::int32_t>();
+    touchedAny_ = false;
+    if (text != nullptr) watch(text->linesBehindDeclarations(true));
 }
 
-/// kNoNumber where the engine has another number of variables with a name than the text.
-const std::vector<asUINT>& SetVariables::numbersOf(const asIScriptFunction& function,
-                                                   const std::vector<Doubtful>& variables) {
-    const auto [place, isNew] = numbers_.try_emplace(&function);
-    if (!isNew) return place->second;
+void SetVariables::watch(const std::vector<std::int32_t>& lines) {
+    lines_.insert(lines_.end(), lines.begin(), lines.end());
+    std::sort(lines_.begin(), lines_.end());
+    lines_.erase(std::unique(lines_.begin(), lines_.end()), lines_.end());
+}
+
+namespace {
+
+/// By name, in the order of their declarations.
+std::unordered_map<std::string_view, std::vector<asUINT>> variablesOf(
+    const asIScriptFunction& function) {
     std::unordered_map<std::string_view, std::vector<asUINT>> named;
     for (asUINT i = 0; i < function.GetVarCount(); ++i) {
         const char* name = nullptr;
         if (function.GetVar(i, &name) >= 0 && name != nullptr) named[name].push_back(i);
     }
-    for (const Doubtful& variable : variables) {
+    return named;
+}
+
+/// kNoNumber where the engine has another number of variables with a name than the text.
+std::vector<asUINT> numbersIn(const asIScriptFunction& function,
+                              const std::vector<DeclaredVariables::Valueless>& variables) {
+    auto named = variablesOf(function);
+    std::vector<asUINT> numbers;
+    for (const DeclaredVariables::Valueless& variable : variables) {
         const std::vector<asUINT>& all = named[variable.name];
-        place->second.push_back(all.size() == variable.count ? all[variable.nth] : kNoNumber);
+        numbers.push_back(all.size() == variable.count ? all[variable.nth] : kNoNumber);
     }
+    return numbers;
+}
+
+}  // namespace
+
+const std::vector<asUINT>& SetVariables::numbersOf(const asIScriptFunction& function,
+                                                   const std::vector<Valueless>& variables) {
+    const auto [place, isNew] = numbers_.try_emplace(&function);
+    if (isNew) place->second = numbersIn(function, variables);
     return place->second;
 }
 
@@ -43,7 +70,10 @@ SetVariables::Step SetVariables::findStep(asIScriptContext& context, const State
     const char* section = nullptr;
     context.GetLineNumber(0, nullptr, &section);
     if (section == nullptr || section != source_) return step;
-    const std::vector<Doubtful>& variables = text_->doubtfulAt(here.line, here.column);
+    const std::vector<Valueless>& again = text_->declaredBefore(here.line, here.column);
+    if (!again.empty()) step.declared = numbersIn(*here.function, again);
+    std::erase(step.declared, kNoNumber);
+    const std::vector<Valueless>& variables = text_->doubtfulAt(here.line, here.column);
     if (variables.empty()) return step;
     step.all = &numbersOf(*here.function, variables);
     for (const std::size_t variable : text_->setAt(here.line, here.column))
@@ -76,6 +106,13 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
     if (entry && step.all != nullptr)
         for (const asUINT index : *step.all)
             if (index != kNoNumber) states_[variable(index)] = {};
+    // A second look at the first statement is no second pass.
+    for (const asUINT index : step.declared) {
+        if (entry) continue;
+        touched_.erase(variable(index));
+        const auto known = states_.find(variable(index));
+        if (known != states_.end()) known->second = {};
+    }
     for (const asUINT index : step.sets) {
         const auto known = states_.find(variable(index));
         if (known == states_.end()) continue;
@@ -89,6 +126,8 @@ void SetVariables::pass(asIScriptContext& context, const StatementPlace& here, b
 
 void SetVariables::touch(const Variable& variable, unsigned depth) {
     touched_[variable] = {depth};
+    if (text_ != nullptr && !std::exchange(touchedAny_, true))
+        watch(text_->linesBehindDeclarations(false));
     // The engine answers from the line of the function's head on.
     std::int32_t begin = -1;
     for (std::int32_t line = 1; begin < 0 && line <= kLastLineOfAll; ++line)

@@ -56,15 +56,17 @@ class SetVariables {
         std::int32_t line = 0;  ///< of the statement that sets it, or has
         std::int32_t column = 0;
     };
-    using Doubtful = DeclaredVariables::Doubtful;
+    using Valueless = DeclaredVariables::Valueless;
     /// The engine's numbers of the doubtful variables of a function, null where there are none, and
     /// of those that one of its statements may set.
     struct Step {
         const std::vector<asUINT>* all = nullptr;
         std::vector<asUINT> sets;
+        std::vector<asUINT> declared;  ///< again, right before it
     };
+    void watch(const std::vector<std::int32_t>& lines);
     const std::vector<asUINT>& numbersOf(const asIScriptFunction& function,
-                                         const std::vector<Doubtful>& variables);
+                                         const std::vector<Valueless>& variables);
     const Step& stepAt(asIScriptContext& context, const StatementPlace& here);
     Step findStep(asIScriptContext& context, const StatementPlace& here);
 
@@ -77,6 +79,7 @@ class SetVariables {
     };
     std::map<Variable, Touched> touched_;
     std::map<Variable, State> states_;
+    bool touchedAny_ = false;
     std::unordered_map<const asIScriptFunction*, std::vector<asUINT>> numbers_;
     std::unordered_map<const asDWORD*, Step> steps_;  ///< by the place in the code
 };

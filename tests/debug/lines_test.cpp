@@ -102,7 +102,8 @@ TEST_F(EveryLine, StatementsOfTheEngineAreThoseOfTheText) {
                            (one.range.contains(place) &&
                             index.document().text().compare(one.range.begin, 5, "while") == 0);
                 });
-            const bool opens = text.starts_with("try") || text.starts_with("do") || text[0] == '{';
+            const bool opens = text.starts_with("try") || text.starts_with("do") ||
+                               text[0] == '{' || text.starts_with(";;");  // of a "for"
             const bool ends = place > 0 && index.document().text()[place - 1] == '}';
             if (ofText && !known && !opens && !ends)
                 strange.insert(std::to_string(info.place.line) + ": " + text);
