@@ -331,11 +331,27 @@ ShownValue DebugSession::setChild(ValueNode parent, std::string_view child, unsi
     return answer;
 }
 
+namespace {
+
+/// "name" of "@name"; empty: there is no such sign.
+std::string_view afterHandleSign(std::string_view target) {
+    const auto sign = target.find_first_not_of(kTextBlanks);
+    if (sign == std::string_view::npos || target[sign] != '@') return {};
+    target.remove_prefix(std::min(target.find_first_not_of(kTextBlanks, sign + 1), target.size()));
+    return target;
+}
+
+}  // namespace
+
 ShownValue DebugSession::setExpression(unsigned frame, std::string_view target,
                                        std::string_view expression, const ValueFormat& format) {
     ShownValue answer;
     ValueTarget found;
     const unsigned level = impl_->levelOf(frame);
+    if (const std::string_view name = afterHandleSign(target);
+        !name.empty() && impl_->values.find(impl_->values.scopeOf(level), name, found) &&
+        isFunctionHandle(*impl_->engine, found.value.typeId))
+        target = name;
     if (!impl_->values.find(impl_->values.scopeOf(level), target, found)) {
         // An index that is computed, or an accessor: the script's own assignment.
         answer = show(frame, "(" + std::string(target) + ") = (" + std::string(expression) + ")",

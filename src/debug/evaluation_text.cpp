@@ -204,7 +204,7 @@ class Reader {
             found_.bindings.begin(), found_.bindings.end(),
             [&](const EvaluationBinding& binding) { return binding.parameter == parameter; });
         // It comes by value, and what is set would be lost.
-        if (isFunctionHandle(engine_, value.typeId) && tokens_.isSymbol(token + 1, kAssign))
+        if (isFunctionHandle(engine_, value.typeId) && isAssigned(token))
             found_.error = "\"" + named.name + "\" is a function handle: it is set as a variable.";
         EvaluationBinding binding{
             kind, passOf(kind, value, token), named.name, parameter, value, named.index};
@@ -213,6 +213,23 @@ class Reader {
         else if (binding.pass == EvaluationBinding::Pass::address)
             known->pass = binding.pass;
         return parameter;
+    }
+
+    /// Also in brackets, and with the sign of a handle.
+    bool isAssigned(std::size_t token) const {
+        std::size_t first = token;
+        std::size_t behind = token + 1;
+        const auto skipSigns = [&] {
+            while (first > 0 && tokens_.isSymbol(first - 1, '@')) --first;
+        };
+        skipSigns();
+        while (first > 0 && tokens_.isSymbol(first - 1, '(') && tokens_.isSymbol(behind, ')') &&
+               (first == 1 || !isCalled(first - 2))) {
+            --first;
+            ++behind;
+            skipSigns();
+        }
+        return tokens_.isSymbol(behind, kAssign);
     }
 
     EvaluationBinding::Pass passOf(EvaluationBinding::Kind kind, const TypedValue& value,
