@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <cstddef>
 #include <cstdio>
+#include <new>
 
 #include "base/system/gathered_output.h"
 #include "base/system/os_file.h"
@@ -99,10 +101,16 @@ class FirstForm : public ObjectEditor {
     }
 };
 
-/// Never destroyed, as the windows.
+/// Never destroyed, as the windows, which take its place later.
+template <class Service>
+Service* made() {
+    alignas(Service) static std::byte place[sizeof(Service)];
+    return new (place) Service;
+}
+
 const bool ready = [] {
-    setObjectEditor(new FirstForm);
-    moduleSession().setServices({nullptr, new FirstQuestion, nullptr, switchUi});
+    setObjectEditor(made<FirstForm>());
+    moduleSession().setServices({nullptr, made<FirstQuestion>(), nullptr, switchUi});
     return true;
 }();
 

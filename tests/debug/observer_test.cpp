@@ -194,10 +194,11 @@ TEST_F(Observer, SharesOfTimeAreThoseOfTheWork) {
 TEST_F(Observer, DeepStacksAreKeptByTheirEnds) {
     Profiler profiler;
     debug.setProfiler(&profiler);
-    EXPECT_FALSE(start("int down(int n) { return n > 0 ? down(n - 1) + 1 : 0; }\n"
-                       "int main() {\n    for (int i = 0; i < 200; i++) down(5000);\n"
-                       "    return 0;\n}\n")
-                     .failed());
+    for (int runs = 0; runs < 40 && profiler.samples() <= 5; ++runs)
+        EXPECT_FALSE(start("int down(int n) { return n > 0 ? down(n - 1) + 1 : 0; }\n"
+                           "int main() {\n    for (int i = 0; i < 200; i++) down(5000);\n"
+                           "    return 0;\n}\n")
+                         .failed());
     debug.setProfiler(nullptr);
     ASSERT_GT(profiler.samples(), 5u);
     EXPECT_NEAR(profiler.shares()["main"], 1, 0.001);
