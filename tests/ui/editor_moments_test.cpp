@@ -257,6 +257,28 @@ TEST_F(EditorMoments, StopsStandWhereTheyAreReadBest) {
     edit(script);
 }
 
+TEST_F(EditorMoments, AStopBelowAFoldIsSeen) {
+    std::string script =
+        "void f() {\n    int a;\n    int b;\n    int c;\n}\n"
+        "int main() {\n    int n = 1;\n    return n - 1;\n}\n";
+    for (int i = 0; i < 60; ++i) script += "// the end\n";
+    ready();
+    breakAt({8});
+    driver.when("something to fold",
+                [this] { return (editor()->GetFoldLevel(0) & wxSTC_FOLDLEVELHEADERFLAG) != 0; });
+    driver.run([this] { editor()->ToggleFold(0); });
+    driver.key(WXK_F5);
+    untilStatus("Stopped at line 8 in main");
+    check([this] {
+        EXPECT_FALSE(editor()->GetLineVisible(2));
+        EXPECT_EQ(editor()->DocLineFromVisible(editor()->GetFirstVisibleLine()), 7);
+    });
+    driver.key(WXK_F5);
+    untilStatus("Ready");
+    closeBox();
+    edit(script);
+}
+
 TEST_F(EditorMoments, WhatIsKnownStaysUnderThePointerAndNotBeside) {
     ready();
     breakAt({22});

@@ -266,7 +266,9 @@ void Debugger::scrollTo(ControlLine line) {
     editor_.send(sci::kEnsureVisible, static_cast<std::uintptr_t>(line.index));
     editor_.select(position, position);
     editor_.scrollLines(kFarUp);
-    editor_.scrollLines(line.index);
+    // Folds above it are no lines to scroll over.
+    editor_.scrollLines(static_cast<int>(
+        editor_.send(sci::kVisibleFromDocLine, static_cast<std::uintptr_t>(line.index))));
 }
 
 bool Debugger::shouldStop(ScriptLine running) {
