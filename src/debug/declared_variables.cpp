@@ -54,6 +54,11 @@ bool amongArguments(std::string_view text, std::size_t place) {
 
 }  // namespace
 
+bool isPlainType(std::string_view word) {
+    return isOneOf(word, {"int", "int8", "int16", "int32", "int64", "uint", "uint8", "uint16",
+                          "uint32", "uint64", "float", "double", "bool"});
+}
+
 DeclaredVariables::DeclaredVariables(std::string text) : index_(std::move(text)) {
     for (std::size_t i = 0; i < index_.declarations().size(); ++i) {
         const Declaration& declared = index_.declarations()[i];
@@ -123,9 +128,7 @@ bool DeclaredVariables::isPlain(const Declaration& variable) const {
     if (variable.kind != DeclarationKind::local || variable.setFrom != variable.nameRange.end)
         return false;
     const std::string type = index_.oneLine(variable.type);
-    if (isOneOf(type, {"int", "int8", "int16", "int32", "int64", "uint", "uint8", "uint16",
-                       "uint32", "uint64", "float", "double", "bool"}))
-        return true;
+    if (isPlainType(type)) return true;
     const std::vector<int> meant = index_.meaningsOf(type, variable.type.begin);
     return meant.size() == 1 && declaration(meant.front()).kind == DeclarationKind::enumType;
 }

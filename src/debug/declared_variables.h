@@ -15,6 +15,9 @@
 
 namespace korvant {
 
+/// Of numbers and truth values, by its word.
+bool isPlainType(std::string_view word);
+
 /// The engine goes by the code: it sees a variable of a block whose code is over, above all that of
 /// a loop's head, and misses one that is declared where a block has ended. Places count from 1, in
 /// bytes.

@@ -22,6 +22,8 @@ struct StatementStarts::Impl {
     bool maySet(std::size_t token, std::string_view name) const;
     bool maySetWithin(std::size_t begin, std::size_t end, std::string_view name,
                       int variable) const;
+    bool isHandedOutLast(std::size_t from, std::size_t end, std::string_view name,
+                         int variable) const;
     bool isAnother(std::size_t token, std::string_view name, int variable) const;
     bool isOutParameter(std::size_t token) const;
     void collectTries();
@@ -222,6 +224,34 @@ bool StatementStarts::Impl::maySetWithin(std::size_t begin, std::size_t end, std
     return false;
 }
 
+/// "a.f(name);", "return f(name);" and "int b = f(name);": what a call hands out is there when it
+/// has returned, and no code runs behind it.
+bool StatementStarts::Impl::isHandedOutLast(std::size_t from, std::size_t end,
+                                            std::string_view name, int variable) const {
+    std::size_t use = end;
+    for (std::size_t i = from; i < end; ++i) {
+        if (!maySet(i, name) || isAnother(i, name, variable)) continue;
+        if (use != end) return false;
+        use = i;
+    }
+    int depth = 0;
+    std::size_t open = use;
+    while (open > from && depth >= 0) depth += closes(--open) ? 1 : opens(open) ? -1 : 0;
+    if (depth >= 0 || !tokens->isSymbol(open, '(') || behindBlock(open) != end ||
+        !tokens->isSymbol(end, ';'))
+        return false;
+    for (std::size_t i = from; i < open; ++i) {
+        const bool ofPlain = tokens->isSymbol(i, kAssign) && i > 1 &&
+                             isPlainType(tokens->text(i - 2)) && i <= from + 2;
+        const bool returns = i == from && tokens->isWord(i, "return");
+        const bool word = tokens->isName(i) && !isOperatorWord(tokens->text(i));
+        if (!returns && !word && !ofPlain && !tokens->isSymbol(i, '.') &&
+            !tokens->isSymbol(i, kScope))
+            return false;
+    }
+    return true;
+}
+
 /// Whether a name means a variable of an inner or outer block.
 bool StatementStarts::Impl::isAnother(std::size_t token, std::string_view name,
                                       int variable) const {
@@ -357,7 +387,9 @@ bool StatementStarts::neverSet(std::int32_t line, std::int32_t column, std::stri
         ++end;
     // Its value is being worked out.
     const bool assigned = tokens.isWord(from, name) && tokens.isSymbol(from + 1, kAssign);
-    if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name, variable)) return false;
+    if (impl_->maySetWithin(from + (assigned ? 1 : 0), end, name, variable) &&
+        !impl_->isHandedOutLast(from, end, name, variable))
+        return false;
     // A loop whose head begins has not run.
     const bool head = tokens.isSymbol(from - 1, '(') && tokens.isWord(from - 2, "for");
     for (const Impl::Passed& passed : impl_->namesBefore(head ? from - 2 : from, name)) {
