@@ -9,6 +9,6 @@ namespace korvant::test {
 
 /// It keeps texts, integers and reals, and is compiled without run-time type information. Empty at
 /// first.
-std::unique_ptr<KorStamp> makeForeignStamp();
+[[gnu::visibility("default")]] std::unique_ptr<KorStamp> makeForeignStamp();
 
 }  // namespace korvant::test
